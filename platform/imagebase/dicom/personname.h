@@ -1,0 +1,9 @@
+#pragma once
+
+#include "imagebase_export.h"
+
+#include <QString>
+
+/// A DICOM person name as people read it: "Yamada^Tarou=山田^太郎" becomes "Yamada, Tarou (山田 太郎)";
+/// prefix and suffix stand where people put them, and neither '^' nor '=' is left.
+IMAGEBASE_EXPORT QString personNameForDisplay(const QString &dicomName);

@@ -1,0 +1,102 @@
+#include "indexconnection.h"
+
+#include "databaseerror.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <QVariant>
+
+#include <sqlite3.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int lockPollMicroseconds = 1000;
+
+/// SQLite's own waiting sleeps up to 100 ms at a time and misses the short gaps that a busy writer leaves.
+int waitForLock(void * /*unused*/, int calls)
+{
+    if (calls * lockPollMicroseconds / 1000 >= IndexConnection::lockWaitMs) {
+        return 0;
+    }
+    usleep(lockPollMicroseconds);
+    return 1;
+}
+
+sqlite3 *nativeHandle(const QSqlDatabase &db)
+{
+    const QVariant handle = db.driver()->handle();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0) {
+        return nullptr;
+    }
+    return *static_cast<sqlite3 *const *>(handle.constData());
+}
+
+} // namespace
+
+bool IndexConnection::configure(QSqlDatabase &db)
+{
+    if (sqlite3 *native = nativeHandle(db)) {
+        sqlite3_busy_handler(native, waitForLock, nullptr);
+    }
+    QSqlQuery query(db);
+    return query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
+        && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))
+        && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"));
+}
+
+IndexConnection::IndexConnection(const QString &databasePath)
+    : m_name(QUuid::createUuid().toString())
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
+    db.setDatabaseName(databasePath);
+    // Opening would create a missing file: an index appears only through createConnection().
+    if (!QFileInfo::exists(databasePath) || !db.open() || !configure(db)) {
+        m_failure = connectionFailureOf(db.lastError(), databasePath);
+    }
+}
+
+IndexConnection::~IndexConnection()
+{
+    QSqlDatabase::database(m_name, false).close();
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+QSqlDatabase IndexConnection::database() const
+{
+    return QSqlDatabase::database(m_name, false);
+}
+
+WriteTransaction::WriteTransaction(const QSqlDatabase &db)
+    : m_db(db)
+{
+    QSqlQuery query(m_db);
+    m_active = query.exec(QStringLiteral("BEGIN IMMEDIATE"));
+}
+
+WriteTransaction::~WriteTransaction()
+{
+    rollback();
+}
+
+bool WriteTransaction::commit()
+{
+    QSqlQuery query(m_db);
+    if (!m_active || !query.exec(QStringLiteral("COMMIT"))) {
+        return false;
+    }
+    m_active = false;
+    return true;
+}
+
+void WriteTransaction::rollback()
+{
+    if (m_active) {
+        QSqlQuery(m_db).exec(QStringLiteral("ROLLBACK"));
+        m_active = false;
+    }
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "connectionfailure.h"
+#include "imagebase_export.h"
+
+#include <QSqlDatabase>
+
+/**
+ * A connection of a worker's own to an index file that exists: opened by the constructor, closed and removed by the
+ * destructor, both on the thread that uses it. It never creates or upgrades.
+ */
+class IMAGEBASE_EXPORT IndexConnection
+{
+public:
+    explicit IndexConnection(const QString &databasePath);
+    ~IndexConnection();
+    IndexConnection(const IndexConnection &) = delete;
+    IndexConnection &operator=(const IndexConnection &) = delete;
+
+    bool isOpen() const { return m_failure.reason == ConnectionFailure::Reason::None; }
+    const ConnectionFailure &failure() const { return m_failure; }
+    /// A handle for statements on this thread; do not keep it longer than this object.
+    QSqlDatabase database() const;
+
+    /// What every connection to the index gets, clones included: foreign keys, write-ahead log, fair waiting for
+    /// a lock (at most lockWaitMs). @return false where the database refuses; its error is in db.lastError().
+    static bool configure(QSqlDatabase &db);
+
+    static constexpr int lockWaitMs = 10'000;
+
+private:
+    QString m_name;
+    ConnectionFailure m_failure;
+};
+
+/// A write transaction that takes the lock at its start and rolls back unless it was committed.
+class IMAGEBASE_EXPORT WriteTransaction
+{
+public:
+    explicit WriteTransaction(const QSqlDatabase &db);
+    ~WriteTransaction();
+    WriteTransaction(const WriteTransaction &) = delete;
+    WriteTransaction &operator=(const WriteTransaction &) = delete;
+
+    bool isActive() const { return m_active; }
+    bool commit();
+    void rollback();
+
+private:
+    QSqlDatabase m_db;
+    bool m_active = false;
+};

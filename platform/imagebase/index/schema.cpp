@@ -1,0 +1,101 @@
+#include "schema.h"
+
+#include "indexconnection.h"
+
+#include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <sqlite3.h>
+
+// The resource lies in this library; a static build would drop it unless it is named.
+static void keepResource()
+{
+    Q_INIT_RESOURCE(imagebase);
+}
+
+namespace {
+
+bool readNumber(QSqlDatabase &db, const QString &sql, int *number, QString *error)
+{
+    QSqlQuery query(db);
+    if (!query.exec(sql) || !query.next()) {
+        *error = query.lastError().databaseText();
+        return false;
+    }
+    *number = query.value(0).toInt();
+    return true;
+}
+
+QString runScript(QSqlDatabase &db, int step)
+{
+    QFile file(QStringLiteral(":/imagebase/schema/%1.sql").arg(step));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return file.errorString();
+    }
+    for (const QString &statement : Schema::statements(QString::fromUtf8(file.readAll()))) {
+        QSqlQuery query(db);
+        if (!query.exec(statement)) {
+            return query.lastError().databaseText();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+namespace Schema {
+
+bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error)
+{
+    int tables = 0;
+    if (!readNumber(db, QStringLiteral("SELECT count(*) FROM sqlite_master"), &tables, error)
+        || !readNumber(db, QStringLiteral("PRAGMA application_id"), &identity->applicationId, error)
+        || !readNumber(db, QStringLiteral("PRAGMA user_version"), &identity->version, error)) {
+        return false;
+    }
+    identity->empty = tables == 0;
+    return true;
+}
+
+QString upgrade(QSqlDatabase &db, int version)
+{
+    keepResource();
+    WriteTransaction transaction(db);
+    if (!transaction.isActive()) {
+        return db.lastError().databaseText();
+    }
+    for (int step = version + 1; step <= currentVersion; ++step) {
+        const QString error = runScript(db, step);
+        if (!error.isEmpty()) {
+            return error;
+        }
+    }
+    QSqlQuery mark(db);
+    if (!mark.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId))
+        || !mark.exec(QStringLiteral("PRAGMA user_version = %1").arg(currentVersion))) {
+        return mark.lastError().databaseText();
+    }
+    return transaction.commit() ? QString() : db.lastError().databaseText();
+}
+
+QStringList statements(const QString &script)
+{
+    QStringList result;
+    QString statement;
+    for (const QString &line : script.split(QLatin1Char('\n'))) {
+        const bool between = statement.isEmpty();
+        if (between && (line.trimmed().isEmpty() || line.startsWith(QLatin1String("--")))) {
+            continue;
+        }
+        statement += line + QLatin1Char('\n');
+        if (sqlite3_complete(statement.toUtf8().constData()) != 0) {
+            result.append(statement);
+            statement.clear();
+        }
+    }
+    return result;
+}
+
+} // namespace Schema

@@ -1,0 +1,81 @@
+#include "qdcmrecvfile.h"
+
+#include "createconnection.h"
+#include "indexconnection.h"
+
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace {
+
+bool addSeries(const QSqlDatabase &db, const QString &uid)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral("INSERT INTO series (seriesUID, recvnum) "
+                                 "SELECT ?1, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
+                                 "WHERE SeriesInstanceUID = ?1 HAVING count(*) > 0 "
+                                 "ON CONFLICT (seriesUID) DO UPDATE SET recvnum = excluded.recvnum"));
+    query.addBindValue(uid);
+    return query.exec();
+}
+
+bool addImages(const QSqlDatabase &db, const QString &seriesUid)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral(
+        "INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
+        "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
+        "JOIN generalseries ON generalseries.pk = imageformat.series_fk WHERE generalseries.SeriesInstanceUID = ?"));
+    query.addBindValue(seriesUid);
+    return query.exec();
+}
+
+void enterSeries(const QStringList &seriesUIDs)
+{
+    const IndexConnection connection(databasePath());
+    if (!connection.isOpen()) {
+        return;
+    }
+    const QSqlDatabase db = connection.database();
+    WriteTransaction transaction(db);
+    for (const QString &uid : seriesUIDs) {
+        if (!addSeries(db, uid) || !addImages(db, uid)) {
+            return;
+        }
+    }
+    transaction.commit();
+}
+
+} // namespace
+
+QDcmRecvFile::QDcmRecvFile(QObject *parent)
+    : QObject(parent)
+{
+}
+
+bool QDcmRecvFile::needtoWriteDB(const QStringList &seriesUIDs) const
+{
+    const IndexConnection connection(databasePath());
+    if (!connection.isOpen()) {
+        return false;
+    }
+    QSqlQuery query(connection.database());
+    query.prepare(QStringLiteral("SELECT 1 FROM generalseries WHERE SeriesInstanceUID = ? LIMIT 1"));
+    for (const QString &uid : seriesUIDs) {
+        query.bindValue(0, uid);
+        if (query.exec() && query.next()) {
+            return true;
+        }
+        query.finish();
+    }
+    return false;
+}
+
+void QDcmRecvFile::onNotifyWriteDB(QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths,
+    QString patientName)
+{
+    QStringList distinct = seriesUIDs;
+    distinct.removeDuplicates();
+    enterSeries(distinct);
+    emit notifyUploadFile(seriesUIDs, sopInstanceUIDs, filePaths, patientName);
+}
