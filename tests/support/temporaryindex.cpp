@@ -42,23 +42,25 @@ qlonglong TemporaryIndex::addPatient(const QString &name, const QString &id, con
 
 qlonglong TemporaryIndex::addStudy(qlonglong patient, const QString &uid) const
 {
-    query(QStringLiteral("INSERT INTO generalstudy (patient_fk, StudyInstanceUID) VALUES (?, ?)"), {patient, uid});
+    query(QStringLiteral("INSERT INTO generalstudy (patient_fk, StudyInstanceUID) VALUES (?, ?)"),
+        {patient, uid});
     return query(QStringLiteral("SELECT max(pk) FROM generalstudy")).toLongLong();
 }
 
-qlonglong TemporaryIndex::addSeries(qlonglong study, const QString &uid, const QString &modality, int number) const
+qlonglong TemporaryIndex::addSeries(
+    qlonglong study, const QString &uid, const QString &modality, int number) const
 {
-    query(QStringLiteral(
-              "INSERT INTO generalseries (study_fk, SeriesInstanceUID, Modality, SeriesNumber) VALUES (?, ?, ?, ?)"),
+    query(QStringLiteral("INSERT INTO generalseries (study_fk, SeriesInstanceUID, Modality, SeriesNumber) "
+                         "VALUES (?, ?, ?, ?)"),
         {study, uid, modality, number});
     return query(QStringLiteral("SELECT max(pk) FROM generalseries")).toLongLong();
 }
 
-qlonglong TemporaryIndex::addImage(qlonglong series, const QString &uid, int instanceNumber,
-    const QString &filePath) const
+qlonglong TemporaryIndex::addImage(
+    qlonglong series, const QString &uid, int instanceNumber, const QString &filePath) const
 {
-    query(QStringLiteral(
-              "INSERT INTO imageformat (series_fk, SOPInstanceUID, InstanceNumber, FilePath) VALUES (?, ?, ?, ?)"),
+    query(QStringLiteral("INSERT INTO imageformat (series_fk, SOPInstanceUID, InstanceNumber, FilePath) "
+                         "VALUES (?, ?, ?, ?)"),
         {series, uid, instanceNumber, filePath.isEmpty() ? QStringLiteral("/nowhere/") + uid : filePath});
     return query(QStringLiteral("SELECT max(pk) FROM imageformat")).toLongLong();
 }

@@ -5,8 +5,8 @@
 #include <QTemporaryDir>
 
 /**
- * A fresh index in a folder of its own, opened as the default connection by createConnection(), closed and removed at
- * the end. One at a time. Rows go in by plain statements, as any other program would write them.
+ * A fresh index in a folder of its own, opened as the default connection by createConnection(), closed and
+ * removed at the end. One at a time. Rows go in by plain statements, as any other program would write them.
  */
 class TemporaryIndex
 {
@@ -20,8 +20,10 @@ public:
     QString path() const;
     QSqlDatabase database() const;
 
-    /// Adders answer the new row's pk; child rows hang below the given parent. Times are "yyyy-MM-dd HH:mm:ss".
-    qlonglong addPatient(const QString &name, const QString &id, const QString &updatedTime = QString()) const;
+    /// Adders answer the new row's pk; child rows hang below the given parent. Times are "yyyy-MM-dd
+    /// HH:mm:ss".
+    qlonglong addPatient(
+        const QString &name, const QString &id, const QString &updatedTime = QString()) const;
     qlonglong addStudy(qlonglong patient, const QString &uid) const;
     qlonglong addSeries(qlonglong study, const QString &uid, const QString &modality = QStringLiteral("CT"),
         int number = 1) const;

@@ -7,10 +7,10 @@
 /**
  * Where the INI files of the workstation lie.
  *
- * Every rule starts at a base folder: the program's own, unless setBase() named another. A file is looked for in
- * `config` below the base, then in `config` beside the base. The three rules differ in what happens where neither
- * exists, and are kept apart on purpose: each caller documents which one it follows.
- * All functions are for the GUI thread; the base is set once, before the first window is made.
+ * Every rule starts at a base folder: the program's own, unless setBase() named another. A file is looked for
+ * in `config` below the base, then in `config` beside the base. The three rules differ in what happens where
+ * neither exists, and are kept apart on purpose: each caller documents which one it follows. All functions
+ * are for the GUI thread; the base is set once, before the first window is made.
  */
 namespace ConfigLocation {
 
@@ -24,11 +24,14 @@ IMAGEBASE_EXPORT QString besideProgram(const QString &file);
 /// `<base>/../config/<file>`, whether or not it exists.
 IMAGEBASE_EXPORT QString aboveProgram(const QString &file);
 
-/// Rule 1: the first of the two that exists, or an empty text where neither does: the file is not opened then.
+/// Rule 1: the first of the two that exists, or an empty text where neither does: the file is not opened
+/// then.
 IMAGEBASE_EXPORT QString checked(const QString &file);
-/// Rule 1 as the main window applies it: `config/<file>` of the working directory, then the one above the base.
+/// Rule 1 as the main window applies it: `config/<file>` of the working directory, then the one above the
+/// base.
 IMAGEBASE_EXPORT QString checkedFromWorkingDirectory(const QString &file);
-/// Rule 2: the one beside the program where it exists, else the one above, existing or not (a write creates it there).
+/// Rule 2: the one beside the program where it exists, else the one above, existing or not (a write creates
+/// it there).
 IMAGEBASE_EXPORT QString unchecked(const QString &file);
 /// Rule 3: the one beside the program where it has at least one group, else the one above, whatever it holds.
 IMAGEBASE_EXPORT QString grouped(const QString &file);

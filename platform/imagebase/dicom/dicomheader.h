@@ -5,8 +5,8 @@
 #include <QString>
 
 /// What the index keeps of one DICOM file: a text for each attribute, null where the file does not have it.
-/// Texts are Unicode, without padding. A person name holds its groups and components as they came, less trailing
-/// blanks and empty trailing groups and components. A number is decimal text that converts.
+/// Texts are Unicode, without padding. A person name holds its groups and components as they came, less
+/// trailing blanks and empty trailing groups and components. A number is decimal text that converts.
 class DicomHeader
 {
 public:

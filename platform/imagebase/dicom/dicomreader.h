@@ -26,9 +26,10 @@ struct DicomReadResult
 /**
  * Reads from a file what the index keeps of it, and never its pixels.
  *
- * A bounded scanner of our own reads well formed files; whatever it does not understand goes to DCMTK, so that both
- * give the same answer and odd files get the careful reader. Input is hostile: every length is held against the
- * file's size. Instances share nothing: use one for each thread (it keeps its buffer and its character set tables).
+ * A bounded scanner of our own reads well formed files; whatever it does not understand goes to DCMTK, so
+ * that both give the same answer and odd files get the careful reader. Input is hostile: every length is held
+ * against the file's size. Instances share nothing: use one for each thread (it keeps its buffer and its
+ * character set tables).
  */
 class IMAGEBASE_EXPORT DicomReader
 {

@@ -19,9 +19,10 @@ struct ImportProgress
 /**
  * Imports files and folders into the index: a walk, readers on all cores, one writer.
  *
- * run() blocks and is called once, on the thread that shall write; it opens and closes its own connection there and
- * starts and joins its own reader threads. Files are taken in the order of the walk, so that the same folder always
- * gives the same index. Records are committed in batches, each only when its file is in place.
+ * run() blocks and is called once, on the thread that shall write; it opens and closes its own connection
+ * there and starts and joins its own reader threads. Files are taken in the order of the walk, so that the
+ * same folder always gives the same index. Records are committed in batches, each only when its file is in
+ * place.
  */
 class IMAGEBASE_EXPORT Importer
 {

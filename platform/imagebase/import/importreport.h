@@ -54,22 +54,27 @@ struct ImportIssue
 /// How an import ended.
 enum class ImportEnd : quint8 { Complete, Cancelled, IndexFailed, DiskFull };
 
-/// What an import found and did with it: a value that adds up. found() is the sum of all counts by construction.
+/// What an import found and did with it: a value that adds up. found() is the sum of all counts by
+/// construction.
 class IMAGEBASE_EXPORT ImportReport
 {
 public:
     void count(FileVerdict verdict);
     void count(const ImportIssue &issue);
+    /// Adds the counts and issues of a part of the same import.
+    void add(const ImportReport &other);
 
     qint64 of(FileVerdict verdict) const;
     qint64 found() const;
     const QVector<ImportIssue> &issues() const { return m_issues; }
-    /// The files worth another try once their cause is mended: unreadable, refused, or skipped for want of permission.
+    /// The files worth another try once their cause is mended: unreadable, refused, or skipped for want of
+    /// permission.
     QStringList retryPaths() const;
 
     ImportEnd end = ImportEnd::Complete;
     QString endDetail; ///< the database's or the system's words where end is a failure
     qint64 elapsedMs = 0;
+    qint64 notReached = 0; ///< files met by the walk that an import which ended early left without a verdict
 
 private:
     std::array<qint64, static_cast<std::size_t>(FileVerdict::Count)> m_counts{};

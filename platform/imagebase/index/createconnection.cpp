@@ -42,7 +42,8 @@ ConnectionFailure failed(Reason reason, const QString &path, const QString &deta
     return failure;
 }
 
-/// A connection of this function's own that is gone when it ends; read-only, so that a refused file stays as it was.
+/// A connection of this function's own that is gone when it ends; read-only, so that a refused file stays as
+/// it was.
 class Probe
 {
 public:
@@ -74,7 +75,8 @@ public:
         if (!Schema::readIdentity(db, identity, &error)) {
             return failed(Reason::Damaged, m_path, error);
         }
-        if (identity->applicationId != Schema::applicationId && !(identity->empty && identity->version == 0)) {
+        if (identity->applicationId != Schema::applicationId
+            && !(identity->empty && identity->version == 0)) {
             return failed(Reason::Foreign, m_path);
         }
         if (identity->version > Schema::currentVersion) {
@@ -123,8 +125,8 @@ ConnectionFailure readThrough(QSqlDatabase &db)
     for (const RecordLevel level :
         {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image}) {
         QSqlQuery query(db);
-        const QString sql
-            = QStringLiteral("SELECT * FROM %1 LIMIT 1").arg(QLatin1String(recordTableName(level)));
+        const QString sql =
+            QStringLiteral("SELECT * FROM %1 LIMIT 1").arg(QLatin1String(recordTableName(level)));
         if (!query.exec(sql) || (!query.next() && query.lastError().isValid())) {
             return connectionFailureOf(query.lastError(), db.databaseName());
         }
@@ -188,8 +190,8 @@ QString databasePath()
     }
     const QString mainIni = ConfigLocation::checked(QLatin1String(ConfigKey::mainIni));
     if (!mainIni.isEmpty()) {
-        const QString configured
-            = QSettings(mainIni, QSettings::IniFormat).value(QLatin1String(ConfigKey::databasePath)).toString();
+        const QString configured =
+            QSettings(mainIni, QSettings::IniFormat).value(QLatin1String(ConfigKey::databasePath)).toString();
         if (!configured.isEmpty()) {
             return QFileInfo(configured).absoluteFilePath();
         }

@@ -25,8 +25,8 @@ ConnectionFailure::Reason reasonOf(int primaryCode, const QString &path)
         return Reason::DiskFull;
     default: {
         const QFileInfo file(path);
-        const bool readOnly = file.exists()
-            && (!file.isWritable() || !QFileInfo(file.absolutePath()).isWritable());
+        const bool readOnly =
+            file.exists() && (!file.isWritable() || !QFileInfo(file.absolutePath()).isWritable());
         return readOnly ? Reason::ReadOnly : Reason::CannotOpen;
     }
     }

@@ -2,10 +2,8 @@
 
 #include "databaseerror.h"
 
-#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QSqlDriver>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
 #include <QVariant>
@@ -18,9 +16,9 @@ namespace {
 constexpr int lockPollMicroseconds = 1000;
 
 /// SQLite's own waiting sleeps up to 100 ms at a time and misses the short gaps that a busy writer leaves.
-int waitForLock(void * /*unused*/, int calls)
+int waitForLock(void *milliseconds, int calls)
 {
-    if (calls * lockPollMicroseconds / 1000 >= IndexConnection::lockWaitMs) {
+    if (calls * lockPollMicroseconds / 1000 >= reinterpret_cast<intptr_t>(milliseconds)) {
         return 0;
     }
     usleep(lockPollMicroseconds);
@@ -40,13 +38,19 @@ sqlite3 *nativeHandle(const QSqlDatabase &db)
 
 bool IndexConnection::configure(QSqlDatabase &db)
 {
-    if (sqlite3 *native = nativeHandle(db)) {
-        sqlite3_busy_handler(native, waitForLock, nullptr);
-    }
+    setLockWait(db, lockWaitMs);
     QSqlQuery query(db);
     return query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))
         && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"));
+}
+
+void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
+{
+    if (sqlite3 *native = nativeHandle(db)) {
+        sqlite3_busy_handler(
+            native, waitForLock, reinterpret_cast<void *>(static_cast<intptr_t>(milliseconds)));
+    }
 }
 
 IndexConnection::IndexConnection(const QString &databasePath)
@@ -76,6 +80,7 @@ WriteTransaction::WriteTransaction(const QSqlDatabase &db)
 {
     QSqlQuery query(m_db);
     m_active = query.exec(QStringLiteral("BEGIN IMMEDIATE"));
+    m_error = query.lastError();
 }
 
 WriteTransaction::~WriteTransaction()
@@ -87,6 +92,7 @@ bool WriteTransaction::commit()
 {
     QSqlQuery query(m_db);
     if (!m_active || !query.exec(QStringLiteral("COMMIT"))) {
+        m_error = query.lastError();
         return false;
     }
     m_active = false;

@@ -4,10 +4,11 @@
 #include "imagebase_export.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 
 /**
- * A connection of a worker's own to an index file that exists: opened by the constructor, closed and removed by the
- * destructor, both on the thread that uses it. It never creates or upgrades.
+ * A connection of a worker's own to an index file that exists: opened by the constructor, closed and removed
+ * by the destructor, both on the thread that uses it. It never creates or upgrades.
  */
 class IMAGEBASE_EXPORT IndexConnection
 {
@@ -22,9 +23,13 @@ public:
     /// A handle for statements on this thread; do not keep it longer than this object.
     QSqlDatabase database() const;
 
-    /// What every connection to the index gets, clones included: foreign keys, write-ahead log, fair waiting for
-    /// a lock (at most lockWaitMs). @return false where the database refuses; its error is in db.lastError().
+    /// What every connection to the index gets, clones included: foreign keys, write-ahead log, fair waiting
+    /// for a lock (at most lockWaitMs). @return false where the database refuses; its error is in
+    /// db.lastError().
     static bool configure(QSqlDatabase &db);
+
+    /// Changes how long statements of a configured connection wait for a lock.
+    static void setLockWait(const QSqlDatabase &db, int milliseconds);
 
     static constexpr int lockWaitMs = 10'000;
 
@@ -43,10 +48,13 @@ public:
     WriteTransaction &operator=(const WriteTransaction &) = delete;
 
     bool isActive() const { return m_active; }
+    /// Why it is not active, or why commit() failed.
+    const QSqlError &error() const { return m_error; }
     bool commit();
     void rollback();
 
 private:
     QSqlDatabase m_db;
+    QSqlError m_error;
     bool m_active = false;
 };

@@ -64,7 +64,7 @@ QString upgrade(QSqlDatabase &db, int version)
     keepResource();
     WriteTransaction transaction(db);
     if (!transaction.isActive()) {
-        return db.lastError().databaseText();
+        return transaction.error().databaseText();
     }
     for (int step = version + 1; step <= currentVersion; ++step) {
         const QString error = runScript(db, step);
@@ -77,7 +77,7 @@ QString upgrade(QSqlDatabase &db, int version)
         || !mark.exec(QStringLiteral("PRAGMA user_version = %1").arg(currentVersion))) {
         return mark.lastError().databaseText();
     }
-    return transaction.commit() ? QString() : db.lastError().databaseText();
+    return transaction.commit() ? QString() : transaction.error().databaseText();
 }
 
 QStringList statements(const QString &script)

@@ -23,10 +23,12 @@ struct Identity
     int version = 0; ///< PRAGMA user_version
     bool empty = true; ///< without any table
 };
-/// Reads the identity; @return false where the file cannot be read, with the reason in db.lastError() or query error.
+/// Reads the identity; @return false where the file cannot be read, with the reason in db.lastError() or
+/// query error.
 bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error);
 
-/// Brings the open database from version to currentVersion. @return the database's words where it failed, else empty
+/// Brings the open database from version to currentVersion. @return the database's words where it failed,
+/// else empty
 QString upgrade(QSqlDatabase &db, int version);
 
 /// The statements of a script: split where SQLite says that one is complete, comments and triggers respected.

@@ -22,10 +22,11 @@ bool addSeries(const QSqlDatabase &db, const QString &uid)
 bool addImages(const QSqlDatabase &db, const QString &seriesUid)
 {
     QSqlQuery query(db);
-    query.prepare(QStringLiteral(
-        "INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
-        "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
-        "JOIN generalseries ON generalseries.pk = imageformat.series_fk WHERE generalseries.SeriesInstanceUID = ?"));
+    query.prepare(
+        QStringLiteral("INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
+                       "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
+                       "JOIN generalseries ON generalseries.pk = imageformat.series_fk WHERE "
+                       "generalseries.SeriesInstanceUID = ?"));
     query.addBindValue(seriesUid);
     return query.exec();
 }
@@ -50,8 +51,7 @@ void enterSeries(const QStringList &seriesUIDs)
 
 QDcmRecvFile::QDcmRecvFile(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 bool QDcmRecvFile::needtoWriteDB(const QStringList &seriesUIDs) const
 {
@@ -71,8 +71,8 @@ bool QDcmRecvFile::needtoWriteDB(const QStringList &seriesUIDs) const
     return false;
 }
 
-void QDcmRecvFile::onNotifyWriteDB(QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths,
-    QString patientName)
+void QDcmRecvFile::onNotifyWriteDB(
+    QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths, QString patientName)
 {
     QStringList distinct = seriesUIDs;
     distinct.removeDuplicates();

@@ -1,0 +1,151 @@
+#include "headervalues.h"
+
+#include "dicomreader.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+bool isBinary(Attribute attribute)
+{
+    switch (attribute) {
+    case Attribute::Rows:
+    case Attribute::Columns:
+    case Attribute::SamplesPerPixel:
+    case Attribute::BitsAllocated:
+    case Attribute::BitsStored:
+    case Attribute::HighBit:
+    case Attribute::PixelRepresentation:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isPersonName(Attribute attribute)
+{
+    switch (attribute) {
+    case Attribute::PatientName:
+    case Attribute::ReferringPhysicianName:
+    case Attribute::PerformingPhysicianName:
+    case Attribute::OperatorsName:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::vector<WantedElement> makeWantedElements()
+{
+    std::vector<WantedElement> wanted;
+    for (const AttributeInfo &info : attributeTable()) {
+        wanted.push_back({info.tag, info.attribute, info.kind, isBinary(info.attribute),
+            isPersonName(info.attribute)});
+    }
+    std::sort(wanted.begin(), wanted.end(),
+        [](const WantedElement &a, const WantedElement &b) { return a.tag < b.tag; });
+    return wanted;
+}
+
+bool isPadding(char c)
+{
+    return c == ' ' || c == '\0';
+}
+
+/// The first of several values where it is a plain number, else null.
+QString firstNumber(const char *bytes, int length)
+{
+    QByteArray number(bytes, static_cast<int>(std::find(bytes, bytes + length, '\\') - bytes));
+    number = number.trimmed();
+    if (number.startsWith('+')) {
+        number.remove(0, 1);
+    }
+    const bool plain = std::all_of(number.cbegin(), number.cend(),
+        [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E'; });
+    bool converts = false;
+    const double value = plain ? number.toDouble(&converts) : 0;
+    return converts && std::isfinite(value) ? QString::fromLatin1(number) : QString();
+}
+
+/// Groups without trailing blanks and empty components, and no empty groups at the end.
+QString tidyPersonName(const QString &name)
+{
+    if (!name.endsWith(QLatin1Char('^')) && !name.endsWith(QLatin1Char('='))
+        && !name.contains(QStringLiteral("^=")) && !name.contains(QStringLiteral(" ="))) {
+        return name;
+    }
+    QStringList groups = name.split(QLatin1Char('='));
+    for (QString &group : groups) {
+        while (group.endsWith(QLatin1Char('^')) || group.endsWith(QLatin1Char(' '))) {
+            group.chop(1);
+        }
+    }
+    while (!groups.isEmpty() && groups.last().isEmpty()) {
+        groups.removeLast();
+    }
+    return groups.join(QLatin1Char('='));
+}
+
+} // namespace
+
+const std::vector<WantedElement> &wantedElements()
+{
+    static const std::vector<WantedElement> wanted = makeWantedElements();
+    return wanted;
+}
+
+void HeaderValues::begin()
+{
+    m_header = DicomHeader();
+    m_mediaDirectory = false;
+    m_characterSet.select(QByteArray());
+}
+
+void HeaderValues::setCharacterSet(const char *bytes, int length)
+{
+    m_characterSet.select(QByteArray::fromRawData(bytes, qMin(length, maximumBytes)));
+}
+
+void HeaderValues::setText(const WantedElement &element, const char *bytes, int length)
+{
+    length = qMin(length, maximumBytes);
+    while (length > 0 && isPadding(bytes[length - 1])) {
+        --length;
+    }
+    while (length > 0 && isPadding(*bytes)) {
+        ++bytes;
+        --length;
+    }
+    if (length > 0) {
+        m_header[element.attribute]
+            = element.kind == ValueKind::Number ? firstNumber(bytes, length) : text(element, bytes, length);
+    }
+}
+
+void HeaderValues::setNumber(const WantedElement &element, quint16 number)
+{
+    m_header[element.attribute] = QString::number(number);
+}
+
+QString HeaderValues::text(const WantedElement &element, const char *bytes, int length)
+{
+    const bool severalValues = element.attribute != Attribute::PatientComments;
+    QString decoded = m_characterSet.decode(bytes, length,
+        element.personName      ? CharacterSet::Form::PersonName
+            : severalValues ? CharacterSet::Form::Values
+                            : CharacterSet::Form::Paragraph);
+    if (std::find(bytes, bytes + length, '\0') != bytes + length) {
+        decoded.remove(QChar::Null); // SQL texts and file names end there
+    }
+    decoded = decoded.trimmed();
+    decoded = element.personName ? tidyPersonName(decoded) : decoded;
+    return decoded.isEmpty() ? QString() : decoded;
+}
+
+bool HeaderValues::isIdentified() const
+{
+    return DicomReader::isUid(m_header[Attribute::StudyInstanceUID])
+        && DicomReader::isUid(m_header[Attribute::SeriesInstanceUID])
+        && DicomReader::isUid(m_header[Attribute::SOPInstanceUID]);
+}

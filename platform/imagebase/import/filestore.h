@@ -1,0 +1,52 @@
+#pragma once
+
+#include "dicomheader.h"
+
+#include <QByteArray>
+#include <QSqlDatabase>
+#include <QString>
+
+#include <atomic>
+
+/**
+ * The folder beside the index that holds copied files: store/patient/study/series/file.
+ *
+ * A file is copied under a temporary name into one folder of the store, and renamed to its place by the
+ * writer just before its record is committed. Copying is for any thread; the rest for the writer's.
+ */
+class FileStore
+{
+public:
+    explicit FileStore(const QString &databasePath);
+
+    /// The store's folder, absolute, whether or not it exists.
+    QString folder() const { return m_folder; }
+
+    /// Removes what killed imports left under temporary names, and never what a living process writes.
+    void sweepTemporaryFiles() const;
+
+    struct Copy
+    {
+        QByteArray temporaryPath; ///< empty where it failed
+        int systemError = 0; ///< errno of a failure; ECANCELED where cancelled was set
+    };
+    /// Copies a file under a temporary name. Any thread.
+    Copy copyIn(const QByteArray &source, const std::atomic<bool> &cancelled);
+
+    /// Where the file of this header belongs.
+    QString placeFor(const DicomHeader &header) const;
+    /// A place for it that no file has yet: the old file stays until its replacement is committed.
+    QString freePlaceFor(const DicomHeader &header) const;
+    /// Renames a temporary file to its place, making the folders. @return errno, 0 for success
+    int place(const QByteArray &temporaryPath, const QString &path);
+    static void discard(const QByteArray &temporaryPath);
+
+    /// Removes the files that committed replacements noted as obsolete.
+    static void removeObsolete(const QSqlDatabase &db);
+
+private:
+    QString m_folder;
+    QByteArray m_incoming;
+    QString m_lastFolder; ///< the folder that place() made last
+    std::atomic<int> m_serial{0};
+};

@@ -1,0 +1,277 @@
+#include "importer.h"
+
+#include "boundedqueue.h"
+#include "indexwriter.h"
+#include "knownfiles.h"
+#include "orderedbuffer.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t chunkSize = 32; ///< files that travel together
+constexpr std::size_t chunksInFlight = 64; ///< bounds the memory between walk and writer
+constexpr auto patience = 50ms; ///< how long the writer waits for work before it commits what it has
+constexpr qint64 batchMs = 100; ///< the write lock is given back this often
+constexpr auto lockGap = 1500us; ///< and stays free this long, for others to get a turn
+constexpr int lockWaitMs = 200; ///< between looks at the cancel flag
+constexpr qint64 longestLockWaitMs = 60'000;
+
+struct WalkedChunk
+{
+    std::size_t number = 0;
+    std::vector<WalkedFile> files;
+};
+
+} // namespace
+
+struct Importer::Private
+{
+    explicit Private(ImportRequest asked)
+        : request(std::move(asked))
+        , store(request.databasePath)
+    { }
+
+    void walk();
+    void read();
+    void readInto(ReadFile &file, DicomReader &reader, KnownFiles &known);
+    void write(const IndexConnection &connection, ImportReport *report);
+    bool takeTurn(IndexWriter &writer);
+    bool writeChunk(IndexWriter &writer, ReadChunk &chunk);
+    bool commit(IndexWriter &writer);
+    void stop();
+    void noteCurrent(const QByteArray &path);
+    static void discard(ReadChunk &chunk, std::size_t from);
+
+    ImportRequest request;
+    FileStore store;
+    BoundedQueue<WalkedChunk> walked{chunksInFlight};
+    OrderedBuffer<ReadChunk> readChunks{chunksInFlight};
+    std::atomic<bool> cancelled{false};
+    std::atomic<qint64> found{0};
+    std::atomic<qint64> done{0};
+    std::atomic<bool> walking{true};
+    std::atomic<bool> finished{false};
+    mutable std::mutex currentMutex;
+    QByteArray current;
+};
+
+Importer::Importer(ImportRequest request)
+    : d(std::make_unique<Private>(std::move(request)))
+{ }
+
+Importer::~Importer() = default;
+
+ImportReport Importer::run()
+{
+    QElapsedTimer time;
+    time.start();
+    ImportReport report;
+    {
+        const IndexConnection connection(d->request.databasePath);
+        if (connection.isOpen()) {
+            IndexConnection::setLockWait(connection.database(), lockWaitMs);
+            d->store.sweepTemporaryFiles();
+            FileStore::removeObsolete(connection.database());
+            d->write(connection, &report);
+        } else {
+            report.end = ImportEnd::IndexFailed;
+            report.endDetail = connection.failure().detail;
+        }
+    }
+    report.elapsedMs = time.elapsed();
+    d->walking = false;
+    d->finished = true;
+    return report;
+}
+
+void Importer::cancel()
+{
+    d->cancelled = true;
+    d->stop();
+}
+
+ImportProgress Importer::progress() const
+{
+    ImportProgress progress;
+    progress.finished = d->finished;
+    progress.walking = d->walking;
+    progress.done = d->done;
+    progress.found = d->found;
+    const std::lock_guard lock(d->currentMutex);
+    progress.current = QFile::decodeName(d->current);
+    return progress;
+}
+
+void Importer::Private::noteCurrent(const QByteArray &path)
+{
+    const std::lock_guard lock(currentMutex);
+    current = path;
+}
+
+void Importer::Private::stop()
+{
+    walked.abort();
+    readChunks.abort();
+}
+
+void Importer::Private::walk()
+{
+    WalkedChunk chunk;
+    const auto flush = [&] {
+        const std::size_t number = chunk.number;
+        const bool taken = walked.push(std::move(chunk));
+        chunk = {};
+        chunk.number = number + 1;
+        return taken;
+    };
+    FileWalker walker(QFile::encodeName(store.folder()), [&](WalkedFile file) {
+        ++found;
+        chunk.files.push_back(std::move(file));
+        return !cancelled && (chunk.files.size() < chunkSize || flush());
+    });
+    for (const QString &path : qAsConst(request.paths)) {
+        const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+        if (!walker.walk(QFile::encodeName(absolute))) {
+            break;
+        }
+    }
+    if (!chunk.files.empty()) {
+        flush();
+    }
+    walking = false;
+    readChunks.setEnd(chunk.number);
+    walked.close();
+}
+
+void Importer::Private::read()
+{
+    DicomReader reader;
+    KnownFiles known(request.databasePath, request.mode);
+    while (std::optional<WalkedChunk> chunk = walked.pop()) {
+        ReadChunk result(chunk->files.size());
+        for (std::size_t i = 0; i < result.size() && !cancelled; ++i) {
+            result[i].file = std::move(chunk->files[i]);
+            readInto(result[i], reader, known);
+        }
+        if (cancelled || !readChunks.put(chunk->number, result)) {
+            discard(result, 0);
+            return;
+        }
+    }
+}
+
+void Importer::Private::readInto(ReadFile &file, DicomReader &reader, KnownFiles &known)
+{
+    if (file.file.reason != FileReason::None) {
+        return;
+    }
+    noteCurrent(file.file.path);
+    file.known = known.contains(file.file);
+    if (file.known) {
+        return;
+    }
+    file.result = reader.read(file.file.path);
+    if (request.mode == ImportMode::Copy && file.result.outcome == DicomReadResult::Outcome::Image) {
+        FileStore::Copy copy = store.copyIn(file.file.path, cancelled);
+        file.temporaryPath = copy.temporaryPath;
+        file.copyError = copy.systemError;
+    }
+}
+
+/// Runs the threads around the writer and leaves nothing behind, however it ends.
+void Importer::Private::write(const IndexConnection &connection, ImportReport *report)
+{
+    std::vector<std::thread> threads;
+    threads.emplace_back([this] { walk(); });
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    for (unsigned i = 0; i < cores; ++i) {
+        threads.emplace_back([this] { read(); });
+    }
+    IndexWriter writer(request, connection, store);
+    QElapsedTimer batch;
+    bool good = true;
+    while (good && !cancelled && !readChunks.isDone()) {
+        std::optional<ReadChunk> chunk = readChunks.take(patience);
+        if (chunk && !writer.isOpen()) {
+            good = takeTurn(writer);
+            batch.start();
+        }
+        if (chunk && writer.isOpen()) {
+            good = writeChunk(writer, *chunk);
+        } else if (chunk) {
+            discard(*chunk, 0);
+        }
+        if (good && writer.isOpen() && (!chunk || batch.elapsed() >= batchMs)) {
+            good = commit(writer);
+        }
+    }
+    if (good && writer.isOpen()) {
+        commit(writer);
+    }
+    stop();
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    for (auto &left : readChunks.leftOver()) {
+        discard(left.second, 0);
+    }
+    writer.abandon();
+    *report = writer.report();
+    report->end = writer.end() == ImportEnd::Complete && cancelled ? ImportEnd::Cancelled : writer.end();
+    report->endDetail = writer.endDetail();
+    report->notReached = found - report->found();
+}
+
+bool Importer::Private::takeTurn(IndexWriter &writer)
+{
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!cancelled) {
+        const bool lastTry = waiting.elapsed() > longestLockWaitMs;
+        if (writer.begin(lastTry)) {
+            return true;
+        }
+        if (lastTry) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Importer::Private::writeChunk(IndexWriter &writer, ReadChunk &chunk)
+{
+    for (std::size_t i = 0; i < chunk.size(); ++i) {
+        if (cancelled || !writer.write(chunk[i])) {
+            discard(chunk, i);
+            // What was written so far stays: only a failure undoes its batch.
+            return cancelled && writer.end() == ImportEnd::Complete;
+        }
+    }
+    return true;
+}
+
+bool Importer::Private::commit(IndexWriter &writer)
+{
+    const bool good = writer.commit();
+    done = writer.report().found();
+    std::this_thread::sleep_for(lockGap);
+    return good;
+}
+
+void Importer::Private::discard(ReadChunk &chunk, std::size_t from)
+{
+    for (std::size_t i = from; i < chunk.size(); ++i) {
+        FileStore::discard(chunk[i].temporaryPath);
+    }
+}

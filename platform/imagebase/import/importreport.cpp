@@ -1,0 +1,47 @@
+#include "importreport.h"
+
+#include <numeric>
+
+void ImportReport::count(FileVerdict verdict)
+{
+    ++m_counts[static_cast<std::size_t>(verdict)];
+}
+
+void ImportReport::count(const ImportIssue &issue)
+{
+    count(issue.verdict);
+    m_issues.append(issue);
+}
+
+qint64 ImportReport::of(FileVerdict verdict) const
+{
+    return m_counts[static_cast<std::size_t>(verdict)];
+}
+
+qint64 ImportReport::found() const
+{
+    return std::accumulate(m_counts.begin(), m_counts.end(), qint64(0));
+}
+
+void ImportReport::add(const ImportReport &other)
+{
+    for (std::size_t i = 0; i < m_counts.size(); ++i) {
+        m_counts[i] += other.m_counts[i];
+    }
+    m_issues += other.m_issues;
+}
+
+QStringList ImportReport::retryPaths() const
+{
+    QStringList paths;
+    for (const ImportIssue &issue : m_issues) {
+        const bool hopeless = issue.verdict == FileVerdict::NotDicom
+            || issue.verdict == FileVerdict::MediaDirectory || issue.reason == FileReason::Hidden
+            || issue.reason == FileReason::LinkLoop || issue.reason == FileReason::NotARegularFile
+            || issue.reason == FileReason::InsideStore || issue.reason == FileReason::OtherContentKept;
+        if (!hopeless) {
+            paths.append(issue.path);
+        }
+    }
+    return paths;
+}

@@ -1,0 +1,252 @@
+#include "indexwriter.h"
+
+#include "databaseerror.h"
+#include "filecompare.h"
+
+#include <QFile>
+#include <QVariant>
+
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+struct Verdict
+{
+    FileVerdict verdict;
+    FileReason reason;
+};
+
+Verdict verdictOf(DicomReadResult::Outcome outcome)
+{
+    using Outcome = DicomReadResult::Outcome;
+    switch (outcome) {
+    case Outcome::MediaDirectory:
+        return {FileVerdict::MediaDirectory, FileReason::None};
+    case Outcome::NotDicom:
+        return {FileVerdict::NotDicom, FileReason::NotDicom};
+    case Outcome::Unreadable:
+        return {FileVerdict::Unreadable, FileReason::Damaged};
+    case Outcome::NoPatientOrStudy:
+        return {FileVerdict::Refused, FileReason::NoPatientOrStudy};
+    case Outcome::MissingUid:
+        return {FileVerdict::Refused, FileReason::MissingUid};
+    case Outcome::MalformedUid:
+        return {FileVerdict::Refused, FileReason::MalformedUid};
+    case Outcome::CannotOpen:
+    case Outcome::Image:
+        break;
+    }
+    return {FileVerdict::Skipped, FileReason::NoPermission};
+}
+
+bool isDiskFull(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+}
+
+} // namespace
+
+IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store)
+    : m_request(request)
+    , m_db(connection.database())
+    , m_store(store)
+    , m_records(m_db)
+{ }
+
+IndexWriter::~IndexWriter()
+{
+    abandon();
+}
+
+bool IndexWriter::begin(bool lastTry)
+{
+    auto transaction = std::make_unique<WriteTransaction>(m_db);
+    if (!transaction->isActive()) {
+        if (lastTry) {
+            failOn(transaction->error());
+        }
+        return false;
+    }
+    m_transaction = std::move(transaction);
+    const qint64 version = dataVersion();
+    if (version != m_dataVersion) {
+        m_records.forgetParents();
+        m_dataVersion = version;
+    }
+    return true;
+}
+
+qint64 IndexWriter::dataVersion() const
+{
+    QSqlQuery query(m_db);
+    return query.exec(QStringLiteral("PRAGMA data_version")) && query.next() ? query.value(0).toLongLong()
+                                                                             : -1;
+}
+
+bool IndexWriter::write(ReadFile &file)
+{
+    if (file.file.reason != FileReason::None) {
+        countIssue(file, FileVerdict::Skipped, file.file.reason, file.file.detail);
+        return true;
+    }
+    if (file.known) {
+        m_batch.count(FileVerdict::AlreadyThere);
+        return true;
+    }
+    if (file.result.outcome != DicomReadResult::Outcome::Image) {
+        const Verdict verdict = verdictOf(file.result.outcome);
+        countIssue(file, verdict.verdict, verdict.reason, file.result.detail);
+        return true;
+    }
+    return writeImage(file);
+}
+
+bool IndexWriter::writeImage(ReadFile &file)
+{
+    if (isDiskFull(file.copyError)) {
+        failOnCopy(file.copyError);
+        return false;
+    }
+    if (file.copyError != 0) {
+        countIssue(file, FileVerdict::Refused, FileReason::CopyFailed,
+            QString::fromLocal8Bit(std::strerror(file.copyError)));
+        return true;
+    }
+    const std::optional<KnownInstance> known = m_records.find(file.result.header[Attribute::SOPInstanceUID]);
+    if (known) {
+        return writeKnown(file, *known);
+    }
+    if (!put(file, nullptr)) {
+        return false;
+    }
+    m_batch.count(FileVerdict::New);
+    return true;
+}
+
+bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
+{
+    const bool sameSource = known.source() == QFile::decodeName(file.file.path);
+    const bool missing = !QFile::exists(known.place.filePath);
+    const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
+    // A referenced file that changed where it lies: there is no old one left to keep.
+    const bool changedInPlace = sameSource && !known.place.copied && !(known.place.stamp == file.file.stamp);
+    if (!missing && !changedInPlace && isSameContent(file, known)) {
+        if (!toBeCopied) {
+            FileStore::discard(file.temporaryPath);
+            m_batch.count(FileVerdict::AlreadyThere);
+            return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
+        }
+    } else if (!missing && !changedInPlace && m_request.policy == DuplicatePolicy::KeepOld) {
+        FileStore::discard(file.temporaryPath);
+        countIssue(file, FileVerdict::AlreadyThere, FileReason::OtherContentKept, known.place.filePath);
+        return true;
+    }
+    if (!put(file, &known)) {
+        return false;
+    }
+    m_batch.count(FileVerdict::Replaced);
+    return true;
+}
+
+bool IndexWriter::isSameContent(const ReadFile &file, const KnownInstance &known) const
+{
+    const QByteArray indexed = QFile::encodeName(known.place.filePath);
+    return indexed == file.file.path || sameBytes(indexed, file.file.path);
+}
+
+/// Brings the file to its place and writes its record: a new one, or known's.
+bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
+{
+    FilePlace place;
+    place.filePath = QFile::decodeName(file.file.path);
+    place.stamp = file.file.stamp;
+    if (!file.temporaryPath.isEmpty()) {
+        place.sourcePath = place.filePath;
+        place.copied = true;
+        place.filePath =
+            known ? m_store.freePlaceFor(file.result.header) : m_store.placeFor(file.result.header);
+        const int error = m_store.place(file.temporaryPath, place.filePath);
+        if (error != 0) {
+            failOnCopy(error);
+            return false;
+        }
+        file.temporaryPath.clear();
+        m_placed.append(place.filePath);
+    }
+    const bool written = known ? m_records.replace(*known, file.result.header, place)
+                               : m_records.insert(file.result.header, place);
+    if (!written) {
+        return failOnDatabase();
+    }
+    if (known && known->place.copied) {
+        m_obsolete = true;
+        return m_records.noteObsolete(known->place.filePath) || failOnDatabase();
+    }
+    return true;
+}
+
+/// The source was touched without changing: next time its new stamp says so at once.
+bool IndexWriter::refreshPlace(const ReadFile &file, const KnownInstance &known)
+{
+    FilePlace place = known.place;
+    place.stamp = file.file.stamp;
+    return m_records.replace(known, file.result.header, place) || failOnDatabase();
+}
+
+bool IndexWriter::commit()
+{
+    if (!m_transaction->commit()) {
+        failOn(m_transaction->error());
+        abandon();
+        return false;
+    }
+    m_transaction.reset();
+    m_report.add(m_batch);
+    m_batch = {};
+    m_placed.clear();
+    if (m_obsolete) {
+        FileStore::removeObsolete(m_db);
+        m_obsolete = false;
+    }
+    m_dataVersion = dataVersion();
+    return true;
+}
+
+void IndexWriter::abandon()
+{
+    m_transaction.reset();
+    for (const QString &path : qAsConst(m_placed)) {
+        QFile::remove(path);
+    }
+    m_placed.clear();
+    m_batch = {};
+    m_obsolete = false;
+    m_records.forgetParents();
+}
+
+void IndexWriter::failOn(const QSqlError &error)
+{
+    const ConnectionFailure failure = connectionFailureOf(error, m_request.databasePath);
+    m_end =
+        failure.reason == ConnectionFailure::Reason::DiskFull ? ImportEnd::DiskFull : ImportEnd::IndexFailed;
+    m_endDetail = failure.detail;
+}
+
+bool IndexWriter::failOnDatabase()
+{
+    failOn(m_records.error());
+    return false;
+}
+
+void IndexWriter::failOnCopy(int systemError)
+{
+    m_end = isDiskFull(systemError) ? ImportEnd::DiskFull : ImportEnd::IndexFailed;
+    m_endDetail = QString::fromLocal8Bit(std::strerror(systemError));
+}
+
+void IndexWriter::countIssue(
+    const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail)
+{
+    m_batch.count(ImportIssue{QFile::decodeName(file.file.path), verdict, reason, detail});
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "filestore.h"
+#include "importrequest.h"
+#include "indexconnection.h"
+#include "readfile.h"
+#include "recordwriter.h"
+
+#include <memory>
+
+/**
+ * The one that gives files their verdict: turns what readers found into records, batch by batch.
+ *
+ * A batch is one transaction; its files count in the report once it is committed, and a batch that fails
+ * leaves neither records nor files in the store. Lives on the writer's thread.
+ */
+class IndexWriter
+{
+public:
+    /// @param connection, store outlive the writer
+    IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store);
+    ~IndexWriter();
+    IndexWriter(const IndexWriter &) = delete;
+    IndexWriter &operator=(const IndexWriter &) = delete;
+
+    bool isOpen() const { return m_transaction != nullptr; }
+    /// Takes the write lock; @return false where another connection holds it longer than the connection
+    /// waits. After the last try end() says so.
+    bool begin(bool lastTry);
+    /// Gives one file its verdict inside the open batch. @return false where the batch cannot go on: end()
+    /// says why
+    bool write(ReadFile &file);
+    /// Commits the batch and adds it to the report. @return false where that failed; the batch is undone then
+    bool commit();
+    /// Undoes the open batch.
+    void abandon();
+
+    /// Files that have their verdict and are committed.
+    const ImportReport &report() const { return m_report; }
+    ImportEnd end() const { return m_end; }
+    QString endDetail() const { return m_endDetail; }
+
+private:
+    bool writeImage(ReadFile &file);
+    bool writeKnown(ReadFile &file, const KnownInstance &known);
+    bool isSameContent(const ReadFile &file, const KnownInstance &known) const;
+    bool put(ReadFile &file, const KnownInstance *known);
+    bool refreshPlace(const ReadFile &file, const KnownInstance &known);
+    void failOn(const QSqlError &error);
+    bool failOnDatabase();
+    void failOnCopy(int systemError);
+    void countIssue(const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail = {});
+    qint64 dataVersion() const;
+
+    const ImportRequest &m_request;
+    QSqlDatabase m_db;
+    FileStore &m_store;
+    RecordWriter m_records;
+    std::unique_ptr<WriteTransaction> m_transaction;
+    ImportReport m_report;
+    ImportReport m_batch; ///< of the open transaction
+    QStringList m_placed; ///< files that the open transaction put into the store
+    bool m_obsolete = false; ///< the open transaction noted files to remove
+    qint64 m_dataVersion = 0;
+    ImportEnd m_end = ImportEnd::Complete;
+    QString m_endDetail;
+};

@@ -1,0 +1,338 @@
+#include "recordwriter.h"
+
+#include "importmarker.h"
+
+#include <QVariant>
+
+namespace {
+
+constexpr int mostRemembered = 50'000;
+/// Between the values of an identity: no DICOM text holds it.
+constexpr QChar between(0x1f);
+
+std::size_t at(RecordLevel level)
+{
+    return static_cast<std::size_t>(level);
+}
+
+const char *parentColumn(RecordLevel level)
+{
+    switch (level) {
+    case RecordLevel::Study:
+        return "patient_fk";
+    case RecordLevel::Series:
+        return "study_fk";
+    case RecordLevel::Image:
+        return "series_fk";
+    case RecordLevel::Patient:
+        break;
+    }
+    return nullptr;
+}
+
+QStringList columnsOf(RecordLevel level)
+{
+    QStringList columns;
+    if (const char *parent = parentColumn(level)) {
+        columns.append(QLatin1String(parent));
+    }
+    for (const AttributeInfo &info : attributeTable()) {
+        if (info.level == level) {
+            columns.append(QLatin1Char('"') + QLatin1String(info.keyword) + QLatin1Char('"'));
+        }
+    }
+    if (level == RecordLevel::Image) {
+        columns += {QStringLiteral("FilePath"), QStringLiteral("SourcePath"), QStringLiteral("FileSize"),
+            QStringLiteral("FileTime"), QStringLiteral("FileInode")};
+    }
+    return columns;
+}
+
+QString insertStatement(RecordLevel level)
+{
+    const QStringList columns = columnsOf(level);
+    QStringList marks;
+    marks.reserve(columns.size());
+    for (int i = 0; i < columns.size(); ++i) {
+        marks.append(QStringLiteral("?"));
+    }
+    return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+        .arg(QLatin1String(recordTableName(level)), columns.join(QLatin1String(", ")),
+            marks.join(QLatin1String(", ")));
+}
+
+QString updateImageStatement()
+{
+    return QStringLiteral("UPDATE imageformat SET %1 = ? WHERE pk = ?")
+        .arg(columnsOf(RecordLevel::Image).join(QLatin1String(" = ?, ")));
+}
+
+/// The attributes of an identity may not be NULL: two of them would differ.
+QVariant valueOf(const DicomHeader &header, const AttributeInfo &info)
+{
+    const QString &text = header[info.attribute];
+    const bool identity = info.attribute == Attribute::PatientName || info.attribute == Attribute::PatientID
+        || info.attribute == Attribute::IssuerOfPatientID || info.attribute == Attribute::PatientBirthDate;
+    if (text.isEmpty()) {
+        return identity ? QVariant(QLatin1String("")) : QVariant(QVariant::String);
+    }
+    return text;
+}
+
+int bindAttributes(QSqlQuery &query, int position, RecordLevel level, const DicomHeader &header)
+{
+    for (const AttributeInfo &info : attributeTable()) {
+        if (info.level == level) {
+            query.bindValue(position++, valueOf(header, info));
+        }
+    }
+    return position;
+}
+
+std::array<QString, 6> identityOf(const DicomHeader &header)
+{
+    return {header[Attribute::SeriesInstanceUID], header[Attribute::StudyInstanceUID],
+        header[Attribute::PatientID], header[Attribute::PatientName], header[Attribute::PatientBirthDate],
+        header[Attribute::IssuerOfPatientID]};
+}
+
+const QString &notNull(const QString &text)
+{
+    static const QString empty = QLatin1String("");
+    return text.isNull() ? empty : text;
+}
+
+void bindPatient(QSqlQuery &query, int position, const DicomHeader &header)
+{
+    for (const Attribute attribute :
+        {Attribute::IssuerOfPatientID, Attribute::PatientName, Attribute::PatientBirthDate}) {
+        query.bindValue(position++, notNull(header[attribute]));
+    }
+}
+
+} // namespace
+
+RecordWriter::RecordWriter(const QSqlDatabase &db)
+    : m_db(db)
+    , m_find(db)
+    , m_insertImage(db)
+    , m_updateImage(db)
+    , m_findPatient(db)
+    , m_findNamelessPatient(db)
+    , m_findChild{QSqlQuery(db), QSqlQuery(db), QSqlQuery(db)}
+    , m_insertRecord{QSqlQuery(db), QSqlQuery(db), QSqlQuery(db)}
+{
+    m_find.prepare(
+        QStringLiteral("SELECT pk, series_fk, FilePath, SourcePath, FileSize, FileTime, FileInode, "
+                       "IrradiationEventUID FROM imageformat WHERE SOPInstanceUID = ?"));
+    m_insertImage.prepare(insertStatement(RecordLevel::Image));
+    m_updateImage.prepare(updateImageStatement());
+    const QString otherValues =
+        QStringLiteral("IssuerOfPatientID = ? AND PatientName = ? AND PatientBirthDate = ?");
+    m_findPatient.prepare(
+        QStringLiteral("SELECT pk FROM patient WHERE PatientID = ? AND PatientID <> '' AND ") + otherValues);
+    m_findNamelessPatient.prepare(
+        QStringLiteral("SELECT patient.pk FROM generalstudy JOIN patient ON patient.pk = patient_fk "
+                       "WHERE StudyInstanceUID = ? AND PatientID = '' AND ")
+        + otherValues);
+    m_findChild[at(RecordLevel::Study)].prepare(
+        QStringLiteral("SELECT pk FROM generalstudy WHERE patient_fk = ? AND StudyInstanceUID = ?"));
+    m_findChild[at(RecordLevel::Series)].prepare(
+        QStringLiteral("SELECT pk FROM generalseries WHERE study_fk = ? AND SeriesInstanceUID = ?"));
+    for (const RecordLevel level : {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series}) {
+        m_insertRecord[at(level)].prepare(insertStatement(level));
+    }
+}
+
+bool RecordWriter::run(QSqlQuery &query)
+{
+    if (query.exec()) {
+        return true;
+    }
+    m_error = query.lastError();
+    return false;
+}
+
+std::optional<KnownInstance> RecordWriter::find(const QString &sopInstanceUid)
+{
+    m_find.bindValue(0, sopInstanceUid);
+    if (!run(m_find) || !m_find.next()) {
+        return std::nullopt;
+    }
+    KnownInstance known;
+    known.pk = m_find.value(0).toLongLong();
+    known.seriesPk = m_find.value(1).toLongLong();
+    known.place.filePath = m_find.value(2).toString();
+    known.place.sourcePath = m_find.value(3).toString();
+    known.place.stamp.size = m_find.value(4).toLongLong();
+    known.place.stamp.time = m_find.value(5).toLongLong();
+    known.place.stamp.inode = m_find.value(6).toULongLong();
+    known.place.copied = m_find.value(7).toString() == QLatin1String(copiedFileMarker);
+    m_find.finish();
+    return known;
+}
+
+bool RecordWriter::insert(const DicomHeader &header, const FilePlace &place)
+{
+    const qlonglong seriesPk = series(header);
+    if (seriesPk == 0) {
+        return false;
+    }
+    bindImage(m_insertImage, seriesPk, header, place);
+    return run(m_insertImage);
+}
+
+bool RecordWriter::replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place)
+{
+    const qlonglong seriesPk = series(header);
+    if (seriesPk == 0) {
+        return false;
+    }
+    bindImage(m_updateImage, seriesPk, header, place);
+    m_updateImage.bindValue(columnsOf(RecordLevel::Image).size(), known.pk);
+    return run(m_updateImage) && (seriesPk == known.seriesPk || removeEmptyParents(known.seriesPk));
+}
+
+void RecordWriter::bindImage(
+    QSqlQuery &query, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place)
+{
+    query.bindValue(0, seriesPk);
+    int next = bindAttributes(query, 1, RecordLevel::Image, header);
+    // The marker is ours alone: a file that claims it must not be taken for a copy and removed one day.
+    const int marker = next - 1;
+    if (place.copied) {
+        query.bindValue(marker, QLatin1String(copiedFileMarker));
+    } else if (header[Attribute::IrradiationEventUID] == QLatin1String(copiedFileMarker)) {
+        query.bindValue(marker, QVariant(QVariant::String));
+    }
+    query.bindValue(next++, place.filePath);
+    query.bindValue(next++, place.sourcePath.isNull() ? QVariant(QVariant::String) : place.sourcePath);
+    query.bindValue(next++, place.stamp.size);
+    query.bindValue(next++, place.stamp.time);
+    query.bindValue(next, place.stamp.inode);
+}
+
+bool RecordWriter::noteObsolete(const QString &filePath)
+{
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral("INSERT OR IGNORE INTO obsoletefile (FilePath) VALUES (?)"));
+    query.addBindValue(filePath);
+    return run(query);
+}
+
+void RecordWriter::forgetParents()
+{
+    m_lastSeries = 0;
+    for (QHash<QString, qlonglong> &known : m_known) {
+        known.clear();
+    }
+}
+
+qlonglong RecordWriter::series(const DicomHeader &header)
+{
+    const std::array<QString, 6> identity = identityOf(header);
+    if (m_lastSeries != 0 && identity == m_lastIdentity) {
+        return m_lastSeries;
+    }
+    const qlonglong patientPk = patient(header);
+    const qlonglong studyPk = patientPk == 0
+        ? 0
+        : child(RecordLevel::Study, patientPk, header[Attribute::StudyInstanceUID], header);
+    m_lastSeries =
+        studyPk == 0 ? 0 : child(RecordLevel::Series, studyPk, header[Attribute::SeriesInstanceUID], header);
+    m_lastIdentity = identity;
+    return m_lastSeries;
+}
+
+qlonglong RecordWriter::patient(const DicomHeader &header)
+{
+    const QString &id = header[Attribute::PatientID];
+    const QString key = id + between + header[Attribute::IssuerOfPatientID] + between
+        + header[Attribute::PatientName] + between + header[Attribute::PatientBirthDate] + between
+        + (id.isEmpty() ? header[Attribute::StudyInstanceUID] : QString());
+    QHash<QString, qlonglong> &known = m_known[at(RecordLevel::Patient)];
+    if (const qlonglong pk = known.value(key)) {
+        return pk;
+    }
+    QSqlQuery &find = id.isEmpty() ? m_findNamelessPatient : m_findPatient;
+    find.bindValue(0, id.isEmpty() ? header[Attribute::StudyInstanceUID] : id);
+    bindPatient(find, 1, header);
+    qlonglong pk = firstKey(find);
+    if (pk == 0) {
+        pk = insertRecord(RecordLevel::Patient, 0, header);
+    }
+    if (known.size() >= mostRemembered) {
+        known.clear();
+    }
+    known.insert(key, pk);
+    return pk;
+}
+
+qlonglong RecordWriter::child(
+    RecordLevel level, qlonglong parent, const QString &uid, const DicomHeader &header)
+{
+    QHash<QString, qlonglong> &known = m_known[at(level)];
+    const QString key = QString::number(parent) + between + uid;
+    if (const qlonglong pk = known.value(key)) {
+        return pk;
+    }
+    QSqlQuery &find = m_findChild[at(level)];
+    find.bindValue(0, parent);
+    find.bindValue(1, uid);
+    qlonglong pk = firstKey(find);
+    if (pk == 0) {
+        pk = insertRecord(level, parent, header);
+    }
+    if (known.size() >= mostRemembered) {
+        known.clear();
+    }
+    known.insert(key, pk);
+    return pk;
+}
+
+qlonglong RecordWriter::firstKey(QSqlQuery &query)
+{
+    const qlonglong pk = run(query) && query.next() ? query.value(0).toLongLong() : 0;
+    query.finish();
+    return pk;
+}
+
+qlonglong RecordWriter::insertRecord(RecordLevel level, qlonglong parent, const DicomHeader &header)
+{
+    QSqlQuery &insert = m_insertRecord[at(level)];
+    int position = 0;
+    if (level != RecordLevel::Patient) {
+        insert.bindValue(position++, parent);
+    }
+    bindAttributes(insert, position, level, header);
+    return run(insert) ? insert.lastInsertId().toLongLong() : 0;
+}
+
+bool RecordWriter::removeEmptyParents(qlonglong seriesPk)
+{
+    QSqlQuery query(m_db);
+    query.prepare(
+        QStringLiteral("SELECT study_fk, patient_fk FROM generalseries "
+                       "JOIN generalstudy ON generalstudy.pk = study_fk WHERE generalseries.pk = ?"));
+    query.addBindValue(seriesPk);
+    if (!run(query) || !query.next()) {
+        return false;
+    }
+    const std::array<std::pair<const char *, qlonglong>, 3> steps{{
+        {"DELETE FROM generalseries WHERE pk = ? AND NumberOfSeriesRelatedInstances = 0", seriesPk},
+        {"DELETE FROM generalstudy WHERE pk = ? AND NumberOfStudyRelatedSeries = 0",
+            query.value(0).toLongLong()},
+        {"DELETE FROM patient WHERE pk = ? AND NumberOfPatientRelatedStudies = 0",
+            query.value(1).toLongLong()},
+    }};
+    query.finish();
+    for (const auto &[sql, pk] : steps) {
+        query.prepare(QLatin1String(sql));
+        query.addBindValue(pk);
+        if (!run(query)) {
+            return false;
+        }
+    }
+    forgetParents();
+    return true;
+}

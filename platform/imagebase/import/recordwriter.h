@@ -1,0 +1,81 @@
+#pragma once
+
+#include "dicomheader.h"
+#include "filewalker.h"
+
+#include <QHash>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <array>
+#include <optional>
+
+/// Where an instance's file lies, and which file it was made from.
+struct FilePlace
+{
+    QString filePath;
+    QString sourcePath; ///< null where filePath is the source itself
+    FileStamp stamp; ///< of the source
+    bool copied = false; ///< our own copy in the store: marked as such, so that a deletion may remove it
+};
+
+/// An instance as the index has it.
+struct KnownInstance
+{
+    qlonglong pk = 0;
+    qlonglong seriesPk = 0;
+    FilePlace place;
+
+    QString source() const { return place.sourcePath.isNull() ? place.filePath : place.sourcePath; }
+};
+
+/**
+ * The statements by which an import changes the four record tables, inside a transaction of the caller's.
+ *
+ * Parents are found or made by their identity: a patient is (PatientID, IssuerOfPatientID, PatientName,
+ * PatientBirthDate); without a PatientID it is the same patient only within the same study, so that strangers
+ * never merge. One thread; the keys that it remembers are good until forgetParents().
+ */
+class RecordWriter
+{
+public:
+    explicit RecordWriter(const QSqlDatabase &db);
+
+    std::optional<KnownInstance> find(const QString &sopInstanceUid);
+    /// Each answers false on a database error, which error() then holds.
+    bool insert(const DicomHeader &header, const FilePlace &place);
+    /// Gives a known instance another file and header, and removes parents that this leaves empty.
+    bool replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place);
+    /// Notes a file that no record names any more.
+    bool noteObsolete(const QString &filePath);
+
+    /// To be called when another connection may have changed the records.
+    void forgetParents();
+    const QSqlError &error() const { return m_error; }
+
+private:
+    qlonglong series(const DicomHeader &header);
+    qlonglong patient(const DicomHeader &header);
+    qlonglong child(RecordLevel level, qlonglong parent, const QString &uid, const DicomHeader &header);
+    qlonglong insertRecord(RecordLevel level, qlonglong parent, const DicomHeader &header);
+    qlonglong firstKey(QSqlQuery &query);
+    void bindImage(QSqlQuery &query, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place);
+    bool removeEmptyParents(qlonglong seriesPk);
+    bool run(QSqlQuery &query);
+
+    static constexpr std::size_t parentLevels = 3;
+
+    QSqlDatabase m_db;
+    QSqlQuery m_find;
+    QSqlQuery m_insertImage;
+    QSqlQuery m_updateImage;
+    QSqlQuery m_findPatient;
+    QSqlQuery m_findNamelessPatient;
+    std::array<QSqlQuery, parentLevels> m_findChild;
+    std::array<QSqlQuery, parentLevels> m_insertRecord;
+    std::array<QHash<QString, qlonglong>, parentLevels> m_known;
+    std::array<QString, 6> m_lastIdentity;
+    qlonglong m_lastSeries = 0;
+    QSqlError m_error;
+};
