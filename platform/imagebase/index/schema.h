@@ -1,6 +1,7 @@
 #pragma once
 
 #include "connectionfailure.h"
+#include "imagebase_export.h"
 
 #include <QSqlDatabase>
 #include <QStringList>
@@ -25,13 +26,13 @@ struct Identity
 };
 /// Reads the identity; @return false where the file cannot be read, with the reason in db.lastError() or
 /// query error.
-bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error);
+IMAGEBASE_EXPORT bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error);
 
 /// Brings the open database from version to currentVersion. @return the database's words where it failed,
 /// else empty
-QString upgrade(QSqlDatabase &db, int version);
+IMAGEBASE_EXPORT QString upgrade(QSqlDatabase &db, int version);
 
 /// The statements of a script: split where SQLite says that one is complete, comments and triggers respected.
-QStringList statements(const QString &script);
+IMAGEBASE_EXPORT QStringList statements(const QString &script);
 
 } // namespace Schema

@@ -1,0 +1,348 @@
+#include "dicomfilebuilder.h"
+#include "importer.h"
+#include "indexconnection.h"
+#include "temporaryindex.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QSqlQuery>
+#include <QtTest>
+
+#include <sys/stat.h>
+#include <thread>
+
+namespace {
+
+/// A folder of files to import and an index for them.
+class Scene
+{
+public:
+    Scene() { request.databasePath = index.path(); }
+
+    QString file(const QString &name) const { return m_source.filePath(name); }
+    void write(const QString &name, const QByteArray &bytes) const
+    {
+        QFile file(m_source.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    void dicom(const QString &name, int instance, const QString &description = QStringLiteral("first")) const
+    {
+        DicomFileBuilder()
+            .uids(QStringLiteral("1.2.3"), QStringLiteral("1.2.3.4"),
+                QStringLiteral("1.2.3.4.%1").arg(instance))
+            .instanceNumber(instance)
+            .set(0x00204000, description)
+            .write(file(name));
+    }
+    ImportReport import() const
+    {
+        ImportRequest now = request;
+        now.paths = QStringList{m_source.path()};
+        return Importer(now).run();
+    }
+    int count(const QString &table) const
+    {
+        return index.query(QStringLiteral("SELECT count(*) FROM ") + table).toInt();
+    }
+    QString filePath(int instance) const
+    {
+        return index
+            .query(QStringLiteral("SELECT FilePath FROM imageformat WHERE InstanceNumber = ?"), {instance})
+            .toString();
+    }
+    QStringList stored() const
+    {
+        QStringList files;
+        QDirIterator walk(index.folder() + QStringLiteral("/store"), QDir::Files | QDir::Hidden,
+            QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            files.append(walk.next());
+        }
+        files.sort();
+        return files;
+    }
+
+    TemporaryIndex index;
+    ImportRequest request;
+
+private:
+    QTemporaryDir m_source;
+};
+
+QString summary(const ImportReport &report)
+{
+    QStringList parts;
+    for (int i = 0; i < int(FileVerdict::Count); ++i) {
+        parts.append(QString::number(report.of(static_cast<FileVerdict>(i))));
+    }
+    return parts.join(QLatin1Char(' '));
+}
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestImporter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void givesEachFileItsVerdict();
+    void doesOnlyWhatIsMissing_data();
+    void doesOnlyWhatIsMissing();
+    void copiesIntoTheStore();
+    void followsThePolicyForOtherBytes();
+    void takesAFileThatMovedOrChanged();
+    void keepsStrangersApart();
+    void neverTrustsAForeignCopyMarker();
+    void leavesNoParentsOfRefusedFiles();
+    void turnsReferencesIntoCopies();
+    void cancelsAndGoesOnLater();
+    void othersWriteMeanwhile();
+};
+
+// found = new + already there + replaced + media directories + not DICOM + unreadable + refused + skipped
+void TestImporter::givesEachFileItsVerdict()
+{
+    const Scene scene;
+    scene.dicom(QStringLiteral("a/1.dcm"), 1);
+    scene.dicom(QStringLiteral("a/2.dcm"), 2);
+    QVERIFY(QFile::copy(scene.file(QStringLiteral("a/1.dcm")), scene.file(QStringLiteral("a/twin.dcm"))));
+    scene.dicom(QStringLiteral("a/other bytes.dcm"), 2, QStringLiteral("second"));
+    scene.dicom(QStringLiteral("a/.hidden.dcm"), 3);
+    scene.write(QStringLiteral("notes.txt"), "some text\n");
+    scene.write(QStringLiteral("empty"), "");
+    DicomFileBuilder().without(0x00080018).write(scene.file(QStringLiteral("no uid.dcm")));
+    DicomFileBuilder()
+        .uids(QStringLiteral("../../x"), QStringLiteral("1.2"), QStringLiteral("1.3"))
+        .write(scene.file(QStringLiteral("bad uid.dcm")));
+    QVERIFY(QFile::link(scene.file(QStringLiteral("a")), scene.file(QStringLiteral("a/loop"))));
+    QVERIFY(QFile::link(QStringLiteral("nowhere"), scene.file(QStringLiteral("broken"))));
+    QCOMPARE(mkfifo(QFile::encodeName(scene.file(QStringLiteral("fifo"))).constData(), 0600), 0);
+
+    const ImportReport report = scene.import();
+    QCOMPARE(summary(report), QStringLiteral("2 2 0 0 2 0 2 4"));
+    QCOMPARE(report.found(), 12);
+    QCOMPARE(int(report.end), int(ImportEnd::Complete));
+    QCOMPARE(scene.count(QStringLiteral("imageformat")), 2);
+    QCOMPARE(scene.count(QStringLiteral("patient")), 1);
+    QMap<QString, FileReason> reasons;
+    for (const ImportIssue &issue : report.issues()) {
+        reasons.insert(QFileInfo(issue.path).fileName(), issue.reason);
+    }
+    QCOMPARE(reasons.value(QStringLiteral("loop")), FileReason::LinkLoop);
+    QCOMPARE(reasons.value(QStringLiteral("broken")), FileReason::BrokenLink);
+    QCOMPARE(reasons.value(QStringLiteral("fifo")), FileReason::NotARegularFile);
+    QCOMPARE(reasons.value(QStringLiteral("no uid.dcm")), FileReason::MissingUid);
+    QCOMPARE(reasons.value(QStringLiteral("bad uid.dcm")), FileReason::MalformedUid);
+    QCOMPARE(reasons.size(), 9);
+    QVERIFY(report.retryPaths().contains(scene.file(QStringLiteral("no uid.dcm"))));
+    QVERIFY(!report.retryPaths().contains(scene.file(QStringLiteral("notes.txt"))));
+}
+
+void TestImporter::doesOnlyWhatIsMissing_data()
+{
+    QTest::addColumn<ImportMode>("mode");
+    QTest::newRow("reference") << ImportMode::Reference;
+    QTest::newRow("copy") << ImportMode::Copy;
+}
+
+void TestImporter::doesOnlyWhatIsMissing()
+{
+    QFETCH(ImportMode, mode);
+    Scene scene;
+    scene.request.mode = mode;
+    for (int i = 1; i <= 70; ++i) {
+        scene.dicom(QStringLiteral("%1.dcm").arg(i), i);
+    }
+    QCOMPARE(summary(scene.import()), QStringLiteral("70 0 0 0 0 0 0 0"));
+    const QStringList stored = scene.stored();
+    scene.dicom(QStringLiteral("71.dcm"), 71);
+    QCOMPARE(summary(scene.import()), QStringLiteral("1 70 0 0 0 0 0 0"));
+    if (mode == ImportMode::Copy) {
+        QCOMPARE(stored.size(), 70);
+        QVERIFY(QFile::remove(scene.filePath(5)));
+        QCOMPARE(summary(scene.import()), QStringLiteral("0 70 1 0 0 0 0 0"));
+        QVERIFY(QFile::exists(scene.filePath(5)));
+        QCOMPARE(scene.stored().size(), 71);
+    } else {
+        QVERIFY(stored.isEmpty());
+    }
+}
+
+void TestImporter::copiesIntoTheStore()
+{
+    Scene scene;
+    scene.request.mode = ImportMode::Copy;
+    scene.dicom(QStringLiteral("1.dcm"), 1);
+    scene.import();
+    const QString path = scene.filePath(1);
+    QVERIFY2(path.startsWith(scene.index.folder() + QStringLiteral("/store/ID1-")), qPrintable(path));
+    QVERIFY(path.endsWith(QStringLiteral("/1.2.3/1.2.3.4/1.2.3.4.1.dcm")));
+    QCOMPARE(bytesOf(path), bytesOf(scene.file(QStringLiteral("1.dcm"))));
+    QCOMPARE(scene.index.query(QStringLiteral("SELECT IrradiationEventUID FROM imageformat")).toString(),
+        QStringLiteral("copy"));
+    QCOMPARE(scene.stored(), QStringList{path});
+    // Importing the folder that holds the index does not import its store.
+    ImportRequest again = scene.request;
+    again.paths = QStringList{scene.index.folder()};
+    const ImportReport report = Importer(again).run();
+    QCOMPARE(report.of(FileVerdict::New), 0);
+    QCOMPARE(scene.count(QStringLiteral("imageformat")), 1);
+}
+
+void TestImporter::followsThePolicyForOtherBytes()
+{
+    Scene scene;
+    scene.request.mode = ImportMode::Copy;
+    scene.dicom(QStringLiteral("a.dcm"), 1, QStringLiteral("old"));
+    scene.import();
+    const QString oldPath = scene.filePath(1);
+    const QByteArray old = bytesOf(oldPath);
+    scene.dicom(QStringLiteral("b.dcm"), 1, QStringLiteral("new"));
+    const ImportReport kept = scene.import();
+    QCOMPARE(summary(kept), QStringLiteral("0 2 0 0 0 0 0 0"));
+    QCOMPARE(kept.issues().size(), 1);
+    QCOMPARE(kept.issues().first().detail, oldPath);
+    QCOMPARE(bytesOf(scene.filePath(1)), old);
+
+    scene.request.policy = DuplicatePolicy::TakeNew;
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 1 1 0 0 0 0 0"));
+    QCOMPARE(bytesOf(scene.filePath(1)), bytesOf(scene.file(QStringLiteral("b.dcm"))));
+    QCOMPARE(scene.stored(), QStringList{scene.filePath(1)});
+    QCOMPARE(scene.count(QStringLiteral("obsoletefile")), 0);
+}
+
+void TestImporter::takesAFileThatMovedOrChanged()
+{
+    const Scene scene;
+    scene.dicom(QStringLiteral("here.dcm"), 1);
+    scene.import();
+    QVERIFY(QFile::rename(scene.file(QStringLiteral("here.dcm")), scene.file(QStringLiteral("there.dcm"))));
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 0 1 0 0 0 0 0"));
+    QCOMPARE(scene.filePath(1), scene.file(QStringLiteral("there.dcm")));
+    // Edited where it lies, into another patient: the record follows and the old parents go.
+    DicomFileBuilder()
+        .patient(QStringLiteral("ID2"), QStringLiteral("Other^Name"))
+        .uids(QStringLiteral("1.2.3"), QStringLiteral("1.2.3.4"), QStringLiteral("1.2.3.4.1"))
+        .write(scene.file(QStringLiteral("there.dcm")));
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 0 1 0 0 0 0 0"));
+    QCOMPARE(scene.index.query(QStringLiteral("SELECT group_concat(PatientID) FROM patient")).toString(),
+        QStringLiteral("ID2"));
+    QCOMPARE(
+        scene.index.query(QStringLiteral("SELECT NumberOfPatientRelatedInstances FROM patient")).toInt(), 1);
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 1 0 0 0 0 0 0"));
+}
+
+void TestImporter::keepsStrangersApart()
+{
+    const Scene scene;
+    const auto write = [&](const QString &id, const QString &name, const QString &study, int instance) {
+        DicomFileBuilder()
+            .patient(id, name)
+            .uids(study, study + QStringLiteral(".1"), study + QStringLiteral(".1.%1").arg(instance))
+            .write(scene.file(QStringLiteral("%1-%2-%3-%4.dcm").arg(id, name, study).arg(instance)));
+    };
+    write(QString(), QStringLiteral("Anonymous"), QStringLiteral("1.2.1"), 1);
+    write(QString(), QStringLiteral("Anonymous"), QStringLiteral("1.2.1"), 2);
+    write(QString(), QStringLiteral("Anonymous"), QStringLiteral("1.2.2"), 1);
+    write(QStringLiteral("X"), QStringLiteral("Anonymous"), QStringLiteral("1.2.3"), 1);
+    write(QStringLiteral("X"), QStringLiteral("Anonymous"), QStringLiteral("1.2.4"), 1);
+    write(QStringLiteral("X"), QStringLiteral("Other"), QStringLiteral("1.2.4"), 2);
+    QCOMPARE(summary(scene.import()), QStringLiteral("6 0 0 0 0 0 0 0"));
+    QCOMPARE(scene.count(QStringLiteral("patient")), 4);
+    QCOMPARE(scene.count(QStringLiteral("generalstudy")), 5);
+}
+
+void TestImporter::neverTrustsAForeignCopyMarker()
+{
+    const Scene scene;
+    DicomFileBuilder().set(0x00083010, QStringLiteral("copy")).write(scene.file(QStringLiteral("1.dcm")));
+    QCOMPARE(scene.import().of(FileVerdict::New), 1);
+    QVERIFY(scene.index.query(QStringLiteral("SELECT IrradiationEventUID FROM imageformat")).isNull());
+}
+
+void TestImporter::leavesNoParentsOfRefusedFiles()
+{
+    const Scene scene;
+    DicomFileBuilder().without(0x00080018).write(scene.file(QStringLiteral("1.dcm")));
+    QCOMPARE(scene.import().of(FileVerdict::Refused), 1);
+    for (const char *table : {"patient", "generalstudy", "generalseries", "imageformat"}) {
+        QCOMPARE(scene.count(QLatin1String(table)), 0);
+    }
+}
+
+void TestImporter::turnsReferencesIntoCopies()
+{
+    Scene scene;
+    scene.dicom(QStringLiteral("1.dcm"), 1);
+    scene.import();
+    scene.request.mode = ImportMode::Copy;
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 0 1 0 0 0 0 0"));
+    QCOMPARE(scene.stored(), QStringList{scene.filePath(1)});
+    QVERIFY(QFile::exists(scene.file(QStringLiteral("1.dcm"))));
+}
+
+void TestImporter::cancelsAndGoesOnLater()
+{
+    const Scene scene;
+    constexpr int files = 600;
+    for (int i = 1; i <= files; ++i) {
+        scene.dicom(QStringLiteral("%1.dcm").arg(i), i);
+    }
+    ImportRequest request = scene.request;
+    request.paths = QStringList{QFileInfo(scene.file(QString())).absoluteFilePath()};
+    Importer importer(request);
+    std::thread canceller([&] {
+        while (!importer.progress().finished && importer.progress().found < 100) {
+            std::this_thread::yield();
+        }
+        importer.cancel();
+    });
+    const ImportReport report = importer.run();
+    canceller.join();
+    QVERIFY(importer.progress().finished);
+    QCOMPARE(scene.count(QStringLiteral("imageformat")), int(report.of(FileVerdict::New)));
+    if (report.end == ImportEnd::Cancelled) {
+        QCOMPARE(report.notReached + report.found(), importer.progress().found);
+    }
+    const ImportReport rest = scene.import();
+    QCOMPARE(rest.of(FileVerdict::New) + report.of(FileVerdict::New), files);
+    QCOMPARE(rest.of(FileVerdict::AlreadyThere), report.of(FileVerdict::New));
+}
+
+// A writer that keeps its lock starves everyone else: edits must get their turn while an import runs.
+void TestImporter::othersWriteMeanwhile()
+{
+    const Scene scene;
+    const qlonglong patient = scene.index.addPatient(QStringLiteral("Edited"), QStringLiteral("E"));
+    for (int i = 1; i <= 1500; ++i) {
+        scene.dicom(QStringLiteral("%1.dcm").arg(i), i);
+    }
+    ImportRequest request = scene.request;
+    request.paths = QStringList{QFileInfo(scene.file(QString())).absoluteFilePath()};
+    Importer importer(request);
+    std::thread import([&] { importer.run(); });
+    int edits = 0;
+    while (!importer.progress().finished) {
+        scene.index.query(
+            QStringLiteral("UPDATE patient SET PatientComments = ? WHERE pk = ?"), {++edits, patient});
+    }
+    import.join();
+    QVERIFY(edits > 1);
+    QCOMPARE(scene.index.query(QStringLiteral("SELECT PatientComments FROM patient WHERE pk = ?"), {patient})
+                 .toInt(),
+        edits);
+    QCOMPARE(scene.count(QStringLiteral("imageformat")), 1500);
+}
+
+Q_DECLARE_METATYPE(ImportMode)
+PM_TEST_MAIN(TestImporter)
+#include "tst_importer.moc"
