@@ -62,7 +62,8 @@ QString sharedData()
 int runTests(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &makeTest)
 {
     const QTemporaryDir home;
-    for (const char *variable : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"}) {
+    for (const char *variable :
+        {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
         qputenv(variable, home.path().toLocal8Bit());
     }
     // The offscreen platform offers no cursor or drag support worth a warning.

@@ -13,6 +13,8 @@
 #include <sys/stat.h>
 #include <thread>
 
+Q_DECLARE_METATYPE(ImportMode)
+
 namespace {
 
 /// A folder of files to import and an index for them.
@@ -343,6 +345,5 @@ void TestImporter::othersWriteMeanwhile()
     QCOMPARE(scene.count(QStringLiteral("imageformat")), 1500);
 }
 
-Q_DECLARE_METATYPE(ImportMode)
 PM_TEST_MAIN(TestImporter)
 #include "tst_importer.moc"
