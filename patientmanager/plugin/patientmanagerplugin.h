@@ -3,8 +3,8 @@
 #include <QGenericPlugin>
 
 /**
- * What the workstation's plugin loader recognises the library by. It makes nothing: a host links the library and
- * constructs the exported classes itself.
+ * What the workstation's plugin loader recognises the library by. It makes nothing: a host links the library
+ * and constructs the exported classes itself.
  */
 class PatientManagerPlugin : public QGenericPlugin
 {
