@@ -179,7 +179,7 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
     if (!written) {
         return failOnDatabase();
     }
-    if (known && known->place.copied) {
+    if (known && known->place.copied && known->place.filePath != place.filePath) {
         m_obsolete = true;
         return m_records.noteObsolete(known->place.filePath) || failOnDatabase();
     }

@@ -1,14 +1,12 @@
 #include "indexconnection.h"
 
 #include "databaseerror.h"
+#include "nativehandle.h"
 
 #include <QFileInfo>
-#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QUuid>
-#include <QVariant>
 
-#include <sqlite3.h>
 #include <unistd.h>
 
 namespace {
@@ -23,15 +21,6 @@ int waitForLock(void *milliseconds, int calls)
     }
     usleep(lockPollMicroseconds);
     return 1;
-}
-
-sqlite3 *nativeHandle(const QSqlDatabase &db)
-{
-    const QVariant handle = db.driver()->handle();
-    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0) {
-        return nullptr;
-    }
-    return *static_cast<sqlite3 *const *>(handle.constData());
 }
 
 } // namespace

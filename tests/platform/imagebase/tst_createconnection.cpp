@@ -1,5 +1,6 @@
 #include "configlocation.h"
 #include "createconnection.h"
+#include "indexcheck.h"
 #include "indexconnection.h"
 #include "schema.h"
 #include "temporaryindex.h"
@@ -75,6 +76,7 @@ private slots:
     void refusesAndLeavesUntouched_data();
     void refusesAndLeavesUntouched();
     void refusesALockedFile();
+    void findsDamageWhereverItLies();
     void countsFollowEveryChange();
     void newImagesSetUploadStatesBack();
     void splitsScriptsAtCompleteStatements();
@@ -210,6 +212,35 @@ void TestCreateConnection::refusesALockedFile()
     }
     QSqlDatabase::removeDatabase(QStringLiteral("holder"));
     QVERIFY(createConnection());
+}
+
+// Ten places over the whole file: either the file is refused, or the check of its whole content says so, or
+// the bytes were never in use.
+void TestCreateConnection::findsDamageWhereverItLies()
+{
+    QVERIFY(createConnection());
+    QVERIFY(QSqlQuery().exec(
+        QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
+                       "INSERT INTO patient (PatientID, PatientName) SELECT i, 'Name ' || i FROM n")));
+    cleanup();
+    const QByteArray good = bytesOf(path());
+    const std::atomic<bool> go{false};
+    int noticed = 0;
+    for (int place = 0; place < 10; ++place) {
+        QByteArray bad = good;
+        const int offset = place * (bad.size() / 10) + 100;
+        bad.replace(offset, 64, QByteArray(64, '\xa5'));
+        writeBytes(path(), bad);
+        setDatabasePath(path());
+        const bool opened = createConnection();
+        if (!opened) {
+            QVERIFY(connectionFailure().reason != Reason::None);
+            QCOMPARE(bytesOf(path()), bad);
+        }
+        noticed += !opened || !firstDamage(path(), go).isEmpty() ? 1 : 0;
+        cleanup();
+    }
+    QVERIFY2(noticed >= 5, qPrintable(QString::number(noticed)));
 }
 
 void TestCreateConnection::countsFollowEveryChange()
