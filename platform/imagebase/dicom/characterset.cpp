@@ -1,5 +1,6 @@
 #include "characterset.h"
 
+#include "dcmtklog.h"
 #include "iso2022decoder.h"
 
 #include <QTextCodec>
@@ -34,11 +35,13 @@ const char *delimiters(CharacterSet::Form form)
     return "";
 }
 
-/// What is not declared, or not as declared, is UTF-8 where it can be, and otherwise Latin 1, which takes any byte.
+/// What is not declared, or not as declared, is UTF-8 where it can be, and otherwise Latin 1, which takes any
+/// byte.
 QString guess(const QByteArray &text)
 {
     QTextCodec::ConverterState state;
-    const QString unicode = QTextCodec::codecForMib(utf8Mib)->toUnicode(text.constData(), text.size(), &state);
+    const QString unicode =
+        QTextCodec::codecForMib(utf8Mib)->toUnicode(text.constData(), text.size(), &state);
     return state.invalidChars == 0 && state.remainingChars == 0 ? unicode : QString::fromLatin1(text);
 }
 
@@ -80,6 +83,7 @@ CharacterSet::Converter::Converter(const QByteArray &value)
     : m_terms(readTerms(value))
     , m_iso2022(m_terms)
 {
+    silenceDcmtk();
     const QByteArray terms = m_terms.join('\\');
     m_dcmtkKnows = m_dcmtk.selectCharacterSet(OFString(terms.constData(), std::size_t(terms.size()))).good();
 }
@@ -103,7 +107,8 @@ QString CharacterSet::Converter::byDcmtk(const QByteArray &text, Form form)
 {
     OFString unicode;
     if (!m_dcmtkKnows
-        || m_dcmtk.convertString(text.constData(), std::size_t(text.size()), unicode, delimiters(form)).bad()) {
+        || m_dcmtk.convertString(text.constData(), std::size_t(text.size()), unicode, delimiters(form))
+               .bad()) {
         return QString();
     }
     return QString::fromUtf8(unicode.data(), static_cast<int>(unicode.size()));

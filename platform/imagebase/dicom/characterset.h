@@ -7,8 +7,9 @@
 #include <memory>
 
 /**
- * Decodes texts by the Specific Character Set of their file. One for each reader; converters are made once for each
- * set that comes along and kept. A text that its set does not allow still gives something readable, never nothing.
+ * Decodes texts by the Specific Character Set of their file. One for each reader; converters are made once
+ * for each set that comes along and kept. A text that its set does not allow still gives something readable,
+ * never nothing.
  */
 class CharacterSet
 {
@@ -21,7 +22,8 @@ public:
     CharacterSet(const CharacterSet &) = delete;
     CharacterSet &operator=(const CharacterSet &) = delete;
 
-    /// @param value the attribute as it stands in the file, several terms by backslashes; empty for the default
+    /// @param value the attribute as it stands in the file, several terms by backslashes; empty for the
+    /// default
     void select(const QByteArray &value);
     QString decode(const char *bytes, int length, Form form);
 

@@ -62,18 +62,32 @@ LengthField lengthField(quint16 vr)
     }
 }
 
+bool isLetters(quint16 vr)
+{
+    const auto isLetter = [](int c) { return c >= 'A' && c <= 'Z'; };
+    return isLetter(vr >> 8) && isLetter(vr & 0xff);
+}
+
 } // namespace
 
 ElementCursor::ElementCursor(FileWindow &file, qint64 position, Encoding encoding)
     : m_file(file)
     , m_position(position)
-    , m_implicit(encoding == Encoding::Implicit)
-{
-}
+    , m_encoding(encoding)
+{ }
 
 bool ElementCursor::peek(ElementPlace &element)
 {
-    return readHeader(element, m_implicit) && (element.tag >> 16) != delimiterGroup;
+    while (readHeader(element, m_encoding == Encoding::Implicit)) {
+        if ((element.tag >> 16) != delimiterGroup) {
+            return true;
+        }
+        if (element.length != 0) {
+            break;
+        }
+        m_position = element.value;
+    }
+    return false;
 }
 
 bool ElementCursor::readHeader(ElementPlace &element, bool implicit)
@@ -104,7 +118,11 @@ bool ElementCursor::readHeader(ElementPlace &element, bool implicit)
 
 bool ElementCursor::readExplicit(const uchar *bytes, ElementPlace &element)
 {
-    switch (lengthField(element.vr)) {
+    LengthField field = lengthField(element.vr);
+    if (field == LengthField::Unknown && m_encoding == Encoding::Meta && isLetters(element.vr)) {
+        field = LengthField::Short;
+    }
+    switch (field) {
     case LengthField::Short:
         element.length = qFromLittleEndian<quint16>(bytes + 6);
         element.value = m_position + shortHeader;
@@ -130,7 +148,7 @@ bool ElementCursor::skip(const ElementPlace &element)
         m_position += element.length;
         return true;
     }
-    if (m_implicit) {
+    if (m_encoding == Encoding::Implicit) {
         return skipSequence(true);
     }
     if (element.vr == sequenceVr) {
@@ -140,8 +158,8 @@ bool ElementCursor::skip(const ElementPlace &element)
     return element.vr == unknownVr && skipSequence(true);
 }
 
-// Only sequences and items of undefined length are entered, so the way back is a matter of counting: levels alternate
-// between sequence and item, and below an unknown one all is implicit.
+// Only sequences and items of undefined length are entered, so the way back is a matter of counting: levels
+// alternate between sequence and item, and below an unknown one all is implicit.
 bool ElementCursor::skipSequence(bool implicit)
 {
     int depth = 1; // odd inside a sequence, even inside an item

@@ -17,17 +17,20 @@ constexpr quint16 vrCode(char first, char second)
 }
 
 /**
- * Walks over the elements of a little endian data set one by one, stepping over nested data without recursion.
- * It stops at the first thing that is not plain: unknown VRs, odd lengths, lengths beyond the file, stray delimiters.
+ * Walks over the elements of a little endian data set one by one, stepping over nested data without
+ * recursion. It stops at the first thing that is not plain: unknown VRs, odd lengths, lengths beyond the
+ * file, stray delimiters.
  */
 class ElementCursor
 {
 public:
-    enum class Encoding : quint8 { Explicit, Implicit };
+    /// Meta is explicit as well, but with private VRs taken as the short ones that they resemble.
+    enum class Encoding : quint8 { Explicit, Implicit, Meta };
 
     ElementCursor(FileWindow &file, qint64 position, Encoding encoding);
 
-    /// Reads the header of the element at the cursor and stays; false at the end of the file and at what is not plain.
+    /// Reads the header of the element at the cursor and stays before it; empty delimiters that belong to no
+    /// sequence are stepped over. False at the end of the file and at what is not plain.
     bool peek(ElementPlace &element);
     /// Moves behind an element that peek() gave.
     bool skip(const ElementPlace &element);
@@ -42,5 +45,5 @@ private:
 
     FileWindow &m_file;
     qint64 m_position;
-    bool m_implicit;
+    Encoding m_encoding;
 };

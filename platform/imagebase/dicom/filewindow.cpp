@@ -68,8 +68,8 @@ const uchar *FileWindow::refill(qint64 offset, qint64 length)
     m_start = offset;
     m_filled = 0;
     while (m_filled < length) {
-        const ssize_t got = ::pread(m_file, target + m_filled, static_cast<std::size_t>(wanted - m_filled),
-            offset + m_filled);
+        const ssize_t got = ::pread(
+            m_file, target + m_filled, static_cast<std::size_t>(wanted - m_filled), offset + m_filled);
         if (got < 0 && errno == EINTR) {
             continue;
         }

@@ -3,9 +3,9 @@
 #include <QByteArray>
 
 /**
- * A file, or bytes in memory, seen through a window that moves over it; owned by one reader and used again for each
- * file. Nothing beyond the file's size at its opening is ever handed out, and no more is read than was asked for,
- * rounded up to the window.
+ * A file, or bytes in memory, seen through a window that moves over it; owned by one reader and used again
+ * for each file. Nothing beyond the file's size at its opening is ever handed out, and no more is read than
+ * was asked for, rounded up to the window.
  */
 class FileWindow
 {
@@ -15,7 +15,8 @@ public:
     FileWindow(const FileWindow &) = delete;
     FileWindow &operator=(const FileWindow &) = delete;
 
-    /// Opens a regular file, never waiting for it; errno says why it failed (EINVAL for what is no regular file).
+    /// Opens a regular file, never waiting for it; errno says why it failed (EINVAL for what is no regular
+    /// file).
     bool open(const QByteArray &path);
     /// Looks at bytes in memory instead.
     void openBytes(const QByteArray &bytes);

@@ -2,6 +2,8 @@
 
 #include "dicomreader.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cmath>
 
@@ -40,8 +42,8 @@ std::vector<WantedElement> makeWantedElements()
 {
     std::vector<WantedElement> wanted;
     for (const AttributeInfo &info : attributeTable()) {
-        wanted.push_back({info.tag, info.attribute, info.kind, isBinary(info.attribute),
-            isPersonName(info.attribute)});
+        wanted.push_back(
+            {info.tag, info.attribute, info.kind, isBinary(info.attribute), isPersonName(info.attribute)});
     }
     std::sort(wanted.begin(), wanted.end(),
         [](const WantedElement &a, const WantedElement &b) { return a.tag < b.tag; });
@@ -61,8 +63,9 @@ QString firstNumber(const char *bytes, int length)
     if (number.startsWith('+')) {
         number.remove(0, 1);
     }
-    const bool plain = std::all_of(number.cbegin(), number.cend(),
-        [](char c) { return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E'; });
+    const bool plain = std::all_of(number.cbegin(), number.cend(), [](char c) {
+        return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
+    });
     bool converts = false;
     const double value = plain ? number.toDouble(&converts) : 0;
     return converts && std::isfinite(value) ? QString::fromLatin1(number) : QString();
@@ -118,8 +121,8 @@ void HeaderValues::setText(const WantedElement &element, const char *bytes, int 
         --length;
     }
     if (length > 0) {
-        m_header[element.attribute]
-            = element.kind == ValueKind::Number ? firstNumber(bytes, length) : text(element, bytes, length);
+        m_header[element.attribute] =
+            element.kind == ValueKind::Number ? firstNumber(bytes, length) : text(element, bytes, length);
     }
 }
 
@@ -132,7 +135,7 @@ QString HeaderValues::text(const WantedElement &element, const char *bytes, int 
 {
     const bool severalValues = element.attribute != Attribute::PatientComments;
     QString decoded = m_characterSet.decode(bytes, length,
-        element.personName      ? CharacterSet::Form::PersonName
+        element.personName  ? CharacterSet::Form::PersonName
             : severalValues ? CharacterSet::Form::Values
                             : CharacterSet::Form::Paragraph);
     if (std::find(bytes, bytes + length, '\0') != bytes + length) {

@@ -74,8 +74,7 @@ QByteArray inUpperHalf(const QByteArray &run, bool supplement)
 
 Iso2022Decoder::Iso2022Decoder(const QByteArrayList &terms)
     : m_start{{nullptr, 1}, startingHigh(terms.value(0))}
-{
-}
+{ }
 
 Iso2022Decoder::Half Iso2022Decoder::startingHigh(const QByteArray &term)
 {
@@ -113,8 +112,9 @@ QString Iso2022Decoder::decode(const QByteArray &text, const char *delimiters) c
             continue;
         }
         const auto isControl = [](char c) { return static_cast<uchar>(c) < 0x20; };
-        const auto isDelimiter
-            = [&](char c) { return state.low.bytes == 1 && c != '\0' && std::strchr(delimiters, c) != nullptr; };
+        const auto isDelimiter = [&](char c) {
+            return state.low.bytes == 1 && c != '\0' && std::strchr(delimiters, c) != nullptr;
+        };
         if (isControl(text[i]) || isDelimiter(text[i])) {
             out += QLatin1Char(text[i++]);
             state = m_start;
@@ -122,7 +122,8 @@ QString Iso2022Decoder::decode(const QByteArray &text, const char *delimiters) c
         }
         const bool high = (text[i] & 0x80) != 0;
         const int from = i;
-        while (i < text.size() && ((text[i] & 0x80) != 0) == high && !isControl(text[i]) && !isDelimiter(text[i])) {
+        while (i < text.size() && ((text[i] & 0x80) != 0) == high && !isControl(text[i])
+            && !isDelimiter(text[i])) {
             ++i;
         }
         if (!appendRun(text.mid(from, i - from), high ? state.high : state.low, out)) {

@@ -7,8 +7,9 @@
 class QTextCodec;
 
 /**
- * Decodes texts with code extensions: parts of several sets, switched by escape sequences. It is for those that DCMTK
- * cannot convert (the Japanese sets, with the C library's converters); the tables behind it are Qt's.
+ * Decodes texts with code extensions: parts of several sets, switched by escape sequences. It is for those
+ * that DCMTK cannot convert (the Japanese sets, with the C library's converters); the tables behind it are
+ * Qt's.
  */
 class Iso2022Decoder
 {
