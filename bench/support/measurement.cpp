@@ -1,0 +1,19 @@
+#include "measurement.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <cstdio>
+
+void Measurement::print(const QJsonObject &result)
+{
+    std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
+    std::fflush(stdout);
+}
+
+double Measurement::median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const std::size_t middle = values.size() / 2;
+    return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
