@@ -1,0 +1,18 @@
+#pragma once
+
+#include "importrequest.h"
+
+/// What main.ini says about imports; read anew at each call. GUI thread.
+namespace ImportSettings {
+
+/// The mode in which the user asks at each import instead.
+inline constexpr int askMode = 2;
+
+/// True for the modes that an import can run in.
+bool isMode(int mode);
+/// The configured mode, as the main window finds it; 0 where nothing is configured.
+int mode();
+/// An import of these paths into the present index, with the configured policy.
+ImportRequest request(const QStringList &paths, int mode);
+
+} // namespace ImportSettings
