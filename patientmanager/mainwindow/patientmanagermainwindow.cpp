@@ -1,0 +1,196 @@
+#include "patientmanagermainwindow.h"
+
+#include "attributes.h"
+#include "configlocation.h"
+#include "createconnection.h"
+#include "directoryviewer.h"
+#include "imageformatform.h"
+#include "indexconnection.h"
+#include "patientform.h"
+#include "qdcmrecvfile.h"
+#include "seriesform.h"
+#include "studyform.h"
+#include "tableinfoform.h"
+#include "ui_patientmanagermainwindow.h"
+#include "windowconnections.h"
+
+#include <QSettings>
+#include <QSplitter>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QUuid>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+/// The gate of everything that writes: false where there is no index to work on.
+bool enforceForeignKeys()
+{
+    const QSqlDatabase index = QSqlDatabase::database();
+    return index.isOpen() && QSqlQuery(index).exec(QStringLiteral("PRAGMA foreign_keys = ON"));
+}
+
+int configuredCopyType()
+{
+    const QString file = ConfigLocation::checkedFromWorkingDirectory(QLatin1String(ConfigKey::mainIni));
+    return file.isEmpty()
+        ? 0
+        : QSettings(file, QSettings::IniFormat).value(QLatin1String(ConfigKey::importMode), 0).toInt();
+}
+
+} // namespace
+
+PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::PatientManagerMainWindow>())
+{
+    ui->setupUi(this);
+    createConnection();
+    createForms();
+    qRegisterMetaType<QList<qlonglong>>("QList<qlonglong>");
+    WindowConnections::connectForms(this);
+    startReceiver();
+    stackForms();
+    if (enforceForeignKeys()) {
+        openPrivateConnection();
+        dataCopyType = configuredCopyType();
+        loadThread = new QThread(this);
+    }
+}
+
+PatientManagerMainWindow::~PatientManagerMainWindow()
+{
+    delete directoryViewer;
+    closePrivateConnection();
+    stopThreads();
+}
+
+void PatientManagerMainWindow::createForms()
+{
+    patientForm = new PatientForm(nullptr);
+    studyForm = new StudyForm(nullptr);
+    seriesForm = new SeriesForm(nullptr);
+    imagesForm = new ImageformatForm(nullptr);
+    tableInfoForm = new ::tableInfoForm(nullptr);
+    imagesForm->hide();
+}
+
+void PatientManagerMainWindow::startReceiver()
+{
+    recvFile = new QDcmRecvFile(nullptr);
+    recvFile->moveToThread(&recvThread);
+    connect(&recvThread, &QThread::finished, recvFile, &QObject::deleteLater);
+    connect(this, &PatientManagerMainWindow::notifyWriteDB, recvFile, &QDcmRecvFile::onNotifyWriteDB);
+    recvThread.start(QThread::InheritPriority);
+}
+
+void PatientManagerMainWindow::stackForms()
+{
+    auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(tableInfoForm);
+    splitter->addWidget(patientForm);
+    splitter->addWidget(studyForm);
+    splitter->addWidget(seriesForm);
+    splitter->addWidget(imagesForm);
+    splitter->setChildrenCollapsible(false);
+    setCentralWidget(splitter);
+    tableInfoForm->hide();
+}
+
+void PatientManagerMainWindow::openPrivateConnection()
+{
+    connectionName = QUuid::createUuid().toString();
+    QSqlDatabase clone = QSqlDatabase::cloneDatabase(QSqlDatabase::database(), connectionName);
+    // A clone inherits no PRAGMA. Whoever uses the connection later meets its error there.
+    if (clone.open()) {
+        IndexConnection::configure(clone);
+    }
+}
+
+void PatientManagerMainWindow::closePrivateConnection()
+{
+    if (!connectionName.isEmpty()) {
+        QSqlDatabase::removeDatabase(connectionName);
+    }
+}
+
+QPointer<PatientForm> PatientManagerMainWindow::getPatientForm() const
+{
+    return patientForm;
+}
+
+QPointer<StudyForm> PatientManagerMainWindow::getStudyForm() const
+{
+    return studyForm;
+}
+
+QPointer<SeriesForm> PatientManagerMainWindow::getSeriesForm() const
+{
+    return seriesForm;
+}
+
+QPointer<ImageformatForm> PatientManagerMainWindow::getImagesForm() const
+{
+    return imagesForm;
+}
+
+QPointer<::tableInfoForm> PatientManagerMainWindow::getTableInfoForm() const
+{
+    return tableInfoForm;
+}
+
+void PatientManagerMainWindow::showPatientManager() { }
+
+QDateTime PatientManagerMainWindow::getUploadTime() const
+{
+    return uploadTime;
+}
+
+QList<qlonglong> PatientManagerMainWindow::selectedKeys() const
+{
+    return selectedPks;
+}
+
+QString PatientManagerMainWindow::selectedTable() const
+{
+    return currentTableName;
+}
+
+void PatientManagerMainWindow::onSelectTable(QList<qlonglong> pks, QString tableName)
+{
+    selectedPks = std::move(pks);
+    currentTableName = std::move(tableName);
+}
+
+void PatientManagerMainWindow::onMutiSelect(QList<qlonglong> pks, QString tableName)
+{
+    onSelectTable(std::move(pks), std::move(tableName));
+}
+
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts link this signature
+void PatientManagerMainWindow::onShowTable(QString tableName)
+{
+    const std::array<std::pair<RecordLevel, QWidget *>, 4> forms{{
+        {RecordLevel::Patient, patientForm},
+        {RecordLevel::Study, studyForm},
+        {RecordLevel::Series, seriesForm},
+        {RecordLevel::Image, imagesForm},
+    }};
+    const auto isOfTable = [&tableName](const auto &form) {
+        return tableName == QLatin1String(recordTableName(form.first));
+    };
+    if (std::none_of(forms.begin(), forms.end(), isOfTable)) {
+        return;
+    }
+    if (tableInfoForm) {
+        tableInfoForm->show();
+    }
+    for (const auto &form : forms) {
+        if (form.second) {
+            form.second->setVisible(isOfTable(form));
+        }
+    }
+}

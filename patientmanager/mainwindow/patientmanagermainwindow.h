@@ -1,0 +1,138 @@
+#pragma once
+
+#include "patientmanager_export.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QMainWindow>
+#include <QPointer>
+#include <QStringList>
+#include <QThread>
+
+#include <memory>
+
+class DataBaseSetForm;
+class DirectoryViewer;
+class ImageformatForm;
+class NRunnable;
+class PatientForm;
+class QDcmRecvFile;
+class QPatient;
+class SeriesForm;
+class StudyForm;
+class selectHideForm;
+class tableInfoForm;
+
+namespace Ui {
+class PatientManagerMainWindow;
+}
+
+/**
+ * The window that a host constructs and embeds: the four record tables one above the other, the actions, the
+ * imports.
+ *
+ * Owns the record forms and the information panel; joins them by signals alone, since the forms do not know
+ * one another. Opens the index at construction; where that fails the window still opens, and imports stay
+ * off. GUI thread; the destructor stops what still runs and waits for its two threads. It has no menus: the
+ * host finds the fifteen actions by object name and places them.
+ */
+class PATIENTMANAGER_EXPORT PatientManagerMainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit PatientManagerMainWindow(QWidget *parent = nullptr);
+    ~PatientManagerMainWindow() override;
+
+    /// Guarded, since the host may have deleted a form.
+    QPointer<PatientForm> getPatientForm() const;
+    QPointer<StudyForm> getStudyForm() const;
+    QPointer<SeriesForm> getSeriesForm() const;
+    QPointer<ImageformatForm> getImagesForm() const;
+    QPointer<::tableInfoForm> getTableInfoForm() const;
+
+    /// For hosts that call it; does nothing, and must stay so.
+    void showPatientManager();
+    /// Null until an upload has ended.
+    QDateTime getUploadTime() const;
+
+    /// The latest selection that a form reported: keys of one record table, and its name (empty before the
+    /// first).
+    QList<qlonglong> selectedKeys() const;
+    QString selectedTable() const;
+
+    /// Offers a file, or all that lies below a folder, to each configured DICOM destination by
+    /// notifySendSelectData(); walks the folder first, unless there is no destination.
+    void forwordData(QString path);
+    /// True while the folder picker is on screen.
+    bool isLoadFiles() const;
+    /// True from the start of an import, by an action or by a drop on a table, until its end has been
+    /// handled.
+    bool isImporting() const;
+    /// Stops this window's imports, waiting ones too; each still ends with its report and a refresh.
+    void cancelImports();
+
+public slots:
+    /// Takes the path of an import: forwards it, then imports in the configured mode or asks for one.
+    void onLoadSelecetPath(QString filePath);
+    void onSelectTable(QList<qlonglong> pks, QString tableName);
+    void onMutiSelect(QList<qlonglong> pks, QString tableName);
+    /// Shows one record form and hides the other three; an unknown table name changes nothing.
+    void onShowTable(QString tableName);
+    /// Imports the path taken last: 0 references files in place, 1 copies them into the store.
+    void onLoadDir(int type);
+
+signals:
+    void patientChanged(QPatient *patient);
+    void basicInquiyShow();
+    void deletereflash(QString tableName);
+    void updateFieldHeader();
+    void jessionInfo(QByteArray jsessionid);
+    void loginInfo(QByteArray userName, QByteArray password, QByteArray jsessionid, int userType);
+    void thumbViewReflash();
+    void notifySendSelectData(QStringList files, QString aeTitle, QString ip, int port);
+    void notifyInstanceSent();
+    void notifyWriteDB(
+        QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths, QString patientName);
+    void uploadFlag();
+    void runnable();
+
+private slots:
+    void on_actionLoadDir_triggered();
+    void on_actionDatabase_triggered();
+    void on_actionRefresh_triggered();
+    void on_actionSettingField_triggered();
+    void on_actionSubmit_triggered();
+    void on_actionRevertall_triggered();
+    void on_actionTest_triggered();
+
+private:
+    void createForms();
+    void startReceiver();
+    void stackForms();
+    void openPrivateConnection();
+    void closePrivateConnection();
+    void startLoader(const QStringList &paths, int type);
+    void retireLoader(NRunnable *loader);
+    void stopThreads();
+
+    QThread recvThread;
+    QPointer<PatientForm> patientForm;
+    QPointer<StudyForm> studyForm;
+    QPointer<SeriesForm> seriesForm;
+    QPointer<ImageformatForm> imagesForm;
+    QPointer<::tableInfoForm> tableInfoForm;
+    QString currentTableName;
+    QList<qlonglong> selectedPks;
+    QStringList loadList;
+    int dataCopyType = 0;
+    DataBaseSetForm *databaseSetForm = nullptr;
+    QPointer<selectHideForm> fieldForm;
+    QPointer<DirectoryViewer> directoryViewer;
+    std::unique_ptr<Ui::PatientManagerMainWindow> ui;
+    QString connectionName;
+    QDcmRecvFile *recvFile = nullptr;
+    QThread *loadThread = nullptr;
+    QList<NRunnable *> loaders; // made here, living in loadThread, not finished yet
+    QDateTime uploadTime;
+};

@@ -1,0 +1,108 @@
+#include "windowconnections.h"
+
+#include "imageformatform.h"
+#include "patientform.h"
+#include "patientmanagermainwindow.h"
+#include "seriesform.h"
+#include "studyform.h"
+
+#include <type_traits>
+
+namespace {
+
+using Window = PatientManagerMainWindow;
+
+struct Forms
+{
+    PatientForm *patient;
+    StudyForm *study;
+    SeriesForm *series;
+    ImageformatForm *images;
+};
+
+template <typename Pointer>
+using ClassOf = std::remove_pointer_t<Pointer>;
+
+/// Does the same with each form, in the order given.
+template <typename Connect, typename... Form>
+void each(const Connect &connect, Form *...forms)
+{
+    (connect(forms), ...);
+}
+
+/// A single row of a table fills the table below it.
+void connectCascade(const Forms &forms)
+{
+    QObject::connect(forms.patient, &PatientForm::selectPatient, forms.study, &StudyForm::onSelectPatient);
+    QObject::connect(forms.study, &StudyForm::selectStudy, forms.series, &SeriesForm::onSelectStudy);
+    QObject::connect(forms.series, &SeriesForm::selectSeries, forms.images, &ImageformatForm::onSelectSeries);
+}
+
+/// The window knows the latest selection.
+void connectSelection(Window *window, const Forms &forms)
+{
+    const auto connect = [window](auto *form) {
+        QObject::connect(form, &ClassOf<decltype(form)>::selectPK, window, &Window::onSelectTable);
+    };
+    each(connect, forms.patient, forms.study, forms.series, forms.images);
+}
+
+/// What a deletion has emptied is read again, from the bottom up.
+void connectDeletionRefresh(Window *window, const Forms &forms)
+{
+    const auto connect = [window](auto *form) {
+        QObject::connect(window, &Window::deletereflash, form, &ClassOf<decltype(form)>::onDeletereflash);
+    };
+    each(connect, forms.images, forms.series, forms.study, forms.patient);
+}
+
+/// A new basic inquiry empties the dependent tables; the patient table shows the inquiry itself.
+void connectInquiry(Window *window, const Forms &forms)
+{
+    const auto connect = [window](auto *form) {
+        QObject::connect(window, &Window::basicInquiyShow, form, &ClassOf<decltype(form)>::onInquiryShow);
+    };
+    each(connect, forms.images, forms.series, forms.study);
+}
+
+void connectHeaders(Window *window, const Forms &forms)
+{
+    const auto connect = [window](auto *form) {
+        QObject::connect(
+            window, &Window::updateFieldHeader, form, &ClassOf<decltype(form)>::updateFieldHeader);
+    };
+    each(connect, forms.patient, forms.study, forms.series, forms.images);
+}
+
+void connectMultiSelection(Window *window, const Forms &forms)
+{
+    const auto connect = [window](auto *form) {
+        QObject::connect(form, &ClassOf<decltype(form)>::selectMutiPK, window, &Window::onMutiSelect);
+    };
+    each(connect, forms.patient, forms.study, forms.series, forms.images);
+}
+
+/// Files dropped on a dependent table may bring new patients.
+void connectDroppedFiles(const Forms &forms)
+{
+    const auto connect = [&forms](auto *form) {
+        QObject::connect(form, &ClassOf<decltype(form)>::signalLoadFileFinished, forms.patient,
+            &PatientForm::on_reflash_enable);
+    };
+    each(connect, forms.study, forms.series, forms.images);
+}
+
+} // namespace
+
+void WindowConnections::connectForms(Window *window)
+{
+    const Forms forms{
+        window->getPatientForm(), window->getStudyForm(), window->getSeriesForm(), window->getImagesForm()};
+    connectCascade(forms);
+    connectSelection(window, forms);
+    connectDeletionRefresh(window, forms);
+    connectInquiry(window, forms);
+    connectHeaders(window, forms);
+    connectMultiSelection(window, forms);
+    connectDroppedFiles(forms);
+}
