@@ -5,7 +5,8 @@
 
 #include <QTextCodec>
 
-#include <algorithm>
+#include <cstring>
+#include <numeric>
 
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmdata/dcspchrs.h>
@@ -19,7 +20,9 @@ constexpr std::size_t keptConverters = 64;
 
 bool isPlain(const char *bytes, int length)
 {
-    return std::all_of(bytes, bytes + length, [](char c) { return (c & 0x80) == 0 && c != escape; });
+    const char highBits =
+        std::accumulate(bytes, bytes + length, '\0', [](char a, char b) { return char(a | b); });
+    return (highBits & 0x80) == 0 && !std::memchr(bytes, escape, std::size_t(length));
 }
 
 const char *delimiters(CharacterSet::Form form)

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr qint64 prefixLimit = 8 * 1024 * 1024;
+constexpr qint64 prefixLimit = qint64(8) * 1024 * 1024;
 /// DCMTK asks for a file's elements up to here: behind all that the index wants, before the pixels.
 const DcmTagKey afterWanted(0x0033, 0x0000);
 /// Where its elements are out of order, all before the pixels are worth a look.
@@ -178,7 +178,7 @@ DcmtkVerdict parse(const MemoryFile &bytes, const DcmTagKey &end, HeaderValues &
 
 DcmtkVerdict parseEitherWay(const MemoryFile &bytes, HeaderValues &values)
 {
-    const DcmtkVerdict verdict = parse(bytes, afterWanted, values);
+    DcmtkVerdict verdict = parse(bytes, afterWanted, values);
     if (values.isIdentified() || values.isMediaDirectory()) {
         return verdict;
     }

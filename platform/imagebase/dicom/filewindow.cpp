@@ -8,7 +8,7 @@
 
 namespace {
 /// The header of nearly every file fits; a small file is read by one call.
-constexpr qint64 windowSize = 32 * 1024;
+constexpr qint64 windowSize = qint64(32) * 1024;
 } // namespace
 
 FileWindow::~FileWindow()

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -138,11 +139,13 @@ QString HeaderValues::text(const WantedElement &element, const char *bytes, int 
         element.personName  ? CharacterSet::Form::PersonName
             : severalValues ? CharacterSet::Form::Values
                             : CharacterSet::Form::Paragraph);
-    if (std::find(bytes, bytes + length, '\0') != bytes + length) {
+    if (std::memchr(bytes, '\0', std::size_t(length))) {
         decoded.remove(QChar::Null); // SQL texts and file names end there
     }
-    decoded = decoded.trimmed();
-    decoded = element.personName ? tidyPersonName(decoded) : decoded;
+    decoded = std::move(decoded).trimmed();
+    if (element.personName) {
+        decoded = tidyPersonName(decoded);
+    }
     return decoded.isEmpty() ? QString() : decoded;
 }
 
