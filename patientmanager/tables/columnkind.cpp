@@ -1,0 +1,82 @@
+#include "columnkind.h"
+
+#include "personname.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QLocale>
+#include <QStringList>
+#include <QTime>
+#include <QVariant>
+
+namespace {
+
+constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
+
+bool isPersonName(const QString &column)
+{
+    return column == QLatin1String("PatientName") || column == QLatin1String("OperatorsName")
+        || column.endsWith(QLatin1String("PhysicianName"));
+}
+
+QString dateText(const QString &stored)
+{
+    const QDate date = QDate::fromString(stored, QStringLiteral("yyyyMMdd"));
+    return date.isValid() ? date.toString(Qt::ISODate) : stored;
+}
+
+QString timeText(const QString &stored)
+{
+    const QTime time = QTime::fromString(stored.left(6), QStringLiteral("HHmmss"));
+    const bool isTime = time.isValid() && (stored.size() == 6 || stored.at(6) == QLatin1Char('.'));
+    return isTime ? time.toString(Qt::ISODate) : stored;
+}
+
+/// Instance numbers and keys are names as much as quantities: no group separators.
+QString numberText(const QVariant &value)
+{
+    if (value.type() == QVariant::Double) {
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    }
+    return value.toString();
+}
+
+} // namespace
+
+ColumnKind columnKind(const QSqlField &field)
+{
+    const QString name = field.name();
+    if (isPersonName(name)) {
+        return ColumnKind::PersonName;
+    }
+    if (name == QLatin1String("FileTime")) {
+        return ColumnKind::FileTime;
+    }
+    if (name.endsWith(QLatin1String("Date"))) {
+        return ColumnKind::Date;
+    }
+    if (name.endsWith(QLatin1String("Time"))) {
+        return ColumnKind::Time;
+    }
+    return field.type() == QVariant::String ? ColumnKind::Text : ColumnKind::Number;
+}
+
+QString columnText(ColumnKind kind, const QVariant &value)
+{
+    switch (kind) {
+    case ColumnKind::PersonName:
+        return personNameForDisplay(value.toString());
+    case ColumnKind::Date:
+        return dateText(value.toString());
+    case ColumnKind::Time:
+        return timeText(value.toString());
+    case ColumnKind::FileTime:
+        return value.isNull() ? QString()
+                              : QDateTime::fromMSecsSinceEpoch(value.toLongLong() / nanosecondsPerMillisecond)
+                                    .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    case ColumnKind::Text:
+    case ColumnKind::Number:
+        break;
+    }
+    return numberText(value);
+}

@@ -1,0 +1,267 @@
+#include "pagedtablemodel.h"
+
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int keyColumn = 0;
+
+/// One view of the database for several reads; nests in a transaction that is already there.
+class Snapshot
+{
+public:
+    explicit Snapshot(const QSqlDatabase &db)
+        : m_db(db)
+        , m_held(db.isOpen() && QSqlQuery(m_db).exec(QStringLiteral("SAVEPOINT record_table")))
+    { }
+    ~Snapshot()
+    {
+        if (m_held) {
+            QSqlQuery(m_db).exec(QStringLiteral("RELEASE record_table"));
+        }
+    }
+    Snapshot(const Snapshot &) = delete;
+    Snapshot &operator=(const Snapshot &) = delete;
+
+private:
+    QSqlDatabase m_db;
+    bool m_held;
+};
+
+/// "12,7,-3" as numbers, without a text object for each of a million.
+QVector<qlonglong> parseKeys(const QByteArray &list)
+{
+    QVector<qlonglong> keys;
+    if (list.isEmpty()) {
+        return keys;
+    }
+    keys.reserve(int(std::count(list.begin(), list.end(), ',')) + 1);
+    qlonglong key = 0;
+    qlonglong sign = 1;
+    for (const char c : list) {
+        if (c == ',') {
+            keys.append(sign * key);
+            key = 0;
+            sign = 1;
+        } else if (c == '-') {
+            sign = -1;
+        } else {
+            key = key * 10 + (c - '0');
+        }
+    }
+    keys.append(sign * key);
+    return keys;
+}
+
+} // namespace
+
+PagedTableModel::PagedTableModel(QObject *parent, const QSqlDatabase &db)
+    : QSqlTableModel(parent, db)
+{ }
+
+bool PagedTableModel::selectWhere(const QString &filter)
+{
+    const bool filled = query().isActive();
+    setFilter(filter);
+    return filled ? !lastError().isValid() : select();
+}
+
+qlonglong PagedTableModel::key(int row) const
+{
+    return m_pages.keys().value(row, 0);
+}
+
+QList<qlonglong> PagedTableModel::keys(const QVector<int> &rows) const
+{
+    QList<qlonglong> result;
+    result.reserve(rows.size());
+    for (const int row : rows) {
+        result.append(key(row));
+    }
+    return result;
+}
+
+int PagedTableModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_pages.keys().size();
+}
+
+QVariant PagedTableModel::data(const QModelIndex &index, int role) const
+{
+    const bool isValue = role == Qt::DisplayRole || role == Qt::EditRole;
+    if (!isValue || index.row() < QSqlQueryModel::rowCount() || isDirty(index)) {
+        return QSqlTableModel::data(index, role);
+    }
+    return m_pages.value(index.row(), index.column());
+}
+
+bool PagedTableModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (role != Qt::EditRole) {
+        return QSqlTableModel::setData(index, value, role);
+    }
+    if (!index.isValid() || !(flags(index) & Qt::ItemIsEditable)) {
+        return false;
+    }
+    // The base class compares with its own rows alone, and takes a plain "no value" for unchanged in a paged
+    // one.
+    const QVariant wanted = value.isValid() ? value : QVariant(record().field(index.column()).type());
+    const QVariant old = data(index, role);
+    if (!isDirty(index) && wanted == old && wanted.isNull() == old.isNull()) {
+        return true;
+    }
+    m_edited.insert(index.row());
+    return QSqlTableModel::setData(index, wanted, role);
+}
+
+Qt::ItemFlags PagedTableModel::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags flags = QSqlTableModel::flags(index);
+    const bool isKey =
+        index.column() == keyColumn || record().fieldName(index.column()).endsWith(QLatin1String("_fk"));
+    return isKey ? flags & ~Qt::ItemIsEditable : flags;
+}
+
+bool PagedTableModel::insertRows(int, int, const QModelIndex &)
+{
+    return false;
+}
+
+bool PagedTableModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    m_edited.erase(m_edited.lower_bound(row), m_edited.lower_bound(row + count));
+    return QSqlTableModel::removeRows(row, count, parent);
+}
+
+void PagedTableModel::clear()
+{
+    beginResetModel();
+    forget();
+    QSqlTableModel::clear();
+    endResetModel();
+}
+
+bool PagedTableModel::select()
+{
+    beginResetModel();
+    forget();
+    bool good = false;
+    {
+        const Snapshot snapshot(database());
+        good = QSqlTableModel::select() && readKeys();
+    }
+    endResetModel();
+    return good;
+}
+
+QString PagedTableModel::columnName(int column) const
+{
+    const QString name =
+        database().driver()->escapeIdentifier(record().fieldName(column), QSqlDriver::FieldName);
+    return tableName() + QLatin1Char('.') + name;
+}
+
+QString PagedTableModel::orderByClause() const
+{
+    // Rows that are equal otherwise follow their keys: the two reads of select() must agree on every place.
+    const QString chosen = QSqlTableModel::orderByClause();
+    if (chosen.isEmpty()) {
+        return QStringLiteral("ORDER BY %1 ASC").arg(columnName(keyColumn));
+    }
+    const QLatin1String direction(chosen.endsWith(QLatin1String("DESC")) ? "DESC" : "ASC");
+    return QStringLiteral("%1, %2 %3").arg(chosen, columnName(keyColumn), direction);
+}
+
+QString PagedTableModel::selectStatement() const
+{
+    const QString statement = QSqlTableModel::selectStatement();
+    return statement.isEmpty() ? statement : statement + QStringLiteral(" LIMIT %1").arg(firstRows);
+}
+
+bool PagedTableModel::readKeys()
+{
+    QVector<qlonglong> keys;
+    const int rows = QSqlQueryModel::rowCount();
+    if (rows < firstRows) {
+        for (int row = 0; row < rows; ++row) {
+            keys.append(QSqlQueryModel::data(createIndex(row, keyColumn)).toLongLong());
+        }
+    } else if (!readAllKeys(&keys)) {
+        return false;
+    }
+    const QString rowsOf =
+        database().driver()->sqlStatement(QSqlDriver::SelectStatement, tableName(), record(), false);
+    m_pages.open(database(), rowsOf, columnName(keyColumn), std::move(keys));
+    return true;
+}
+
+/// One value for all: a million rows through the driver take ten times as long.
+bool PagedTableModel::readAllKeys(QVector<qlonglong> *keys)
+{
+    const QString where = filter().isEmpty() ? QString() : QStringLiteral("WHERE %1\n").arg(filter());
+    QSqlQuery query(database());
+    query.setForwardOnly(true);
+    const bool good =
+        query.exec(QStringLiteral("SELECT CAST(group_concat(k) AS BLOB) FROM (SELECT %1 AS k FROM %2 ")
+                       .arg(columnName(keyColumn), tableName())
+            + where + orderByClause() + QLatin1Char(')'))
+        && query.next();
+    if (!good) {
+        setLastError(query.lastError());
+        return false;
+    }
+    *keys = parseKeys(query.value(0).toByteArray());
+    return true;
+}
+
+bool PagedTableModel::isRowDirty(int row) const
+{
+    for (int column = 0; column < columnCount(); ++column) {
+        if (isDirty(index(row, column))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/**
+ * The base class notes each row as saved as soon as its statement succeeded; where a later row fails and the
+ * caller rolls back, the earlier edits would be lost without a word. So the first row writes all, or fails
+ * for all.
+ */
+bool PagedTableModel::updateRowInTable(int row, const QSqlRecord &values)
+{
+    if (editStrategy() != OnManualSubmit) {
+        return QSqlTableModel::updateRowInTable(row, values);
+    }
+    if (!m_written.contains(row) && !writeEditedRows()) {
+        m_written.clear();
+        return false;
+    }
+    return m_written.remove(row);
+}
+
+bool PagedTableModel::writeEditedRows()
+{
+    for (const int row : m_edited) {
+        if (isRowDirty(row) && !QSqlTableModel::updateRowInTable(row, record(row))) {
+            return false;
+        }
+        m_written.insert(row);
+    }
+    return true;
+}
+
+void PagedTableModel::forget()
+{
+    m_pages.clear();
+    m_edited.clear();
+    m_written.clear();
+}

@@ -1,0 +1,118 @@
+#include "patientform.h"
+
+#include "ui_patientform.h"
+
+#include "httpuploadfile.h"
+#include "ntableview.h"
+#include "pagedtablemodel.h"
+#include "recordtable.h"
+
+#include <QDebug>
+#include <QSqlDatabase>
+#include <QSqlRecord>
+
+namespace {
+constexpr RecordTable patientTable{"patient", "patientuser", "updated_time >= '%1'", nullptr, 0};
+constexpr int leastHeight = 100;
+} // namespace
+
+PatientForm::PatientForm(QWidget *parent)
+    : RecordForm(patientTable, parent)
+    , ui(std::make_unique<Ui::PatientForm>())
+    , m_cloud(HttpUploadFile::instance())
+{
+    ui->setupUi(this);
+    openTable(ui->tableView);
+    ui->tableView->setSelectionMode(QAbstractItemView::ContiguousSelection);
+    connect(ui->tableView, &NTableView::fileFinished, this, &PatientForm::on_reflash_enable);
+    setMinimumHeight(leastHeight);
+}
+
+PatientForm::~PatientForm() = default;
+
+void PatientForm::reportRow(int row)
+{
+    emit selectPatient(model()->key(row));
+}
+
+QList<qlonglong> PatientForm::getSelectList() const
+{
+    return selectedKeys();
+}
+
+void PatientForm::setLoginUserType(int type)
+{
+    m_loginUserType = type;
+}
+
+void PatientForm::selectIdx(qlonglong pk)
+{
+    qDebug() << model()->record().count();
+    selectNearTop(pk);
+}
+
+void PatientForm::onSearchPatient(QString filter)
+{
+    m_filter = filter;
+    showWhere(filter);
+    emit selectPatient(0);
+}
+
+void PatientForm::onPatient(QList<qlonglong> pks)
+{
+    showKeys(pks);
+}
+
+void PatientForm::onShowPatient()
+{
+    getPreSelectedRows();
+    showWhere(QString());
+    showPreSelectedRows();
+}
+
+void PatientForm::getPreSelectedRows()
+{
+    const QList<qlonglong> keys = selectedKeys();
+    m_preSelected = QSet<qlonglong>(keys.begin(), keys.end());
+}
+
+void PatientForm::showPreSelectedRows()
+{
+    ui->tableView->setSelectionMode(QAbstractItemView::MultiSelection);
+    selectKeys(m_preSelected);
+    ui->tableView->setSelectionMode(QAbstractItemView::ContiguousSelection);
+}
+
+void PatientForm::on_revertall_clicked()
+{
+    QSqlDatabase db = QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), true);
+    if (!db.isValid()) {
+        db.open();
+    }
+    RecordForm::on_revertall_clicked();
+}
+
+void PatientForm::on_reflash_clicked()
+{
+    if (!model()->select()) {
+        replaceModel();
+    }
+    ui->tableView->resizeColumnsToContents();
+}
+
+void PatientForm::on_reflash_enable(bool bRet)
+{
+    if (bRet) {
+        model()->select();
+    }
+}
+
+void PatientForm::on_Delete_clicked() { }
+
+void PatientForm::contextMenuEvent(QContextMenuEvent *) { }
+
+void PatientForm::onExpertList()
+{
+    m_cloud->expertInfoList();
+    m_cloud->getExpertNames();
+}

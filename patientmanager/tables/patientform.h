@@ -1,0 +1,61 @@
+#pragma once
+
+#include "recordform.h"
+
+#include <memory>
+
+class HttpUploadFile;
+class QContextMenuEvent;
+
+namespace Ui {
+class PatientForm;
+}
+
+/// The patients of the index: today's at first, then whatever a search, a tree or a list of keys asks for.
+/// Decides what the forms below it show. GUI thread.
+class PATIENTMANAGER_EXPORT PatientForm : public RecordForm
+{
+    Q_OBJECT
+
+public:
+    explicit PatientForm(QWidget *parent = nullptr);
+    ~PatientForm() override;
+
+    QList<qlonglong> getSelectList() const;
+    void setLoginUserType(int type);
+
+public slots:
+    /// Selects a patient that stands near the top of the table; clears the selection otherwise.
+    void selectIdx(qlonglong pk);
+    /// Shows the patients of an SQL condition, all for an empty one, and empties the study form.
+    void onSearchPatient(QString filter);
+    void onPatient(QList<qlonglong> pks);
+    /// Shows all patients; those that were selected stay so.
+    void onShowPatient();
+    void getPreSelectedRows();
+    void showPreSelectedRows();
+    /// Opens the default connection again where it was lost, then drops all edits.
+    void on_revertall_clicked() override;
+    /// Reads again with the same filter; where that fails, a new model without one takes over.
+    void on_reflash_clicked();
+    void on_reflash_enable(bool bRet);
+    /// For hosts that connect it; records are deleted by the main window.
+    void on_Delete_clicked();
+    void onExpertList();
+
+signals:
+    void selectPatient(qlonglong patient_pk);
+    void deleteSelected();
+    void refrshData(qlonglong pk);
+
+protected:
+    void reportRow(int row) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    std::unique_ptr<Ui::PatientForm> ui;
+    HttpUploadFile *m_cloud;
+    int m_loginUserType = 0;
+    QString m_filter;
+    QSet<qlonglong> m_preSelected;
+};

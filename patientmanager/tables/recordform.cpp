@@ -1,0 +1,269 @@
+#include "recordform.h"
+
+#include "columncaptions.h"
+#include "columnkind.h"
+#include "kivmessageboxform.h"
+#include "ntableview.h"
+#include "pagedtablemodel.h"
+#include "recorddelegate.h"
+#include "recordtable.h"
+#include "selectedrows.h"
+#include "viewplace.h"
+
+#include <QDate>
+#include <QHeaderView>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQueryModel>
+#include <QSqlRecord>
+#include <QStringList>
+
+#include <array>
+
+namespace {
+
+/// No row has this key.
+constexpr qlonglong noKey = -1;
+/// SQLite refuses longer chains of conditions.
+constexpr int longestKeyChain = 500;
+
+QString keyFilter(const QList<qlonglong> &keys)
+{
+    QStringList parts;
+    parts.reserve(keys.size());
+    const bool isChain = keys.size() <= longestKeyChain;
+    for (const qlonglong key : keys) {
+        parts.append((isChain ? QStringLiteral("pk ='%1'") : QStringLiteral("'%1'")).arg(key));
+    }
+    return isChain ? parts.join(QStringLiteral(" or "))
+                   : QStringLiteral("pk in (%1)").arg(parts.join(QLatin1Char(',')));
+}
+
+QString filterFor(const QList<qlonglong> &keys)
+{
+    return keyFilter(keys.isEmpty() ? QList<qlonglong>{noKey} : keys);
+}
+
+} // namespace
+
+RecordForm::RecordForm(const RecordTable &table, QWidget *parent)
+    : QWidget(parent)
+    , m_table(table)
+{ }
+
+RecordForm::~RecordForm() = default;
+
+QSqlTableModel *RecordForm::tableModel() const
+{
+    return m_model;
+}
+
+bool RecordForm::hasUnsavedEdits() const
+{
+    return m_model->isDirty();
+}
+
+bool RecordForm::isEditing() const
+{
+    return m_view->currentIndex().isValid() && m_view->isPersistentEditorOpen(m_view->currentIndex());
+}
+
+void RecordForm::reload()
+{
+    if (hasUnsavedEdits() || isEditing()) {
+        return;
+    }
+    const ViewPlace place(m_view, m_model);
+    m_model->select();
+    place.restore();
+}
+
+void RecordForm::openTable(NTableView *view)
+{
+    m_view = view;
+    m_view->setTableName(QLatin1String(m_table.name));
+    PagedTableModel *model = createModel();
+    const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
+    model->setFilter(QString::fromLatin1(m_table.startFilter).replace(QLatin1String("%1"), today));
+    model->setEditStrategy(QSqlTableModel::OnManualSubmit);
+    applyColumnCaptions(model);
+    model->select();
+
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setModel(model);
+    installDelegates();
+    m_view->resizeColumnsToContents();
+    updateFieldHeader();
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->horizontalHeader()->setSortIndicator(m_table.sortColumn, Qt::AscendingOrder);
+    m_view->horizontalHeader()->setSortIndicatorShown(true);
+    connect(m_view->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+        m_view->sortByColumn(column, m_view->horizontalHeader()->sortIndicatorOrder());
+    });
+    connect(m_view, &QAbstractItemView::clicked, this, &RecordForm::selectIndex);
+}
+
+PagedTableModel *RecordForm::createModel()
+{
+    auto *model = new PagedTableModel(this, QSqlDatabase());
+    model->setTable(QLatin1String(m_table.name));
+    return model;
+}
+
+void RecordForm::setModel(PagedTableModel *model)
+{
+    PagedTableModel *old = m_model;
+    m_model = model;
+    m_view->setModel(model);
+    connect(model, &QAbstractItemModel::dataChanged, this, &RecordForm::noteEdits);
+    connect(model, &QAbstractItemModel::headerDataChanged, this, &RecordForm::noteEdits);
+    connect(model, &QAbstractItemModel::modelReset, this, &RecordForm::noteEdits);
+    delete old;
+    noteEdits();
+}
+
+void RecordForm::replaceModel()
+{
+    PagedTableModel *model = createModel();
+    model->setEditStrategy(QSqlTableModel::OnManualSubmit);
+    model->select();
+    setModel(model);
+}
+
+void RecordForm::installDelegates()
+{
+    std::array<RecordDelegate *, columnKindCount> delegates{};
+    const QSqlRecord record = m_model->record();
+    for (int column = 0; column < record.count(); ++column) {
+        const ColumnKind kind = columnKind(record.field(column));
+        RecordDelegate *&delegate = delegates[std::size_t(kind)];
+        if (!delegate) {
+            delegate = new RecordDelegate(kind, m_view);
+        }
+        m_view->setItemDelegateForColumn(column, delegate);
+    }
+}
+
+void RecordForm::noteEdits()
+{
+    if (hasUnsavedEdits() != m_unsaved) {
+        m_unsaved = !m_unsaved;
+        emit editsChanged();
+    }
+}
+
+void RecordForm::selectIndex(const QModelIndex &index)
+{
+    reportRow(index.row());
+    emit selectPK(selectedKeys(), QLatin1String(m_table.name));
+}
+
+void RecordForm::selectList()
+{
+    emit selectMutiPK(selectedKeys(), QLatin1String(m_table.name));
+}
+
+void RecordForm::onInquiryShow()
+{
+    showKeys({});
+}
+
+void RecordForm::onDeletereflash(QString tableName)
+{
+    if (tableName == QLatin1String(m_table.name)) {
+        readAgain();
+    }
+}
+
+void RecordForm::updateFieldHeader()
+{
+    QSqlQueryModel flags;
+    flags.setQuery(QStringLiteral("SELECT * FROM %1").arg(QLatin1String(m_table.fieldTable)));
+    for (int column = 0; column < m_model->record().count(); ++column) {
+        const bool isShown = flags.data(flags.index(0, column)).toInt() != 0;
+        m_view->setColumnHidden(column, !isShown);
+    }
+    m_view->update();
+}
+
+void RecordForm::submit()
+{
+    QSqlDatabase db = m_model->database();
+    db.transaction();
+    if (!m_model->submitAll()) {
+        const QString error = m_model->lastError().text();
+        db.rollback();
+        reportFailure(error);
+    } else if (!db.commit()) {
+        const QString error = db.lastError().text();
+        db.rollback();
+        m_model->select();
+        reportFailure(error);
+    }
+}
+
+void RecordForm::reportFailure(const QString &error)
+{
+    kivMessageBoxForm::warning(
+        nullptr, tr("Cached Table"), tr("The database reported an error: %1").arg(error), 1, 1);
+}
+
+void RecordForm::on_submit_clicked()
+{
+    submit();
+}
+
+void RecordForm::on_revertall_clicked()
+{
+    m_model->revertAll();
+}
+
+void RecordForm::showWhere(const QString &filter)
+{
+    m_model->selectWhere(filter);
+    refreshView();
+}
+
+void RecordForm::showKeys(const QList<qlonglong> &keys)
+{
+    showWhere(filterFor(keys));
+}
+
+void RecordForm::showChildrenOf(qlonglong parent)
+{
+    showWhere(QString::fromLatin1(m_table.parentFilter).arg(parent));
+}
+
+void RecordForm::readAgain()
+{
+    m_model->select();
+    refreshView();
+}
+
+void RecordForm::refreshView()
+{
+    m_view->resizeColumnsToContents();
+    m_view->update();
+}
+
+QList<qlonglong> RecordForm::selectedKeys() const
+{
+    return m_model->keys(SelectedRows::of(m_view));
+}
+
+void RecordForm::selectKeys(const QSet<qlonglong> &keys)
+{
+    SelectedRows::add(m_view, m_model, keys);
+}
+
+void RecordForm::selectNearTop(qlonglong key)
+{
+    m_view->clearSelection();
+    const int columns = m_model->record().count();
+    for (int row = 0; row < columns; ++row) {
+        if (m_model->key(row) == key) {
+            m_view->selectRow(row);
+        }
+    }
+}
