@@ -1,0 +1,68 @@
+#include "commandline.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QtTest>
+
+class CommandLineTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void makesEveryPathAbsolute()
+    {
+        const CommandLine line = parse({QStringLiteral("--database"), QStringLiteral("a/b.db"),
+            QStringLiteral("--screenshot=p.png"), QStringLiteral("one"), QStringLiteral("--config"),
+            QStringLiteral("/etc/here"), QStringLiteral("--quit-when-idle"), QStringLiteral("/two")});
+        const QDir here;
+        QCOMPARE(line.database, here.absoluteFilePath(QStringLiteral("a/b.db")));
+        QCOMPARE(line.screenshot, here.absoluteFilePath(QStringLiteral("p.png")));
+        QCOMPARE(line.config, QStringLiteral("/etc/here"));
+        QCOMPARE(line.imports,
+            (QStringList{here.absoluteFilePath(QStringLiteral("one")), QStringLiteral("/two")}));
+        QVERIFY(line.quitWhenIdle);
+        QVERIFY(line.answer.isEmpty());
+    }
+
+    void leavesOutWhatWasNotNamed()
+    {
+        const CommandLine line = parse({});
+        QVERIFY(line.imports.isEmpty() && line.database.isEmpty() && line.config.isEmpty()
+            && line.screenshot.isEmpty() && line.samples.isEmpty() && !line.quitWhenIdle);
+    }
+
+    void takesWhatFollowsTwoDashesAsPaths()
+    {
+        QCOMPARE(parse({QStringLiteral("--"), QStringLiteral("--database")}).imports.size(), 1);
+    }
+
+    void answersInsteadOfStarting_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("part");
+        QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0 << QStringLiteral("--screenshot");
+        QTest::newRow("unknown option")
+            << QStringList{QStringLiteral("--databse=x")} << 2 << QStringLiteral("databse");
+        QTest::newRow("value missing")
+            << QStringList{QStringLiteral("--database")} << 2 << QStringLiteral("database");
+    }
+    void answersInsteadOfStarting()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, code);
+        QFETCH(QString, part);
+        const CommandLine line = parse(arguments);
+        QCOMPARE(line.answerCode, code);
+        QVERIFY2(line.answer.contains(part), qPrintable(line.answer));
+    }
+
+private:
+    static CommandLine parse(const QStringList &arguments)
+    {
+        return CommandLine::parse(QStringList{QStringLiteral("workstation")} + arguments);
+    }
+};
+
+PM_TEST_MAIN(CommandLineTest)
+#include "tst_commandline.moc"

@@ -1,0 +1,155 @@
+#include "editcontroller.h"
+#include "frame.h"
+#include "kivmessageboxform.h"
+#include "ntableview.h"
+#include "recordform.h"
+#include "testmain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QSqlTableModel>
+#include <QtTest>
+
+class EditingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_questions = 0;
+        answerWith(kivMessageBoxForm::AnswerCancel);
+    }
+    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
+
+    void f2EditsTheCurrentCellAndSubmitStoresIt()
+    {
+        const Frame frame(2);
+        QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
+        type(frame, frame.patientView(), QStringLiteral("PatientID"), QStringLiteral("NEW-ID"));
+        QVERIFY(frame.action("actionSubmit")->isEnabled() && frame.action("actionRevertall")->isEnabled());
+        QCOMPARE(storedId(frame), QStringLiteral("S1"));
+        answerWith(kivMessageBoxForm::AnswerOk);
+        frame.action("actionSubmit")->trigger();
+        QCOMPARE(storedId(frame), QStringLiteral("NEW-ID"));
+        QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
+    }
+
+    void changesNoKeyAndNoDerivedColumn_data()
+    {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<bool>("editable");
+        QTest::newRow("name") << QStringLiteral("PatientName") << true;
+        QTest::newRow("comments") << QStringLiteral("PatientComments") << true;
+        QTest::newRow("key") << QStringLiteral("pk") << false;
+        QTest::newRow("time of the last change") << QStringLiteral("updated_time") << false;
+        QTest::newRow("count") << QStringLiteral("NumberOfPatientRelatedStudies") << false;
+        QTest::newRow("upload state") << QStringLiteral("Status") << false;
+    }
+    void changesNoKeyAndNoDerivedColumn()
+    {
+        QFETCH(QString, column);
+        QFETCH(bool, editable);
+        const Frame frame(1);
+        NTableView *view = frame.patientView();
+        view->showColumn(Frame::columnOf(view, column));
+        view->setFocus();
+        view->setCurrentIndex(view->model()->index(0, Frame::columnOf(view, column)));
+        QTest::keyClick(view, Qt::Key_F2);
+        if (auto *editor = view->findChild<QLineEdit *>()) {
+            QTest::keyClicks(editor, QStringLiteral("7"));
+            QTest::keyClick(editor, Qt::Key_Return);
+            QTRY_VERIFY(!frame.patients()->isEditing());
+        }
+        QCOMPARE(frame.patients()->hasUnsavedEdits(), editable);
+    }
+
+    void tabLeadsOverReadOnlyColumns()
+    {
+        const Frame frame(1);
+        NTableView *view = frame.patientView();
+        for (const char *column : {"PatientComments", "Status", "updated_time"}) {
+            view->showColumn(Frame::columnOf(view, QLatin1String(column)));
+        }
+        view->setFocus();
+        view->setCurrentIndex(
+            view->model()->index(0, Frame::columnOf(view, QStringLiteral("PatientComments"))));
+        QTest::keyClick(view, Qt::Key_F2);
+        for (int step = 0; step < 3; ++step) {
+            auto *editor = qobject_cast<QLineEdit *>(QApplication::focusWidget());
+            QVERIFY(editor);
+            QTest::keyClicks(editor, QStringLiteral("x"));
+            QTest::keyClick(editor, Qt::Key_Tab);
+        }
+        const auto text = [view](const char *column) {
+            return view->model()->index(0, Frame::columnOf(view, QLatin1String(column))).data().toString();
+        };
+        QCOMPARE(text("PatientComments"), QStringLiteral("x"));
+        QCOMPARE(text("Status"), QStringLiteral("未上传"));
+        QVERIFY(!text("updated_time").contains(QLatin1Char('x')));
+    }
+
+    void refreshAsksBeforeItDropsEdits()
+    {
+        const Frame frame(2);
+        frame.action("actionRefresh")->trigger();
+        QCOMPARE(m_questions, 0);
+        type(frame, frame.patientView(), QStringLiteral("PatientID"), QStringLiteral("NEW-ID"));
+        frame.action("actionRefresh")->trigger();
+        QCOMPARE(m_questions, 1);
+        QVERIFY(frame.patients()->hasUnsavedEdits());
+        answerWith(kivMessageBoxForm::AnswerOk);
+        frame.action("actionRefresh")->trigger();
+        QVERIFY(!frame.patients()->hasUnsavedEdits());
+        QCOMPARE(storedId(frame), QStringLiteral("S1"));
+    }
+
+    void anotherPatientAsksBeforeItDropsEditsOfStudies()
+    {
+        const Frame frame(2);
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        type(frame, frame.studyView(), QStringLiteral("StudyID"), QStringLiteral("typed"));
+        Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
+        QCOMPARE(m_questions, 1);
+        QVERIFY(frame.studies()->hasUnsavedEdits());
+        QCOMPARE(frame.patientView()->currentIndex().row(), 0);
+        answerWith(kivMessageBoxForm::AnswerOk);
+        Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
+        QVERIFY(!frame.studies()->hasUnsavedEdits());
+        QCOMPARE(frame.patientView()->currentIndex().row(), 1);
+        QCOMPARE(frame.studyView()->model()->index(0, 1).data().toLongLong(), 2);
+    }
+
+private:
+    void answerWith(int answer)
+    {
+        kivMessageBoxForm::setAnswerer([this, answer](const kivMessageBoxForm::Request &) {
+            ++m_questions;
+            return answer;
+        });
+    }
+
+    static void type(const Frame &frame, NTableView *view, const QString &column, const QString &text)
+    {
+        view->setFocus();
+        view->setCurrentIndex(view->model()->index(0, Frame::columnOf(view, column)));
+        QTest::keyClick(view, Qt::Key_F2);
+        auto *editor = view->findChild<QLineEdit *>();
+        QVERIFY(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_VERIFY(frame.action("actionSubmit")->isEnabled());
+    }
+
+    static QString storedId(const Frame &frame)
+    {
+        return frame.index.query(QStringLiteral("SELECT PatientID FROM patient WHERE pk = 1")).toString();
+    }
+
+    int m_questions = 0;
+};
+
+PM_TEST_MAIN(EditingTest)
+#include "tst_editing.moc"

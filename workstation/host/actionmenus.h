@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QObject>
+
+class PatientManagerMainWindow;
+class QAction;
+class QMainWindow;
+class QMenu;
+
+/**
+ * The menu bar of the host: the library's actions, found by object name, and the host's own.
+ *
+ * An action whose handler the library does not have yet is left out of the menus, and disabled where it
+ * stands on the library's toolbar. Owned by the window; GUI thread.
+ */
+class ActionMenus : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param editAction the host's own "Edit Cell"
+    ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, QAction *editAction);
+
+    /// Shows which patients are listed, without emitting.
+    void setOnlyToday(bool onlyToday);
+
+signals:
+    void patientsRequested(bool onlyToday);
+    /// One table alone, by its name, or all of them (an empty name).
+    void tableRequested(const QString &tableName);
+    void aboutRequested();
+    void quitRequested();
+
+private:
+    void fillFile(QMenu *menu);
+    void fillEdit(QMenu *menu, QAction *editAction);
+    void fillView(QMenu *menu);
+    void fillTools(QMenu *menu);
+    void fillHelp(QMenu *menu);
+    void addTables(QMenu *menu);
+    void addPatientFilters(QMenu *menu);
+    void place(QMenu *menu, const char *objectName, const QString &text, const QString &shortcut = {});
+    bool hasHandler(const QAction *action) const;
+    void disableUnavailable();
+
+    PatientManagerMainWindow *const m_library;
+    QAction *m_todaysPatients = nullptr;
+    QAction *m_allPatients = nullptr;
+};

@@ -1,0 +1,75 @@
+#include "commandline.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace {
+
+constexpr int wrongUse = 2;
+
+struct Options
+{
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
+        QCoreApplication::translate("CommandLine", "Prints this and ends.")};
+    QCommandLineOption database{QStringLiteral("database"),
+        QCoreApplication::translate("CommandLine", "The index file, made where there is none."),
+        QStringLiteral("FILE")};
+    QCommandLineOption config{QStringLiteral("config"),
+        QCoreApplication::translate(
+            "CommandLine", "Takes the settings from DIR/config instead of the program's own."),
+        QStringLiteral("DIR")};
+    QCommandLineOption screenshot{QStringLiteral("screenshot"),
+        QCoreApplication::translate("CommandLine", "Saves a picture of the window after the imports."),
+        QStringLiteral("FILE")};
+    QCommandLineOption quitWhenIdle{QStringLiteral("quit-when-idle"),
+        QCoreApplication::translate("CommandLine", "Prints the import report and ends after the imports.")};
+    QCommandLineOption samples{QStringLiteral("samples"),
+        QCoreApplication::translate(
+            "CommandLine", "Imports DIR where nothing else is named and the index is empty."),
+        QStringLiteral("DIR")};
+};
+
+QString absolute(const QString &path)
+{
+    return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+}
+
+CommandLine answering(const QString &text, int code)
+{
+    CommandLine line;
+    line.answer = text;
+    line.answerCode = code;
+    return line;
+}
+
+} // namespace
+
+CommandLine CommandLine::parse(const QStringList &arguments)
+{
+    const Options options;
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QCoreApplication::translate(
+        "CommandLine", "Shows and manages a workstation's index of patients, studies, series and images."));
+    parser.addOptions({options.help, options.database, options.config, options.screenshot,
+        options.quitWhenIdle, options.samples});
+    parser.addPositionalArgument(QStringLiteral("PATH"),
+        QCoreApplication::translate("CommandLine", "Files and folders to import."),
+        QStringLiteral("[PATH...]"));
+    if (!parser.parse(arguments)) {
+        return answering(parser.errorText() + QLatin1Char('\n'), wrongUse);
+    }
+    if (parser.isSet(options.help)) {
+        return answering(parser.helpText(), 0);
+    }
+    CommandLine line;
+    for (const QString &path : parser.positionalArguments()) {
+        line.imports.append(absolute(path));
+    }
+    line.database = absolute(parser.value(options.database));
+    line.config = absolute(parser.value(options.config));
+    line.screenshot = absolute(parser.value(options.screenshot));
+    line.samples = absolute(parser.value(options.samples));
+    line.quitWhenIdle = parser.isSet(options.quitWhenIdle);
+    return line;
+}

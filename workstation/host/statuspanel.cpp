@@ -1,0 +1,75 @@
+#include "statuspanel.h"
+
+#include "importcentre.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLocale>
+#include <QStatusBar>
+
+namespace {
+
+constexpr int updateIntervalMs = 200;
+constexpr int widestPath = 420;
+
+} // namespace
+
+StatusPanel::StatusPanel(QStatusBar *bar, const ImportCentre *imports)
+    : QObject(bar)
+    , m_imports(imports)
+    , m_activity(new QLabel(bar))
+    , m_counts(new QLabel(bar))
+    , m_path(new QLabel(bar))
+    , m_idleText(tr("Ready"))
+{
+    m_activity->setObjectName(QStringLiteral("statusActivity"));
+    m_counts->setObjectName(QStringLiteral("statusCounts"));
+    m_path->setObjectName(QStringLiteral("statusPath"));
+    bar->addWidget(m_activity, 1);
+    bar->addPermanentWidget(m_counts);
+    bar->addPermanentWidget(m_path);
+    connect(&m_timer, &QTimer::timeout, this, &StatusPanel::update);
+    m_timer.start(updateIntervalMs);
+    update();
+}
+
+void StatusPanel::setIndexPath(const QString &path)
+{
+    const QString native = QDir::toNativeSeparators(path);
+    m_path->setText(m_path->fontMetrics().elidedText(native, Qt::ElideMiddle, widestPath));
+    m_path->setToolTip(tr("The index: %1").arg(native));
+    m_path->setAccessibleName(m_path->toolTip());
+}
+
+void StatusPanel::setCounts(const IndexCounts &counts)
+{
+    if (counts.patients < 0) {
+        return;
+    }
+    const QLocale locale;
+    m_counts->setText(tr("Patients %1   Studies %2   Series %3   Images %4")
+                          .arg(locale.toString(counts.patients), locale.toString(counts.studies),
+                              locale.toString(counts.series), locale.toString(counts.images)));
+}
+
+void StatusPanel::setIdleText(const QString &text)
+{
+    m_idleText = text;
+    update();
+}
+
+QString StatusPanel::activityText() const
+{
+    return m_activity->text();
+}
+
+QString StatusPanel::countsText() const
+{
+    return m_counts->text();
+}
+
+void StatusPanel::update()
+{
+    const QString running = m_imports->activity();
+    m_activity->setText(running.isEmpty() ? m_idleText : running);
+}

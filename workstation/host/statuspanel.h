@@ -1,0 +1,39 @@
+#pragma once
+
+#include "indexcounts.h"
+
+#include <QObject>
+#include <QTimer>
+
+class ImportCentre;
+class QLabel;
+class QStatusBar;
+
+/// What the status bar says: what runs now, how many records there are, and which index it is. Owned by the
+/// window.
+class StatusPanel : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param imports asked a few times a second what runs
+    StatusPanel(QStatusBar *bar, const ImportCentre *imports);
+
+    void setIndexPath(const QString &path);
+    void setCounts(const IndexCounts &counts);
+    /// What to say while nothing runs.
+    void setIdleText(const QString &text);
+
+    QString activityText() const;
+    QString countsText() const;
+
+private:
+    void update();
+
+    const ImportCentre *const m_imports;
+    QLabel *const m_activity;
+    QLabel *const m_counts;
+    QLabel *const m_path;
+    QTimer m_timer;
+    QString m_idleText;
+};

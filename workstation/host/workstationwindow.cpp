@@ -1,0 +1,248 @@
+#include "workstationwindow.h"
+
+#include "actionmenus.h"
+#include "createconnection.h"
+#include "dropimport.h"
+#include "editcontroller.h"
+#include "imageformatform.h"
+#include "importcentre.h"
+#include "importreport.h"
+#include "importreporttext.h"
+#include "indexbanner.h"
+#include "indexwatcher.h"
+#include "kivmessageboxform.h"
+#include "liverefresh.h"
+#include "ntableview.h"
+#include "patientform.h"
+#include "patientmanagermainwindow.h"
+#include "seriesform.h"
+#include "statuspanel.h"
+#include "studyform.h"
+#include "tableinfoform.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDate>
+#include <QLocale>
+#include <QSettings>
+#include <QSplitter>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int idleLookMs = 50;
+constexpr QSize firstSize{1360, 900};
+/// Shares of the height: information panel, patients, studies, series, images.
+const QList<int> tableShares{80, 260, 170, 190, 260};
+constexpr char geometryKey[] = "window/geometry";
+constexpr char splitterKey[] = "window/tables";
+
+} // namespace
+
+WorkstationWindow::WorkstationWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , m_library(new PatientManagerMainWindow(this))
+    , m_hasIndex(connectionFailure().reason == ConnectionFailure::Reason::None)
+    , m_forms{m_library->getPatientForm(), m_library->getStudyForm(), m_library->getSeriesForm(),
+          m_library->getImagesForm()}
+{
+    setObjectName(QStringLiteral("WorkstationWindow"));
+    setWindowTitle(tr("Patient Data Manager"));
+    resize(firstSize);
+    build();
+    connectParts();
+    arrangeTables();
+    reportIndex();
+}
+
+WorkstationWindow::~WorkstationWindow() = default;
+
+void WorkstationWindow::build()
+{
+    m_library->setWindowFlags(Qt::Widget);
+    m_banner = new IndexBanner(this);
+    auto *centre = new QWidget(this);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(m_banner);
+    column->addWidget(m_library, 1);
+    setCentralWidget(centre);
+
+    m_imports = new ImportCentre(m_library, this);
+    m_watcher = new IndexWatcher(this);
+    m_liveRefresh = new LiveRefresh(m_forms, this);
+    m_edits = new EditController(m_forms, m_library, this);
+    m_menus = new ActionMenus(this, m_library, m_edits->editAction());
+    m_statusPanel = new StatusPanel(statusBar(), m_imports);
+}
+
+void WorkstationWindow::connectParts()
+{
+    auto *drops = new DropImport(this);
+    connect(drops, &DropImport::dropped, this, &WorkstationWindow::importDropped);
+    connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
+    connect(m_watcher, &IndexWatcher::counted, m_statusPanel, &StatusPanel::setCounts);
+    connect(m_imports, &ImportCentre::ended, this, &WorkstationWindow::showResult);
+    connect(m_imports, &ImportCentre::switchedOff, this,
+        [this] { m_statusPanel->setIdleText(tr("Imports are switched off by the settings.")); });
+    connect(m_menus, &ActionMenus::patientsRequested, this, &WorkstationWindow::showPatients);
+    connect(m_menus, &ActionMenus::tableRequested, this, &WorkstationWindow::showTable);
+    connect(m_menus, &ActionMenus::aboutRequested, this, &WorkstationWindow::showAbout);
+    connect(m_menus, &ActionMenus::quitRequested, this, &QWidget::close);
+}
+
+void WorkstationWindow::reportIndex()
+{
+    m_statusPanel->setIndexPath(databasePath());
+    if (m_hasIndex) {
+        m_watcher->watch(databasePath());
+        return;
+    }
+    m_banner->say(connectionFailureText(connectionFailure()));
+    m_statusPanel->setIdleText(tr("No index"));
+    setAcceptDrops(false);
+    if (auto *load = m_library->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
+        load->setEnabled(false);
+    }
+}
+
+void WorkstationWindow::arrangeTables()
+{
+    m_library->getStudyForm()->onFixHeight(true);
+    m_library->getImagesForm()->onFixHeight(true);
+    m_library->getImagesForm()->show();
+    if (auto *splitter = m_library->findChild<QSplitter *>()) {
+        splitter->setSizes(tableShares);
+    }
+}
+
+void WorkstationWindow::restoreLayout()
+{
+    const QSettings settings;
+    restoreGeometry(settings.value(QLatin1String(geometryKey)).toByteArray());
+    if (auto *splitter = m_library->findChild<QSplitter *>()) {
+        splitter->restoreState(settings.value(QLatin1String(splitterKey)).toByteArray());
+    }
+}
+
+void WorkstationWindow::saveLayout() const
+{
+    QSettings settings;
+    settings.setValue(QLatin1String(geometryKey), saveGeometry());
+    if (const auto *splitter = m_library->findChild<QSplitter *>()) {
+        settings.setValue(QLatin1String(splitterKey), splitter->saveState());
+    }
+}
+
+void WorkstationWindow::showPatients(bool onlyToday)
+{
+    PatientForm *patients = m_library->getPatientForm();
+    if (m_edits->mayDropEdits()) {
+        if (onlyToday) {
+            const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
+            patients->onSearchPatient(QStringLiteral("updated_time >= '%1'").arg(today));
+        } else {
+            patients->onShowPatient();
+        }
+        m_menus->setOnlyToday(onlyToday);
+    } else {
+        m_menus->setOnlyToday(!onlyToday);
+    }
+}
+
+void WorkstationWindow::showTable(const QString &tableName)
+{
+    if (!tableName.isEmpty()) {
+        m_library->onShowTable(tableName);
+        return;
+    }
+    m_library->getTableInfoForm()->hide();
+    for (RecordForm *form : qAsConst(m_forms)) {
+        form->show();
+        form->reload(); // what came in while it was hidden
+    }
+    arrangeTables();
+}
+
+void WorkstationWindow::selectFirst()
+{
+    for (int level = 0; level < m_forms.size() - 1; ++level) {
+        NTableView *view = m_forms[level]->view();
+        if (!view->model() || view->model()->rowCount() == 0) {
+            return;
+        }
+        view->selectRow(0);
+        emit view->clicked(view->currentIndex());
+    }
+}
+
+void WorkstationWindow::importDropped(const QStringList &paths)
+{
+    activateWindow();
+    m_imports->import(paths);
+}
+
+void WorkstationWindow::showResult(const ImportReport &report)
+{
+    const QLocale locale;
+    const qint64 entered = report.of(FileVerdict::New) + report.of(FileVerdict::Replaced);
+    m_statusPanel->setIdleText(tr("Imported %1 of %2 files; %3 were there already")
+                                   .arg(locale.toString(entered), locale.toString(report.found()),
+                                       locale.toString(report.of(FileVerdict::AlreadyThere))));
+}
+
+void WorkstationWindow::showAbout()
+{
+    kivMessageBoxForm::information(this, tr("About"),
+        tr("Patient Data Manager %1\nBuilt with Qt %2")
+            .arg(QCoreApplication::applicationVersion(), QLatin1String(qVersion())),
+        kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+}
+
+bool WorkstationWindow::mayClose()
+{
+    if (m_imports->isRunning()
+        && kivMessageBoxForm::question(this, tr("Quit"),
+               tr("An import is running. Stop it and quit? What has been imported stays; importing the same "
+                  "folder again completes it."),
+               kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
+            == kivMessageBoxForm::AnswerCancel) {
+        return false;
+    }
+    return m_edits->mayDropEdits();
+}
+
+/// Imports stop within a second of being asked to; the window waits for them with its screen alive.
+void WorkstationWindow::closeOnceIdle()
+{
+    if (m_imports->isRunning()) {
+        QTimer::singleShot(idleLookMs, this, &WorkstationWindow::closeOnceIdle);
+    } else {
+        close();
+    }
+}
+
+void WorkstationWindow::closeEvent(QCloseEvent *event)
+{
+    if (!m_closing) {
+        if (!mayClose()) {
+            event->ignore();
+            return;
+        }
+        m_closing = true;
+        saveLayout();
+    }
+    if (m_imports->isRunning()) {
+        setEnabled(false);
+        m_statusPanel->setIdleText(tr("Stopping…"));
+        m_imports->cancelAll();
+        event->ignore();
+        QTimer::singleShot(idleLookMs, this, &WorkstationWindow::closeOnceIdle);
+        return;
+    }
+    event->accept();
+    emit closed();
+}
