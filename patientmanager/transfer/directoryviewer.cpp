@@ -76,7 +76,9 @@ void DirectoryViewer::buildLayout()
 
 void DirectoryViewer::onSelectDirectory()
 {
-    const QFileInfo chosen = model->fileInfo(treeView->currentIndex());
+    // Not the model's own fileInfo(): what lies two levels below the root has a doubled slash there.
+    const QModelIndex current = treeView->currentIndex();
+    const QFileInfo chosen = current.isValid() ? QFileInfo(model->filePath(current)) : QFileInfo();
     const QString path = chosen.path() + QLatin1Char('/') + chosen.fileName();
     qDebug() << path;
     if (path.size() >= 2) {

@@ -17,10 +17,10 @@ struct Destination
     int port = 0;
 };
 
-/// The configured destinations in the file's order of groups; none where there is no file.
+/// The configured destinations by the name of their group; none where there is no file.
 QVector<Destination> destinations();
 
-/// A file stands for itself; a folder for every file and folder below it, hidden ones too; anything else for
+/// A file stands for itself; a folder for every file and folder below it, less hidden ones; anything else for
 /// nothing. Walks the whole folder before it returns.
 QStringList entriesOf(const QString &path);
 

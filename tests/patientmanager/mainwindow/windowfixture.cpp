@@ -1,0 +1,117 @@
+#include "windowfixture.h"
+
+#include "configlocation.h"
+#include "dicomfilebuilder.h"
+#include "testmain.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QVariant>
+
+namespace {
+
+/// A UID of its own for each name, so that series never meet by accident.
+QString uidOf(const QString &name)
+{
+    const QByteArray hash = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Md5);
+    return QStringLiteral("2.25.") + QString::number(hash.left(7).toHex().toULongLong(nullptr, 16));
+}
+
+} // namespace
+
+void allowWarningsOfNamedSlots()
+{
+    for (const char *slot : {"on_submit_clicked()", "on_revertall_clicked()", "on_reflash_clicked()",
+             "on_reflash_enable(bool)", "on_Delete_clicked()"}) {
+        allowWarning(
+            QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for ") + QLatin1String(slot));
+    }
+}
+
+WindowFixture::WindowFixture()
+    : m_workingDirectory(QDir::currentPath())
+{
+    QDir(m_folder.path()).mkpath(QStringLiteral("program"));
+    QDir(m_folder.path()).mkpath(QStringLiteral("working"));
+    QDir::setCurrent(path(QStringLiteral("working")));
+    ConfigLocation::setBase(path(QStringLiteral("program")));
+}
+
+WindowFixture::~WindowFixture()
+{
+    closeWindow();
+    ConfigLocation::setBase(QString());
+    QDir::setCurrent(m_workingDirectory);
+}
+
+QString WindowFixture::path(const QString &name) const
+{
+    return m_folder.filePath(name);
+}
+
+void WindowFixture::writeIni(const QString &name, const QByteArray &text) const
+{
+    QDir().mkpath(QFileInfo(path(name)).path());
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+        qFatal("%s: %s", qPrintable(path(name)), qPrintable(file.errorString()));
+    }
+}
+
+QString WindowFixture::makeSeries(const QString &folder, int images) const
+{
+    DicomFileBuilder builder;
+    builder.patient(folder, folder + QStringLiteral("^Given"));
+    const QString study = uidOf(folder);
+    for (int i = 1; i <= images; ++i) {
+        const QString instance = QStringLiteral("%1.1.%2").arg(study).arg(i);
+        builder.uids(study, study + QStringLiteral(".1"), instance).instanceNumber(i);
+        builder.write(path(folder + QStringLiteral("/%1.dcm").arg(i)));
+    }
+    return path(folder);
+}
+
+PatientManagerMainWindow &WindowFixture::open()
+{
+    closeWindow();
+    m_connections = QSqlDatabase::connectionNames();
+    m_window = std::make_unique<PatientManagerMainWindow>(nullptr);
+    m_window->show();
+    return *m_window;
+}
+
+void WindowFixture::closeWindow()
+{
+    m_window.reset();
+    for (QWidget *left : QApplication::topLevelWidgets()) {
+        left->close();
+    }
+}
+
+QString WindowFixture::privateConnection() const
+{
+    for (const QString &name : QSqlDatabase::connectionNames()) {
+        if (!m_connections.contains(name)) {
+            return name;
+        }
+    }
+    return {};
+}
+
+int WindowFixture::count(const QString &table) const
+{
+    return index.query(QStringLiteral("SELECT count(*) FROM %1").arg(table)).toInt();
+}
+
+QWidget *visibleWindow(const char *className)
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && widget->inherits(className)) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
