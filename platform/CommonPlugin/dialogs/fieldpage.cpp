@@ -88,7 +88,7 @@ void FieldPage::fill(const QString &table)
         auto *item = new QTreeWidgetItem(m_list, {captionOf(captions, column), column});
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     }
-    show(m_configuration.flags());
+    check(m_configuration.flags());
     m_list->header()->resizeSections(QHeaderView::ResizeToContents);
 }
 
@@ -101,7 +101,7 @@ FieldPage::Flags FieldPage::shownFlags() const
     return flags;
 }
 
-void FieldPage::show(const Flags &flags)
+void FieldPage::check(const Flags &flags)
 {
     const QSignalBlocker quiet(m_list);
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
@@ -114,7 +114,7 @@ void FieldPage::show(const Flags &flags)
 void FieldPage::apply(const Flags &flags)
 {
     const QString refusal = m_configuration.write(flags);
-    show(m_configuration.flags());
+    check(m_configuration.flags());
     if (refusal.isEmpty()) {
         emit changed();
     } else {

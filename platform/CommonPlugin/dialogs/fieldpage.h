@@ -31,7 +31,7 @@ private:
     QPushButton *addButton(QLayout *layout, const QString &text, const QString &name);
     void fill(const QString &table);
     Flags shownFlags() const;
-    void show(const Flags &flags);
+    void check(const Flags &flags);
     void apply(const Flags &flags);
     void filter(const QString &text);
 

@@ -142,9 +142,13 @@ void swimconfig::read()
     const QList<Setting> all = settings();
     for (int i = 0; i < all.size(); ++i) {
         const int value = valueIn(all.at(i).find(), all.at(i).key);
-        if (QAbstractButton *choice = m_groups.at(i)->button(value)) {
-            choice->setChecked(true);
+        QButtonGroup *group = m_groups.at(i);
+        group->setExclusive(false); // so that a value of none of the choices checks none
+        const QList<QAbstractButton *> choices = group->buttons();
+        for (QAbstractButton *choice : choices) {
+            choice->setChecked(group->id(choice) == value);
         }
+        group->setExclusive(true);
     }
 }
 

@@ -98,7 +98,7 @@ void ImportProgressPage::begin()
     m_headline->setText(tr("Looking for files…"));
 }
 
-void ImportProgressPage::show(const ImportProgress &progress)
+void ImportProgressPage::showProgress(const ImportProgress &progress)
 {
     if (!m_time.isValid()) {
         return;

@@ -24,7 +24,7 @@ public:
     void reset();
     /// Time counts from here.
     void begin();
-    void show(const ImportProgress &progress);
+    void showProgress(const ImportProgress &progress);
     void showCancelling();
 
 signals:

@@ -59,7 +59,7 @@ void ImportProgressWidget::begin()
 
 void ImportProgressWidget::poll()
 {
-    m_progressPage->show(m_importer->progress());
+    m_progressPage->showProgress(m_importer->progress());
 }
 
 void ImportProgressWidget::cancel()

@@ -42,11 +42,13 @@ void acceptFiles(QDropEvent *event)
     }
 }
 
-/// A value that stays in its cell.
+/// A value that stays in its cell; delegates turn line breaks into separators of Unicode.
 QString asCell(QString text)
 {
-    for (const char separator : {'\t', '\n', '\r'}) {
-        text.replace(QLatin1Char(separator), QLatin1Char(' '));
+    const QChar breaks[]{QLatin1Char('\t'), QLatin1Char('\n'), QLatin1Char('\r'), QChar(QChar::LineSeparator),
+        QChar(QChar::ParagraphSeparator)};
+    for (const QChar separator : breaks) {
+        text.replace(separator, QLatin1Char(' '));
     }
     return text;
 }

@@ -1,0 +1,74 @@
+#include "datasavetypeform.h"
+#include "ndockwidget.h"
+#include "testmain.h"
+
+#include <QMainWindow>
+#include <QPushButton>
+#include <QtTest>
+
+class SmallDialogsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void dataSaveTypeAnswers_data();
+    void dataSaveTypeAnswers();
+    void laterQuestionTakesThePlace();
+    void dockIsDeletedOnlyWhenItFloats_data();
+    void dockIsDeletedOnlyWhenItFloats();
+};
+
+void SmallDialogsTest::dataSaveTypeAnswers_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QList<QVariantList>>("answers");
+    QTest::newRow("reference") << QStringLiteral("reference") << QList<QVariantList>{{0}};
+    QTest::newRow("copy") << QStringLiteral("copy") << QList<QVariantList>{{1}};
+    QTest::newRow("cancel") << QStringLiteral("cancel") << QList<QVariantList>();
+}
+
+void SmallDialogsTest::dataSaveTypeAnswers()
+{
+    QFETCH(QString, button);
+    DataSaveTypeForm *form = DataSaveTypeForm::instance();
+    QSignalSpy chosen(form, &DataSaveTypeForm::dataType);
+    form->show();
+    form->findChild<QPushButton *>(button)->click();
+    QVERIFY(!form->isVisible());
+    QTEST(static_cast<QList<QVariantList> &>(chosen), "answers");
+}
+
+void SmallDialogsTest::laterQuestionTakesThePlace()
+{
+    DataSaveTypeForm *form = DataSaveTypeForm::instance();
+    QStringList answered;
+    form->ask(this, [&answered](int) { answered.append(QStringLiteral("first")); });
+    form->ask(this, [&answered](int) { answered.append(QStringLiteral("second")); });
+    form->findChild<QPushButton *>(QStringLiteral("copy"))->click();
+    QCOMPARE(answered, QStringList{QStringLiteral("second")});
+}
+
+void SmallDialogsTest::dockIsDeletedOnlyWhenItFloats_data()
+{
+    QTest::addColumn<bool>("floating");
+    QTest::newRow("docked") << false;
+    QTest::newRow("floating") << true;
+}
+
+void SmallDialogsTest::dockIsDeletedOnlyWhenItFloats()
+{
+    QFETCH(bool, floating);
+    QMainWindow window;
+    const QPointer<NDockWidget> dock(new NDockWidget(QStringLiteral("Anonymize"), &window));
+    window.addDockWidget(Qt::RightDockWidgetArea, dock);
+    dock->setFloating(floating);
+    window.show();
+    QCOMPARE(dock->windowTitle(), QStringLiteral("Anonymize"));
+    QVERIFY(!dock->isAreaAllowed(Qt::TopDockWidgetArea));
+    dock->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(dock.isNull(), floating);
+}
+
+PM_TEST_MAIN(SmallDialogsTest)
+#include "tst_smalldialogs.moc"
