@@ -189,11 +189,11 @@ void FileStore::discard(const QByteArray &temporaryPath)
     }
 }
 
-QString FileStore::freePlaceFor(const DicomHeader &header) const
+QString FileStore::freePlaceFor(const DicomHeader &header, const IsTaken &isTaken) const
 {
     const QString place = placeFor(header);
     QString candidate = place;
-    for (int i = 2; QFile::exists(candidate); ++i) {
+    for (int i = 2; isTaken(candidate); ++i) {
         candidate = place.chopped(int(qstrlen(fileSuffix))) + QLatin1Char('-') + QString::number(i)
             + QLatin1String(fileSuffix);
     }

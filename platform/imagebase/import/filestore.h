@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <atomic>
+#include <functional>
 
 /**
  * The folder beside the index that holds copied files: store/patient/study/series/file.
@@ -35,8 +36,11 @@ public:
 
     /// Where the file of this header belongs.
     QString placeFor(const DicomHeader &header) const;
-    /// A place for it that no file has yet: the old file stays until its replacement is committed.
-    QString freePlaceFor(const DicomHeader &header) const;
+    using IsTaken = std::function<bool(const QString &path)>;
+    /// A place for it that no record and no file still to be removed has: the old file stays until its
+    /// replacement is committed. What lies there untaken was left by an import that was killed, and is
+    /// overwritten.
+    QString freePlaceFor(const DicomHeader &header, const IsTaken &isTaken) const;
     /// Renames a temporary file to its place, making the folders. @return errno, 0 for success
     int place(const QByteArray &temporaryPath, const QString &path);
     static void discard(const QByteArray &temporaryPath);

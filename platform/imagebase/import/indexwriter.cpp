@@ -4,6 +4,7 @@
 #include "filecompare.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QVariant>
 
 #include <cerrno>
@@ -164,8 +165,7 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
     if (!file.temporaryPath.isEmpty()) {
         place.sourcePath = place.filePath;
         place.copied = true;
-        place.filePath =
-            known ? m_store.freePlaceFor(file.result.header) : m_store.placeFor(file.result.header);
+        place.filePath = placeFor(file, known);
         const int error = m_store.place(file.temporaryPath, place.filePath);
         if (error != 0) {
             failOnCopy(error);
@@ -184,6 +184,18 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
         return m_records.noteObsolete(known->place.filePath) || failOnDatabase();
     }
     return true;
+}
+
+QString IndexWriter::placeFor(const ReadFile &file, const KnownInstance *known) const
+{
+    if (!known) {
+        return m_store.placeFor(file.result.header);
+    }
+    const QString old = QFileInfo(known->place.filePath).canonicalFilePath();
+    return m_store.freePlaceFor(file.result.header, [this, &old](const QString &path) {
+        return (!old.isEmpty() && QFileInfo(path).canonicalFilePath() == old) || m_placed.contains(path)
+            || m_records.isObsolete(path);
+    });
 }
 
 /// The source was touched without changing: next time its new stamp says so at once.

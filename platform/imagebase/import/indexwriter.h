@@ -45,6 +45,7 @@ private:
     bool writeKnown(ReadFile &file, const KnownInstance &known);
     bool isSameContent(const ReadFile &file, const KnownInstance &known) const;
     bool put(ReadFile &file, const KnownInstance *known);
+    QString placeFor(const ReadFile &file, const KnownInstance *known) const;
     bool refreshPlace(const ReadFile &file, const KnownInstance &known);
     void failOn(const QSqlError &error);
     bool failOnDatabase();

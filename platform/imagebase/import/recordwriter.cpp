@@ -220,6 +220,15 @@ bool RecordWriter::noteObsolete(const QString &filePath)
     return run(query);
 }
 
+bool RecordWriter::isObsolete(const QString &filePath) const
+{
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral("SELECT 1 FROM obsoletefile WHERE FilePath = ?"));
+    query.addBindValue(filePath);
+    // In doubt the file stays.
+    return !query.exec() || query.next();
+}
+
 void RecordWriter::forgetParents()
 {
     m_lastSeries = 0;

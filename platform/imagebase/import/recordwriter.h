@@ -49,6 +49,8 @@ public:
     bool replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place);
     /// Notes a file that no record names any more.
     bool noteObsolete(const QString &filePath);
+    /// True for a file that was noted so and is still to be removed.
+    bool isObsolete(const QString &filePath) const;
 
     /// To be called when another connection may have changed the records.
     void forgetParents();
