@@ -2,10 +2,11 @@
 #include "rawdicom.h"
 #include "testmain.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <ctime>
 
 #include <sys/stat.h>
 
@@ -61,6 +62,12 @@ Outcome outcomeFor(const QString &verdict)
     return outcomes.value(verdict, Outcome::CannotOpen);
 }
 
+/// Of processor time: the machine may be busy with other things.
+double secondsSince(std::clock_t start)
+{
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
 /// Abbreviated values and those with escaped control characters cannot be compared.
 bool isComparable(const QString &value)
 {
@@ -93,6 +100,7 @@ private slots:
     void readsBeyondItsWindow();
     void survivesNesting_data();
     void survivesNesting();
+    void isNotKeptBusyByDisorder();
     void uid_data();
     void uid();
 
@@ -124,14 +132,13 @@ void DicomReaderTest::corpusVerdicts()
         // A few lines of the truth are cut off by control characters in them; their files are unreadable
         // ones.
         const QString verdict = truth.verdict.isEmpty() ? QStringLiteral("unreadable") : truth.verdict;
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t start = std::clock();
         const auto result = m_reader.read(QFile::encodeName(sharedData() + QLatin1Char('/') + truth.path));
-        if (result.outcome != outcomeFor(verdict) || timer.elapsed() > 5000) {
-            wrong.append(QStringLiteral("%1 is %2, read as %3 in %4 ms (%5)")
+        if (result.outcome != outcomeFor(verdict) || secondsSince(start) > 3) {
+            wrong.append(QStringLiteral("%1 is %2, read as %3 in %4 s (%5)")
                              .arg(truth.path, verdict)
                              .arg(int(result.outcome))
-                             .arg(timer.elapsed())
+                             .arg(secondsSince(start))
                              .arg(result.detail));
         }
     }
@@ -299,8 +306,8 @@ void DicomReaderTest::survivesNesting_data()
     QTest::newRow("deep") << 1000 << true << false;
     QTest::newRow("very deep") << 30000 << true << false;
     QTest::newRow("deep, careful reader") << 1000 << true << true;
-    QTest::newRow("very deep, careful reader") << 30000 << true << true;
-    QTest::newRow("absurdly deep") << 200000 << true << true;
+    QTest::newRow("deeper, careful reader") << 2000 << true << true;
+    QTest::newRow("too deep for it") << 30000 << true << true;
     QTest::newRow("never closed") << 30000 << false << false;
 }
 
@@ -319,8 +326,19 @@ void DicomReaderTest::survivesNesting()
     forDcmtk ? file.explicitElement(0x00080070, "UN", "maker") : file;
     file.raw(open.repeated(depth)).raw(closed ? close.repeated(depth) : QByteArray()).identification();
     const DicomReadResult result = readBytes(file.bytes());
-    const bool readable = closed && depth < 100000;
+    const bool readable = closed && !(forDcmtk && depth > 10000);
     QCOMPARE(result.outcome == Outcome::Image, readable);
+}
+
+void DicomReaderTest::isNotKeptBusyByDisorder()
+{
+    RawDicom file("1.2.840.10008.1.2");
+    for (quint32 element = 0xffff; element > 0; --element) {
+        file.implicitElement(0x00090000 + element, QByteArray());
+    }
+    const std::clock_t start = std::clock();
+    QVERIFY(readBytes(file.bytes()).outcome != Outcome::Image);
+    QVERIFY(secondsSince(start) < 10); // minutes without a bound
 }
 
 void DicomReaderTest::uid_data()

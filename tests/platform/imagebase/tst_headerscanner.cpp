@@ -4,10 +4,11 @@
 #include "testmain.h"
 
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <ctime>
 
 #include <sys/resource.h>
 
@@ -136,10 +137,9 @@ void HeaderScannerTest::survivesMutations()
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(spoilt) == spoilt.size());
             file.close();
-            QElapsedTimer timer;
-            timer.start();
+            const std::clock_t start = std::clock();
             const DicomReadResult result = reader.read(QFile::encodeName(path));
-            QVERIFY2(timer.elapsed() < 3000, qPrintable(original.fileName()));
+            QVERIFY2(std::clock() - start < 3 * CLOCKS_PER_SEC, qPrintable(original.fileName()));
             QVERIFY(result.outcome != DicomReadResult::Outcome::CannotOpen);
             QVERIFY(result.outcome != DicomReadResult::Outcome::Image
                 || DicomReader::isUid(result.header[Attribute::SOPInstanceUID]));
