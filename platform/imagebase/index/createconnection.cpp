@@ -7,11 +7,13 @@
 #include "schema.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStandardPaths>
+#include <QUrl>
 #include <QVariant>
 
 namespace {
@@ -42,8 +44,19 @@ ConnectionFailure failed(Reason reason, const QString &path, const QString &deta
     return failure;
 }
 
+/// True for a database in write-ahead mode that nobody has open: its log is gone, and a plain read would make
+/// one.
+bool isAtRest(const QString &path)
+{
+    constexpr int writeVersionAt = 18; // in the file's header
+    constexpr char writeAhead = 2;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(writeVersionAt + 1).endsWith(writeAhead)
+        && !QFileInfo::exists(path + QStringLiteral("-wal"));
+}
+
 /// A connection of this function's own that is gone when it ends; read-only, so that a refused file stays as
-/// it was.
+/// it was, with nothing new beside it.
 class Probe
 {
 public:
@@ -51,8 +64,11 @@ public:
         : m_path(path)
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name());
-        db.setDatabaseName(path);
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=%1").arg(openWaitMs));
+        const QString uri =
+            QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"));
+        db.setDatabaseName(isAtRest(path) ? uri + QStringLiteral("?immutable=1") : uri);
+        db.setConnectOptions(
+            QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=%1").arg(openWaitMs));
         db.open();
     }
     ~Probe()
