@@ -6,21 +6,30 @@
 #include "workstationwindow.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QTimer>
 
-#include <clocale>
 #include <cstdio>
 
 namespace {
 
-/// Help needs no screen: it is answered before the application looks for one.
+constexpr int offscreenPointSize = 10;
+
+/// Help and complaints need no screen: they are answered before the application looks for one.
 CommandLine commandLineOf(int argc, char **argv)
 {
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i) {
-        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const QCoreApplication withoutScreen(argc, argv);
+    return CommandLine::parse(QCoreApplication::arguments());
+}
+
+/// Without a desktop there is no theme that chooses a font of a desktop's size.
+void chooseFont()
+{
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        QFont font = QApplication::font();
+        font.setPointSize(offscreenPointSize);
+        QApplication::setFont(font);
     }
-    return CommandLine::parse(arguments);
 }
 
 int run(const CommandLine &line)
@@ -42,7 +51,6 @@ int run(const CommandLine &line)
 
 int main(int argc, char **argv)
 {
-    std::setlocale(LC_ALL, ""); // file names on the command line are in the user's encoding
     QCoreApplication::setOrganizationName(QStringLiteral("PatientManager"));
     QCoreApplication::setApplicationName(QStringLiteral("workstation"));
     QCoreApplication::setApplicationVersion(QStringLiteral(PM_VERSION));
@@ -55,6 +63,7 @@ int main(int argc, char **argv)
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     installHostLog();
     const QApplication application(argc, argv);
+    chooseFont();
     ConfigLocation::setBase(line.config);
     setDatabasePath(line.database);
     return run(line);

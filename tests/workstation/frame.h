@@ -1,12 +1,17 @@
 #pragma once
 
+#include "importreport.h"
 #include "temporaryindex.h"
 #include "workstationwindow.h"
+
+#include <QMetaType>
 
 #include <memory>
 
 class NTableView;
 class QAction;
+
+Q_DECLARE_METATYPE(ImportReport)
 
 /// A shown workstation window over a fresh index, and a second writer beside it.
 class Frame

@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QDropEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSqlTableModel>
@@ -81,15 +82,17 @@ private slots:
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(empty.path()), QUrl(QStringLiteral("https://example.org/x"))});
         QSignalSpy ended(frame.window->imports(), &ImportCentre::ended);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QVERIFY(QApplication::sendEvent(frame.window.get(), &enter) && enter.isAccepted());
         QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QVERIFY(QApplication::sendEvent(frame.window.get(), &drop) && drop.isAccepted());
         QTRY_COMPARE(ended.count(), 1);
 
         QMimeData foreign;
         foreign.setText(QStringLiteral("no file"));
-        QDropEvent text(QPointF(5, 5), Qt::CopyAction, &foreign, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent text(QPoint(5, 5), Qt::CopyAction, &foreign, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(frame.window.get(), &text);
-        QVERIFY(!frame.window->imports()->isRunning());
+        QVERIFY(!text.isAccepted());
     }
 };
 

@@ -7,6 +7,7 @@
 #include "statuspanel.h"
 #include "testmain.h"
 
+#include <QAction>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>

@@ -17,17 +17,18 @@ IndexWatcher::~IndexWatcher()
 
 void IndexWatcher::watch(const QString &databasePath)
 {
-    auto *worker = new IndexWatchWorker(databasePath);
-    worker->moveToThread(&m_thread);
-    connect(&m_thread, &QThread::started, worker, &IndexWatchWorker::start);
-    connect(&m_thread, &QThread::finished, worker, &QObject::deleteLater);
-    connect(worker, &IndexWatchWorker::changed, this, &IndexWatcher::changed);
-    connect(worker, &IndexWatchWorker::counted, this, &IndexWatcher::keep);
+    m_worker = new IndexWatchWorker(databasePath);
+    m_worker->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_worker, &IndexWatchWorker::start);
+    connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
+    connect(m_worker, &IndexWatchWorker::changed, this, &IndexWatcher::changed);
+    connect(m_worker, &IndexWatchWorker::counted, this, &IndexWatcher::counted);
     m_thread.start(QThread::LowPriority);
 }
 
-void IndexWatcher::keep(const IndexCounts &counts)
+void IndexWatcher::countNow()
 {
-    m_counts = counts;
-    emit counted(counts);
+    if (m_worker) {
+        QMetaObject::invokeMethod(m_worker, &IndexWatchWorker::count);
+    }
 }

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QThread>
 
+class IndexWatchWorker;
+
 /**
  * Tells the GUI when the index has changed and what it holds, without ever making it wait: the looking and
  * counting happen on a thread of its own, which the destructor ends. GUI thread.
@@ -19,15 +21,14 @@ public:
 
     /// Begins to watch the index file; once.
     void watch(const QString &databasePath);
-    IndexCounts counts() const { return m_counts; }
+    /// Counts without waiting for the next look; counted() answers. Nothing where no index is watched.
+    void countNow();
 
 signals:
     void changed();
     void counted(const IndexCounts &counts);
 
 private:
-    void keep(const IndexCounts &counts);
-
     QThread m_thread;
-    IndexCounts m_counts;
+    IndexWatchWorker *m_worker = nullptr; ///< lives on m_thread, which deletes it
 };

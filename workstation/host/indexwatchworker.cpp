@@ -62,6 +62,9 @@ void IndexWatchWorker::look()
 
 void IndexWatchWorker::count()
 {
+    if (!m_connection || !m_connection->isOpen()) {
+        return;
+    }
     QElapsedTimer cost;
     cost.start();
     const QSqlDatabase db = m_connection->database();

@@ -27,6 +27,7 @@ public:
 
 public slots:
     void start();
+    void count();
 
 signals:
     /// Another connection has committed since the last look.
@@ -35,7 +36,6 @@ signals:
 
 private:
     void look();
-    void count();
     qint64 dataVersion() const;
 
     const QString m_databasePath;

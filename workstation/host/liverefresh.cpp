@@ -1,8 +1,10 @@
 #include "liverefresh.h"
 
+#include "ntableview.h"
 #include "recordform.h"
 
 #include <QApplication>
+#include <QSqlTableModel>
 
 #include <algorithm>
 
@@ -12,6 +14,16 @@ namespace {
 constexpr qint64 shortestPauseMs = 400;
 /// At most a tenth of the GUI's time goes into reloads.
 constexpr qint64 pauseFactor = 9;
+
+/// The first rows of a table tell how wide its columns should be; later ones leave the widths alone.
+void reloadForm(RecordForm *form)
+{
+    const bool wasEmpty = form->tableModel()->rowCount() == 0;
+    form->reload();
+    if (wasEmpty && form->tableModel()->rowCount() > 0) {
+        form->view()->resizeColumnsToContents();
+    }
+}
 
 } // namespace
 
@@ -48,17 +60,17 @@ void LiveRefresh::tryReload()
         m_timer.start(shortestPauseMs);
         return;
     }
-    reload();
+    refreshNow();
 }
 
-void LiveRefresh::reload()
+void LiveRefresh::refreshNow()
 {
     QElapsedTimer cost;
     cost.start();
     m_pending = false;
     for (const QPointer<RecordForm> &form : qAsConst(m_forms)) {
         if (form && form->isVisible()) {
-            form->reload();
+            reloadForm(form);
         }
     }
     m_pauseMs = std::max(shortestPauseMs, cost.elapsed() * pauseFactor);

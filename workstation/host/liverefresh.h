@@ -27,6 +27,8 @@ public:
 
 public slots:
     void onIndexChanged();
+    /// Reads the visible forms now; those with unsaved edits or an open editor stay as they are.
+    void refreshNow();
 
 signals:
     /// What stood in the index at the last change is on screen.
@@ -34,7 +36,6 @@ signals:
 
 private:
     void tryReload();
-    void reload();
     bool mustHold() const;
 
     QVector<QPointer<RecordForm>> m_forms;

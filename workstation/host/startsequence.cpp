@@ -4,6 +4,8 @@
 #include "importcentre.h"
 #include "importreport.h"
 #include "importreporttext.h"
+#include "indexwatcher.h"
+#include "liverefresh.h"
 #include "recordform.h"
 #include "workstationwindow.h"
 
@@ -79,13 +81,16 @@ void StartSequence::onImportEnded(const ImportReport &report)
 void StartSequence::present()
 {
     RecordForm *patients = m_window->forms().first();
-    for (RecordForm *form : m_window->forms()) {
-        form->reload();
-    }
+    m_window->liveRefresh()->refreshNow();
     if (patients->tableModel()->rowCount() == 0 && !indexIsEmpty()) {
         m_window->showPatients(false);
     }
-    finish();
+    // The picture shows the counts, too, which another thread takes.
+    connect(m_window->indexWatcher(), &IndexWatcher::counted, this, [this] {
+        disconnect(m_window->indexWatcher(), nullptr, this, nullptr);
+        QTimer::singleShot(0, this, &StartSequence::finish); // once the new texts have found their room
+    });
+    m_window->indexWatcher()->countNow();
 }
 
 void StartSequence::finish()

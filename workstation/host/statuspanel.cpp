@@ -11,6 +11,7 @@ namespace {
 
 constexpr int updateIntervalMs = 200;
 constexpr int widestPath = 420;
+constexpr int labelMargin = 8;
 
 } // namespace
 
@@ -20,11 +21,14 @@ StatusPanel::StatusPanel(QStatusBar *bar, const ImportCentre *imports)
     , m_activity(new QLabel(bar))
     , m_counts(new QLabel(bar))
     , m_path(new QLabel(bar))
-    , m_idleText(tr("Ready"))
+    , m_idleText(tr("Ready. Drop folders or files anywhere to import them."))
 {
     m_activity->setObjectName(QStringLiteral("statusActivity"));
     m_counts->setObjectName(QStringLiteral("statusCounts"));
     m_path->setObjectName(QStringLiteral("statusPath"));
+    for (QLabel *label : {m_activity, m_counts, m_path}) {
+        label->setContentsMargins(labelMargin, 0, labelMargin, 0);
+    }
     bar->addWidget(m_activity, 1);
     bar->addPermanentWidget(m_counts);
     bar->addPermanentWidget(m_path);

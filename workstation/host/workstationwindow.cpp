@@ -24,6 +24,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDate>
+#include <QHeaderView>
 #include <QLocale>
 #include <QSettings>
 #include <QSplitter>
@@ -33,9 +34,9 @@
 namespace {
 
 constexpr int idleLookMs = 50;
-constexpr QSize firstSize{1360, 900};
+constexpr QSize firstSize{1440, 900};
 /// Shares of the height: information panel, patients, studies, series, images.
-const QList<int> tableShares{80, 260, 170, 190, 260};
+const QList<int> tableShares{80, 250, 130, 170, 330};
 constexpr char geometryKey[] = "window/geometry";
 constexpr char splitterKey[] = "window/tables";
 
@@ -116,6 +117,10 @@ void WorkstationWindow::arrangeTables()
     m_library->getImagesForm()->show();
     if (auto *splitter = m_library->findChild<QSplitter *>()) {
         splitter->setSizes(tableShares);
+    }
+    for (RecordForm *form : qAsConst(m_forms)) {
+        // Whole rows are selected, so that bold captions would say nothing, and clip.
+        form->view()->horizontalHeader()->setHighlightSections(false);
     }
 }
 

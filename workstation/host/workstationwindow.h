@@ -32,6 +32,7 @@ public:
     PatientManagerMainWindow *library() const { return m_library; }
     ImportCentre *imports() const { return m_imports; }
     LiveRefresh *liveRefresh() const { return m_liveRefresh; }
+    IndexWatcher *indexWatcher() const { return m_watcher; }
     StatusPanel *statusPanel() const { return m_statusPanel; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_forms; }

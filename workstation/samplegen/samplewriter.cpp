@@ -10,6 +10,8 @@ namespace {
 constexpr char uidRoot[] = "2.25.271828182845904523536";
 constexpr char softwareVersion[] = "1";
 constexpr int minutesPerSeries = 4;
+constexpr char escape = '\x1b';
+constexpr char toAscii[] = "\x1b(B";
 
 struct PictureKind
 {
@@ -216,7 +218,13 @@ void SampleWriter::putNumbers(const DcmTagKey &tag, std::initializer_list<float>
 QByteArray SampleWriter::encoded(const QString &text) const
 {
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    return QTextCodec::codecForName(m_patient.codec)->fromUnicode(text.constData(), text.size(), &state);
+    QByteArray bytes =
+        QTextCodec::codecForName(m_patient.codec)->fromUnicode(text.constData(), text.size(), &state);
+    // The codec leaves the second character set on; a DICOM value goes back to the first before it ends.
+    if (bytes.contains(escape) && !bytes.endsWith(toAscii)) {
+        bytes += toAscii;
+    }
+    return bytes;
 }
 
 /// The UID of the study (depth 2), the series (3) or the image (4).
