@@ -88,6 +88,17 @@ QList<qlonglong> PagedTableModel::keys(const QVector<int> &rows) const
     return result;
 }
 
+void PagedTableModel::setTable(const QString &table)
+{
+    QSqlTableModel::setTable(table);
+    const QSqlRecord columns = record();
+    m_isKey.assign(std::size_t(columns.count()), false);
+    for (int column = 0; column < columns.count(); ++column) {
+        m_isKey[std::size_t(column)] =
+            column == keyColumn || columns.fieldName(column).endsWith(QLatin1String("_fk"));
+    }
+}
+
 int PagedTableModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_pages.keys().size();
@@ -123,10 +134,13 @@ bool PagedTableModel::setData(const QModelIndex &index, const QVariant &value, i
 
 Qt::ItemFlags PagedTableModel::flags(const QModelIndex &index) const
 {
-    const Qt::ItemFlags flags = QSqlTableModel::flags(index);
-    const bool isKey =
-        index.column() == keyColumn || record().fieldName(index.column()).endsWith(QLatin1String("_fk"));
-    return isKey ? flags & ~Qt::ItemIsEditable : flags;
+    // A selection of all rows asks for each of them: without edits the base class need not look for one.
+    const Qt::ItemFlags ofRow = isDirty() || !index.isValid()
+        ? QSqlTableModel::flags(index)
+        : Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable;
+    const auto column = std::size_t(index.column());
+    return index.isValid() && column < m_isKey.size() && m_isKey[column] ? ofRow & ~Qt::ItemIsEditable
+                                                                         : ofRow;
 }
 
 bool PagedTableModel::insertRows(int, int, const QModelIndex &)

@@ -7,6 +7,7 @@
 #include <QSqlTableModel>
 
 #include <set>
+#include <vector>
 
 /**
  * A QSqlTableModel for tables of any size whose first column is an integer primary key.
@@ -34,6 +35,7 @@ public:
     /// The keys of the rows in the order given; costs no statement however many there are.
     QList<qlonglong> keys(const QVector<int> &rows) const;
 
+    void setTable(const QString &table) override;
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
@@ -60,6 +62,7 @@ private:
     void forget();
 
     mutable RecordPages m_pages;
+    std::vector<bool> m_isKey; // by column
     std::set<int> m_edited; // every row edited since the last select(), reverted ones too
     QSet<int> m_written; // by the submit under way
 };
