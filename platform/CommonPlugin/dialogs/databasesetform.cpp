@@ -20,6 +20,7 @@
 
 namespace {
 
+constexpr int pathCharacters = 50;
 constexpr RecordLevel levels[] = {
     RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image};
 
@@ -56,6 +57,7 @@ void DataBaseSetForm::build()
     auto *lines = new QFormLayout;
     m_path = addLine(lines, tr("File:"), QStringLiteral("path"));
     m_path->setWordWrap(true);
+    m_path->setMinimumWidth(pathCharacters * fontMetrics().averageCharWidth());
     m_size = addLine(lines, tr("Size:"), QStringLiteral("size"));
     const QStringList captions{tr("Patients:"), tr("Studies:"), tr("Series:"), tr("Images:")};
     for (int i = 0; i < captions.size(); ++i) {

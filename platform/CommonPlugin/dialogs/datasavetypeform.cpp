@@ -3,7 +3,6 @@
 #include "importrequest.h"
 #include "sharedwindow.h"
 
-#include <QCommandLinkButton>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
@@ -29,11 +28,13 @@ void DataSaveTypeForm::build()
     layout->addWidget(new QLabel(tr("How shall the files be imported?"), this));
     const auto add = [this, layout](
                          ImportMode mode, const QString &name, const QString &text, const QString &hint) {
-        auto *button = new QCommandLinkButton(text, hint, this);
+        auto *button = new QPushButton(text, this);
         button->setObjectName(name);
+        button->setAutoDefault(true);
         button->setAccessibleDescription(hint);
-        connect(button, &QCommandLinkButton::clicked, this, [this, mode] { choose(int(mode)); });
+        connect(button, &QPushButton::clicked, this, [this, mode] { choose(int(mode)); });
         layout->addWidget(button);
+        layout->addWidget(new QLabel(hint, this));
     };
     add(ImportMode::Reference, QStringLiteral("reference"), tr("&Reference them where they are"),
         tr("Takes no space; the files must stay where they are"));

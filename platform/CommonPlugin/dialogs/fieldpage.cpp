@@ -15,7 +15,8 @@ namespace {
 
 enum ListColumn { CaptionColumn, NameColumn };
 
-constexpr int visibleRows = 16;
+constexpr int visibleRows = 18;
+constexpr int visibleCharacters = 70;
 
 /// A caption as the tables show it: kept in the local code page. The column's name where there is none.
 QString captionOf(const QSettings &captions, const QString &column)
@@ -50,7 +51,8 @@ void FieldPage::build()
     m_list->setRootIsDecorated(false);
     m_list->setUniformRowHeights(true);
     m_list->setAllColumnsShowFocus(true);
-    m_list->setMinimumHeight(visibleRows * fontMetrics().height());
+    m_list->setMinimumSize(
+        visibleCharacters * fontMetrics().averageCharWidth(), visibleRows * fontMetrics().height());
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_filter);
     layout->addWidget(m_list, 1);

@@ -80,7 +80,7 @@ QList<swimconfig::Setting> swimconfig::settings()
             {tr("Remove copied files only"), tr("Remove referenced files too")}, checkedFile,
             fileBesideProgram},
         {ConfigKey::duplicatePolicy, tr("Other content under a known identifier"),
-            tr("When an import brings an image that the index already has, but with other content."),
+            tr("When an import brings other bytes for an image of the index."),
             {tr("Keep the indexed file"), tr("Take the new file")}, checkedFile, fileBesideProgram}};
 }
 
@@ -123,9 +123,7 @@ void swimconfig::addSetting(QVBoxLayout *layout, const Setting &setting)
         group->addButton(choice, i);
         lines->addWidget(choice);
     }
-    auto *hint = new QLabel(setting.hint, box);
-    hint->setWordWrap(true);
-    lines->addWidget(hint);
+    lines->addWidget(new QLabel(setting.hint, box));
     layout->addWidget(box);
     m_groups.append(group);
 }

@@ -46,7 +46,18 @@ void ImportProgressWidget::watch(const std::shared_ptr<Importer> &importer)
     m_closedWhileRunning = false;
     setAttribute(Qt::WA_DeleteOnClose, false);
     m_progressPage->reset();
-    m_pages->setCurrentWidget(m_progressPage);
+    showPage(m_progressPage);
+}
+
+/// Each page at its own size: the report is much larger.
+void ImportProgressWidget::showPage(QWidget *page)
+{
+    for (QWidget *other : {static_cast<QWidget *>(m_progressPage), static_cast<QWidget *>(m_reportPage)}) {
+        const auto policy = other == page ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+        other->setSizePolicy(policy, policy);
+    }
+    m_pages->setCurrentWidget(page);
+    adjustSize();
 }
 
 void ImportProgressWidget::begin()
@@ -75,7 +86,7 @@ void ImportProgressWidget::showReport(const ImportReport &report)
     m_timer->stop();
     m_importer.reset();
     m_reportPage->setReport(report);
-    m_pages->setCurrentWidget(m_reportPage);
+    showPage(m_reportPage);
     setAttribute(Qt::WA_DeleteOnClose);
     if (m_closedWhileRunning) {
         show();

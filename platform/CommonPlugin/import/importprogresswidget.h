@@ -55,6 +55,7 @@ protected:
 
 private:
     void poll();
+    void showPage(QWidget *page);
     void tryAgain(const QStringList &paths);
 
     std::shared_ptr<Importer> m_importer;

@@ -11,14 +11,35 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QSaveFile>
+#include <QScreen>
 #include <QTableView>
 
 namespace {
 
 constexpr int countsPerColumn = 3;
 constexpr int pathCharacters = 50;
-constexpr int verdictCharacters = 20;
-constexpr int visibleIssues = 8;
+constexpr int verdictCharacters = 18;
+constexpr int reasonCharacters = 40;
+constexpr int visibleIssues = 10;
+constexpr int leastIssues = 4;
+
+/// As wide as its columns, unless the screen is smaller.
+class IssueView : public QTableView
+{
+public:
+    using QTableView::QTableView;
+    QSize sizeHint() const override
+    {
+        const int wanted =
+            (pathCharacters + verdictCharacters + reasonCharacters) * fontMetrics().averageCharWidth();
+        return {qMin(wanted, screen()->availableSize().width() * 2 / 3),
+            visibleIssues * verticalHeader()->defaultSectionSize()};
+    }
+    QSize minimumSizeHint() const override
+    {
+        return {QTableView::minimumSizeHint().width(), leastIssues * verticalHeader()->defaultSectionSize()};
+    }
+};
 
 } // namespace
 
@@ -72,7 +93,7 @@ QLayout *ImportReportPage::buildCounts()
 
 QTableView *ImportReportPage::buildIssues()
 {
-    auto *view = new QTableView(this);
+    auto *view = new IssueView(this);
     view->setModel(m_model);
     view->setAccessibleName(tr("Files that were not indexed"));
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -85,7 +106,6 @@ QTableView *ImportReportPage::buildIssues()
     const int character = fontMetrics().averageCharWidth();
     view->setColumnWidth(ImportIssueModel::PathColumn, pathCharacters * character);
     view->setColumnWidth(ImportIssueModel::VerdictColumn, verdictCharacters * character);
-    view->setMinimumHeight(visibleIssues * fontMetrics().height() * 3 / 2);
     return view;
 }
 

@@ -48,7 +48,8 @@ NRunnable::~NRunnable()
     });
 }
 
-int NRunnable::loadDirectors(QList<QString> dirs, int type)
+int NRunnable::loadDirectors(
+    QList<QString> dirs, int type) // NOLINT(performance-unnecessary-value-param): fixed
 {
     m_importer.reset();
     if (!ImportSettings::isMode(type)) {

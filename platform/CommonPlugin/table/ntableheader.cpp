@@ -6,8 +6,6 @@ NTableHeader::NTableHeader(const std::function<int(int)> &chosenWidth, QWidget *
 {
     setSectionsClickable(true);
     setHighlightSections(true);
-    // Only rows on screen are measured: a table may have a million.
-    setResizeContentsPrecision(0);
     connect(this, &QHeaderView::sectionResized, this, &NTableHeader::noteResize);
     // Connected before the view's own answer to a double click, which then finds no chosen width.
     connect(this, &QHeaderView::sectionHandleDoubleClicked, this,

@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
+constexpr int measuredRows = 60; ///< about what a tall screen shows
 
 QStringList localPaths(const QMimeData *data)
 {
@@ -100,9 +101,22 @@ QString NTableView::columnName(int column) const
 int NTableView::sizeHintForColumn(int column) const
 {
     const int chosen = m_widths.width(columnName(column));
-    return chosen > 0
-        ? chosen
-        : qMin(QTableView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());
+    return chosen > 0 ? chosen
+                      : qMin(contentWidth(column), widestCharacters * fontMetrics().averageCharWidth());
+}
+
+/// Of the rows on screen alone, also while the view is hidden, where the base class measures every row.
+int NTableView::contentWidth(int column) const
+{
+    const int first = qMax(0, rowAt(0));
+    const int end = qMin(first + measuredRows, model() ? model()->rowCount() : 0);
+    const QStyleOptionViewItem option = viewOptions();
+    int width = 0;
+    for (int row = first; row < end; ++row) {
+        const QModelIndex index = model()->index(row, column);
+        width = qMax(width, itemDelegate(index)->sizeHint(option, index).width());
+    }
+    return showGrid() ? width + 1 : width;
 }
 
 QList<int> NTableView::visibleColumns() const

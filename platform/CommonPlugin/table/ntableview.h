@@ -48,6 +48,7 @@ protected:
 private:
     void createHeader();
     QString columnName(int column) const;
+    int contentWidth(int column) const;
     QList<int> visibleColumns() const;
     QString cellText(const QModelIndex &index) const;
     void importPaths(const QStringList &paths);
