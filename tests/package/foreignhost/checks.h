@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+class PatientManagerMainWindow;
+
+/// Counts what a stranger's program expects of the installed library and does not find.
+namespace Checks {
+
+void expect(bool held, const QString &what);
+int failures();
+
+/// Every signal and slot by its text, as hosts that connect by text look it up.
+void signatures();
+/// Calls the public operations that a host may call; what is missing from a header or an export does not
+/// build.
+void operations(PatientManagerMainWindow &window);
+
+} // namespace Checks

@@ -1,0 +1,60 @@
+#include "checks.h"
+
+#include <createconnection.h>
+#include <patientmanagermainwindow.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+int missing = 0;
+
+void pluginMetadata()
+{
+    const QDir libraries(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib"));
+    const QPluginLoader loader(libraries.filePath(QStringLiteral("libPatientManager.so")));
+    const QJsonObject found = loader.metaData();
+    const QJsonArray keys = found[QStringLiteral("MetaData")].toObject()[QStringLiteral("Keys")].toArray();
+    Checks::expect(found[QStringLiteral("className")].toString() == QLatin1String("PatientManagerPlugin"),
+        QStringLiteral("class name of the plugin"));
+    Checks::expect(keys == QJsonArray{QStringLiteral("patientform")}, QStringLiteral("keys of the plugin"));
+}
+
+} // namespace
+
+void Checks::expect(bool held, const QString &what)
+{
+    if (!held) {
+        std::fprintf(stderr, "not found: %s\n", qPrintable(what));
+        ++missing;
+    }
+}
+
+int Checks::failures()
+{
+    return missing;
+}
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir home;
+    qputenv("HOME", home.path().toLocal8Bit());
+    const QApplication application(argc, argv);
+    setDatabasePath(home.filePath(QStringLiteral("index.db")));
+    Checks::expect(createConnection(), QStringLiteral("an index at ") + databasePath());
+    pluginMetadata();
+    Checks::signatures();
+    {
+        PatientManagerMainWindow window(nullptr);
+        window.show();
+        Checks::operations(window);
+    }
+    return Checks::failures() == 0 ? 0 : 1;
+}

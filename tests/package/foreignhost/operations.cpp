@@ -1,0 +1,157 @@
+#include "checks.h"
+
+#include <configlocation.h>
+#include <createconnection.h>
+#include <databasesetform.h>
+#include <datasavetypeform.h>
+#include <httpuploadfile.h>
+#include <imageformatform.h>
+#include <kivmessageboxform.h>
+#include <ndockwidget.h>
+#include <nrunnable.h>
+#include <ntableview.h>
+#include <patientform.h>
+#include <patientmanagermainwindow.h>
+#include <selecthideform.h>
+#include <seriesform.h>
+#include <studyform.h>
+#include <swimconfig.h>
+#include <tableinfoform.h>
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+void windowOperations(PatientManagerMainWindow &window)
+{
+    Checks::expect(window.findChildren<QAction *>(QRegularExpression(QStringLiteral("^action"))).size() == 15,
+        QStringLiteral("the fifteen actions"));
+    window.showPatientManager();
+    window.onSelectTable({1}, QStringLiteral("patient"));
+    window.onMutiSelect({1, 2}, QStringLiteral("generalstudy"));
+    Checks::expect(
+        window.selectedKeys().size() == 2 && window.selectedTable() == QLatin1String("generalstudy"),
+        QStringLiteral("the latest selection"));
+    window.onShowTable(QStringLiteral("patient"));
+    window.onLoadDir(0); // no path was taken yet: ends at once
+    window.cancelImports();
+    Checks::expect(QTest::qWaitFor([&window] { return !window.isImporting(); }), QStringLiteral("an end"));
+    window.forwordData(QStringLiteral("/nowhere"));
+    Checks::expect(window.getUploadTime().isNull() && !window.isLoadFiles() && !window.isImporting(),
+        QStringLiteral("an idle window"));
+}
+
+template <typename Form>
+void recordFormOperations(Form *form)
+{
+    form->onInquiryShow();
+    form->onDeletereflash(QStringLiteral("patient"));
+    form->updateFieldHeader();
+    form->selectIndex(QModelIndex());
+    form->selectList();
+    form->submit();
+    form->on_submit_clicked();
+    form->on_revertall_clicked();
+    form->reload();
+    Checks::expect(form->view() && form->tableModel() && !form->hasUnsavedEdits() && !form->isEditing(),
+        QStringLiteral("a form at rest"));
+}
+
+void formOperations(PatientManagerMainWindow &window)
+{
+    const QPointer<PatientForm> patients = window.getPatientForm();
+    const QPointer<StudyForm> studies = window.getStudyForm();
+    const QPointer<SeriesForm> series = window.getSeriesForm();
+    const QPointer<ImageformatForm> images = window.getImagesForm();
+    const QPointer<::tableInfoForm> information = window.getTableInfoForm();
+    Checks::expect(
+        patients && studies && series && images && information, QStringLiteral("the window's forms"));
+    recordFormOperations(patients.data());
+    recordFormOperations(studies.data());
+    recordFormOperations(series.data());
+    recordFormOperations(images.data());
+    patients->onSearchPatient(QStringLiteral("pk > 0"));
+    patients->onPatient({});
+    patients->onShowPatient();
+    patients->getPreSelectedRows();
+    patients->showPreSelectedRows();
+    patients->on_Delete_clicked();
+    patients->on_reflash_clicked();
+    patients->on_reflash_enable(true);
+    patients->onExpertList();
+    patients->setLoginUserType(0);
+    patients->selectIdx(1);
+    studies->onSelectPatient(1);
+    studies->onStudy({1});
+    studies->onFixHeight(true);
+    studies->selectIdx(1);
+    series->onSelectStudy(1);
+    series->onSeries({1});
+    series->selectIdx(1);
+    series->on_tableView_doubleClicked(QModelIndex());
+    studies->onLoadFileFinished(true);
+    series->onLoadFileFinished(true);
+    images->onLoadFileFinished(false);
+    images->onSelectSeries(1);
+    images->onInstances(QStringLiteral("pk > 0"));
+    images->onFixHeight(true);
+    Checks::expect(patients->getSelectList().isEmpty() && studies->getSelectList().isEmpty()
+            && series->getSelectList().isEmpty(),
+        QStringLiteral("an empty selection"));
+    information->onTableInfo(QStringLiteral("<b>text</b>"));
+}
+
+/// Each record form and the panel can also be made by the host itself.
+void ownForms()
+{
+    const PatientForm patients(nullptr);
+    const StudyForm studies(nullptr);
+    const SeriesForm series(nullptr);
+    const ImageformatForm images(nullptr);
+    const tableInfoForm information(nullptr);
+}
+
+void dialogOperations()
+{
+    kivMessageBoxForm::setAnswerer([](const kivMessageBoxForm::Request &) { return 2; });
+    const int answers =
+        kivMessageBoxForm::question(nullptr, QStringLiteral("Title"), QStringLiteral("Text"), 3, 1)
+        + kivMessageBoxForm::information(nullptr, QStringLiteral("Title"), QStringLiteral("Text"), 3, 1)
+        + kivMessageBoxForm::warning(nullptr, QStringLiteral("Title"), QStringLiteral("Text"), 3, 1);
+    kivMessageBoxForm::setAnswerer(nullptr);
+    Checks::expect(answers == 6, QStringLiteral("the answers of the message box"));
+    Checks::expect(DataSaveTypeForm::instance() && DataBaseSetForm::instance() && swimconfig::instance(),
+        QStringLiteral("the companion windows"));
+    const selectHideForm fields(nullptr, 0);
+    const NDockWidget dock(QStringLiteral("Dock"), nullptr);
+    HttpUploadFile::instance()->expertInfoList();
+    Checks::expect(HttpUploadFile::instance()->getExpertNames().isEmpty(), QStringLiteral("no experts"));
+}
+
+void loaderOperations()
+{
+    NTableView view;
+    view.setTableName(QStringLiteral("patient"));
+    Checks::expect(view.selectedIndexes().isEmpty(), QStringLiteral("a view without selection"));
+    NRunnable loader;
+    QSignalSpy finished(loader.notifier(), &LoadNotifier::finishReadFiles);
+    loader.loadDirectors({QCoreApplication::applicationDirPath()}, 0);
+    loader.runRunnable();
+    Checks::expect(!finished.isEmpty() || finished.wait(), QStringLiteral("the end of an import"));
+    ConfigLocation::setBase(QString());
+    Checks::expect(createConnection(), QStringLiteral("a connection that stays"));
+}
+
+} // namespace
+
+void Checks::operations(PatientManagerMainWindow &window)
+{
+    windowOperations(window);
+    formOperations(window);
+    ownForms();
+    dialogOperations();
+    loaderOperations();
+}

@@ -1,0 +1,114 @@
+#include "checks.h"
+
+#include <datasavetypeform.h>
+#include <imageformatform.h>
+#include <nrunnable.h>
+#include <ntableview.h>
+#include <patientform.h>
+#include <patientmanagermainwindow.h>
+#include <qdcmrecvfile.h>
+#include <selecthideform.h>
+#include <seriesform.h>
+#include <studyform.h>
+#include <tableinfoform.h>
+
+#include <QMetaMethod>
+
+namespace {
+
+void expectMethods(
+    const QMetaObject &meta, QMetaMethod::MethodType type, std::initializer_list<const char *> texts)
+{
+    for (const char *text : texts) {
+        const int index = meta.indexOfMethod(QMetaObject::normalizedSignature(text));
+        Checks::expect(index >= 0 && meta.method(index).methodType() == type,
+            QLatin1String(meta.className()) + QStringLiteral("::") + QLatin1String(text));
+    }
+}
+
+void expectSignals(const QMetaObject &meta, std::initializer_list<const char *> texts)
+{
+    expectMethods(meta, QMetaMethod::Signal, texts);
+}
+
+void expectSlots(const QMetaObject &meta, std::initializer_list<const char *> texts)
+{
+    expectMethods(meta, QMetaMethod::Slot, texts);
+}
+
+void windowSignatures()
+{
+    const QMetaObject &meta = PatientManagerMainWindow::staticMetaObject;
+    expectSignals(meta,
+        {"patientChanged(QPatient*)", "basicInquiyShow()", "deletereflash(QString)", "updateFieldHeader()",
+            "jessionInfo(QByteArray)", "loginInfo(QByteArray,QByteArray,QByteArray,int)",
+            "thumbViewReflash()", "notifySendSelectData(QStringList,QString,QString,int)",
+            "notifyInstanceSent()", "notifyWriteDB(QStringList,QStringList,QStringList,QString)",
+            "uploadFlag()", "runnable()"});
+    expectSlots(meta,
+        {"onLoadSelecetPath(QString)", "onSelectTable(QList<qlonglong>,QString)",
+            "onMutiSelect(QList<qlonglong>,QString)", "onShowTable(QString)", "onLoadDir(int)",
+            "on_actionLoadDir_triggered()", "on_actionDatabase_triggered()", "on_actionRefresh_triggered()",
+            "on_actionSettingField_triggered()", "on_actionSubmit_triggered()",
+            "on_actionRevertall_triggered()", "on_actionTest_triggered()"});
+}
+
+/// What the four record forms have in common.
+void recordFormSignatures(const QMetaObject &meta)
+{
+    expectSignals(meta, {"selectPK(QList<qlonglong>,QString)", "selectMutiPK(QList<qlonglong>,QString)"});
+    expectSlots(meta,
+        {"selectIndex(QModelIndex)", "selectList()", "onInquiryShow()", "onDeletereflash(QString)",
+            "updateFieldHeader()", "submit()", "on_submit_clicked()", "on_revertall_clicked()"});
+}
+
+void formSignatures()
+{
+    for (const QMetaObject *meta : {&PatientForm::staticMetaObject, &StudyForm::staticMetaObject,
+             &SeriesForm::staticMetaObject, &ImageformatForm::staticMetaObject}) {
+        recordFormSignatures(*meta);
+    }
+    expectSignals(PatientForm::staticMetaObject,
+        {"selectPatient(long long)", "selectPatient(qlonglong)", "deleteSelected()",
+            "refrshData(qlonglong)"});
+    expectSlots(PatientForm::staticMetaObject,
+        {"onSearchPatient(QString)", "onPatient(QList<qlonglong>)", "onShowPatient()", "getPreSelectedRows()",
+            "showPreSelectedRows()", "selectIdx(qlonglong)", "on_reflash_clicked()",
+            "on_reflash_enable(bool)", "onExpertList()", "on_Delete_clicked()"});
+    expectSignals(StudyForm::staticMetaObject, {"selectStudy(long long)", "signalLoadFileFinished(bool)"});
+    expectSlots(StudyForm::staticMetaObject,
+        {"onSelectPatient(long long)", "onStudy(QList<qlonglong>)", "onFixHeight(bool)",
+            "onLoadFileFinished(bool)"});
+    expectSignals(SeriesForm::staticMetaObject, {"selectSeries(long long)", "signalLoadFileFinished(bool)"});
+    expectSlots(SeriesForm::staticMetaObject,
+        {"onSelectStudy(long long)", "onSeries(QList<qlonglong>)", "on_tableView_doubleClicked(QModelIndex)",
+            "onLoadFileFinished(bool)"});
+    expectSignals(ImageformatForm::staticMetaObject,
+        {"selectInstance(qint64,long,QString)", "signalLoadFileFinished(bool)"});
+    expectSlots(ImageformatForm::staticMetaObject,
+        {"onSelectSeries(long long)", "onInstances(QString)", "onFixHeight(bool)",
+            "onLoadFileFinished(bool)"});
+    expectSlots(tableInfoForm::staticMetaObject, {"onTableInfo(QString)"});
+}
+
+void platformSignatures()
+{
+    expectSignals(NTableView::staticMetaObject, {"fileFinished(bool)"});
+    expectSlots(NRunnable::staticMetaObject, {"runRunnable()"});
+    expectSignals(LoadNotifier::staticMetaObject, {"finishReadFiles(bool)"});
+    expectSignals(DataSaveTypeForm::staticMetaObject, {"dataType(int)"});
+    expectSignals(selectHideForm::staticMetaObject, {"updateFieldHeader()"});
+    expectSignals(
+        QDcmRecvFile::staticMetaObject, {"notifyUploadFile(QStringList,QStringList,QStringList,QString)"});
+    expectSlots(
+        QDcmRecvFile::staticMetaObject, {"onNotifyWriteDB(QStringList,QStringList,QStringList,QString)"});
+}
+
+} // namespace
+
+void Checks::signatures()
+{
+    windowSignatures();
+    formSignatures();
+    platformSignatures();
+}
