@@ -73,7 +73,7 @@ void PatientManagerMainWindow::onLoadDir(int type)
 void PatientManagerMainWindow::startLoader(const QStringList &paths, int type)
 {
     auto *loader = new NRunnable;
-    loader->loadDirectors(paths, type);
+    const bool accepted = loader->loadDirectors(paths, type) == 0;
     connect(loader->notifier(), &LoadNotifier::finishReadFiles, this,
         &PatientManagerMainWindow::on_actionRefresh_triggered);
     connect(
@@ -90,7 +90,7 @@ void PatientManagerMainWindow::startLoader(const QStringList &paths, int type)
     loadThread->start(QThread::InheritPriority);
     emit runnable();
     disconnect(this, &PatientManagerMainWindow::runnable, loader, &NRunnable::runRunnable);
-    progress->show();
+    progress->setVisible(accepted); // a refused run ends at once and has nothing to show
 }
 
 void PatientManagerMainWindow::retireLoader(NRunnable *loader)

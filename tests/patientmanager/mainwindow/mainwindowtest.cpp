@@ -47,6 +47,8 @@ private slots:
     void submitAsksFirst();
     void revertDropsEditsUnasked();
     void fieldWindowIsMadeAnewAndRelays();
+    void settingsWindowsComeUp_data();
+    void settingsWindowsComeUp();
 
 private:
     QVector<QWidget *> recordForms(PatientManagerMainWindow &window) const
@@ -320,6 +322,25 @@ void MainWindowTest::fieldWindowIsMadeAnewAndRelays()
         fields->close();
         QTRY_VERIFY(!fields);
     }
+}
+
+void MainWindowTest::settingsWindowsComeUp_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("DataBaseSetForm") << QStringLiteral("actionDatabase");
+    QTest::newRow("swimconfig") << QStringLiteral("actionTest");
+}
+
+void MainWindowTest::settingsWindowsComeUp()
+{
+    QFETCH(QString, action);
+    auto *trigger = fixture->open().findChild<QAction *>(action);
+    trigger->trigger();
+    QWidget *shown = visibleWindow(QTest::currentDataTag());
+    QVERIFY(shown);
+    shown->close();
+    trigger->trigger();
+    QCOMPARE(visibleWindow(QTest::currentDataTag()), shown);
 }
 
 PM_TEST_MAIN(MainWindowTest)

@@ -34,6 +34,7 @@ private slots:
     void singleFileIsImported();
     void askingModeLoadsOnceWhenChosen();
     void unknownModeLoadsNothing();
+    void refusedRunEndsAtOnceAndShowsNothing();
     void importsTakeTurns();
     void leavingStopsWhatRuns();
     void wholeDiskIsAskedFor();
@@ -133,6 +134,16 @@ void WindowImportTest::unknownModeLoadsNothing()
     window.onLoadSelecetPath(folder);
     QVERIFY(!window.isImporting());
     QVERIFY(!DataSaveTypeForm::instance()->isVisible());
+}
+
+void WindowImportTest::refusedRunEndsAtOnceAndShowsNothing()
+{
+    PatientManagerMainWindow &window = fixture->open();
+    QSignalSpy refreshed(&window, &PatientManagerMainWindow::basicInquiyShow);
+    window.onLoadDir(0); // no path was taken
+    QVERIFY(!visibleWindow("ImportProgressWidget"));
+    waitForImports(window);
+    QCOMPARE(refreshed.size(), 1);
 }
 
 void WindowImportTest::importsTakeTurns()
