@@ -28,7 +28,7 @@ SampleSeries series(SamplePicture picture, const char *description, const char *
 CataloguePatient headCtPatient()
 {
     CataloguePatient entry;
-    entry.patient = {QStringLiteral("wang-xiaoming"), QStringLiteral("Wang^XiaoMing=王^小明"),
+    entry.patient = {QStringLiteral("1-wang-xiaoming"), QStringLiteral("Wang^XiaoMing=王^小明"),
         QStringLiteral("P-10021"), QStringLiteral("19680412"), QStringLiteral("M"),
         QStringLiteral("头痛三天"), "GB18030", "GB18030"};
     entry.studies = {
@@ -53,8 +53,9 @@ CataloguePatient headCtPatient()
 CataloguePatient headMrPatient()
 {
     CataloguePatient entry;
-    entry.patient = {QStringLiteral("zhang-li"), QStringLiteral("Zhang^Li=张^丽"), QStringLiteral("P-10388"),
-        QStringLiteral("19851130"), QStringLiteral("F"), QString(), "ISO_IR 192", "UTF-8"};
+    entry.patient = {QStringLiteral("2-zhang-li"), QStringLiteral("Zhang^Li=张^丽"),
+        QStringLiteral("P-10388"), QStringLiteral("19851130"), QStringLiteral("F"), QString(), "ISO_IR 192",
+        "UTF-8"};
     entry.studies = {{{QStringLiteral("20240402"), QStringLiteral("102233"), QStringLiteral("812"),
                           QStringLiteral("A240402-03"), QStringLiteral("MR brain / 颅脑磁共振"),
                           QStringLiteral("Chen^Jun=陈^军"), QStringLiteral("影像中心"),
@@ -73,7 +74,7 @@ CataloguePatient headMrPatient()
 CataloguePatient trunkCtPatient()
 {
     CataloguePatient entry;
-    entry.patient = {QStringLiteral("yamada-tarou"), QStringLiteral("Yamada^Tarou=山田^太郎=やまだ^たろう"),
+    entry.patient = {QStringLiteral("3-yamada-tarou"), QStringLiteral("Yamada^Tarou=山田^太郎=やまだ^たろう"),
         QStringLiteral("JP-5582"), QStringLiteral("19550720"), QStringLiteral("M"), QString(),
         "\\ISO 2022 IR 87", "ISO-2022-JP"};
     entry.studies = {{{QStringLiteral("20240115"), QStringLiteral("160040"), QStringLiteral("29"),
@@ -94,7 +95,7 @@ CataloguePatient trunkCtPatient()
 CataloguePatient kneePatient()
 {
     CataloguePatient entry;
-    entry.patient = {QStringLiteral("mueller-joerg"), QStringLiteral("Müller^Jörg^^Dr."),
+    entry.patient = {QStringLiteral("4-mueller-joerg"), QStringLiteral("Müller^Jörg^^Dr."),
         QStringLiteral("DE-0077"), QStringLiteral("19790205"), QStringLiteral("M"),
         QStringLiteral("Skiunfall, Knie rechts"), "ISO_IR 100", "ISO-8859-1"};
     entry.studies = {
@@ -119,7 +120,7 @@ CataloguePatient kneePatient()
 CataloguePatient spinePatient()
 {
     CataloguePatient entry;
-    entry.patient = {QStringLiteral("dvorakova-jirina"), QStringLiteral("Dvořáková^Jiřina"),
+    entry.patient = {QStringLiteral("5-dvorakova-jirina"), QStringLiteral("Dvořáková^Jiřina"),
         QStringLiteral("CZ-314"), QStringLiteral("19910917"), QStringLiteral("F"), QString(), "ISO_IR 101",
         "ISO-8859-2"};
     entry.studies = {
