@@ -147,11 +147,16 @@ void SelectHideFormTest::filterFindsCaptionAndName()
 {
     const ImportScene scene;
     const Page page(study);
+    // The clear button fades in and out; an animation left over at the end would be nobody's to delete.
+    const auto *clearButton = page.filter()->findChild<QAbstractButton *>();
     page.filter()->setText(QStringLiteral("studyda"));
+    QTRY_COMPARE(clearButton->property("opacity").toReal(), 1.0);
     QVERIFY(!page.item(QStringLiteral("StudyDate"))->isHidden());
     QVERIFY(page.item(QStringLiteral("AccessionNumber"))->isHidden());
     page.filter()->clear();
     QVERIFY(!page.item(QStringLiteral("AccessionNumber"))->isHidden());
+    QTRY_COMPARE(clearButton->property("opacity").toReal(), 0.0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void SelectHideFormTest::missingRowIsMade()
