@@ -40,8 +40,10 @@ NRunnable::~NRunnable()
         m_report.end = ImportEnd::Cancelled;
         finish();
     }
-    // Directly where this is the GUI thread: its event loop may have ended.
-    QMetaObject::invokeMethod(m_notifier.get(), [notifier = m_notifier, progress = m_progress, ran] {
+    // Directly where this is the GUI thread: its event loop may have ended. The event must not own the
+    // notifier: an application that ends with the event still waiting would delete it under its lock on all
+    // events, and hang.
+    QMetaObject::invokeMethod(m_notifier.get(), [progress = m_progress, ran] {
         if (progress && (!ran || progress->isHidden())) {
             progress->deleteLater();
         }
@@ -113,7 +115,7 @@ void NRunnable::finish()
     m_finished = true;
     QMetaObject::invokeMethod(
         m_notifier.get(),
-        [notifier = m_notifier, progress = m_progress, report = m_report] {
+        [notifier = m_notifier.get(), progress = m_progress, report = m_report] {
             if (progress && progress->isRunning()) {
                 progress->showReport(report);
             }
