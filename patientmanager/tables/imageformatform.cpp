@@ -37,7 +37,7 @@ void ImageformatForm::onSelectSeries(qlonglong series_fk)
     showChildrenOf(series_fk);
 }
 
-void ImageformatForm::onInstances(QString strFileter)
+void ImageformatForm::onInstances(const QString &strFileter)
 {
     showWhere(strFileter);
 }

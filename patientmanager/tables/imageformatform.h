@@ -21,7 +21,7 @@ public:
 public slots:
     void onSelectSeries(qlonglong series_fk);
     /// Shows the instances of an SQL condition.
-    void onInstances(QString strFileter);
+    void onInstances(const QString &strFileter);
     /// Lets the form grow, or holds it at one row's height.
     void onFixHeight(bool fix);
 

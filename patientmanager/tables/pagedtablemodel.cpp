@@ -107,7 +107,7 @@ int PagedTableModel::rowCount(const QModelIndex &parent) const
 QVariant PagedTableModel::data(const QModelIndex &index, int role) const
 {
     const bool isValue = role == Qt::DisplayRole || role == Qt::EditRole;
-    if (!isValue || index.row() < QSqlQueryModel::rowCount() || isDirty(index)) {
+    if (!isValue || index.row() < QSqlTableModel::rowCount() || isDirty(index)) {
         return QSqlTableModel::data(index, role);
     }
     return m_pages.value(index.row(), index.column());
@@ -202,10 +202,10 @@ QString PagedTableModel::selectStatement() const
 bool PagedTableModel::readKeys()
 {
     QVector<qlonglong> keys;
-    const int rows = QSqlQueryModel::rowCount();
+    const int rows = QSqlTableModel::rowCount();
     if (rows < firstRows) {
         for (int row = 0; row < rows; ++row) {
-            keys.append(QSqlQueryModel::data(createIndex(row, keyColumn)).toLongLong());
+            keys.append(QSqlTableModel::data(createIndex(row, keyColumn)).toLongLong());
         }
     } else if (!readAllKeys(&keys)) {
         return false;
@@ -255,11 +255,11 @@ bool PagedTableModel::updateRowInTable(int row, const QSqlRecord &values)
     if (editStrategy() != OnManualSubmit) {
         return QSqlTableModel::updateRowInTable(row, values);
     }
-    if (!m_written.contains(row) && !writeEditedRows()) {
+    if (m_written.count(row) == 0 && !writeEditedRows()) {
         m_written.clear();
         return false;
     }
-    return m_written.remove(row);
+    return m_written.erase(row) > 0;
 }
 
 bool PagedTableModel::writeEditedRows()

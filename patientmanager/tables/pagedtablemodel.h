@@ -3,7 +3,6 @@
 #include "patientmanager_export.h"
 #include "recordpages.h"
 
-#include <QSet>
 #include <QSqlTableModel>
 
 #include <set>
@@ -64,5 +63,5 @@ private:
     mutable RecordPages m_pages;
     std::vector<bool> m_isKey; // by column
     std::set<int> m_edited; // every row edited since the last select(), reverted ones too
-    QSet<int> m_written; // by the submit under way
+    std::set<int> m_written; // by the submit under way
 };

@@ -51,14 +51,14 @@ void PatientForm::selectIdx(qlonglong pk)
     selectNearTop(pk);
 }
 
-void PatientForm::onSearchPatient(QString filter)
+void PatientForm::onSearchPatient(const QString &filter)
 {
     m_filter = filter;
     showWhere(filter);
     emit selectPatient(0);
 }
 
-void PatientForm::onPatient(QList<qlonglong> pks)
+void PatientForm::onPatient(const QList<qlonglong> &pks)
 {
     showKeys(pks);
 }

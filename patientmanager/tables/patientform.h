@@ -28,8 +28,8 @@ public slots:
     /// Selects a patient that stands near the top of the table; clears the selection otherwise.
     void selectIdx(qlonglong pk);
     /// Shows the patients of an SQL condition, all for an empty one, and empties the study form.
-    void onSearchPatient(QString filter);
-    void onPatient(QList<qlonglong> pks);
+    void onSearchPatient(const QString &filter);
+    void onPatient(const QList<qlonglong> &pks);
     /// Shows all patients; those that were selected stay so.
     void onShowPatient();
     void getPreSelectedRows();

@@ -169,7 +169,7 @@ void RecordForm::onInquiryShow()
     showKeys({});
 }
 
-void RecordForm::onDeletereflash(QString tableName)
+void RecordForm::onDeletereflash(const QString &tableName)
 {
     if (tableName == QLatin1String(m_table.name)) {
         readAgain();

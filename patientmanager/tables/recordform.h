@@ -45,7 +45,7 @@ public slots:
     /// Empties the table: another display takes over.
     void onInquiryShow();
     /// Reads this table again where it is the one named.
-    void onDeletereflash(QString tableName);
+    void onDeletereflash(const QString &tableName);
     /// Shows and hides columns by the flags of the field configuration; without flags all are hidden.
     void updateFieldHeader();
     /// Writes all edits in one transaction; where that fails nothing is written, a message says why and the

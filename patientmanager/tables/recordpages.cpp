@@ -47,13 +47,11 @@ QVariant RecordPages::value(int row, int column)
         return {};
     }
     const int number = row / pageRows;
-    const Page *page = m_pages.object(number);
-    if (!page) {
-        auto *fresh = new Page(read(number)); // owned by the cache
-        m_pages.insert(number, fresh);
-        page = fresh;
+    if (!m_pages.contains(number)) {
+        m_pages.insert(number, new Page(read(number)));
     }
-    return page->value(row % pageRows).value(column);
+    const Page *page = m_pages.object(number);
+    return page ? page->value(row % pageRows).value(column) : QVariant();
 }
 
 RecordPages::Page RecordPages::read(int page) const

@@ -49,7 +49,7 @@ void SeriesForm::onSelectStudy(qlonglong study_fk)
     emit selectSeries(0);
 }
 
-void SeriesForm::onSeries(QList<qlonglong> pks)
+void SeriesForm::onSeries(const QList<qlonglong> &pks)
 {
     showKeys(pks);
 }

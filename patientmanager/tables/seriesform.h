@@ -23,7 +23,7 @@ public:
 public slots:
     void selectIdx(qlonglong pk);
     void onSelectStudy(qlonglong study_fk);
-    void onSeries(QList<qlonglong> pks);
+    void onSeries(const QList<qlonglong> &pks);
     /// Nothing of its own: the double click goes to selectList().
     void on_tableView_doubleClicked(const QModelIndex &index);
 

@@ -41,7 +41,7 @@ void StudyForm::onSelectPatient(qlonglong patient_fk)
     reportRow(0);
 }
 
-void StudyForm::onStudy(QList<qlonglong> pks)
+void StudyForm::onStudy(const QList<qlonglong> &pks)
 {
     showKeys(pks);
 }

@@ -23,7 +23,7 @@ public:
 public slots:
     void selectIdx(qlonglong pk);
     void onSelectPatient(qlonglong patient_fk);
-    void onStudy(QList<qlonglong> pks);
+    void onStudy(const QList<qlonglong> &pks);
     /// Lets the form grow, or holds it at one row's height.
     void onFixHeight(bool fix);
 

@@ -11,7 +11,7 @@ tableInfoForm::tableInfoForm(QWidget *parent)
 
 tableInfoForm::~tableInfoForm() = default;
 
-void tableInfoForm::onTableInfo(QString text)
+void tableInfoForm::onTableInfo(const QString &text)
 {
     ui->textBrowser->setText(text);
 }

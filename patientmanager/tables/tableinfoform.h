@@ -22,7 +22,7 @@ public:
 
 public slots:
     /// Replaces the text that was there.
-    void onTableInfo(QString text);
+    void onTableInfo(const QString &text);
 
 private:
     std::unique_ptr<Ui::tableInfoForm> ui;

@@ -322,7 +322,11 @@ void PagedTableModelTest::keepsFewPages()
     for (int row = 0; row < m_model->rowCount(); row += RecordPages::pageRows / 2) {
         QVERIFY(!m_model->index(row, name).data().isNull());
     }
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // sanitizers hold freed memory back
     QVERIFY2(resident() - before < 60, qPrintable(QString::number(resident() - before)));
+#else
+    Q_UNUSED(before)
+#endif
     QCOMPARE(at(rows - 1, "PatientID").toString(), QString::asprintf("ID%07d", rows));
 }
 
