@@ -28,6 +28,7 @@
 #include <QLocale>
 #include <QSettings>
 #include <QSplitter>
+#include <QSqlTableModel>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -55,6 +56,9 @@ WorkstationWindow::WorkstationWindow(QWidget *parent)
     build();
     connectParts();
     arrangeTables();
+    if (m_hasIndex) {
+        sortImages();
+    }
     reportIndex();
 }
 
@@ -102,7 +106,8 @@ void WorkstationWindow::reportIndex()
         m_watcher->watch(databasePath());
         return;
     }
-    m_banner->say(connectionFailureText(connectionFailure()));
+    m_banner->say(connectionFailureText(connectionFailure()) + QLatin1Char('\n')
+        + tr("Start the workstation with --database FILE to use another index."));
     m_statusPanel->setIdleText(tr("No index"));
     setAcceptDrops(false);
     if (auto *load = m_library->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
@@ -122,6 +127,14 @@ void WorkstationWindow::arrangeTables()
         // Whole rows are selected, so that bold captions would say nothing, and clip.
         form->view()->horizontalHeader()->setHighlightSections(false);
     }
+}
+
+/// In the order in which they were taken, whatever the order of their files.
+void WorkstationWindow::sortImages()
+{
+    const RecordForm *images = m_forms.last();
+    images->view()->sortByColumn(
+        images->tableModel()->fieldIndex(QStringLiteral("InstanceNumber")), Qt::AscendingOrder);
 }
 
 void WorkstationWindow::restoreLayout()

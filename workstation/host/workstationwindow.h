@@ -58,6 +58,7 @@ private:
     void connectParts();
     void reportIndex();
     void arrangeTables();
+    void sortImages();
     void saveLayout() const;
     bool mayClose();
     void closeOnceIdle();
