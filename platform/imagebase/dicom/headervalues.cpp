@@ -51,6 +51,8 @@ std::vector<WantedElement> makeWantedElements()
     return wanted;
 }
 
+constexpr int longestRemembered = 256;
+
 bool isPadding(char c)
 {
     return c == ' ' || c == '\0';
@@ -104,11 +106,13 @@ void HeaderValues::begin()
     m_header = DicomHeader();
     m_mediaDirectory = false;
     m_characterSet.select(QByteArray());
+    m_characterSetName.clear();
 }
 
 void HeaderValues::setCharacterSet(const char *bytes, int length)
 {
-    m_characterSet.select(QByteArray::fromRawData(bytes, qMin(length, maximumBytes)));
+    m_characterSetName = QByteArray(bytes, qMin(length, maximumBytes));
+    m_characterSet.select(m_characterSetName);
 }
 
 void HeaderValues::setText(const WantedElement &element, const char *bytes, int length)
@@ -122,14 +126,31 @@ void HeaderValues::setText(const WantedElement &element, const char *bytes, int 
         --length;
     }
     if (length > 0) {
-        m_header[element.attribute] =
-            element.kind == ValueKind::Number ? firstNumber(bytes, length) : text(element, bytes, length);
+        m_header[element.attribute] = value(element, bytes, length);
     }
 }
 
 void HeaderValues::setNumber(const WantedElement &element, quint16 number)
 {
     m_header[element.attribute] = QString::number(number);
+}
+
+/// Files of a series repeat most of their values: a value that comes again shares the text of the last one.
+QString HeaderValues::value(const WantedElement &element, const char *bytes, int length)
+{
+    Remembered &last = m_remembered[static_cast<std::size_t>(element.attribute)];
+    const bool again = last.bytes.size() == length
+        && std::memcmp(last.bytes.constData(), bytes, std::size_t(length)) == 0
+        && last.characterSet == m_characterSetName;
+    if (again) {
+        return last.text;
+    }
+    QString result =
+        element.kind == ValueKind::Number ? firstNumber(bytes, length) : text(element, bytes, length);
+    if (length <= longestRemembered) {
+        last = {QByteArray(bytes, length), m_characterSetName, result};
+    }
+    return result;
 }
 
 QString HeaderValues::text(const WantedElement &element, const char *bytes, int length)

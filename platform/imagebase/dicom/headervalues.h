@@ -3,6 +3,7 @@
 #include "characterset.h"
 #include "dicomheader.h"
 
+#include <array>
 #include <vector>
 
 /// An attribute of the index as the readers look for it in a file.
@@ -41,9 +42,19 @@ public:
     bool isIdentified() const;
 
 private:
+    /// The value that an attribute had last, as the file wrote it and as text.
+    struct Remembered
+    {
+        QByteArray bytes;
+        QByteArray characterSet;
+        QString text;
+    };
+    QString value(const WantedElement &element, const char *bytes, int length);
     QString text(const WantedElement &element, const char *bytes, int length);
 
     CharacterSet m_characterSet;
+    QByteArray m_characterSetName;
+    std::array<Remembered, attributeCount> m_remembered;
     DicomHeader m_header;
     bool m_mediaDirectory = false;
 };

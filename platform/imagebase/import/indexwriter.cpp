@@ -52,6 +52,7 @@ IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &co
     : m_request(request)
     , m_db(connection.database())
     , m_store(store)
+    , m_dataVersion(dataVersion())
     , m_records(m_db)
 { }
 
@@ -72,7 +73,7 @@ bool IndexWriter::begin(bool lastTry)
     m_transaction = std::move(transaction);
     const qint64 version = dataVersion();
     if (version != m_dataVersion) {
-        m_records.forgetParents();
+        m_records.forgetAll();
         m_dataVersion = version;
     }
     return true;

@@ -56,13 +56,13 @@ private:
     const ImportRequest &m_request;
     QSqlDatabase m_db;
     FileStore &m_store;
+    qint64 m_dataVersion; ///< read before the records are, so that no change falls in between
     RecordWriter m_records;
     std::unique_ptr<WriteTransaction> m_transaction;
     ImportReport m_report;
     ImportReport m_batch; ///< of the open transaction
     QStringList m_placed; ///< files that the open transaction put into the store
     bool m_obsolete = false; ///< the open transaction noted files to remove
-    qint64 m_dataVersion = 0;
     ImportEnd m_end = ImportEnd::Complete;
     QString m_endDetail;
 };

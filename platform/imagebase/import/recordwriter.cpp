@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int mostRemembered = 50'000;
+constexpr int mostWritten = 500'000;
 /// Between the values of an identity: no DICOM text holds it.
 constexpr QChar between(0x1f);
 
@@ -142,6 +143,25 @@ RecordWriter::RecordWriter(const QSqlDatabase &db)
     for (const RecordLevel level : {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series}) {
         m_insertRecord[at(level)].prepare(insertStatement(level));
     }
+    QSqlQuery any(m_db);
+    m_writtenIsAll = any.exec(QStringLiteral("SELECT 1 FROM imageformat LIMIT 1")) && !any.next();
+}
+
+/// An import into an empty index need not ask it about each file. A hash met twice only costs the question.
+bool RecordWriter::isKnown(const QString &sopInstanceUid) const
+{
+    return !m_writtenIsAll || m_written.contains(qHash(sopInstanceUid));
+}
+
+void RecordWriter::remember(const QString &sopInstanceUid)
+{
+    if (m_writtenIsAll) {
+        m_written.insert(qHash(sopInstanceUid));
+    }
+    if (m_written.size() > mostWritten) {
+        m_writtenIsAll = false;
+        m_written.clear();
+    }
 }
 
 bool RecordWriter::run(QSqlQuery &query)
@@ -155,6 +175,9 @@ bool RecordWriter::run(QSqlQuery &query)
 
 std::optional<KnownInstance> RecordWriter::find(const QString &sopInstanceUid)
 {
+    if (!isKnown(sopInstanceUid)) {
+        return std::nullopt;
+    }
     m_find.bindValue(0, sopInstanceUid);
     if (!run(m_find) || !m_find.next()) {
         return std::nullopt;
@@ -179,6 +202,7 @@ bool RecordWriter::insert(const DicomHeader &header, const FilePlace &place)
         return false;
     }
     bindImage(m_insertImage, seriesPk, header, place);
+    remember(header[Attribute::SOPInstanceUID]);
     return run(m_insertImage);
 }
 
@@ -227,6 +251,13 @@ bool RecordWriter::isObsolete(const QString &filePath) const
     query.addBindValue(filePath);
     // In doubt the file stays.
     return !query.exec() || query.next();
+}
+
+void RecordWriter::forgetAll()
+{
+    forgetParents();
+    m_writtenIsAll = false;
+    m_written.clear();
 }
 
 void RecordWriter::forgetParents()

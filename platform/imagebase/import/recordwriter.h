@@ -4,6 +4,7 @@
 #include "filewalker.h"
 
 #include <QHash>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -53,10 +54,14 @@ public:
     bool isObsolete(const QString &filePath) const;
 
     /// To be called when another connection may have changed the records.
+    void forgetAll();
+    /// To be called after a rollback.
     void forgetParents();
     const QSqlError &error() const { return m_error; }
 
 private:
+    bool isKnown(const QString &sopInstanceUid) const;
+    void remember(const QString &sopInstanceUid);
     qlonglong series(const DicomHeader &header);
     qlonglong patient(const DicomHeader &header);
     qlonglong child(RecordLevel level, qlonglong parent, const QString &uid, const DicomHeader &header);
@@ -79,5 +84,7 @@ private:
     std::array<QHash<QString, qlonglong>, parentLevels> m_known;
     std::array<QString, 6> m_lastIdentity;
     qlonglong m_lastSeries = 0;
+    QSet<uint> m_written; ///< hashes of the UIDs written, while they are all that the index has
+    bool m_writtenIsAll = false;
     QSqlError m_error;
 };
