@@ -94,6 +94,7 @@ SampleImage renderSection(const SampleSeries &series, int slice)
 SampleImage renderProjection(const SampleSeries &series)
 {
     constexpr float step = 3;
+    constexpr int samples = 85;
     const Phantom phantom = Phantom::trunk();
     SampleImage image{sampleSide, sampleSide, false, {}, {}};
     image.grey.reserve(sampleSide * sampleSide);
@@ -101,7 +102,8 @@ SampleImage renderProjection(const SampleSeries &series)
         for (int column = 0; column < sampleSide; ++column) {
             const Vector3 start = placeOf(series, 0, float(column), float(row));
             float water = 0;
-            for (float y = -126; y <= 126; y += step) {
+            for (int sample = 0; sample < samples; ++sample) {
+                const float y = (float(sample) - float(samples - 1) / 2) * step;
                 const float hu = phantom.at({start.x, y, start.z}, hounsfield, 2);
                 water += std::max(0.0F, 1 + hu / 1000) * step;
             }
