@@ -4,6 +4,8 @@
 
 #include <QVariant>
 
+#include <vector>
+
 namespace {
 
 constexpr int mostRemembered = 50'000;
@@ -90,6 +92,20 @@ int bindAttributes(QSqlQuery &query, int position, RecordLevel level, const Dico
     return position;
 }
 
+const std::vector<AttributeInfo> &imageAttributes()
+{
+    static const std::vector<AttributeInfo> attributes = [] {
+        std::vector<AttributeInfo> result;
+        for (const AttributeInfo &info : attributeTable()) {
+            if (info.level == RecordLevel::Image) {
+                result.push_back(info);
+            }
+        }
+        return result;
+    }();
+    return attributes;
+}
+
 std::array<QString, 6> identityOf(const DicomHeader &header)
 {
     return {header[Attribute::SeriesInstanceUID], header[Attribute::StudyInstanceUID],
@@ -115,19 +131,16 @@ void bindPatient(QSqlQuery &query, int position, const DicomHeader &header)
 
 RecordWriter::RecordWriter(const QSqlDatabase &db)
     : m_db(db)
-    , m_find(db)
-    , m_insertImage(db)
-    , m_updateImage(db)
+    , m_find(db,
+          QStringLiteral("SELECT pk, series_fk, FilePath, SourcePath, FileSize, FileTime, FileInode, "
+                         "IrradiationEventUID FROM imageformat WHERE SOPInstanceUID = ?"))
+    , m_insertImage(db, insertStatement(RecordLevel::Image))
+    , m_updateImage(db, updateImageStatement())
     , m_findPatient(db)
     , m_findNamelessPatient(db)
     , m_findChild{QSqlQuery(db), QSqlQuery(db), QSqlQuery(db)}
     , m_insertRecord{QSqlQuery(db), QSqlQuery(db), QSqlQuery(db)}
 {
-    m_find.prepare(
-        QStringLiteral("SELECT pk, series_fk, FilePath, SourcePath, FileSize, FileTime, FileInode, "
-                       "IrradiationEventUID FROM imageformat WHERE SOPInstanceUID = ?"));
-    m_insertImage.prepare(insertStatement(RecordLevel::Image));
-    m_updateImage.prepare(updateImageStatement());
     const QString otherValues =
         QStringLiteral("IssuerOfPatientID = ? AND PatientName = ? AND PatientBirthDate = ?");
     m_findPatient.prepare(
@@ -178,20 +191,20 @@ std::optional<KnownInstance> RecordWriter::find(const QString &sopInstanceUid)
     if (!isKnown(sopInstanceUid)) {
         return std::nullopt;
     }
-    m_find.bindValue(0, sopInstanceUid);
-    if (!run(m_find) || !m_find.next()) {
-        return std::nullopt;
+    m_find.bind(0, sopInstanceUid);
+    std::optional<KnownInstance> known;
+    if (m_find.step() == NativeStatement::Step::Row) {
+        known.emplace();
+        known->pk = m_find.integer(0);
+        known->seriesPk = m_find.integer(1);
+        known->place.filePath = m_find.text(2);
+        known->place.sourcePath = m_find.text(3);
+        known->place.stamp.size = m_find.integer(4);
+        known->place.stamp.time = m_find.integer(5);
+        known->place.stamp.inode = static_cast<quint64>(m_find.integer(6));
+        known->place.copied = m_find.text(7) == QLatin1String(copiedFileMarker);
     }
-    KnownInstance known;
-    known.pk = m_find.value(0).toLongLong();
-    known.seriesPk = m_find.value(1).toLongLong();
-    known.place.filePath = m_find.value(2).toString();
-    known.place.sourcePath = m_find.value(3).toString();
-    known.place.stamp.size = m_find.value(4).toLongLong();
-    known.place.stamp.time = m_find.value(5).toLongLong();
-    known.place.stamp.inode = m_find.value(6).toULongLong();
-    known.place.copied = m_find.value(7).toString() == QLatin1String(copiedFileMarker);
-    m_find.finish();
+    m_find.reset();
     return known;
 }
 
@@ -201,9 +214,8 @@ bool RecordWriter::insert(const DicomHeader &header, const FilePlace &place)
     if (seriesPk == 0) {
         return false;
     }
-    bindImage(m_insertImage, seriesPk, header, place);
     remember(header[Attribute::SOPInstanceUID]);
-    return run(m_insertImage);
+    return writeImage(m_insertImage, seriesPk, header, place);
 }
 
 bool RecordWriter::replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place)
@@ -212,28 +224,40 @@ bool RecordWriter::replace(const KnownInstance &known, const DicomHeader &header
     if (seriesPk == 0) {
         return false;
     }
-    bindImage(m_updateImage, seriesPk, header, place);
-    m_updateImage.bindValue(columnsOf(RecordLevel::Image).size(), known.pk);
-    return run(m_updateImage) && (seriesPk == known.seriesPk || removeEmptyParents(known.seriesPk));
+    m_updateImage.bind(columnsOf(RecordLevel::Image).size(), known.pk);
+    return writeImage(m_updateImage, seriesPk, header, place)
+        && (seriesPk == known.seriesPk || removeEmptyParents(known.seriesPk));
 }
 
-void RecordWriter::bindImage(
-    QSqlQuery &query, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place)
+bool RecordWriter::writeImage(
+    NativeStatement &statement, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place)
 {
-    query.bindValue(0, seriesPk);
-    int next = bindAttributes(query, 1, RecordLevel::Image, header);
     // The marker is ours alone: a file that claims it must not be taken for a copy and removed one day.
-    const int marker = next - 1;
-    if (place.copied) {
-        query.bindValue(marker, QLatin1String(copiedFileMarker));
-    } else if (header[Attribute::IrradiationEventUID] == QLatin1String(copiedFileMarker)) {
-        query.bindValue(marker, QVariant(QVariant::String));
+    static const QString marker = QLatin1String(copiedFileMarker);
+    int next = 0;
+    statement.bind(next++, seriesPk);
+    for (const AttributeInfo &info : imageAttributes()) {
+        const QString &text = header[info.attribute];
+        const bool ours = info.attribute == Attribute::IrradiationEventUID;
+        if (ours && place.copied) {
+            statement.bind(next++, marker);
+        } else if (text.isEmpty() || (ours && text == marker)) {
+            statement.bindNull(next++);
+        } else {
+            statement.bind(next++, text);
+        }
     }
-    query.bindValue(next++, place.filePath);
-    query.bindValue(next++, place.sourcePath.isNull() ? QVariant(QVariant::String) : place.sourcePath);
-    query.bindValue(next++, place.stamp.size);
-    query.bindValue(next++, place.stamp.time);
-    query.bindValue(next, place.stamp.inode);
+    statement.bind(next++, place.filePath);
+    statement.bind(next++, place.sourcePath);
+    statement.bind(next++, place.stamp.size);
+    statement.bind(next++, place.stamp.time);
+    statement.bind(next, static_cast<qint64>(place.stamp.inode));
+    const bool good = statement.step() == NativeStatement::Step::Done;
+    if (!good) {
+        m_error = statement.error();
+    }
+    statement.reset();
+    return good;
 }
 
 bool RecordWriter::noteObsolete(const QString &filePath)

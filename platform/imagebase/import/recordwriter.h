@@ -2,6 +2,7 @@
 
 #include "dicomheader.h"
 #include "filewalker.h"
+#include "nativestatement.h"
 
 #include <QHash>
 #include <QSet>
@@ -67,16 +68,17 @@ private:
     qlonglong child(RecordLevel level, qlonglong parent, const QString &uid, const DicomHeader &header);
     qlonglong insertRecord(RecordLevel level, qlonglong parent, const DicomHeader &header);
     qlonglong firstKey(QSqlQuery &query);
-    void bindImage(QSqlQuery &query, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place);
+    bool writeImage(
+        NativeStatement &statement, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place);
     bool removeEmptyParents(qlonglong seriesPk);
     bool run(QSqlQuery &query);
 
     static constexpr std::size_t parentLevels = 3;
 
     QSqlDatabase m_db;
-    QSqlQuery m_find;
-    QSqlQuery m_insertImage;
-    QSqlQuery m_updateImage;
+    NativeStatement m_find;
+    NativeStatement m_insertImage;
+    NativeStatement m_updateImage;
     QSqlQuery m_findPatient;
     QSqlQuery m_findNamelessPatient;
     std::array<QSqlQuery, parentLevels> m_findChild;

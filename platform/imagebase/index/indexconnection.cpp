@@ -31,7 +31,9 @@ bool IndexConnection::configure(QSqlDatabase &db)
     QSqlQuery query(db);
     return query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))
-        && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"));
+        && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"))
+        // What a statement could have to undo, triggers included, is kept in memory and not in a file.
+        && query.exec(QStringLiteral("PRAGMA temp_store = MEMORY"));
 }
 
 void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)

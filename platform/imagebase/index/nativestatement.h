@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/**
+ * A prepared statement on the database's own interface, for the few that run once a file.
+ *
+ * Texts are bound without a copy: they must stay as they are until reset(). Parameters count from 0 and keep
+ * their values until bound anew. Lives on the thread of its connection, and not longer than it.
+ */
+class NativeStatement
+{
+public:
+    NativeStatement(const QSqlDatabase &db, const QString &sql);
+    ~NativeStatement();
+    NativeStatement(const NativeStatement &) = delete;
+    NativeStatement &operator=(const NativeStatement &) = delete;
+
+    void bind(int parameter, qint64 value);
+    /// A null text is NULL.
+    void bind(int parameter, const QString &text);
+    void bindNull(int parameter);
+
+    enum class Step { Row, Done, Failed };
+    /// Goes to the next row; after Failed, error() says why.
+    Step step();
+    void reset();
+
+    qint64 integer(int column) const;
+    QString text(int column) const;
+    const QSqlError &error() const { return m_error; }
+
+private:
+    void noteError();
+
+    sqlite3 *m_db = nullptr;
+    sqlite3_stmt *m_statement = nullptr;
+    QSqlError m_error;
+};
