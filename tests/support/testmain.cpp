@@ -53,6 +53,15 @@ void allowWarning(const QString &part)
     allowed().append(part);
 }
 
+void allowWarningsOfNamedSlots()
+{
+    for (const char *slot : {"revertall_clicked()", "submit_clicked()", "Delete_clicked()",
+             "reflash_clicked()", "reflash_enable(bool)"}) {
+        allowWarning(QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for on_")
+            + QLatin1String(slot));
+    }
+}
+
 QString sharedData()
 {
     const QString folder = qEnvironmentVariable("PM_SHARED_DATA", QStringLiteral(PM_SHARED_DATA_DEFAULT));

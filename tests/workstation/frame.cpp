@@ -15,7 +15,7 @@
 Frame::Frame(int patients)
 {
     // Slots of the forms are named after widgets that they do not have; Qt says so by design.
-    allowWarning(QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for on_"));
+    allowWarningsOfNamedSlots();
     qRegisterMetaType<ImportReport>("ImportReport");
     fill(patients);
     window = std::make_unique<WorkstationWindow>();

@@ -9,6 +9,7 @@
 #include "importreport.h"
 #include "importreporttext.h"
 #include "indexbanner.h"
+#include "indexhealth.h"
 #include "indexwatcher.h"
 #include "kivmessageboxform.h"
 #include "liverefresh.h"
@@ -78,6 +79,7 @@ void WorkstationWindow::build()
 
     m_imports = new ImportCentre(m_library, this);
     m_watcher = new IndexWatcher(this);
+    m_health = new IndexHealth(this);
     m_liveRefresh = new LiveRefresh(m_forms, this);
     m_edits = new EditController(m_forms, m_library, this);
     m_menus = new ActionMenus(this, m_library, m_edits->editAction());
@@ -89,6 +91,7 @@ void WorkstationWindow::connectParts()
     auto *drops = new DropImport(this);
     connect(drops, &DropImport::dropped, this, &WorkstationWindow::importDropped);
     connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
+    connect(m_health, &IndexHealth::damaged, this, &WorkstationWindow::reportDamage);
     connect(m_watcher, &IndexWatcher::counted, m_statusPanel, &StatusPanel::setCounts);
     connect(m_imports, &ImportCentre::ended, this, &WorkstationWindow::showResult);
     connect(m_imports, &ImportCentre::switchedOff, this,
@@ -104,6 +107,7 @@ void WorkstationWindow::reportIndex()
     m_statusPanel->setIndexPath(databasePath());
     if (m_hasIndex) {
         m_watcher->watch(databasePath());
+        m_health->check(databasePath());
         return;
     }
     m_banner->say(connectionFailureText(connectionFailure()) + QLatin1Char('\n')
@@ -113,6 +117,14 @@ void WorkstationWindow::reportIndex()
     if (auto *load = m_library->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
         load->setEnabled(false);
     }
+}
+
+void WorkstationWindow::reportDamage(const QString &detail)
+{
+    m_banner->say(
+        tr("The index %1 is damaged: %2\nWhat can still be read is shown. Copy the file away, start with "
+           "a new index and import the images again; they are not touched.")
+            .arg(databasePath(), detail));
 }
 
 void WorkstationWindow::arrangeTables()

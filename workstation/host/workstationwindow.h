@@ -9,6 +9,7 @@ class EditController;
 class ImportCentre;
 class ImportReport;
 class IndexBanner;
+class IndexHealth;
 class IndexWatcher;
 class LiveRefresh;
 class PatientManagerMainWindow;
@@ -57,6 +58,7 @@ private:
     void build();
     void connectParts();
     void reportIndex();
+    void reportDamage(const QString &detail);
     void arrangeTables();
     void sortImages();
     void saveLayout() const;
@@ -72,6 +74,7 @@ private:
     IndexBanner *m_banner = nullptr;
     ImportCentre *m_imports = nullptr;
     IndexWatcher *m_watcher = nullptr;
+    IndexHealth *m_health = nullptr;
     LiveRefresh *m_liveRefresh = nullptr;
     EditController *m_edits = nullptr;
     ActionMenus *m_menus = nullptr;

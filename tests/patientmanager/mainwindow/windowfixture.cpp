@@ -22,15 +22,6 @@ QString uidOf(const QString &name)
 
 } // namespace
 
-void allowWarningsOfNamedSlots()
-{
-    for (const char *slot : {"on_submit_clicked()", "on_revertall_clicked()", "on_reflash_clicked()",
-             "on_reflash_enable(bool)", "on_Delete_clicked()"}) {
-        allowWarning(
-            QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for ") + QLatin1String(slot));
-    }
-}
-
 WindowFixture::WindowFixture()
     : m_workingDirectory(QDir::currentPath())
 {

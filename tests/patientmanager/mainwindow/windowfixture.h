@@ -8,10 +8,6 @@
 
 #include <memory>
 
-/// Lets exactly those warnings through that Qt makes of slots named after widgets which the forms do not
-/// have.
-void allowWarningsOfNamedSlots();
-
 /**
  * A window over an index of its own, with a folder for configuration and for files to import. The working
  * directory and the base of the configuration lie in that folder until the end.

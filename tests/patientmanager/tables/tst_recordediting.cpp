@@ -65,7 +65,7 @@ private:
 
 void RecordEditingTest::initTestCase()
 {
-    allowWarning(QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for on_"));
+    allowWarningsOfNamedSlots();
 }
 
 void RecordEditingTest::init()

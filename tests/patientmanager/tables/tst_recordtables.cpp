@@ -51,7 +51,7 @@ private:
 
 void RecordTablesTest::initTestCase()
 {
-    allowWarning(QStringLiteral("QMetaObject::connectSlotsByName: No matching signal for on_"));
+    allowWarningsOfNamedSlots();
 }
 
 void RecordTablesTest::cleanup()
