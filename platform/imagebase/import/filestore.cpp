@@ -18,6 +18,8 @@
 namespace {
 
 constexpr char incomingFolder[] = ".incoming";
+/// Some file systems take long to find room for one more file in a folder that had thousands.
+constexpr int filesOfIncomingFolder = 64;
 constexpr std::size_t copyStep = 4U << 20U;
 constexpr char fileSuffix[] = ".dcm";
 constexpr int identityDigits = 10;
@@ -132,13 +134,29 @@ FileStore::FileStore(const QString &databasePath)
 void FileStore::sweepTemporaryFiles() const
 {
     const QDir incoming(QFile::decodeName(m_incoming));
-    for (const QString &name : incoming.entryList(QDir::Files | QDir::Hidden)) {
+    for (const QString &name : incoming.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         const pid_t owner = name.section(QLatin1Char('-'), 0, 0).toInt();
         const bool alive = owner > 0 && (kill(owner, 0) == 0 || errno == EPERM);
         if (!alive) {
-            QFile::remove(incoming.filePath(name));
+            QDir(incoming.filePath(name)).removeRecursively();
         }
     }
+    rmdir(m_incoming.constData());
+}
+
+FileStore::~FileStore()
+{
+    for (int number = 0; number < m_serial; number += filesOfIncomingFolder) {
+        rmdir(incomingFolderOf(number).constData());
+    }
+    rmdir(m_incoming.constData());
+}
+
+QByteArray FileStore::incomingFolderOf(int number) const
+{
+    return m_incoming + '/' + QByteArray::number(getpid()) + '-'
+        + QByteArray::number(reinterpret_cast<quintptr>(this), 16) + '-'
+        + QByteArray::number(number / filesOfIncomingFolder);
 }
 
 FileStore::Copy FileStore::copyIn(const QByteArray &source, const std::atomic<bool> &cancelled)
@@ -149,10 +167,11 @@ FileStore::Copy FileStore::copyIn(const QByteArray &source, const std::atomic<bo
         copy.systemError = errno;
         return copy;
     }
-    QByteArray name = m_incoming + '/' + QByteArray::number(getpid()) + '-'
-        + QByteArray::number(reinterpret_cast<quintptr>(this), 16) + '-' + QByteArray::number(m_serial++);
+    const int number = m_serial++;
+    const QByteArray folder = incomingFolderOf(number);
+    QByteArray name = folder + '/' + QByteArray::number(number);
     int fd = open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0 && errno == ENOENT && QDir().mkpath(QFile::decodeName(m_incoming))) {
+    if (fd < 0 && errno == ENOENT && QDir().mkpath(QFile::decodeName(folder))) {
         fd = open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     }
     const Descriptor to(fd);

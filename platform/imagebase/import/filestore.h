@@ -19,6 +19,10 @@ class FileStore
 {
 public:
     explicit FileStore(const QString &databasePath);
+    /// Removes the folders of its temporary files, where they are empty.
+    ~FileStore();
+    FileStore(const FileStore &) = delete;
+    FileStore &operator=(const FileStore &) = delete;
 
     /// The store's folder, absolute, whether or not it exists.
     QString folder() const { return m_folder; }
@@ -49,6 +53,8 @@ public:
     static void removeObsolete(const QSqlDatabase &db);
 
 private:
+    QByteArray incomingFolderOf(int number) const;
+
     QString m_folder;
     QByteArray m_incoming;
     QString m_lastFolder; ///< the folder that place() made last
