@@ -8,7 +8,9 @@
 #include "importrunner.h"
 #include "kivmessageboxform.h"
 #include "nrunnable.h"
+#include "ui_patientmanagermainwindow.h"
 
+#include <QAction>
 #include <QDebug>
 #include <QDir>
 
@@ -74,8 +76,8 @@ void PatientManagerMainWindow::startLoader(const QStringList &paths, int type)
 {
     auto *loader = new NRunnable;
     const bool accepted = loader->loadDirectors(paths, type) == 0;
-    connect(loader->notifier(), &LoadNotifier::finishReadFiles, this,
-        &PatientManagerMainWindow::on_actionRefresh_triggered);
+    // By the action, so that a host which asks before a refresh drops edits is asked here, too.
+    connect(loader->notifier(), &LoadNotifier::finishReadFiles, ui->actionRefresh, &QAction::trigger);
     connect(
         loader->notifier(), &LoadNotifier::finishReadFiles, this, [this, loader] { retireLoader(loader); });
     ImportProgressWidget *progress = loader->progressWidget();
@@ -146,7 +148,7 @@ void PatientManagerMainWindow::stopThreads()
     }
     // Their thread has ended, so what it left may be deleted from here; nobody is to refresh for it any more.
     for (NRunnable *loader : qAsConst(loaders)) {
-        disconnect(loader->notifier(), nullptr, this, nullptr);
+        loader->notifier()->disconnect();
         delete loader->progressWidget();
         delete loader;
     }

@@ -1,10 +1,13 @@
 #include "datasavetypeform.h"
 #include "kivmessageboxform.h"
+#include "patientform.h"
 #include "testmain.h"
 #include "windowfixture.h"
 
+#include <QAction>
 #include <QDirIterator>
 #include <QSignalSpy>
+#include <QSqlTableModel>
 #include <QtTest>
 
 #include <optional>
@@ -36,6 +39,7 @@ private slots:
     void unknownModeLoadsNothing();
     void refusedRunEndsAtOnceAndShowsNothing();
     void importsTakeTurns();
+    void hostMayHoldTheRefreshBack();
     void leavingStopsWhatRuns();
     void wholeDiskIsAskedFor();
     void forwardingNamesAllEntriesBeforeLoading();
@@ -161,6 +165,23 @@ void WindowImportTest::importsTakeTurns()
     // In order: the first import wrote all of its rows before the second one began.
     QCOMPARE(fixture->index.query(QStringLiteral("SELECT PatientID FROM patient ORDER BY pk")).toString(),
         QStringLiteral("first"));
+}
+
+void WindowImportTest::hostMayHoldTheRefreshBack()
+{
+    fixture->index.addPatient(QStringLiteral("A^B"), QStringLiteral("1"));
+    const QString folder = fixture->makeSeries(QStringLiteral("series"), 1);
+    PatientManagerMainWindow &window = fixture->open();
+    QSqlTableModel *model = window.getPatientForm()->tableModel();
+    const QModelIndex comment = model->index(0, model->fieldIndex(QStringLiteral("PatientComments")));
+    QVERIFY(model->setData(comment, QStringLiteral("unsaved")));
+    auto *refresh = window.findChild<QAction *>(QStringLiteral("actionRefresh"));
+    disconnect(refresh, &QAction::triggered, &window, nullptr);
+    QSignalSpy wanted(refresh, &QAction::triggered);
+    window.onLoadSelecetPath(folder);
+    waitForImports(window);
+    QCOMPARE(wanted.size(), 1);
+    QCOMPARE(comment.data().toString(), QStringLiteral("unsaved"));
 }
 
 void WindowImportTest::leavingStopsWhatRuns()
