@@ -79,7 +79,7 @@ QString writeCorpus(const QString &folder, const CorpusShape &shape)
         file.set(FileTemplate::InstanceNumber, QByteArray::number(1 + now.image));
         file.set(FileTemplate::SlicePosition, QByteArray::number(now.image * sliceGap, 'f', 2));
         file.setPixels(shape.seed * 1'000'003 + quint64(number));
-        const QString problem =
+        QString problem =
             write(QStringLiteral("%1/image%2.dcm").arg(seriesFolder).arg(now.image, 5, 10, QLatin1Char('0')),
                 file.bytes());
         if (!problem.isEmpty()) {

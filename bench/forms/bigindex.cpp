@@ -69,7 +69,7 @@ QString fillBigIndex(const BigIndexSize &size)
              std::make_pair(studies, size.studiesOfPatient), std::make_pair(series, size.seriesOfStudy),
              std::make_pair(counting + images + otherSeries, size.imagesOfSeries),
              std::make_pair(counting + images + firstSeries, size.imagesOfFirstSeries)}) {
-        const QString error = run(sql, rows);
+        QString error = run(sql, rows);
         if (!error.isEmpty()) {
             db.rollback();
             return error;

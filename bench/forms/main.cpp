@@ -41,7 +41,7 @@ QString fill(const QStringList &arguments)
 
 QString measure(const QStringList &arguments)
 {
-    const QString error = open(arguments.at(1));
+    QString error = open(arguments.at(1));
     if (error.isEmpty()) {
         FormBench bench(arguments.at(2).toInt());
         Measurement::print(arguments.at(0) == QLatin1String("many") ? bench.manyPatients() : bench.clicks());
