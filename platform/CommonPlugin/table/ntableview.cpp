@@ -1,9 +1,12 @@
 #include "ntableview.h"
 
+#include "createconnection.h"
 #include "datasavetypeform.h"
 #include "importreport.h"
+#include "importreporttext.h"
 #include "importrunner.h"
 #include "importsettings.h"
+#include "kivmessageboxform.h"
 #include "ntableheader.h"
 
 #include <QApplication>
@@ -200,9 +203,23 @@ void NTableView::dragMoveEvent(QDragMoveEvent *event)
 void NTableView::dropEvent(QDropEvent *event)
 {
     acceptFiles(event);
-    if (event->isAccepted()) {
-        importPaths(localPaths(event->mimeData()));
+    if (!event->isAccepted()) {
+        return;
     }
+    if (connectionFailure().reason == ConnectionFailure::Reason::None) {
+        importPaths(localPaths(event->mimeData()));
+    } else {
+        // Later, since the other program waits for the end of its drag.
+        QMetaObject::invokeMethod(this, &NTableView::refuseImport, Qt::QueuedConnection);
+    }
+}
+
+/// An index that was refused, a newer or another program's, must not be written by a drop either.
+void NTableView::refuseImport()
+{
+    kivMessageBoxForm::warning(this, tr("Import"), connectionFailureText(connectionFailure()),
+        kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    emit fileFinished(false);
 }
 
 void NTableView::importPaths(const QStringList &paths)

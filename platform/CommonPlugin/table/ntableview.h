@@ -52,6 +52,7 @@ private:
     QList<int> visibleColumns() const;
     QString cellText(const QModelIndex &index) const;
     void importPaths(const QStringList &paths);
+    void refuseImport();
     void startImport(const QStringList &paths, int mode);
 
     QString m_tableName;

@@ -1,7 +1,9 @@
 #include "configlocation.h"
+#include "createconnection.h"
 #include "datasavetypeform.h"
 #include "importprogresswidget.h"
 #include "importscene.h"
+#include "kivmessageboxform.h"
 #include "ntableview.h"
 #include "testmain.h"
 
@@ -101,6 +103,7 @@ private slots:
     void unknownModeDoesNothing();
     void dropOfAnythingElseIsIgnored();
     void dropOfNothingReadable();
+    void refusedIndexStaysAsItIs();
     void deletedWhileItImports();
     void copiesWhatIsSeen();
     void copiesNothingWithoutASelection();
@@ -217,6 +220,28 @@ void NTableViewTest::dropOfNothingReadable()
     QSignalSpy finished(&view, &NTableView::fileFinished);
     drop(&view, QUrl::fromLocalFile(scene.folder() + QStringLiteral("/gone")));
     QVERIFY(finished.wait());
+    QCOMPARE(scene.imageCount(), 0);
+}
+
+void NTableViewTest::refusedIndexStaysAsItIs()
+{
+    const ImportScene scene;
+    scene.addImage(1);
+    scene.index.query(QStringLiteral("PRAGMA user_version = 99"));
+    QSqlDatabase::database().close();
+    QVERIFY(!createConnection());
+    QString said;
+    kivMessageBoxForm::setAnswerer([&said](const kivMessageBoxForm::Request &request) {
+        said = request.text;
+        return kivMessageBoxForm::AnswerOk;
+    });
+    NTableView view;
+    QSignalSpy finished(&view, &NTableView::fileFinished);
+    QVERIFY(drop(&view, QUrl::fromLocalFile(scene.folder())));
+    QVERIFY(finished.wait());
+    kivMessageBoxForm::setAnswerer(nullptr);
+    QVERIFY(said.contains(scene.index.path()));
+    QVERIFY(!isAnyProgressShown());
     QCOMPARE(scene.imageCount(), 0);
 }
 
