@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-bool sameBytes(const QByteArray &onePath, const QByteArray &otherPath)
+bool sameBytes(const QByteArray &onePath, const QByteArray &otherPath, const std::atomic<bool> &cancelled)
 {
     constexpr qint64 step = 256 << 10;
     QFile one(QFile::decodeName(onePath));
@@ -11,7 +11,7 @@ bool sameBytes(const QByteArray &onePath, const QByteArray &otherPath)
         || !other.open(QIODevice::ReadOnly | QIODevice::Unbuffered) || one.size() != other.size()) {
         return false;
     }
-    while (!one.atEnd()) {
+    while (!one.atEnd() && !cancelled) {
         const QByteArray bytes = one.read(step);
         if (bytes.isEmpty() || bytes != other.read(step)) {
             return false;

@@ -194,11 +194,16 @@ QString FileStore::placeFor(const DicomHeader &header) const
 int FileStore::place(const QByteArray &temporaryPath, const QString &path)
 {
     const QString folder = path.left(path.lastIndexOf(QLatin1Char('/')));
-    if (folder != m_lastFolder && !QDir().mkpath(folder)) {
-        return errno != 0 ? errno : EIO;
+    const auto rename = [&] {
+        return std::rename(temporaryPath.constData(), QFile::encodeName(path).constData()) == 0 ? 0 : errno;
+    };
+    // The folder made last is most often the one wanted, unless somebody emptied and removed it since.
+    int error = folder == m_lastFolder ? rename() : ENOENT;
+    if (error == ENOENT) {
+        error = QDir().mkpath(folder) ? rename() : EACCES;
+        m_lastFolder = folder;
     }
-    m_lastFolder = folder;
-    return std::rename(temporaryPath.constData(), QFile::encodeName(path).constData()) == 0 ? 0 : errno;
+    return error;
 }
 
 void FileStore::discard(const QByteArray &temporaryPath)

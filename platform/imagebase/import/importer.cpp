@@ -42,6 +42,7 @@ struct Importer::Private
         , store(request.databasePath)
     { }
 
+    std::unique_ptr<IndexConnection> openIndex() const;
     void walk();
     void read();
     void readInto(ReadFile &file, DicomReader &reader, KnownFiles &known);
@@ -78,15 +79,14 @@ ImportReport Importer::run()
     time.start();
     ImportReport report;
     {
-        const IndexConnection connection(d->request.databasePath);
-        if (connection.isOpen()) {
-            IndexConnection::setLockWait(connection.database(), lockWaitMs);
+        const std::unique_ptr<IndexConnection> connection = d->openIndex();
+        if (connection->isOpen()) {
             d->store.sweepTemporaryFiles();
-            FileStore::removeObsolete(connection.database());
-            d->write(connection, &report);
+            FileStore::removeObsolete(connection->database());
+            d->write(*connection, &report);
         } else {
-            report.end = ImportEnd::IndexFailed;
-            report.endDetail = connection.failure().detail;
+            report.end = d->cancelled ? ImportEnd::Cancelled : ImportEnd::IndexFailed;
+            report.endDetail = connection->failure().detail;
         }
     }
     report.elapsedMs = time.elapsed();
@@ -111,6 +111,20 @@ ImportProgress Importer::progress() const
     const std::lock_guard lock(d->currentMutex);
     progress.current = QFile::decodeName(d->current);
     return progress;
+}
+
+/// Tries as long as somebody else holds the index, but never longer than a cancel may take at a time.
+std::unique_ptr<IndexConnection> Importer::Private::openIndex() const
+{
+    QElapsedTimer waiting;
+    waiting.start();
+    for (;;) {
+        auto connection = std::make_unique<IndexConnection>(request.databasePath, lockWaitMs);
+        const bool locked = connection->failure().reason == ConnectionFailure::Reason::Locked;
+        if (!locked || cancelled || waiting.elapsed() > longestLockWaitMs) {
+            return connection;
+        }
+    }
 }
 
 void Importer::Private::noteCurrent(const QByteArray &path)
@@ -198,7 +212,7 @@ void Importer::Private::write(const IndexConnection &connection, ImportReport *r
     for (unsigned i = 0; i < cores; ++i) {
         threads.emplace_back([this] { read(); });
     }
-    IndexWriter writer(request, connection, store);
+    IndexWriter writer(request, connection, store, cancelled);
     QElapsedTimer batch;
     bool good = true;
     while (good && !cancelled && !readChunks.isDone()) {

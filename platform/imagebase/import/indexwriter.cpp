@@ -48,10 +48,12 @@ bool isDiskFull(int systemError)
 
 } // namespace
 
-IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store)
+IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store,
+    const std::atomic<bool> &cancelled)
     : m_request(request)
     , m_db(connection.database())
     , m_store(store)
+    , m_cancelled(cancelled)
     , m_dataVersion(dataVersion())
     , m_records(m_db)
 { }
@@ -115,7 +117,10 @@ bool IndexWriter::writeImage(ReadFile &file)
             QString::fromLocal8Bit(std::strerror(file.copyError)));
         return true;
     }
-    const std::optional<KnownInstance> known = m_records.find(file.result.header[Attribute::SOPInstanceUID]);
+    std::optional<KnownInstance> known;
+    if (!m_records.find(file.result.header[Attribute::SOPInstanceUID], &known)) {
+        return failOnDatabase();
+    }
     if (known) {
         return writeKnown(file, *known);
     }
@@ -130,22 +135,29 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
 {
     const bool sameSource = known.source() == QFile::decodeName(file.file.path);
     const bool missing = !QFile::exists(known.place.filePath);
-    const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
     // A referenced file that changed where it lies: there is no old one left to keep.
     const bool changedInPlace = sameSource && !known.place.copied && !(known.place.stamp == file.file.stamp);
-    if (!missing && !changedInPlace && isSameContent(file, known)) {
-        if (!toBeCopied) {
-            FileStore::discard(file.temporaryPath);
-            m_batch.count(FileVerdict::AlreadyThere);
-            return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
-        }
-    } else if (!missing && !changedInPlace && m_request.policy == DuplicatePolicy::KeepOld) {
+    const bool replaceable = missing || changedInPlace;
+    const bool same = !replaceable && isSameContent(file, known);
+    if (m_cancelled) {
+        return false; // the comparison may not have come to its end
+    }
+    const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
+    if (same && !toBeCopied) {
+        FileStore::discard(file.temporaryPath);
+        m_batch.count(FileVerdict::AlreadyThere);
+        return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
+    }
+    if (!same && !replaceable && m_request.policy == DuplicatePolicy::KeepOld) {
         FileStore::discard(file.temporaryPath);
         countIssue(file, FileVerdict::AlreadyThere, FileReason::OtherContentKept, known.place.filePath);
         return true;
     }
     if (!put(file, &known)) {
         return false;
+    }
+    if (!same && !missing && !m_records.noteNewContent(file.result.header)) {
+        return failOnDatabase();
     }
     m_batch.count(FileVerdict::Replaced);
     return true;
@@ -154,7 +166,7 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
 bool IndexWriter::isSameContent(const ReadFile &file, const KnownInstance &known) const
 {
     const QByteArray indexed = QFile::encodeName(known.place.filePath);
-    return indexed == file.file.path || sameBytes(indexed, file.file.path);
+    return indexed == file.file.path || sameBytes(indexed, file.file.path, m_cancelled);
 }
 
 /// Brings the file to its place and writes its record: a new one, or known's.
@@ -222,7 +234,6 @@ bool IndexWriter::commit()
         FileStore::removeObsolete(m_db);
         m_obsolete = false;
     }
-    m_dataVersion = dataVersion();
     return true;
 }
 

@@ -17,8 +17,10 @@
 class IndexWriter
 {
 public:
-    /// @param connection, store outlive the writer
-    IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store);
+    /// @param connection, store and cancelled outlive the writer; a long comparison ends when cancelled is
+    /// set
+    IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store,
+        const std::atomic<bool> &cancelled);
     ~IndexWriter();
     IndexWriter(const IndexWriter &) = delete;
     IndexWriter &operator=(const IndexWriter &) = delete;
@@ -56,6 +58,7 @@ private:
     const ImportRequest &m_request;
     QSqlDatabase m_db;
     FileStore &m_store;
+    const std::atomic<bool> &m_cancelled;
     qint64 m_dataVersion; ///< read before the records are, so that no change falls in between
     RecordWriter m_records;
     std::unique_ptr<WriteTransaction> m_transaction;

@@ -9,6 +9,9 @@
 
 namespace {
 
+/// Without a connection nothing is known, and the writer finds out by the UID.
+constexpr int openWaitMs = 200;
+
 bool hasImages(const QSqlDatabase &db)
 {
     QSqlQuery query(db);
@@ -18,7 +21,7 @@ bool hasImages(const QSqlDatabase &db)
 } // namespace
 
 KnownFiles::KnownFiles(const QString &databasePath, ImportMode mode)
-    : m_connection(databasePath)
+    : m_connection(databasePath, openWaitMs)
     , m_mode(mode)
     , m_any(m_connection.isOpen() && hasImages(m_connection.database()))
     , m_find(m_connection.database())

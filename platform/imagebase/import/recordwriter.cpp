@@ -1,6 +1,7 @@
 #include "recordwriter.h"
 
 #include "importmarker.h"
+#include "uploadstatus.h"
 
 #include <QVariant>
 
@@ -186,26 +187,28 @@ bool RecordWriter::run(QSqlQuery &query)
     return false;
 }
 
-std::optional<KnownInstance> RecordWriter::find(const QString &sopInstanceUid)
+bool RecordWriter::find(const QString &sopInstanceUid, std::optional<KnownInstance> *known)
 {
     if (!isKnown(sopInstanceUid)) {
-        return std::nullopt;
+        return true;
     }
     m_find.bind(0, sopInstanceUid);
-    std::optional<KnownInstance> known;
-    if (m_find.step() == NativeStatement::Step::Row) {
-        known.emplace();
-        known->pk = m_find.integer(0);
-        known->seriesPk = m_find.integer(1);
-        known->place.filePath = m_find.text(2);
-        known->place.sourcePath = m_find.text(3);
-        known->place.stamp.size = m_find.integer(4);
-        known->place.stamp.time = m_find.integer(5);
-        known->place.stamp.inode = static_cast<quint64>(m_find.integer(6));
-        known->place.copied = m_find.text(7) == QLatin1String(copiedFileMarker);
+    const NativeStatement::Step step = m_find.step();
+    if (step == NativeStatement::Step::Row) {
+        KnownInstance &found = known->emplace();
+        found.pk = m_find.integer(0);
+        found.seriesPk = m_find.integer(1);
+        found.place.filePath = m_find.text(2);
+        found.place.sourcePath = m_find.text(3);
+        found.place.stamp.size = m_find.integer(4);
+        found.place.stamp.time = m_find.integer(5);
+        found.place.stamp.inode = static_cast<quint64>(m_find.integer(6));
+        found.place.copied = m_find.text(7) == QLatin1String(copiedFileMarker);
+    } else if (step == NativeStatement::Step::Failed) {
+        m_error = m_find.error();
     }
     m_find.reset();
-    return known;
+    return step != NativeStatement::Step::Failed;
 }
 
 bool RecordWriter::insert(const DicomHeader &header, const FilePlace &place)
@@ -258,6 +261,29 @@ bool RecordWriter::writeImage(
     }
     statement.reset();
     return good;
+}
+
+bool RecordWriter::noteNewContent(const DicomHeader &header)
+{
+    const qlonglong seriesPk = series(header);
+    for (const char *sql : {
+             "UPDATE generalseries SET Status = :pending WHERE pk = :series AND Status = :uploaded",
+             "UPDATE generalstudy SET Status = :pending WHERE Status = :uploaded AND pk = "
+             "(SELECT study_fk FROM generalseries WHERE pk = :series)",
+             "UPDATE patient SET Status = CASE Status WHEN :uploaded THEN :pending ELSE Status END, "
+             "updated_time = datetime('now', 'localtime') WHERE pk = (SELECT patient_fk FROM generalstudy "
+             "WHERE pk = (SELECT study_fk FROM generalseries WHERE pk = :series))",
+         }) {
+        QSqlQuery query(m_db);
+        query.prepare(QLatin1String(sql));
+        query.bindValue(QStringLiteral(":pending"), UploadStatus::notUploaded());
+        query.bindValue(QStringLiteral(":series"), seriesPk);
+        query.bindValue(QStringLiteral(":uploaded"), UploadStatus::uploaded());
+        if (!run(query)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool RecordWriter::noteObsolete(const QString &filePath)

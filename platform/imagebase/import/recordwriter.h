@@ -44,11 +44,14 @@ class RecordWriter
 public:
     explicit RecordWriter(const QSqlDatabase &db);
 
-    std::optional<KnownInstance> find(const QString &sopInstanceUid);
     /// Each answers false on a database error, which error() then holds.
+    bool find(const QString &sopInstanceUid, std::optional<KnownInstance> *known);
     bool insert(const DicomHeader &header, const FilePlace &place);
     /// Gives a known instance another file and header, and removes parents that this leaves empty.
     bool replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place);
+    /// The instance of this header has other bytes than before: as with a new one, its branch is updated now
+    /// and no longer uploaded.
+    bool noteNewContent(const DicomHeader &header);
     /// Notes a file that no record names any more.
     bool noteObsolete(const QString &filePath);
     /// True for a file that was noted so and is still to be removed.

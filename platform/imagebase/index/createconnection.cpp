@@ -82,23 +82,13 @@ public:
     ConnectionFailure refusal(Schema::Identity *identity) const
     {
         QSqlDatabase db = QSqlDatabase::database(name(), false);
-        QSqlQuery query(db);
-        if (!db.isOpen() || !query.exec(QStringLiteral("SELECT count(*) FROM sqlite_master"))) {
-            return connectionFailureOf(db.isOpen() ? query.lastError() : db.lastError(), m_path);
+        const QSqlError error = db.isOpen() ? Schema::readIdentity(db, identity) : db.lastError();
+        if (error.isValid()) {
+            return connectionFailureOf(error, m_path);
         }
-        query.finish();
-        QString error;
-        if (!Schema::readIdentity(db, identity, &error)) {
-            return failed(Reason::Damaged, m_path, error);
-        }
-        if (identity->applicationId != Schema::applicationId
-            && !(identity->empty && identity->version == 0)) {
-            return failed(Reason::Foreign, m_path);
-        }
-        if (identity->version > Schema::currentVersion) {
-            return failed(Reason::Newer, m_path);
-        }
-        return {};
+        const bool fresh = identity->empty && identity->version == 0;
+        const ConnectionFailure failure = Schema::refusal(*identity, m_path);
+        return fresh || failure.reason == Reason::UpgradeFailed ? ConnectionFailure() : failure;
     }
 
 private:
@@ -155,13 +145,9 @@ ConnectionFailure bringUp(QSqlDatabase &db, const Schema::Identity &identity)
     if (!db.open()) {
         return connectionFailureOf(db.lastError(), db.databaseName());
     }
-    QSqlQuery wal(db);
-    if (!wal.exec(QStringLiteral("PRAGMA journal_mode = WAL"))) {
-        return connectionFailureOf(wal.lastError(), db.databaseName());
-    }
-    wal.finish();
-    if (!IndexConnection::configure(db)) {
-        return connectionFailureOf(db.lastError(), db.databaseName());
+    const QSqlError refused = IndexConnection::configure(db, openWaitMs);
+    if (refused.isValid()) {
+        return connectionFailureOf(refused, db.databaseName());
     }
     if (identity.version < Schema::currentVersion) {
         QString error = identity.version > 0 ? backUp(db, identity.version) : QString();
@@ -172,7 +158,16 @@ ConnectionFailure bringUp(QSqlDatabase &db, const Schema::Identity &identity)
             return failed(Reason::UpgradeFailed, db.databaseName(), error);
         }
     }
+    IndexConnection::setLockWait(db, IndexConnection::lockWaitMs);
     return readThrough(db);
+}
+
+/// Without its name, nobody can open it again by asking for the default connection.
+void removeDefault()
+{
+    const QString name = QLatin1String(QSqlDatabase::defaultConnection);
+    QSqlDatabase::database(name, false).close();
+    QSqlDatabase::removeDatabase(name);
 }
 
 ConnectionFailure openDefault(const QString &path)
@@ -182,12 +177,13 @@ ConnectionFailure openDefault(const QString &path)
     if (failure.reason != Reason::None) {
         return failure;
     }
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
-    db.setDatabaseName(path);
-    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(openWaitMs));
-    failure = bringUp(db, identity);
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+        db.setDatabaseName(path);
+        failure = bringUp(db, identity);
+    }
     if (failure.reason != Reason::None) {
-        db.close();
+        removeDefault();
     }
     return failure;
 }

@@ -2,6 +2,7 @@
 
 #include "databaseerror.h"
 #include "nativehandle.h"
+#include "schema.h"
 
 #include <QFileInfo>
 #include <QSqlQuery>
@@ -25,15 +26,16 @@ int waitForLock(void *milliseconds, int calls)
 
 } // namespace
 
-bool IndexConnection::configure(QSqlDatabase &db)
+QSqlError IndexConnection::configure(QSqlDatabase &db, int waitMs)
 {
-    setLockWait(db, lockWaitMs);
+    setLockWait(db, waitMs);
     QSqlQuery query(db);
-    return query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
+    const bool good = query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))
         && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"))
         // What a statement could have to undo, triggers included, is kept in memory and not in a file.
         && query.exec(QStringLiteral("PRAGMA temp_store = MEMORY"));
+    return good ? QSqlError() : query.lastError();
 }
 
 void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
@@ -44,15 +46,35 @@ void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
     }
 }
 
-IndexConnection::IndexConnection(const QString &databasePath)
+IndexConnection::IndexConnection(const QString &databasePath, int waitMs)
     : m_name(QUuid::createUuid().toString())
 {
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
     db.setDatabaseName(databasePath);
-    // Opening would create a missing file: an index appears only through createConnection().
-    if (!QFileInfo::exists(databasePath) || !db.open() || !configure(db)) {
-        m_failure = connectionFailureOf(db.lastError(), databasePath);
+    m_failure = open(db, waitMs);
+    if (!isOpen()) {
+        db.close();
     }
+}
+
+/// A worker is as careful as createConnection(): what is no index of this version is not touched.
+ConnectionFailure IndexConnection::open(QSqlDatabase &db, int waitMs) const
+{
+    // Opening would create a missing file: an index appears only through createConnection().
+    if (!QFileInfo::exists(db.databaseName()) || !db.open()) {
+        return connectionFailureOf(db.lastError(), db.databaseName());
+    }
+    setLockWait(db, waitMs);
+    Schema::Identity identity;
+    QSqlError error = Schema::readIdentity(db, &identity);
+    if (!error.isValid()) {
+        ConnectionFailure failure = Schema::refusal(identity, db.databaseName());
+        if (failure.reason != ConnectionFailure::Reason::None) {
+            return failure;
+        }
+        error = configure(db, waitMs);
+    }
+    return error.isValid() ? connectionFailureOf(error, db.databaseName()) : ConnectionFailure();
 }
 
 IndexConnection::~IndexConnection()

@@ -13,7 +13,8 @@
 class IMAGEBASE_EXPORT IndexConnection
 {
 public:
-    explicit IndexConnection(const QString &databasePath);
+    /// @param waitMs how long opening and later statements wait for a lock
+    explicit IndexConnection(const QString &databasePath, int waitMs = lockWaitMs);
     ~IndexConnection();
     IndexConnection(const IndexConnection &) = delete;
     IndexConnection &operator=(const IndexConnection &) = delete;
@@ -24,9 +25,8 @@ public:
     QSqlDatabase database() const;
 
     /// What every connection to the index gets, clones included: foreign keys, write-ahead log, fair waiting
-    /// for a lock (at most lockWaitMs). @return false where the database refuses; its error is in
-    /// db.lastError().
-    static bool configure(QSqlDatabase &db);
+    /// for a lock. @return the database's error where it refuses
+    static QSqlError configure(QSqlDatabase &db, int waitMs = lockWaitMs);
 
     /// Changes how long statements of a configured connection wait for a lock.
     static void setLockWait(const QSqlDatabase &db, int milliseconds);
@@ -34,6 +34,8 @@ public:
     static constexpr int lockWaitMs = 10'000;
 
 private:
+    ConnectionFailure open(QSqlDatabase &db, int waitMs) const;
+
     QString m_name;
     ConnectionFailure m_failure;
 };

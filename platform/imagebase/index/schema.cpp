@@ -17,15 +17,14 @@ static void keepResource()
 
 namespace {
 
-bool readNumber(QSqlDatabase &db, const QString &sql, int *number, QString *error)
+QSqlError readNumber(QSqlDatabase &db, const QString &sql, int *number)
 {
     QSqlQuery query(db);
-    if (!query.exec(sql) || !query.next()) {
-        *error = query.lastError().databaseText();
-        return false;
+    if (query.exec(sql) && query.next()) {
+        *number = query.value(0).toInt();
+        return {};
     }
-    *number = query.value(0).toInt();
-    return true;
+    return query.lastError();
 }
 
 QString runScript(QSqlDatabase &db, int step)
@@ -47,16 +46,31 @@ QString runScript(QSqlDatabase &db, int step)
 
 namespace Schema {
 
-bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error)
+QSqlError readIdentity(QSqlDatabase &db, Identity *identity)
 {
     int tables = 0;
-    if (!readNumber(db, QStringLiteral("SELECT count(*) FROM sqlite_master"), &tables, error)
-        || !readNumber(db, QStringLiteral("PRAGMA application_id"), &identity->applicationId, error)
-        || !readNumber(db, QStringLiteral("PRAGMA user_version"), &identity->version, error)) {
-        return false;
+    QSqlError error = readNumber(db, QStringLiteral("SELECT count(*) FROM sqlite_master"), &tables);
+    if (!error.isValid()) {
+        error = readNumber(db, QStringLiteral("PRAGMA application_id"), &identity->applicationId);
+    }
+    if (!error.isValid()) {
+        error = readNumber(db, QStringLiteral("PRAGMA user_version"), &identity->version);
     }
     identity->empty = tables == 0;
-    return true;
+    return error;
+}
+
+ConnectionFailure refusal(const Identity &identity, const QString &path)
+{
+    using Reason = ConnectionFailure::Reason;
+    ConnectionFailure failure;
+    failure.path = path;
+    if (identity.applicationId != applicationId) {
+        failure.reason = Reason::Foreign;
+    } else if (identity.version != currentVersion) {
+        failure.reason = identity.version > currentVersion ? Reason::Newer : Reason::UpgradeFailed;
+    }
+    return failure;
 }
 
 QString upgrade(QSqlDatabase &db, int version)

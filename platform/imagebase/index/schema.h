@@ -4,6 +4,7 @@
 #include "imagebase_export.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QStringList>
 
 /**
@@ -24,9 +25,11 @@ struct Identity
     int version = 0; ///< PRAGMA user_version
     bool empty = true; ///< without any table
 };
-/// Reads the identity; @return false where the file cannot be read, with the reason in db.lastError() or
-/// query error.
-IMAGEBASE_EXPORT bool readIdentity(QSqlDatabase &db, Identity *identity, QString *error);
+/// Reads the identity. @return the database's error where the file cannot be read
+IMAGEBASE_EXPORT QSqlError readIdentity(QSqlDatabase &db, Identity *identity);
+/// Why a file of this identity is not for a worker to open: foreign, newer, or not brought up to this version
+/// yet.
+IMAGEBASE_EXPORT ConnectionFailure refusal(const Identity &identity, const QString &path);
 
 /// Brings the open database from version to currentVersion. @return the database's words where it failed,
 /// else empty

@@ -39,6 +39,9 @@ void enterSeries(const QStringList &seriesUIDs)
     }
     const QSqlDatabase db = connection.database();
     WriteTransaction transaction(db);
+    if (!transaction.isActive()) {
+        return;
+    }
     for (const QString &uid : seriesUIDs) {
         if (!addSeries(db, uid) || !addImages(db, uid)) {
             return;
@@ -55,7 +58,9 @@ QDcmRecvFile::QDcmRecvFile(QObject *parent)
 
 bool QDcmRecvFile::needtoWriteDB(const QStringList &seriesUIDs) const
 {
-    const IndexConnection connection(databasePath());
+    // Asked on the GUI thread: a locked index may not hold the screen.
+    constexpr int waitMs = 100;
+    const IndexConnection connection(databasePath(), waitMs);
     if (!connection.isOpen()) {
         return false;
     }

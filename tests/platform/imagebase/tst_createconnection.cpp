@@ -190,7 +190,12 @@ void TestCreateConnection::refusesAndLeavesUntouched()
         qPrintable(QStringLiteral("reason %1").arg(int(found))));
     QCOMPARE(connectionFailure().path, path());
     QCOMPARE(bytesOf(path()), before);
-    QVERIFY(!QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), false).isOpen());
+    // Neither by its name nor from a worker's thread can it be opened all the same.
+    QVERIFY(!QSqlDatabase::contains(QLatin1String(QSqlDatabase::defaultConnection)));
+    const IndexConnection worker(path());
+    QVERIFY(!worker.isOpen());
+    QVERIFY(worker.failure().reason != Reason::None);
+    QCOMPARE(bytesOf(path()), before);
 }
 
 void TestCreateConnection::refusesALockedFile()

@@ -108,6 +108,7 @@ private slots:
     void turnsReferencesIntoCopies();
     void cancelsAndGoesOnLater();
     void othersWriteMeanwhile();
+    void cancelsWhileAnotherProgramHoldsTheIndex();
 };
 
 // found = new + already there + replaced + media directories + not DICOM + unreadable + refused + skipped
@@ -215,8 +216,17 @@ void TestImporter::followsThePolicyForOtherBytes()
     QCOMPARE(kept.issues().first().detail, oldPath);
     QCOMPARE(bytesOf(scene.filePath(1)), old);
 
+    scene.index.query(QStringLiteral("UPDATE generalseries SET Status = '已上传'"));
+    scene.index.query(
+        QStringLiteral("UPDATE patient SET Status = '已上传', updated_time = '2001-01-01 00:00:00'"));
     scene.request.policy = DuplicatePolicy::TakeNew;
     QCOMPARE(summary(scene.import()), QStringLiteral("0 1 1 0 0 0 0 0"));
+    QCOMPARE(
+        scene.index
+            .query(QStringLiteral("SELECT generalseries.Status || patient.Status || (updated_time > '2002') "
+                                  "FROM generalseries, patient"))
+            .toString(),
+        QStringLiteral("未上传未上传1"));
     QCOMPARE(bytesOf(scene.filePath(1)), bytesOf(scene.file(QStringLiteral("b.dcm"))));
     QCOMPARE(scene.stored(), QStringList{scene.filePath(1)});
     QCOMPARE(scene.count(QStringLiteral("obsoletefile")), 0);
@@ -343,6 +353,28 @@ void TestImporter::othersWriteMeanwhile()
                  .toInt(),
         edits);
     QCOMPARE(scene.count(QStringLiteral("imageformat")), 1500);
+}
+
+void TestImporter::cancelsWhileAnotherProgramHoldsTheIndex()
+{
+    const Scene scene;
+    scene.dicom(QStringLiteral("1.dcm"), 1);
+    QSqlQuery lock(scene.index.database());
+    QVERIFY(lock.exec(QStringLiteral("BEGIN EXCLUSIVE")));
+    ImportRequest request = scene.request;
+    request.paths = QStringList{QFileInfo(scene.file(QString())).absoluteFilePath()};
+    Importer importer(request);
+    ImportReport report;
+    std::thread import([&] { report = importer.run(); });
+    QTRY_COMPARE(importer.progress().found, 1);
+    QElapsedTimer time;
+    time.start();
+    importer.cancel();
+    import.join();
+    QVERIFY2(time.elapsed() < 1000, qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(int(report.end), int(ImportEnd::Cancelled));
+    QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
+    QCOMPARE(summary(scene.import()), QStringLiteral("1 0 0 0 0 0 0 0"));
 }
 
 PM_TEST_MAIN(TestImporter)
