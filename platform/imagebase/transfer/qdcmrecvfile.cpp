@@ -12,10 +12,10 @@ bool addSeries(const QSqlDatabase &db, const QString &uid)
 {
     QSqlQuery query(db);
     query.prepare(QStringLiteral("INSERT INTO series (seriesUID, recvnum) "
-                                 "SELECT ?1, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
-                                 "WHERE SeriesInstanceUID = ?1 HAVING count(*) > 0 "
+                                 "SELECT :uid, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
+                                 "WHERE SeriesInstanceUID = :uid HAVING count(*) > 0 "
                                  "ON CONFLICT (seriesUID) DO UPDATE SET recvnum = excluded.recvnum"));
-    query.addBindValue(uid);
+    query.bindValue(QStringLiteral(":uid"), uid);
     return query.exec();
 }
 
