@@ -6,6 +6,7 @@
 #include "forwarding.h"
 #include "importprogresswidget.h"
 #include "importrunner.h"
+#include "importsettings.h"
 #include "kivmessageboxform.h"
 #include "nrunnable.h"
 #include "ui_patientmanagermainwindow.h"
@@ -18,8 +19,6 @@
 #include <utility>
 
 namespace {
-
-constexpr int askEachTime = 2;
 
 /// A picked root comes as "//": a whole computer is more than anyone means to import by a slip.
 bool confirmsPath(const QString &path)
@@ -54,11 +53,11 @@ void PatientManagerMainWindow::onLoadSelecetPath(QString filePath)
     }
     forwordData(filePath);
     loadList = QStringList{std::move(filePath)};
-    if (dataCopyType == askEachTime) {
+    if (dataCopyType == ImportSettings::askMode) {
         DataSaveTypeForm *choice = DataSaveTypeForm::instance();
         choice->show();
         connect(choice, &DataSaveTypeForm::dataType, this, &PatientManagerMainWindow::onLoadDir);
-    } else if (dataCopyType == 0 || dataCopyType == 1) {
+    } else if (ImportSettings::isMode(dataCopyType)) {
         onLoadDir(dataCopyType);
     }
 }

@@ -1,10 +1,10 @@
 #include "patientmanagermainwindow.h"
 
 #include "attributes.h"
-#include "configlocation.h"
 #include "createconnection.h"
 #include "directoryviewer.h"
 #include "imageformatform.h"
+#include "importsettings.h"
 #include "indexconnection.h"
 #include "patientform.h"
 #include "qdcmrecvfile.h"
@@ -14,7 +14,6 @@
 #include "ui_patientmanagermainwindow.h"
 #include "windowconnections.h"
 
-#include <QSettings>
 #include <QSplitter>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -33,14 +32,6 @@ bool enforceForeignKeys()
     return index.isOpen() && QSqlQuery(index).exec(QStringLiteral("PRAGMA foreign_keys = ON"));
 }
 
-int configuredCopyType()
-{
-    const QString file = ConfigLocation::checkedFromWorkingDirectory(QLatin1String(ConfigKey::mainIni));
-    return file.isEmpty()
-        ? 0
-        : QSettings(file, QSettings::IniFormat).value(QLatin1String(ConfigKey::importMode), 0).toInt();
-}
-
 } // namespace
 
 PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
@@ -56,7 +47,7 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
     stackForms();
     if (enforceForeignKeys()) {
         openPrivateConnection();
-        dataCopyType = configuredCopyType();
+        dataCopyType = ImportSettings::mode();
         loadThread = new QThread(this);
     }
 }

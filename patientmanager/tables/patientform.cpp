@@ -102,7 +102,8 @@ void PatientForm::on_reflash_clicked()
 
 void PatientForm::on_reflash_enable(bool bRet)
 {
-    if (bRet) {
+    // Files dropped on a table end whenever they end: what is being edited is not lost to that.
+    if (bRet && !hasUnsavedEdits() && !isEditing()) {
         model()->select();
     }
 }

@@ -1,34 +1,14 @@
 #include "importcentre.h"
 
-#include "configlocation.h"
 #include "datasavetypeform.h"
 #include "importer.h"
 #include "importrunner.h"
+#include "importsettings.h"
 #include "patientmanagermainwindow.h"
 
 #include <QLocale>
-#include <QSettings>
 
 #include <algorithm>
-
-namespace {
-
-constexpr int askEachTime = 2;
-
-int configuredMode()
-{
-    const QString file = ConfigLocation::checkedFromWorkingDirectory(QLatin1String(ConfigKey::mainIni));
-    return file.isEmpty()
-        ? 0
-        : QSettings(file, QSettings::IniFormat).value(QLatin1String(ConfigKey::importMode), 0).toInt();
-}
-
-bool isKnown(int mode)
-{
-    return mode == int(ImportMode::Reference) || mode == int(ImportMode::Copy);
-}
-
-} // namespace
 
 ImportCentre::ImportCentre(PatientManagerMainWindow *library, QObject *parent)
     : QObject(parent)
@@ -40,8 +20,8 @@ ImportCentre::ImportCentre(PatientManagerMainWindow *library, QObject *parent)
 
 void ImportCentre::import(const QStringList &paths)
 {
-    const int mode = configuredMode();
-    if (mode == askEachTime) {
+    const int mode = ImportSettings::mode();
+    if (mode == ImportSettings::askMode) {
         DataSaveTypeForm::instance()->ask(this, [this, paths](int chosen) { start(paths, chosen); });
     } else {
         start(paths, mode);
@@ -50,14 +30,14 @@ void ImportCentre::import(const QStringList &paths)
 
 void ImportCentre::importUnattended(const QStringList &paths)
 {
-    const int mode = configuredMode();
+    const int mode = ImportSettings::mode();
     m_runner->setProgressShown(false);
-    start(paths, mode == askEachTime ? int(ImportMode::Reference) : mode);
+    start(paths, mode == ImportSettings::askMode ? int(ImportMode::Reference) : mode);
 }
 
 void ImportCentre::start(const QStringList &paths, int mode)
 {
-    if (isKnown(mode)) {
+    if (ImportSettings::isMode(mode)) {
         m_runner->start(paths, mode);
     } else {
         emit switchedOff();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commonplugin_export.h"
 #include "importrequest.h"
 
 /// What main.ini says about imports; read anew at each call. GUI thread.
@@ -9,9 +10,9 @@ namespace ImportSettings {
 inline constexpr int askMode = 2;
 
 /// True for the modes that an import can run in.
-bool isMode(int mode);
+COMMONPLUGIN_EXPORT bool isMode(int mode);
 /// The configured mode, as the main window finds it; 0 where nothing is configured.
-int mode();
+COMMONPLUGIN_EXPORT int mode();
 /// An import of these paths into the present index, with the configured policy.
 ImportRequest request(const QStringList &paths, int mode);
 

@@ -176,6 +176,8 @@ void RecordEditingTest::submitsAndReverts()
     m_form->tableModel()->setData(cell(1, "PatientSex"), QStringLiteral("F"));
     QVERIFY(m_form->hasUnsavedEdits());
     QCOMPARE(changes.count(), 1);
+    m_form->on_reflash_enable(true); // files dropped meanwhile have been imported
+    QVERIFY(m_form->hasUnsavedEdits());
     m_form->on_revertall_clicked();
     QVERIFY(!m_form->hasUnsavedEdits());
     QCOMPARE(changes.count(), 2);
