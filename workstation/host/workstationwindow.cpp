@@ -16,6 +16,7 @@
 #include "ntableview.h"
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
+#include "rowkeys.h"
 #include "seriesform.h"
 #include "statuspanel.h"
 #include "studyform.h"
@@ -52,7 +53,7 @@ WorkstationWindow::WorkstationWindow(QWidget *parent)
           m_library->getImagesForm()}
 {
     setObjectName(QStringLiteral("WorkstationWindow"));
-    setWindowTitle(tr("Patient Data Manager"));
+    setWindowTitle(tr("Patient Data Manager[*]"));
     resize(firstSize);
     build();
     connectParts();
@@ -82,6 +83,7 @@ void WorkstationWindow::build()
     m_health = new IndexHealth(this);
     m_liveRefresh = new LiveRefresh(m_forms, this);
     m_edits = new EditController(m_forms, m_library, this);
+    new RowKeys(m_forms, this);
     m_menus = new ActionMenus(this, m_library, m_edits->editAction());
     m_statusPanel = new StatusPanel(statusBar(), m_imports);
 }
@@ -99,6 +101,10 @@ void WorkstationWindow::connectParts()
     connect(m_menus, &ActionMenus::patientsRequested, this, &WorkstationWindow::showPatients);
     connect(m_menus, &ActionMenus::tableRequested, this, &WorkstationWindow::showTable);
     connect(m_menus, &ActionMenus::aboutRequested, this, &WorkstationWindow::showAbout);
+    for (const RecordForm *form : qAsConst(m_forms)) {
+        connect(
+            form, &RecordForm::editsChanged, this, [this] { setWindowModified(m_edits->hasUnsavedEdits()); });
+    }
     connect(m_menus, &ActionMenus::quitRequested, this, &QWidget::close);
 }
 
@@ -219,9 +225,11 @@ void WorkstationWindow::showResult(const ImportReport &report)
 {
     const QLocale locale;
     const qint64 entered = report.of(FileVerdict::New) + report.of(FileVerdict::Replaced);
-    m_statusPanel->setIdleText(tr("Imported %1 of %2 files; %3 were there already")
-                                   .arg(locale.toString(entered), locale.toString(report.found()),
-                                       locale.toString(report.of(FileVerdict::AlreadyThere))));
+    const qint64 known = report.of(FileVerdict::AlreadyThere);
+    m_statusPanel->setIdleText(
+        tr("Imported %1 of %2 files; %3 were there already, %4 were not taken")
+            .arg(locale.toString(entered), locale.toString(report.found()), locale.toString(known),
+                locale.toString(report.found() - entered - known)));
 }
 
 void WorkstationWindow::showAbout()
