@@ -1,5 +1,7 @@
 #include "pagedtablemodel.h"
 
+#include "columnkind.h"
+
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -93,7 +95,9 @@ void PagedTableModel::setTable(const QString &table)
     QSqlTableModel::setTable(table);
     const QSqlRecord columns = record();
     m_isKey.assign(std::size_t(columns.count()), false);
+    m_isNumber.assign(std::size_t(columns.count()), false);
     for (int column = 0; column < columns.count(); ++column) {
+        m_isNumber[std::size_t(column)] = columnKind(columns.field(column)) == ColumnKind::Number;
         m_isKey[std::size_t(column)] =
             column == keyColumn || columns.fieldName(column).endsWith(QLatin1String("_fk"));
     }
@@ -106,6 +110,10 @@ int PagedTableModel::rowCount(const QModelIndex &parent) const
 
 QVariant PagedTableModel::data(const QModelIndex &index, int role) const
 {
+    if (role == Qt::TextAlignmentRole && std::size_t(index.column()) < m_isNumber.size()) {
+        return int(
+            (m_isNumber[std::size_t(index.column())] ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
     const bool isValue = role == Qt::DisplayRole || role == Qt::EditRole;
     if (!isValue || index.row() < QSqlTableModel::rowCount() || isDirty(index)) {
         return QSqlTableModel::data(index, role);

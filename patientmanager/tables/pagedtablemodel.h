@@ -62,6 +62,7 @@ private:
 
     mutable RecordPages m_pages;
     std::vector<bool> m_isKey; // by column
+    std::vector<bool> m_isNumber; // by column: shown at the right, digits below digits
     std::set<int> m_edited; // every row edited since the last select(), reverted ones too
     std::set<int> m_written; // by the submit under way
 };

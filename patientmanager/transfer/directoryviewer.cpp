@@ -47,6 +47,10 @@ void DirectoryViewer::buildTree()
     header->setStretchLastSection(true);
     header->setSortIndicator(0, Qt::AscendingOrder);
     header->setSortIndicatorShown(true);
+    // Names come later than the view asks for them: the column grows with what is listed.
+    const auto fitNames = [this] { treeView->resizeColumnToContents(0); };
+    connect(model, &QFileSystemModel::directoryLoaded, this, fitNames);
+    connect(treeView, &QTreeView::expanded, this, fitNames);
 }
 
 void DirectoryViewer::showCurrentFolder()

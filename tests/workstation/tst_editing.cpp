@@ -36,6 +36,27 @@ private slots:
         QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
     }
 
+    void arrowKeysChooseARecordAsClicksDo()
+    {
+        const Frame frame(3);
+        NTableView *patients = frame.patientView();
+        Frame::click(patients, 0, QStringLiteral("PatientID"));
+        patients->setFocus();
+        const auto shownPatient = [&] { return keyOf(frame.studyView(), QStringLiteral("patient_fk")); };
+        const qlonglong first = shownPatient();
+        QTest::keyClick(patients, Qt::Key_Down);
+        QTRY_COMPARE(shownPatient(), keyOf(patients, QStringLiteral("pk"), 1));
+        QVERIFY(shownPatient() != first);
+        // Not where that would drop edits of the table below.
+        frame.studies()->tableModel()->setData(
+            frame.studyView()->model()->index(
+                0, Frame::columnOf(frame.studyView(), QStringLiteral("StudyID"))),
+            QStringLiteral("edited"));
+        QTest::keyClick(patients, Qt::Key_Up);
+        QVERIFY(frame.studies()->hasUnsavedEdits());
+        QVERIFY(shownPatient() != first);
+    }
+
     void changesNoKeyAndNoDerivedColumn_data()
     {
         QTest::addColumn<QString>("column");
@@ -122,6 +143,11 @@ private slots:
     }
 
 private:
+    static qlonglong keyOf(const NTableView *view, const QString &column, int row = 0)
+    {
+        const auto *model = qobject_cast<const QSqlTableModel *>(view->model());
+        return model->index(row, model->fieldIndex(column)).data(Qt::EditRole).toLongLong();
+    }
     void answerWith(int answer)
     {
         kivMessageBoxForm::setAnswerer([this, answer](const kivMessageBoxForm::Request &) {

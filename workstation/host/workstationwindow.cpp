@@ -26,8 +26,10 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDate>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLocale>
+#include <QScreen>
 #include <QSettings>
 #include <QSplitter>
 #include <QSqlTableModel>
@@ -54,7 +56,9 @@ WorkstationWindow::WorkstationWindow(QWidget *parent)
 {
     setObjectName(QStringLiteral("WorkstationWindow"));
     setWindowTitle(tr("Patient Data Manager[*]"));
-    resize(firstSize);
+    // A picture taken without a display keeps its size, whatever the platform calls its screen.
+    const bool onScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
+    resize(onScreen ? firstSize.boundedTo(screen()->availableSize()) : firstSize);
     build();
     connectParts();
     arrangeTables();

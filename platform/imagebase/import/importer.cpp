@@ -20,7 +20,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t chunkSize = 32; ///< files that travel together
-constexpr std::size_t chunksInFlight = 64; ///< bounds the memory between walk and writer
+constexpr std::size_t chunksWalkedAhead =
+    8192; ///< the walk runs ahead, so that progress knows the whole soon
+constexpr std::size_t chunksInFlight = 64; ///< bounds the headers between readers and writer
 constexpr auto patience = 50ms; ///< how long the writer waits for work before it commits what it has
 constexpr qint64 batchMs = 100; ///< the write lock is given back this often
 constexpr auto lockGap = 1500us; ///< and stays free this long, for others to get a turn
@@ -56,7 +58,7 @@ struct Importer::Private
 
     ImportRequest request;
     FileStore store;
-    BoundedQueue<WalkedChunk> walked{chunksInFlight};
+    BoundedQueue<WalkedChunk> walked{chunksWalkedAhead};
     OrderedBuffer<ReadChunk> readChunks{chunksInFlight};
     std::atomic<bool> cancelled{false};
     std::atomic<qint64> found{0};
