@@ -1,6 +1,6 @@
 #include "patientmanagerplugin.h"
 
-QObject *PatientManagerPlugin::create(const QString & /*key*/, const QString & /*specification*/)
+QObject *PatientManagerPlugin::create(const QString & /*key*/, const QString & /*parameters*/)
 {
     return nullptr;
 }

@@ -15,5 +15,5 @@ public:
     using QGenericPlugin::QGenericPlugin;
 
     /// Null for every key.
-    QObject *create(const QString &key, const QString &specification) override;
+    QObject *create(const QString &key, const QString &parameters) override;
 };
