@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <unistd.h>
 
 namespace {
 
@@ -38,7 +39,12 @@ Verdict verdictOf(DicomReadResult::Outcome outcome)
     case Outcome::Image:
         break;
     }
-    return {FileVerdict::Skipped, FileReason::NoPermission};
+    return {FileVerdict::Skipped, FileReason::ReadFailed};
+}
+
+bool isForbidden(const QByteArray &path)
+{
+    return access(path.constData(), R_OK) != 0 && errno == EACCES;
 }
 
 bool isDiskFull(int systemError)
@@ -99,7 +105,10 @@ bool IndexWriter::write(ReadFile &file)
         return true;
     }
     if (file.result.outcome != DicomReadResult::Outcome::Image) {
-        const Verdict verdict = verdictOf(file.result.outcome);
+        Verdict verdict = verdictOf(file.result.outcome);
+        if (verdict.reason == FileReason::ReadFailed && isForbidden(file.file.path)) {
+            verdict.reason = FileReason::NoPermission;
+        }
         countIssue(file, verdict.verdict, verdict.reason, file.result.detail);
         return true;
     }
@@ -201,13 +210,11 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
 
 QString IndexWriter::placeFor(const ReadFile &file, const KnownInstance *known) const
 {
-    if (!known) {
-        return m_store.placeFor(file.result.header);
-    }
-    const QString old = QFileInfo(known->place.filePath).canonicalFilePath();
-    return m_store.freePlaceFor(file.result.header, [this, &old](const QString &path) {
-        return (!old.isEmpty() && QFileInfo(path).canonicalFilePath() == old) || m_placed.contains(path)
-            || m_records.isObsolete(path);
+    // A place that waits for its old file to be removed is not free for a new one: it would go with it.
+    const QString old = known ? QFileInfo(known->place.filePath).canonicalFilePath() : QString();
+    return m_store.freePlaceFor(file.result.header, [this, known, &old](const QString &path) {
+        return (!old.isEmpty() && QFileInfo(path).canonicalFilePath() == old)
+            || (known && m_placed.contains(path)) || m_records.isObsolete(path);
     });
 }
 

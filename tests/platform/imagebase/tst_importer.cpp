@@ -193,6 +193,12 @@ void TestImporter::copiesIntoTheStore()
     QCOMPARE(scene.index.query(QStringLiteral("SELECT IrradiationEventUID FROM imageformat")).toString(),
         QStringLiteral("copy"));
     QCOMPARE(scene.stored(), QStringList{path});
+    // A file that could not be removed yet keeps its place: a new copy there would be removed in its stead.
+    scene.index.query(QStringLiteral("DELETE FROM patient"));
+    QVERIFY(QFile::remove(path) && QDir().mkpath(path + QStringLiteral("/in the way")));
+    scene.index.query(QStringLiteral("INSERT INTO obsoletefile VALUES (?)"), {path});
+    QCOMPARE(summary(scene.import()), QStringLiteral("1 0 0 0 0 0 0 0"));
+    QVERIFY(scene.filePath(1) != path && QFile::exists(scene.filePath(1)));
     // Importing the folder that holds the index does not import its store.
     ImportRequest again = scene.request;
     again.paths = QStringList{scene.index.folder()};
