@@ -1,0 +1,41 @@
+#pragma once
+
+#include "inquirycondition.h"
+
+#include <QStringList>
+
+/**
+ * The table of stored inquiries on the default connection, with the exact statements that ask and write it.
+ *
+ * Names are put into the statements as they stand; one with a quote makes a statement fail, quietly. Only a
+ * deletion is kept from running then, since it could reach another inquiry. No statement stays open. GUI
+ * thread.
+ */
+namespace InquiryTable {
+
+/// Columns of "SELECT *", by position.
+enum Column { Key, UserName, InquiryName, GroupName, FieldName, Symbol, FieldValue, Logic, QueryType };
+
+/// Each name once, sorted by the order of their characters, so that every start lists them alike.
+QStringList names();
+
+/// The statement for all conditions of an inquiry, group by group.
+QString allOf(const QString &name);
+
+/// The conditions of one group of an inquiry, as they are stored.
+InquiryConditions conditions(const QString &name, const QString &group);
+
+/// Whether there is an inquiry of this name; false also where the question fails.
+bool isTaken(const QString &name);
+
+/// Puts the conditions in the place of what the inquiry holds, all or nothing. Where the deletion fails they
+/// stand beside the old ones.
+void replace(const QString &name, const InquiryConditions &conditions);
+
+/// Adds conditions to an inquiry, which thereby comes to be. Those without a field are left out.
+void append(const QString &name, const InquiryConditions &conditions);
+
+/// Removes an inquiry.
+void remove(const QString &name);
+
+} // namespace InquiryTable
