@@ -1,5 +1,7 @@
 #include "recorddelegate.h"
 
+#include "columntext.h"
+
 #include <QLineEdit>
 #include <QLocale>
 

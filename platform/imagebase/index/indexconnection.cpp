@@ -3,6 +3,7 @@
 #include "databaseerror.h"
 #include "nativehandle.h"
 #include "schema.h"
+#include "textfold.h"
 
 #include <QFileInfo>
 #include <QSqlQuery>
@@ -29,6 +30,7 @@ int waitForLock(void *milliseconds, int calls)
 QSqlError IndexConnection::configure(QSqlDatabase &db, int waitMs)
 {
     setLockWait(db, waitMs);
+    registerTextFunctions(db);
     QSqlQuery query(db);
     const bool good = query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))

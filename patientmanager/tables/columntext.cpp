@@ -1,4 +1,4 @@
-#include "columnkind.h"
+#include "columntext.h"
 
 #include "personname.h"
 
@@ -7,17 +7,10 @@
 #include <QLocale>
 #include <QStringList>
 #include <QTime>
-#include <QVariant>
 
 namespace {
 
 constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
-
-bool isPersonName(const QString &column)
-{
-    return column == QLatin1String("PatientName") || column == QLatin1String("OperatorsName")
-        || column.endsWith(QLatin1String("PhysicianName"));
-}
 
 QString dateText(const QString &stored)
 {
@@ -43,24 +36,6 @@ QString numberText(const QVariant &value)
 
 } // namespace
 
-ColumnKind columnKind(const QSqlField &field)
-{
-    const QString name = field.name();
-    if (isPersonName(name)) {
-        return ColumnKind::PersonName;
-    }
-    if (name == QLatin1String("FileTime")) {
-        return ColumnKind::FileTime;
-    }
-    if (name.endsWith(QLatin1String("Date"))) {
-        return ColumnKind::Date;
-    }
-    if (name.endsWith(QLatin1String("Time"))) {
-        return ColumnKind::Time;
-    }
-    return field.type() == QVariant::String ? ColumnKind::Text : ColumnKind::Number;
-}
-
 QString columnText(ColumnKind kind, const QVariant &value)
 {
     switch (kind) {
@@ -76,6 +51,7 @@ QString columnText(ColumnKind kind, const QVariant &value)
                                     .toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
     case ColumnKind::Text:
     case ColumnKind::Number:
+    case ColumnKind::DateTime:
         break;
     }
     return numberText(value);

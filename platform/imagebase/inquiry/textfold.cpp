@@ -1,0 +1,131 @@
+#include "textfold.h"
+
+#include "nativehandle.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Accents, and the points of Hebrew and Arabic. Marks that make another letter stay: kana voicing, viramas.
+bool isIgnoredMark(uint c)
+{
+    constexpr int firstPoint = 10;
+    constexpr int lastPoint = 35;
+    constexpr int firstAccent = 200;
+    const int order = QChar::combiningClass(c);
+    return order >= firstAccent || (order >= firstPoint && order <= lastPoint);
+}
+
+/// Letters of their own that people type without their stroke, or as two.
+const char *plainLetters(uint c)
+{
+    switch (c) {
+    case 0x00df:
+        return "ss";
+    case 0x00e6:
+        return "ae";
+    case 0x00f8:
+        return "o";
+    case 0x0111:
+        return "d";
+    case 0x0127:
+        return "h";
+    case 0x0131:
+        return "i";
+    case 0x0142:
+        return "l";
+    case 0x0153:
+        return "oe";
+    default:
+        return nullptr;
+    }
+}
+
+void append(QString &text, uint c)
+{
+    if (QChar::requiresSurrogates(c)) {
+        text += QChar(QChar::highSurrogate(c));
+        text += QChar(QChar::lowSurrogate(c));
+    } else {
+        text += QChar(ushort(c));
+    }
+}
+
+/// One text type for a whole name, or the bytes of a plain one.
+template <typename Character, typename Text>
+Text withPartsApart(Text name)
+{
+    for (const char separator : {'^', '=', ',', '\\'}) {
+        name.replace(Character(separator), Character(' '));
+    }
+    return name.simplified();
+}
+
+enum class Folding { Text, Name };
+
+/// The plain texts, nearly all of an index, never leave their bytes.
+QByteArray folded(const QByteArray &utf8, Folding folding)
+{
+    const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return uchar(c) < 0x80; });
+    if (!plain) {
+        const QString text = QString::fromUtf8(utf8);
+        return (folding == Folding::Name ? foldedName(text) : foldedText(text)).toUtf8();
+    }
+    const QByteArray text = utf8.toLower();
+    return folding == Folding::Name ? withPartsApart<char>(text) : text;
+}
+
+template <Folding folding>
+void foldArgument(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(arguments[0]));
+    if (!text) {
+        sqlite3_result_null(context);
+        return;
+    }
+    const QByteArray result =
+        folded(QByteArray::fromRawData(text, sqlite3_value_bytes(arguments[0])), folding);
+    sqlite3_result_text(context, result.constData(), result.size(), SQLITE_TRANSIENT);
+}
+
+} // namespace
+
+QString foldedText(const QString &text)
+{
+    QString bare;
+    const QString parts = text.normalized(QString::NormalizationForm_KD);
+    bare.reserve(parts.size());
+    for (const uint c : parts.toUcs4()) {
+        if (!isIgnoredMark(c)) {
+            append(bare, c);
+        }
+    }
+    QString letters;
+    letters.reserve(bare.size());
+    for (const uint c : bare.toCaseFolded().toUcs4()) {
+        if (const char *plain = plainLetters(c)) {
+            letters += QLatin1String(plain);
+        } else {
+            append(letters, c);
+        }
+    }
+    return letters.normalized(QString::NormalizationForm_KC);
+}
+
+QString foldedName(const QString &name)
+{
+    return withPartsApart<QLatin1Char>(foldedText(name));
+}
+
+void registerTextFunctions(const QSqlDatabase &db)
+{
+    sqlite3 *native = nativeHandle(db);
+    if (!native) {
+        return;
+    }
+    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_function_v2(
+        native, "folded", 1, flags, nullptr, foldArgument<Folding::Text>, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(
+        native, "foldedname", 1, flags, nullptr, foldArgument<Folding::Name>, nullptr, nullptr, nullptr);
+}
