@@ -1,6 +1,7 @@
 #include "pagedtablemodel.h"
 
 #include "columnkind.h"
+#include "readsnapshot.h"
 
 #include <QSqlDriver>
 #include <QSqlError>
@@ -14,28 +15,6 @@
 namespace {
 
 constexpr int keyColumn = 0;
-
-/// One view of the database for several reads; nests in a transaction that is already there.
-class Snapshot
-{
-public:
-    explicit Snapshot(const QSqlDatabase &db)
-        : m_db(db)
-        , m_held(db.isOpen() && QSqlQuery(m_db).exec(QStringLiteral("SAVEPOINT record_table")))
-    { }
-    ~Snapshot()
-    {
-        if (m_held) {
-            QSqlQuery(m_db).exec(QStringLiteral("RELEASE record_table"));
-        }
-    }
-    Snapshot(const Snapshot &) = delete;
-    Snapshot &operator=(const Snapshot &) = delete;
-
-private:
-    QSqlDatabase m_db;
-    bool m_held;
-};
 
 /// "12,7,-3" as numbers, without a text object for each of a million.
 QVector<qlonglong> parseKeys(const QByteArray &list)
@@ -176,7 +155,7 @@ bool PagedTableModel::select()
     forget();
     bool good = false;
     {
-        const Snapshot snapshot(database());
+        const ReadSnapshot snapshot(database());
         good = QSqlTableModel::select() && readKeys();
     }
     endResetModel();

@@ -1,6 +1,7 @@
 #include "nativestatement.h"
 
 #include "nativehandle.h"
+#include "textpool.h"
 
 NativeStatement::NativeStatement(const QSqlDatabase &db, const QString &sql)
     : m_db(nativeHandle(db))
@@ -22,6 +23,11 @@ NativeStatement::~NativeStatement()
 void NativeStatement::bind(int parameter, qint64 value)
 {
     sqlite3_bind_int64(m_statement, parameter + 1, value);
+}
+
+void NativeStatement::bind(int parameter, double value)
+{
+    sqlite3_bind_double(m_statement, parameter + 1, value);
 }
 
 void NativeStatement::bind(int parameter, const QString &text)
@@ -71,6 +77,22 @@ QString NativeStatement::text(int column) const
     const void *bytes = sqlite3_column_text16(m_statement, column);
     const int size = sqlite3_column_bytes16(m_statement, column) / int(sizeof(QChar));
     return bytes ? QString(static_cast<const QChar *>(bytes), size) : QString();
+}
+
+QVariant NativeStatement::value(int column, TextPool *pool) const
+{
+    switch (sqlite3_column_type(m_statement, column)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return qlonglong(sqlite3_column_int64(m_statement, column));
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(m_statement, column);
+    default:
+        break;
+    }
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    return pool->text(bytes, sqlite3_column_bytes(m_statement, column));
 }
 
 void NativeStatement::noteError()

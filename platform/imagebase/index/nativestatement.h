@@ -3,7 +3,9 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QString>
+#include <QVariant>
 
+class TextPool;
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -22,6 +24,7 @@ public:
     NativeStatement &operator=(const NativeStatement &) = delete;
 
     void bind(int parameter, qint64 value);
+    void bind(int parameter, double value);
     /// A null text is NULL.
     void bind(int parameter, const QString &text);
     void bindNull(int parameter);
@@ -33,6 +36,8 @@ public:
 
     qint64 integer(int column) const;
     QString text(int column) const;
+    /// By what is stored: a text, a 64-bit integer, a double; invalid where nothing is.
+    QVariant value(int column, TextPool *pool) const;
     const QSqlError &error() const { return m_error; }
 
 private:

@@ -1,3 +1,4 @@
+#include "datatruth.h"
 #include "dicomreader.h"
 #include "rawdicom.h"
 #include "testmain.h"
@@ -15,41 +16,6 @@ Q_DECLARE_METATYPE(Outcome)
 Q_DECLARE_METATYPE(Attribute)
 
 namespace {
-
-/// A line of the truth beside the shared corpus: what independent readers found in a file.
-struct Truth
-{
-    QString path;
-    QString verdict;
-    QMap<Attribute, QString> values;
-};
-
-QVector<Truth> readTruth()
-{
-    QFile file(sharedData() + QStringLiteral("/../data-truth.tsv"));
-    QVector<Truth> truths;
-    if (sharedData().isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        return truths;
-    }
-    const QStringList columns = QString::fromUtf8(file.readLine()).split(QLatin1Char('\t'));
-    const auto column = [&](const char *name) { return columns.indexOf(QLatin1String(name)); };
-    const QMap<Attribute, int> compared{{Attribute::PatientID, column("PatientID")},
-        {Attribute::PatientName, column("PatientName")}, {Attribute::Modality, column("Modality")},
-        {Attribute::StudyInstanceUID, column("StudyInstanceUID")},
-        {Attribute::SeriesInstanceUID, column("SeriesInstanceUID")},
-        {Attribute::SOPInstanceUID, column("SOPInstanceUID")},
-        {Attribute::SOPClassUID, column("SOPClassUID")},
-        {Attribute::InstanceNumber, column("InstanceNumber")}};
-    while (!file.atEnd()) {
-        const QStringList fields = QString::fromUtf8(file.readLine()).split(QLatin1Char('\t'));
-        Truth truth{fields.value(0), fields.value(column("verdict")), {}};
-        for (auto it = compared.cbegin(); it != compared.cend(); ++it) {
-            truth.values[it.key()] = fields.value(it.value());
-        }
-        truths.append(truth);
-    }
-    return truths;
-}
 
 Outcome outcomeFor(const QString &verdict)
 {
@@ -123,12 +89,12 @@ DicomReadResult DicomReaderTest::readBytes(const QByteArray &bytes, const QStrin
 
 void DicomReaderTest::corpusVerdicts()
 {
-    const QVector<Truth> truths = readTruth();
+    const QVector<DataTruth> truths = readDataTruth();
     if (truths.isEmpty()) {
         QSKIP("the shared corpus is not here");
     }
     QStringList wrong;
-    for (const Truth &truth : truths) {
+    for (const DataTruth &truth : truths) {
         // A few lines of the truth are cut off by control characters in them; their files are unreadable
         // ones.
         const QString verdict = truth.verdict.isEmpty() ? QStringLiteral("unreadable") : truth.verdict;
@@ -147,12 +113,12 @@ void DicomReaderTest::corpusVerdicts()
 
 void DicomReaderTest::corpusValues()
 {
-    const QVector<Truth> truths = readTruth();
+    const QVector<DataTruth> truths = readDataTruth();
     if (truths.isEmpty()) {
         QSKIP("the shared corpus is not here");
     }
     QStringList wrong;
-    for (const Truth &truth : truths) {
+    for (const DataTruth &truth : truths) {
         if (outcomeFor(truth.verdict) != Outcome::Image) {
             continue;
         }
