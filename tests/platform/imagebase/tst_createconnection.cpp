@@ -49,15 +49,19 @@ void runOn(const QString &path, const QStringList &statements)
     QSqlDatabase::removeDatabase(QStringLiteral("other"));
 }
 
-QStringList firstVersion()
+/// The statements that make an index of an older version.
+QStringList olderVersion(int version)
 {
-    QFile file(QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/schema/1.sql"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        qFatal("no schema");
+    QStringList statements;
+    for (int step = 1; step <= version; ++step) {
+        QFile file(QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/schema/%1.sql").arg(step));
+        if (!file.open(QIODevice::ReadOnly)) {
+            qFatal("no schema");
+        }
+        statements += Schema::statements(QString::fromUtf8(file.readAll()));
     }
-    QStringList statements = Schema::statements(QString::fromUtf8(file.readAll()));
     statements.append(QStringLiteral("PRAGMA application_id = %1").arg(Schema::applicationId));
-    statements.append(QStringLiteral("PRAGMA user_version = 1"));
+    statements.append(QStringLiteral("PRAGMA user_version = %1").arg(version));
     return statements;
 }
 
@@ -72,6 +76,7 @@ private slots:
     void cleanup();
     void createsAndKeepsItsConnection();
     void findsItsPath();
+    void upgradesInPlaceAfterABackup_data();
     void upgradesInPlaceAfterABackup();
     void refusesAndLeavesUntouched_data();
     void refusesAndLeavesUntouched();
@@ -136,16 +141,33 @@ void TestCreateConnection::findsItsPath()
     QCOMPARE(databasePath(), path());
 }
 
+void TestCreateConnection::upgradesInPlaceAfterABackup_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<int>("inquiries");
+    QTest::newRow("first version") << 1
+                                   << QStringLiteral(
+                                          "INSERT INTO andvancequiry (InquiryName) VALUES ('Mine')")
+                                   << 1;
+    QTest::newRow("second version") << 2 << QStringLiteral("SELECT 1") << 5;
+}
+
 void TestCreateConnection::upgradesInPlaceAfterABackup()
 {
+    QFETCH(int, version);
+    QFETCH(QString, content);
     QDir().mkpath(QFileInfo(path()).path());
     runOn(path(),
-        firstVersion() + QStringList{QStringLiteral("INSERT INTO patient (PatientName) VALUES ('Kept')")});
+        olderVersion(version)
+            + QStringList{QStringLiteral("INSERT INTO patient (PatientName) VALUES ('Kept')"), content});
     QVERIFY2(createConnection(), qPrintable(connectionFailure().detail));
     QSqlQuery query(QStringLiteral("SELECT PatientName FROM patient"));
     QVERIFY(query.next());
     QCOMPARE(query.value(0).toString(), QStringLiteral("Kept"));
     QVERIFY(QSqlQuery().exec(QStringLiteral("SELECT * FROM obsoletefile")));
+    QVERIFY(query.exec(QStringLiteral("SELECT count(*) FROM andvancequiry")) && query.next());
+    QTEST(query.value(0).toInt(), "inquiries");
     const QStringList backups = QFileInfo(path()).dir().entryList({QStringLiteral("*.backup")});
     QCOMPARE(backups.size(), 1);
     runOn(QFileInfo(path()).dir().filePath(backups.first()),
