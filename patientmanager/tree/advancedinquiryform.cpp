@@ -19,7 +19,7 @@
 namespace {
 
 /// Longer values are cut in the tree, so that the columns behind them stay in sight.
-constexpr int widestColumn = 180;
+constexpr int widestColumn = 160;
 /// Rows around the visible ones that a column's width is taken from.
 constexpr int rowsMeasured = 100;
 

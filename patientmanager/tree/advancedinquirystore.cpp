@@ -10,8 +10,9 @@
 void AdvancedInquiryForm::on_Save_clicked()
 {
     finishEditing();
-    InquiryTable::replace(ui->inquiryBox->currentText(), m_model->conditions());
-    m_model->markSaved();
+    if (InquiryTable::replace(ui->inquiryBox->currentText(), m_model->conditions())) {
+        m_model->markSaved();
+    }
     setShown(ui->inquiryBox->currentIndex());
 }
 
@@ -37,8 +38,9 @@ void AdvancedInquiryForm::getText(const QString &name)
         return;
     }
     emit sameInquiryName(QString());
-    InquiryTable::append(name, m_model->conditions());
-    m_model->markSaved();
+    if (InquiryTable::append(name, m_model->conditions())) {
+        m_model->markSaved();
+    }
     ui->inquiryBox->addItem(name);
     emit setComboBox(name);
     const int added = ui->inquiryBox->count() - 1;

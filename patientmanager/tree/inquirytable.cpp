@@ -20,32 +20,34 @@ QSqlQuery executed(const QString &statement)
 }
 
 /// @param statement with %1 for the name
-void removeBy(const QString &statement, const QString &name)
+bool removeBy(const QString &statement, const QString &name)
 {
     // A quote ends the name: the rest could match other inquiries.
-    if (!name.contains(QLatin1Char('\''))) {
-        executed(statement.arg(name));
-    }
+    return !name.contains(QLatin1Char('\'')) && executed(statement.arg(name)).isActive();
 }
 
 /// A transaction of its own, or a part of the one that is open already.
 template <typename Write>
-void inTransaction(const Write &write)
+bool inTransaction(const Write &write)
 {
     QSqlDatabase db = QSqlDatabase::database();
     const bool own = db.transaction();
-    write();
-    if (own && !db.commit()) {
+    const bool written = write();
+    const bool kept = !own || db.commit();
+    if (!kept) {
         db.rollback();
     }
+    return written && kept;
 }
 
-void insert(const QString &name, const InquiryConditions &conditions)
+/// Goes on after one that fails. @return whether none did
+bool insert(const QString &name, const InquiryConditions &conditions)
 {
     QSqlQuery query;
     query.prepare(QStringLiteral("INSERT INTO andvancequiry (UserName,InquiryName, "
                                  "GroupName,FieldName,Symbol,FieldValue,Logic,QueryType) "
                                  "VALUES (?, ?, ?, ?, ?, ?, ?, ?)"));
+    bool good = true;
     for (const InquiryCondition &condition : conditions) {
         if (condition.field.isEmpty()) {
             continue;
@@ -55,8 +57,9 @@ void insert(const QString &name, const InquiryConditions &conditions)
                  condition.symbol, condition.value, condition.logic, condition.queryType}) {
             query.bindValue(place++, value);
         }
-        query.exec();
+        good = query.exec() && good;
     }
+    return good;
 }
 
 } // namespace
@@ -101,17 +104,18 @@ bool InquiryTable::isTaken(const QString &name)
         .next();
 }
 
-void InquiryTable::replace(const QString &name, const InquiryConditions &conditions)
+bool InquiryTable::replace(const QString &name, const InquiryConditions &conditions)
 {
-    inTransaction([&] {
-        removeBy(QStringLiteral("DELETE FROM `andvancequiry` WHERE InquiryName = '%1'"), name);
-        insert(name, conditions);
+    return inTransaction([&] {
+        const bool removed =
+            removeBy(QStringLiteral("DELETE FROM `andvancequiry` WHERE InquiryName = '%1'"), name);
+        return insert(name, conditions) && removed;
     });
 }
 
-void InquiryTable::append(const QString &name, const InquiryConditions &conditions)
+bool InquiryTable::append(const QString &name, const InquiryConditions &conditions)
 {
-    inTransaction([&] { insert(name, conditions); });
+    return inTransaction([&] { return insert(name, conditions); });
 }
 
 void InquiryTable::remove(const QString &name)

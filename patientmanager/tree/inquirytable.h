@@ -28,12 +28,13 @@ InquiryConditions conditions(const QString &name, const QString &group);
 /// Whether there is an inquiry of this name; false also where the question fails.
 bool isTaken(const QString &name);
 
-/// Puts the conditions in the place of what the inquiry holds, all or nothing. Where the deletion fails they
-/// stand beside the old ones.
-void replace(const QString &name, const InquiryConditions &conditions);
+/// Puts the conditions in the place of what the inquiry holds, in one transaction. Where the deletion fails
+/// they stand beside the old ones. @return whether all is as asked
+bool replace(const QString &name, const InquiryConditions &conditions);
 
-/// Adds conditions to an inquiry, which thereby comes to be. Those without a field are left out.
-void append(const QString &name, const InquiryConditions &conditions);
+/// Adds conditions to an inquiry, which thereby comes to be. Those without a field are left out. @return
+/// whether all went in
+bool append(const QString &name, const InquiryConditions &conditions);
 
 /// Removes an inquiry.
 void remove(const QString &name);
