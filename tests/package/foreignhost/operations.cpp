@@ -1,12 +1,17 @@
 #include "checks.h"
 
+#include <advancedinquiryform.h>
 #include <configlocation.h>
 #include <createconnection.h>
 #include <databasesetform.h>
 #include <datasavetypeform.h>
 #include <httpuploadfile.h>
 #include <imageformatform.h>
+#include <inquirysaveform.h>
 #include <kivmessageboxform.h>
+#include <ncomboboxdelegate.h>
+#include <ncombologicdelegate.h>
+#include <ndelegatequerytype.h>
 #include <ndockwidget.h>
 #include <nrunnable.h>
 #include <ntableview.h>
@@ -17,6 +22,8 @@
 #include <studyform.h>
 #include <swimconfig.h>
 #include <tableinfoform.h>
+#include <treeitem.h>
+#include <treemodel.h>
 
 #include <QAction>
 #include <QCoreApplication>
@@ -131,6 +138,20 @@ void dialogOperations()
     Checks::expect(HttpUploadFile::instance()->getExpertNames().isEmpty(), QStringLiteral("no experts"));
 }
 
+void inquiryOperations()
+{
+    AdvancedInquiryForm editor(nullptr, QString());
+    editor.getText(QStringLiteral("A name"));
+    editor.on_Delete_clicked();
+    const InquirySaveForm asking;
+    TreeModel tree({QStringLiteral("Header")}, QStringLiteral("row"), nullptr);
+    Checks::expect(tree.getItem(tree.index(0, 0))->childCount() == 0 && tree.setData(tree.index(0, 0), 1),
+        QStringLiteral("an editable tree"));
+    const NComboBoxDelegate symbols(nullptr);
+    const NComboLogicDelegate logic(nullptr);
+    const NDelegateQueryType types(nullptr);
+}
+
 void loaderOperations()
 {
     NTableView view;
@@ -153,5 +174,6 @@ void Checks::operations(PatientManagerMainWindow &window)
     formOperations(window);
     ownForms();
     dialogOperations();
+    inquiryOperations();
     loaderOperations();
 }

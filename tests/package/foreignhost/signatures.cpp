@@ -1,7 +1,9 @@
 #include "checks.h"
 
+#include <advancedinquiryform.h>
 #include <datasavetypeform.h>
 #include <imageformatform.h>
+#include <inquirysaveform.h>
 #include <nrunnable.h>
 #include <ntableview.h>
 #include <patientform.h>
@@ -91,6 +93,19 @@ void formSignatures()
     expectSlots(tableInfoForm::staticMetaObject, {"onTableInfo(QString)"});
 }
 
+void inquirySignatures()
+{
+    expectSignals(AdvancedInquiryForm::staticMetaObject,
+        {"setComboBox(QString)", "setComboBoxIdx(QString)", "setDeleteIdx(QString)",
+            "sameInquiryName(QString)"});
+    expectSlots(AdvancedInquiryForm::staticMetaObject,
+        {"on_InquiryButton_clicked()", "on_NewTree_clicked()", "on_InquiryCancel_clicked()",
+            "on_Save_clicked()", "on_SaveAs_clicked()", "on_Delete_clicked()", "getText(QString)",
+            "getComboBoxIdx(QString)", "onListSelectPD(int)", "onListSelectSI(int)", "onTreeView(int)"});
+    expectSignals(InquirySaveForm::staticMetaObject, {"setText(QString)"});
+    expectSlots(InquirySaveForm::staticMetaObject, {"onSameInquiryName(QString)"});
+}
+
 void platformSignatures()
 {
     expectSignals(NTableView::staticMetaObject, {"fileFinished(bool)"});
@@ -110,5 +125,6 @@ void Checks::signatures()
 {
     windowSignatures();
     formSignatures();
+    inquirySignatures();
     platformSignatures();
 }
