@@ -18,7 +18,7 @@
 
 namespace {
 
-/// Longer values are cut in the tree, so that the columns behind them stay in sight.
+/// Longer values are cut until the user widens the column, so that the columns behind them stay in sight.
 constexpr int widestColumn = 160;
 /// Rows around the visible ones that a column's width is taken from.
 constexpr int rowsMeasured = 100;
@@ -65,7 +65,6 @@ void AdvancedInquiryForm::buildConditionView()
     view->setItemDelegateForColumn(ConditionModel::Symbol, new NComboBoxDelegate(view));
     view->setItemDelegateForColumn(ConditionModel::Logic, new NComboLogicDelegate(view));
     view->setItemDelegateForColumn(ConditionModel::QueryType, new NDelegateQueryType(view));
-    view->header()->setMaximumSectionSize(widestColumn);
     view->header()->setResizeContentsPrecision(rowsMeasured);
     setConditionModel(new ConditionModel(this));
 }
@@ -188,9 +187,11 @@ void AdvancedInquiryForm::setConditionModel(ConditionModel *model)
 
 void AdvancedInquiryForm::showConditions()
 {
-    ui->conditionView->expandAll();
+    QTreeView *view = ui->conditionView;
+    view->expandAll();
     for (int column = 0; column < ConditionModel::ColumnCount; ++column) {
-        ui->conditionView->resizeColumnToContents(column);
+        view->resizeColumnToContents(column);
+        view->setColumnWidth(column, std::min(view->columnWidth(column), widestColumn));
     }
 }
 
