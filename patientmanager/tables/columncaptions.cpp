@@ -5,14 +5,23 @@
 #include <QSettings>
 #include <QSqlTableModel>
 
-void applyColumnCaptions(QSqlTableModel *model)
+QHash<QString, QString> columnCaptions(const QString &table)
 {
     QSettings settings(ConfigLocation::grouped(QLatin1String(ConfigKey::renameIni)), QSettings::IniFormat);
-    settings.beginGroup(model->tableName());
+    settings.beginGroup(table);
+    QHash<QString, QString> captions;
     const QStringList columns = settings.allKeys();
     for (const QString &column : columns) {
         const QByteArray bytes = settings.value(column).toString().toLatin1();
-        model->setHeaderData(
-            model->fieldIndex(column), Qt::Horizontal, QString::fromLocal8Bit(bytes), Qt::EditRole);
+        captions.insert(column, QString::fromLocal8Bit(bytes));
+    }
+    return captions;
+}
+
+void applyColumnCaptions(QSqlTableModel *model)
+{
+    const QHash<QString, QString> captions = columnCaptions(model->tableName());
+    for (auto caption = captions.begin(); caption != captions.end(); ++caption) {
+        model->setHeaderData(model->fieldIndex(caption.key()), Qt::Horizontal, caption.value(), Qt::EditRole);
     }
 }

@@ -1,8 +1,13 @@
 #pragma once
 
+#include <QHash>
+#include <QString>
+
 class QSqlTableModel;
 
-/// Gives the columns of a model, whose table is set, the captions that the captions file has for that table;
-/// other columns keep their names. The file's values are read through the local 8-bit codec, as it has always
-/// been written.
+/// The captions that the captions file has for the columns of a record table, by column name. The file's
+/// values are read through the local 8-bit codec, as it has always been written.
+QHash<QString, QString> columnCaptions(const QString &table);
+
+/// Gives the columns of a model, whose table is set, their captions; other columns keep their names.
 void applyColumnCaptions(QSqlTableModel *model);

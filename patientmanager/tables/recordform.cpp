@@ -2,6 +2,7 @@
 
 #include "columncaptions.h"
 #include "columnkind.h"
+#include "keyfilter.h"
 #include "kivmessageboxform.h"
 #include "ntableview.h"
 #include "pagedtablemodel.h"
@@ -17,35 +18,8 @@
 #include <QSqlField>
 #include <QSqlQueryModel>
 #include <QSqlRecord>
-#include <QStringList>
 
 #include <array>
-
-namespace {
-
-/// No row has this key.
-constexpr qlonglong noKey = -1;
-/// SQLite refuses longer chains of conditions.
-constexpr int longestKeyChain = 500;
-
-QString keyFilter(const QList<qlonglong> &keys)
-{
-    QStringList parts;
-    parts.reserve(keys.size());
-    const bool isChain = keys.size() <= longestKeyChain;
-    for (const qlonglong key : keys) {
-        parts.append((isChain ? QStringLiteral("pk ='%1'") : QStringLiteral("'%1'")).arg(key));
-    }
-    return isChain ? parts.join(QStringLiteral(" or "))
-                   : QStringLiteral("pk in (%1)").arg(parts.join(QLatin1Char(',')));
-}
-
-QString filterFor(const QList<qlonglong> &keys)
-{
-    return keyFilter(keys.isEmpty() ? QList<qlonglong>{noKey} : keys);
-}
-
-} // namespace
 
 RecordForm::RecordForm(const RecordTable &table, QWidget *parent)
     : QWidget(parent)
@@ -227,7 +201,7 @@ void RecordForm::showWhere(const QString &filter)
 
 void RecordForm::showKeys(const QList<qlonglong> &keys)
 {
-    showWhere(filterFor(keys));
+    showWhere(keyFilter(keys));
 }
 
 void RecordForm::showChildrenOf(qlonglong parent)

@@ -204,16 +204,20 @@ void RecordFormsTest::showsKeys_data()
     QTest::newRow("one") << Keys{2} << QStringLiteral("pk ='2'") << 1;
     QTest::newRow("two") << Keys{7, 9} << QStringLiteral("pk ='7' or pk ='9'") << 0;
     QTest::newRow("the longest chain") << chain << parts.join(QStringLiteral(" or ")) << 2;
+    Keys run;
+    for (int key = 200'000; key > 0; --key) {
+        run.append(key);
+    }
+    QTest::newRow("a great many in a row") << run << QStringLiteral("pk between '1' and '200000'") << 2;
     parts.clear();
-    for (int key = 1; key <= 200'000; ++key) {
+    Keys scattered{run.mid(run.size() - 600)};
+    for (int key = 1000; key <= 200'000; key += 2) {
+        scattered.append(key);
         parts.append(QStringLiteral("'%1'").arg(key));
     }
-    Keys all;
-    for (int key = 1; key <= 200'000; ++key) {
-        all.append(key);
-    }
-    QTest::newRow("a great many") << all << QStringLiteral("pk in (%1)").arg(parts.join(QLatin1Char(',')))
-                                  << 2;
+    QTest::newRow("a great many, scattered")
+        << scattered
+        << QStringLiteral("pk between '1' and '600' or pk in (%1)").arg(parts.join(QLatin1Char(','))) << 2;
 }
 
 void RecordFormsTest::showsKeys()
