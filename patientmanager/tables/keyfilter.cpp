@@ -50,7 +50,8 @@ QString chain(const QList<qlonglong> &keys)
 QString rangesAndList(std::vector<Run> runs)
 {
     // The longest runs become ranges, as many as a chain may hold beside the list of all other keys.
-    std::sort(runs.begin(), runs.end(), [](const Run &a, const Run &b) { return a.size() > b.size(); });
+    std::stable_sort(
+        runs.begin(), runs.end(), [](const Run &a, const Run &b) { return a.size() > b.size(); });
     QStringList parts;
     QStringList listed;
     for (const Run &run : runs) {
