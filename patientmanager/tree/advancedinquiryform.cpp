@@ -26,6 +26,9 @@ constexpr int rowsMeasured = 100;
 /// A view keeps the selection models of all the models that it ever showed.
 void showModel(QAbstractItemView *view, QAbstractItemModel *model)
 {
+    if (view->model() == model) {
+        return; // the view would keep the selection model, too
+    }
     const QItemSelectionModel *before = view->selectionModel();
     view->setModel(model);
     delete before;
