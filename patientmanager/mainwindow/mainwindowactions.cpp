@@ -1,6 +1,7 @@
 // What the window's actions do, except for the import.
 #include "patientmanagermainwindow.h"
 
+#include "companionwindow.h"
 #include "databasesetform.h"
 #include "imageformatform.h"
 #include "kivmessageboxform.h"
@@ -9,19 +10,6 @@
 #include "seriesform.h"
 #include "studyform.h"
 #include "swimconfig.h"
-
-namespace {
-
-void bringUp(QWidget *window)
-{
-    if (window->isMinimized()) {
-        window->showNormal();
-    } else {
-        window->show();
-    }
-}
-
-} // namespace
 
 void PatientManagerMainWindow::on_actionDatabase_triggered()
 {

@@ -7,6 +7,7 @@
 #include "importsettings.h"
 #include "indexconnection.h"
 #include "patientform.h"
+#include "patienttreeform.h"
 #include "qdcmrecvfile.h"
 #include "seriesform.h"
 #include "studyform.h"
@@ -14,6 +15,7 @@
 #include "ui_patientmanagermainwindow.h"
 #include "windowconnections.h"
 
+#include <QDockWidget>
 #include <QSplitter>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -24,6 +26,8 @@
 #include <utility>
 
 namespace {
+
+const QString treeDockName = QStringLiteral("DockPatientTree");
 
 /// The gate of everything that writes: false where there is no index to work on.
 bool enforceForeignKeys()
@@ -55,6 +59,10 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
 PatientManagerMainWindow::~PatientManagerMainWindow()
 {
     delete directoryViewer;
+    // Never shown in a dock, and not taken by the host: it goes after the window.
+    if (patientTreeForm && !patientTreeForm->parent()) {
+        patientTreeForm->deleteLater();
+    }
     closePrivateConnection();
     stopThreads();
 }
@@ -65,6 +73,7 @@ void PatientManagerMainWindow::createForms()
     studyForm = new StudyForm(nullptr);
     seriesForm = new SeriesForm(nullptr);
     imagesForm = new ImageformatForm(nullptr);
+    patientTreeForm = new PatientTreeForm(nullptr);
     tableInfoForm = new ::tableInfoForm(nullptr);
     imagesForm->hide();
 }
@@ -128,9 +137,35 @@ QPointer<ImageformatForm> PatientManagerMainWindow::getImagesForm() const
     return imagesForm;
 }
 
+QPointer<PatientTreeForm> PatientManagerMainWindow::getPatientTreeForm() const
+{
+    return patientTreeForm;
+}
+
 QPointer<::tableInfoForm> PatientManagerMainWindow::getTableInfoForm() const
 {
     return tableInfoForm;
+}
+
+void PatientManagerMainWindow::showPatientTreeForm()
+{
+    if (auto *dock = findChild<QDockWidget *>(treeDockName)) {
+        dock->show();
+    } else if (patientTreeForm) {
+        createTreeDock();
+    }
+}
+
+void PatientManagerMainWindow::createTreeDock()
+{
+    auto *dock = new QDockWidget(tr("PatientTree"), this);
+    dock->setObjectName(treeDockName);
+    dock->setTitleBarWidget(new QWidget(dock));
+    dock->setAllowedAreas(Qt::AllDockWidgetAreas);
+    dock->setWidget(patientTreeForm);
+    patientTreeForm->setDockWidget(dock);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    dock->show(); // in a visible window it would come up only later
 }
 
 void PatientManagerMainWindow::showPatientManager() { }

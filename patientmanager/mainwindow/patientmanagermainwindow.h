@@ -16,6 +16,7 @@ class DirectoryViewer;
 class ImageformatForm;
 class NRunnable;
 class PatientForm;
+class PatientTreeForm;
 class QDcmRecvFile;
 class QPatient;
 class SeriesForm;
@@ -31,10 +32,11 @@ class PatientManagerMainWindow;
  * The window that a host constructs and embeds: the four record tables one above the other, the actions, the
  * imports.
  *
- * Owns the record forms and the information panel; joins them by signals alone, since the forms do not know
- * one another. Opens the index at construction; where that fails the window still opens, and imports stay
- * off. GUI thread; the destructor stops what still runs and waits for its two threads. It has no menus: the
- * host finds the fifteen actions by object name and places them.
+ * Owns the record forms, the information panel and the patient tree; joins them by signals alone, since the
+ * forms do not know one another. The tree has no parent until it is shown in its dock. Opens the index at
+ * construction; where that fails the window still opens, and imports stay off. GUI thread; the destructor
+ * stops what still runs and waits for its two threads. It has no menus: the host finds the fifteen actions by
+ * object name and places them.
  */
 class PATIENTMANAGER_EXPORT PatientManagerMainWindow : public QMainWindow
 {
@@ -49,8 +51,11 @@ public:
     QPointer<StudyForm> getStudyForm() const;
     QPointer<SeriesForm> getSeriesForm() const;
     QPointer<ImageformatForm> getImagesForm() const;
+    QPointer<PatientTreeForm> getPatientTreeForm() const;
     QPointer<::tableInfoForm> getTableInfoForm() const;
 
+    /// Shows the dock of the patient tree, made at the first call; without the tree does nothing.
+    void showPatientTreeForm();
     /// For hosts that call it; does nothing, and must stay so.
     void showPatientManager();
     /// Null until an upload has ended.
@@ -108,6 +113,7 @@ private slots:
 
 private:
     void createForms();
+    void createTreeDock();
     void startReceiver();
     void stackForms();
     void openPrivateConnection();
@@ -121,6 +127,7 @@ private:
     QPointer<StudyForm> studyForm;
     QPointer<SeriesForm> seriesForm;
     QPointer<ImageformatForm> imagesForm;
+    QPointer<PatientTreeForm> patientTreeForm;
     QPointer<::tableInfoForm> tableInfoForm;
     QString currentTableName;
     QList<qlonglong> selectedPks;

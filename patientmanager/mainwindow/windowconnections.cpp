@@ -3,8 +3,10 @@
 #include "imageformatform.h"
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
+#include "patienttreeform.h"
 #include "seriesform.h"
 #include "studyform.h"
+#include "tableinfoform.h"
 
 #include <type_traits>
 
@@ -18,6 +20,8 @@ struct Forms
     StudyForm *study;
     SeriesForm *series;
     ImageformatForm *images;
+    PatientTreeForm *tree;
+    tableInfoForm *information;
 };
 
 template <typename Pointer>
@@ -92,12 +96,30 @@ void connectDroppedFiles(const Forms &forms)
     each(connect, forms.study, forms.series, forms.images);
 }
 
+/// What is chosen in the tree is shown in the tables.
+void connectTree(Window *window, const Forms &forms)
+{
+    const auto connectHeader = [&forms](auto *form) {
+        QObject::connect(forms.tree, &PatientTreeForm::updateFieldHeader, form,
+            &ClassOf<decltype(form)>::updateFieldHeader);
+    };
+    each(connectHeader, forms.patient, forms.study, forms.series, forms.images);
+    QObject::connect(forms.tree, &PatientTreeForm::selectPatientPks, forms.patient, &PatientForm::onPatient);
+    QObject::connect(forms.tree, &PatientTreeForm::selectStudyPks, forms.study, &StudyForm::onStudy);
+    QObject::connect(forms.tree, &PatientTreeForm::selectSeriesPks, forms.series, &SeriesForm::onSeries);
+    QObject::connect(
+        forms.tree, &PatientTreeForm::selectInstancesFilter, forms.images, &ImageformatForm::onInstances);
+    QObject::connect(forms.tree, &PatientTreeForm::selectMutiPK, window, &Window::onMutiSelect);
+    QObject::connect(forms.tree, &PatientTreeForm::selectTable, window, &Window::onShowTable);
+    QObject::connect(forms.tree, &PatientTreeForm::tableInfo, forms.information, &tableInfoForm::onTableInfo);
+}
+
 } // namespace
 
 void WindowConnections::connectForms(Window *window)
 {
-    const Forms forms{
-        window->getPatientForm(), window->getStudyForm(), window->getSeriesForm(), window->getImagesForm()};
+    const Forms forms{window->getPatientForm(), window->getStudyForm(), window->getSeriesForm(),
+        window->getImagesForm(), window->getPatientTreeForm(), window->getTableInfoForm()};
     connectCascade(forms);
     connectSelection(window, forms);
     connectDeletionRefresh(window, forms);
@@ -105,4 +127,5 @@ void WindowConnections::connectForms(Window *window)
     connectHeaders(window, forms);
     connectMultiSelection(window, forms);
     connectDroppedFiles(forms);
+    connectTree(window, forms);
 }

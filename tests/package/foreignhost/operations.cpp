@@ -17,6 +17,10 @@
 #include <ntableview.h>
 #include <patientform.h>
 #include <patientmanagermainwindow.h>
+#include <patienttreeform.h>
+#include <qpatients.h>
+#include <qpatienttreeitem.h>
+#include <qpatienttreemodel.h>
 #include <selecthideform.h>
 #include <seriesform.h>
 #include <studyform.h>
@@ -111,9 +115,39 @@ void formOperations(PatientManagerMainWindow &window)
     information->onTableInfo(QStringLiteral("<b>text</b>"));
 }
 
-/// Each record form and the panel can also be made by the host itself.
+void treeOperations(PatientManagerMainWindow &window)
+{
+    const QPointer<PatientTreeForm> panel = window.getPatientTreeForm();
+    Checks::expect(panel && !panel->parent(), QStringLiteral("a tree without a dock"));
+    window.showPatientTreeForm();
+    window.showPatientTreeForm();
+    panel->setDockWidget(nullptr);
+    panel->on_AdvancedInquiry_clicked();
+    panel->on_AdvancedInquiryPatient_clicked();
+    panel->on_AdvancedInquiryStudy_clicked();
+    panel->on_AdvancedInquirySeries_clicked();
+    panel->onTreeModel(QModelIndex());
+    panel->onMutiTreeModel();
+    panel->getComboBox(QStringLiteral("new"));
+    panel->getComboBoxIdx(QStringLiteral("NEW"));
+    panel->getDeleteIdx(QStringLiteral("new"));
+    panel->on_AdvancedInquiryNew_clicked();
+    panel->on_AdvancedInquirySettingField_clicked();
+    Checks::expect(panel->problemText().isEmpty(), QStringLiteral("an inquiry that runs"));
+    QPatients patients;
+    const QStringList columns = patients.getPatientTitleList();
+    QPatientTreeModel model(nullptr, columns);
+    model.setPatients(&patients, columns);
+    const QPatientTreeItem item(columns, nullptr, columns);
+    Checks::expect(!model.treeItem(QModelIndex()) && item.data(0) == QLatin1String("pk")
+            && !QPatientTreeItem(item).getPatient(),
+        QStringLiteral("a tree without rows"));
+}
+
+/// Each record form and the panels can also be made by the host itself.
 void ownForms()
 {
+    const PatientTreeForm tree(nullptr);
     const PatientForm patients(nullptr);
     const StudyForm studies(nullptr);
     const SeriesForm series(nullptr);
@@ -172,6 +206,7 @@ void Checks::operations(PatientManagerMainWindow &window)
 {
     windowOperations(window);
     formOperations(window);
+    treeOperations(window);
     ownForms();
     dialogOperations();
     inquiryOperations();

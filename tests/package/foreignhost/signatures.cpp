@@ -8,6 +8,7 @@
 #include <ntableview.h>
 #include <patientform.h>
 #include <patientmanagermainwindow.h>
+#include <patienttreeform.h>
 #include <qdcmrecvfile.h>
 #include <selecthideform.h>
 #include <seriesform.h>
@@ -106,6 +107,24 @@ void inquirySignatures()
     expectSlots(InquirySaveForm::staticMetaObject, {"onSameInquiryName(QString)"});
 }
 
+void treeSignatures()
+{
+    const QMetaObject &meta = PatientTreeForm::staticMetaObject;
+    expectSignals(meta,
+        {"selectPatientPks(QList<qlonglong>,QString)", "selectPatientPks(QList<qlonglong>)",
+            "selectStudyPks(QList<qlonglong>,QString)", "selectStudyPks(QList<qlonglong>)",
+            "selectSeriesPks(QList<qlonglong>,QString)", "selectSeriesPks(QList<qlonglong>)",
+            "selectSeriesPk(QList<qlonglong>,QString)", "selectMutiPK(QList<qlonglong>,QString)",
+            "selectInstancesFilter(QString)", "selectTable(QString)", "tableInfo(QString)",
+            "searchPatient(QString)", "updateFieldHeader()", "deleteThumbView()", "setComboBoxIdx(int)"});
+    expectSlots(meta,
+        {"onTreeModel(QModelIndex)", "onMutiTreeModel()", "on_AdvancedInquiry_clicked()",
+            "on_AdvancedInquiryNew_clicked()", "on_AdvancedInquiryPatient_clicked()",
+            "on_AdvancedInquiryStudy_clicked()", "on_AdvancedInquirySeries_clicked()",
+            "on_AdvancedInquirySettingField_clicked()", "getComboBox(QString)", "getComboBoxIdx(QString)",
+            "getDeleteIdx(QString)"});
+}
+
 void platformSignatures()
 {
     expectSignals(NTableView::staticMetaObject, {"fileFinished(bool)"});
@@ -126,5 +145,6 @@ void Checks::signatures()
     windowSignatures();
     formSignatures();
     inquirySignatures();
+    treeSignatures();
     platformSignatures();
 }

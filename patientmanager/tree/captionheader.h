@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QHeaderView>
+#include <QStringList>
+
+/// A header that paints captions for people in the place of its model's texts, which stay the columns' names.
+class CaptionHeader : public QHeaderView
+{
+    Q_OBJECT
+
+public:
+    explicit CaptionHeader(QWidget *parent = nullptr);
+
+    /// One for each column; a column beyond them has none.
+    void setCaptions(const QStringList &captions);
+
+protected:
+    void paintSection(QPainter *painter, const QRect &rect, int column) const override;
+    QSize sectionSizeFromContents(int column) const override;
+
+private:
+    QStyleOptionHeader option(int column) const;
+
+    QStringList m_captions;
+};

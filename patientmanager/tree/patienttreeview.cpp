@@ -1,0 +1,194 @@
+#include "patienttreeview.h"
+
+#include "captionheader.h"
+#include "qpatienttreeitem.h"
+#include "qpatienttreemodel.h"
+#include "recorddelegate.h"
+#include "recordsummary.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+
+namespace {
+
+constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
+constexpr int summaryMargin = 4;
+
+} // namespace
+
+PatientTreeView::PatientTreeView(QWidget *parent)
+    : QTreeView(parent)
+    , m_captions(new CaptionHeader(this))
+{
+    setHeader(m_captions);
+    setUniformRowHeights(true);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    // A summary ends where the view ends: what is scrolled cannot be used again.
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
+}
+
+void PatientTreeView::setTree(QPatientTreeModel *tree, int patientColumns, const QStringList &captions)
+{
+    m_tree = tree;
+    m_patientColumns = patientColumns;
+    m_captions->setCaptions(captions);
+    setModel(tree);
+    installDelegates();
+}
+
+void PatientTreeView::installDelegates()
+{
+    for (int column = 0; column < m_tree->columnCount(); ++column) {
+        const QString name = m_tree->headerData(column, Qt::Horizontal).toString();
+        const ColumnKind kind = columnKind(name, false);
+        RecordDelegate *&delegate = m_delegates[std::size_t(kind)];
+        if (!delegate) {
+            delegate = new RecordDelegate(kind, this);
+        }
+        setItemDelegateForColumn(column, delegate);
+    }
+}
+
+void PatientTreeView::openLevels(int levels)
+{
+    openWhere([levels](const QPatientTreeItem &item) {
+        return item.getPatient() ? levels > 0 : item.getStudy() && levels > 1;
+    });
+}
+
+void PatientTreeView::openWhere(const std::function<bool(const QPatientTreeItem &)> &isOpen)
+{
+    collapseAll();
+    // While a layout waits, opening a row is a mark; one layout at the end then takes them all in one pass.
+    scheduleDelayedItemsLayout();
+    open(QModelIndex(), isOpen);
+    executeDelayedItemsLayout();
+}
+
+void PatientTreeView::open(
+    const QModelIndex &parent, const std::function<bool(const QPatientTreeItem &)> &isOpen)
+{
+    const int rows = m_tree ? m_tree->rowCount(parent) : 0;
+    for (int row = 0; row < rows; ++row) {
+        const QModelIndex index = m_tree->index(row, 0, parent);
+        if (isOpen(*item(index))) {
+            expand(index);
+            open(index, isOpen);
+        }
+    }
+}
+
+QPatientTreeItem *PatientTreeView::item(const QModelIndex &index) const
+{
+    return m_tree ? m_tree->treeItem(index) : nullptr;
+}
+
+QString PatientTreeView::shownText(const QModelIndex &index) const
+{
+    const QPatientTreeItem *record = item(index);
+    if (!record) {
+        return {};
+    }
+    const auto *delegate = qobject_cast<const QStyledItemDelegate *>(itemDelegate(index));
+    return index.column() < m_patientColumns && !record->getPatient()
+        ? recordSummary(*record)
+        : delegate->displayText(index.data(), locale());
+}
+
+int PatientTreeView::sizeHintForColumn(int column) const
+{
+    return qMin(QTreeView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());
+}
+
+void PatientTreeView::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && currentIndex().isValid()) {
+        emit clicked(currentIndex());
+        return;
+    }
+    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
+        // Only from its first column does a row lead to its children and its parent.
+        selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+    }
+    QTreeView::keyPressEvent(event);
+}
+
+/// The columns of the patients from the first one on, as far as nothing else was moved between them, within
+/// the view.
+QRect PatientTreeView::summaryRect(const QPatientTreeItem &item, const QRect &row) const
+{
+    const int depth = item.getSeries() ? 3 : 2; // with the place of the branch itself
+    const int left = header()->sectionViewportPosition(0);
+    int right = left;
+    for (int place = header()->visualIndex(0); place < header()->count(); ++place) {
+        const int column = header()->logicalIndex(place);
+        if (column >= m_patientColumns) {
+            break;
+        }
+        right += header()->sectionSize(column);
+    }
+    return {QPoint(left + depth * indentation() + summaryMargin, row.top()),
+        QPoint(qMin(right, viewport()->width()) - summaryMargin, row.bottom())};
+}
+
+void PatientTreeView::drawRow(
+    QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QTreeView::drawRow(painter, option, index);
+    const QPatientTreeItem *record = item(index);
+    if (!record || record->getPatient()) {
+        return;
+    }
+    const QRect rect = summaryRect(*record, option.rect);
+    const bool isSelected = selectionModel()->isSelected(index);
+    QPalette palette = option.palette;
+    palette.setCurrentColorGroup(isActiveWindow() ? QPalette::Active : QPalette::Inactive);
+    painter->setFont(option.font);
+    style()->drawItemText(painter, rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette,
+        isEnabled(), option.fontMetrics.elidedText(recordSummary(*record), Qt::ElideRight, rect.width()),
+        isSelected ? QPalette::HighlightedText : QPalette::Text);
+}
+
+/// All that is in sight: the base class looks for every selected row, of which there may be all.
+QRegion PatientTreeView::visualRegionForSelection(const QItemSelection &) const
+{
+    return viewport()->rect();
+}
+
+bool PatientTreeView::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        if (showWholeText(help->pos(), help->globalPos())) {
+            return true;
+        }
+    }
+    return QTreeView::viewportEvent(event);
+}
+
+/// @return whether there was a text that its cell cuts
+bool PatientTreeView::showWholeText(const QPoint &position, const QPoint &globalPosition)
+{
+    const QModelIndex index = indexAt(position);
+    const QPatientTreeItem *record = item(index);
+    if (!record) {
+        return false;
+    }
+    const bool isSummary = index.column() < m_patientColumns && !record->getPatient();
+    const QRect cell = visualRect(index);
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1; // of a delegate
+    const QRect room = isSummary ? summaryRect(*record, cell)
+                                 : cell.adjusted(margin, 0, -margin, 0) & viewport()->rect();
+    const QString text = shownText(index);
+    if (fontMetrics().horizontalAdvance(text) <= room.width()) {
+        return false;
+    }
+    // As rich text, which wraps; values may hold what looks like markup.
+    QToolTip::showText(
+        globalPosition, QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()), viewport(), cell);
+    return true;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "columnkind.h"
+
+#include <QTreeView>
+
+#include <array>
+#include <functional>
+
+class CaptionHeader;
+class QPatientTreeItem;
+class QPatientTreeModel;
+class RecordDelegate;
+
+/**
+ * The view of the patient tree.
+ *
+ * Shows values and captions as people read them. The rows of studies and series are blank in the columns of
+ * the patients, the only ones in sight of a narrow panel: there it paints a line that tells what they are.
+ * Enter does what a click does. Reads the records behind its model's items, which it borrows.
+ */
+class PatientTreeView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit PatientTreeView(QWidget *parent = nullptr);
+
+    /// Shows a tree in the place of the one before, which the caller may then drop.
+    /// @param patientColumns how many columns the patients have; they come first
+    void setTree(QPatientTreeModel *tree, int patientColumns, const QStringList &captions);
+    /// Shows the rows down to a level, 0 for the patients alone: quick also for a tree of all records, where
+    /// the view's own calls are not.
+    void openLevels(int levels);
+    /// Opens just those rows, from the top down, that a condition holds for: as quick.
+    void openWhere(const std::function<bool(const QPatientTreeItem &)> &isOpen);
+    /// The record's row behind an index; null for none.
+    QPatientTreeItem *item(const QModelIndex &index) const;
+    /// What the cell says to people, whether or not there is room for it.
+    QString shownText(const QModelIndex &index) const;
+
+protected:
+    int sizeHintForColumn(int column) const override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void drawRow(
+        QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    bool viewportEvent(QEvent *event) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
+
+private:
+    void installDelegates();
+    void open(const QModelIndex &parent, const std::function<bool(const QPatientTreeItem &)> &isOpen);
+    QRect summaryRect(const QPatientTreeItem &item, const QRect &row) const;
+    bool showWholeText(const QPoint &position, const QPoint &globalPosition);
+
+    CaptionHeader *m_captions;
+    std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
+    QPatientTreeModel *m_tree = nullptr;
+    int m_patientColumns = 0;
+};
