@@ -161,9 +161,7 @@ void PatientTreeForm::showResult(std::unique_ptr<QPatients> result)
                 || (column == seriesPk && patients->isSeriesPkHidden()));
     }
     treeView->collapseAll();
-    for (int column = 0; column < columns.size(); ++column) {
-        treeView->resizeColumnToContents(column);
-    }
+    treeView->fitColumns();
 }
 
 void PatientTreeForm::showProblem()

@@ -86,6 +86,22 @@ QPatientTreeItem *PatientTreeView::item(const QModelIndex &index) const
     return m_tree ? m_tree->treeItem(index) : nullptr;
 }
 
+void PatientTreeView::fitColumns()
+{
+    for (int column = 0; column < header()->count(); ++column) {
+        resizeColumnToContents(column);
+    }
+}
+
+void PatientTreeView::showEvent(QShowEvent *event)
+{
+    QTreeView::showEvent(event);
+    if (!m_wasShown) {
+        m_wasShown = true;
+        fitColumns();
+    }
+}
+
 QString PatientTreeView::shownText(const QModelIndex &index) const
 {
     const QPatientTreeItem *record = item(index);
@@ -181,8 +197,8 @@ bool PatientTreeView::showWholeText(const QPoint &position, const QPoint &global
     const bool isSummary = index.column() < m_patientColumns && !record->getPatient();
     const QRect cell = visualRect(index);
     const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1; // of a delegate
-    const QRect room = isSummary ? summaryRect(*record, cell)
-                                 : cell.adjusted(margin, 0, -margin, 0) & viewport()->rect();
+    const QRect room =
+        isSummary ? summaryRect(*record, cell) : cell.adjusted(margin, 0, -margin, 0) & viewport()->rect();
     const QString text = shownText(index);
     if (fontMetrics().horizontalAdvance(text) <= room.width()) {
         return false;

@@ -36,12 +36,16 @@ public:
     void openWhere(const std::function<bool(const QPatientTreeItem &)> &isOpen);
     /// The record's row behind an index; null for none.
     QPatientTreeItem *item(const QModelIndex &index) const;
+    /// Gives every column the width of what is in sight; once more when the view is first shown, since little
+    /// is in sight before.
+    void fitColumns();
     /// What the cell says to people, whether or not there is room for it.
     QString shownText(const QModelIndex &index) const;
 
 protected:
     int sizeHintForColumn(int column) const override;
     void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void drawRow(
         QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     bool viewportEvent(QEvent *event) override;
@@ -57,4 +61,5 @@ private:
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
     QPatientTreeModel *m_tree = nullptr;
     int m_patientColumns = 0;
+    bool m_wasShown = false;
 };
