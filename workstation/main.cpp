@@ -3,6 +3,7 @@
 #include "createconnection.h"
 #include "hostlog.h"
 #include "startsequence.h"
+#include "treecontroller.h"
 #include "workstationwindow.h"
 
 #include <QApplication>
@@ -41,6 +42,9 @@ int run(const CommandLine &line)
     QObject::connect(&window, &WorkstationWindow::closed, qApp, &QCoreApplication::quit);
     if (line.screenshot.isEmpty()) {
         window.restoreLayout();
+    }
+    if (window.hasIndex()) {
+        window.tree()->restore();
     }
     window.show();
     QTimer::singleShot(0, &sequence, &StartSequence::begin);

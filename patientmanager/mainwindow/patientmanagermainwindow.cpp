@@ -27,7 +27,8 @@
 
 namespace {
 
-const QString treeDockName = QStringLiteral("DockPatientTree");
+/// The information panel is a line about the tables, not one of them.
+constexpr int informationLines = 5;
 
 /// The gate of everything that writes: false where there is no index to work on.
 bool enforceForeignKeys()
@@ -97,6 +98,7 @@ void PatientManagerMainWindow::stackForms()
     splitter->addWidget(imagesForm);
     splitter->setChildrenCollapsible(false);
     setCentralWidget(splitter);
+    tableInfoForm->setMaximumHeight(informationLines * tableInfoForm->fontMetrics().lineSpacing());
     tableInfoForm->hide();
 }
 
@@ -149,7 +151,7 @@ QPointer<::tableInfoForm> PatientManagerMainWindow::getTableInfoForm() const
 
 void PatientManagerMainWindow::showPatientTreeForm()
 {
-    if (auto *dock = findChild<QDockWidget *>(treeDockName)) {
+    if (auto *dock = findChild<QDockWidget *>(QLatin1String(treeDockName))) {
         dock->show();
     } else if (patientTreeForm) {
         createTreeDock();
@@ -159,7 +161,7 @@ void PatientManagerMainWindow::showPatientTreeForm()
 void PatientManagerMainWindow::createTreeDock()
 {
     auto *dock = new QDockWidget(tr("PatientTree"), this);
-    dock->setObjectName(treeDockName);
+    dock->setObjectName(QLatin1String(treeDockName));
     dock->setTitleBarWidget(new QWidget(dock));
     dock->setAllowedAreas(Qt::AllDockWidgetAreas);
     dock->setWidget(patientTreeForm);

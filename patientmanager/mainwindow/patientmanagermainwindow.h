@@ -54,6 +54,8 @@ public:
     QPointer<PatientTreeForm> getPatientTreeForm() const;
     QPointer<::tableInfoForm> getTableInfoForm() const;
 
+    /// Object name of the dock of the patient tree.
+    static constexpr char treeDockName[] = "DockPatientTree";
     /// Shows the dock of the patient tree, made at the first call; without the tree does nothing.
     void showPatientTreeForm();
     /// For hosts that call it; does nothing, and must stay so.

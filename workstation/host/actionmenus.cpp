@@ -9,13 +9,13 @@
 #include <QMenu>
 #include <QMenuBar>
 
-ActionMenus::ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, QAction *editAction)
+ActionMenus::ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions)
     : QObject(frame)
     , m_library(library)
 {
     fillFile(frame->menuBar()->addMenu(tr("&File")));
-    fillEdit(frame->menuBar()->addMenu(tr("&Edit")), editAction);
-    fillView(frame->menuBar()->addMenu(tr("&View")));
+    fillEdit(frame->menuBar()->addMenu(tr("&Edit")), actions.editCell);
+    fillView(frame->menuBar()->addMenu(tr("&View")), actions.patientTree);
     fillTools(frame->menuBar()->addMenu(tr("&Tools")));
     fillHelp(frame->menuBar()->addMenu(tr("&Help")));
     disableUnavailable();
@@ -53,7 +53,7 @@ void ActionMenus::fillEdit(QMenu *menu, QAction *editAction)
     place(menu, "actionDelete", tr("&Delete…"), QStringLiteral("Del"));
 }
 
-void ActionMenus::fillView(QMenu *menu)
+void ActionMenus::fillView(QMenu *menu, QAction *patientTree)
 {
     place(menu, "actionRefresh", tr("&Refresh"), QStringLiteral("F5"));
     menu->addSeparator();
@@ -61,6 +61,7 @@ void ActionMenus::fillView(QMenu *menu)
     menu->addSeparator();
     addTables(menu);
     menu->addSeparator();
+    menu->addAction(patientTree);
     place(menu, "actionSettingField", tr("&Columns…"), QStringLiteral("Ctrl+K"));
 }
 

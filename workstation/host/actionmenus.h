@@ -18,8 +18,13 @@ class ActionMenus : public QObject
     Q_OBJECT
 
 public:
-    /// @param editAction the host's own "Edit Cell"
-    ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, QAction *editAction);
+    /// The host's own actions, each with a place in a menu.
+    struct HostActions
+    {
+        QAction *editCell;
+        QAction *patientTree;
+    };
+    ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions);
 
     /// Shows which patients are listed, without emitting.
     void setOnlyToday(bool onlyToday);
@@ -34,7 +39,7 @@ signals:
 private:
     void fillFile(QMenu *menu);
     void fillEdit(QMenu *menu, QAction *editAction);
-    void fillView(QMenu *menu);
+    void fillView(QMenu *menu, QAction *patientTree);
     void fillTools(QMenu *menu);
     void fillHelp(QMenu *menu);
     void addTables(QMenu *menu);

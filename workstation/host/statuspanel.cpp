@@ -62,6 +62,12 @@ void StatusPanel::setIdleText(const QString &text)
     update();
 }
 
+void StatusPanel::setTreeProblem(const QString &text)
+{
+    m_treeProblem = text;
+    update();
+}
+
 QString StatusPanel::activityText() const
 {
     return m_activity->text();
@@ -75,5 +81,6 @@ QString StatusPanel::countsText() const
 void StatusPanel::update()
 {
     const QString running = m_imports->activity();
-    m_activity->setText(running.isEmpty() ? m_idleText : running);
+    const QString idle = m_treeProblem.isEmpty() ? m_idleText : m_treeProblem;
+    m_activity->setText(running.isEmpty() ? idle : running);
 }

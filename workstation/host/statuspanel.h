@@ -23,6 +23,8 @@ public:
     void setCounts(const IndexCounts &counts);
     /// What to say while nothing runs.
     void setIdleText(const QString &text);
+    /// Why the patient tree shows nothing, said before the idle text; empty where there is nothing to say.
+    void setTreeProblem(const QString &text);
 
     QString activityText() const;
     QString countsText() const;
@@ -36,4 +38,5 @@ private:
     QLabel *const m_path;
     QTimer m_timer;
     QString m_idleText;
+    QString m_treeProblem;
 };

@@ -21,6 +21,7 @@
 #include "statuspanel.h"
 #include "studyform.h"
 #include "tableinfoform.h"
+#include "treecontroller.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -88,7 +89,8 @@ void WorkstationWindow::build()
     m_liveRefresh = new LiveRefresh(m_forms, this);
     m_edits = new EditController(m_forms, m_library, this);
     new RowKeys(m_forms, this);
-    m_menus = new ActionMenus(this, m_library, m_edits->editAction());
+    m_tree = new TreeController(m_library, m_edits, this);
+    m_menus = new ActionMenus(this, m_library, {m_edits->editAction(), m_tree->toggleAction()});
     m_statusPanel = new StatusPanel(statusBar(), m_imports);
 }
 
@@ -97,6 +99,10 @@ void WorkstationWindow::connectParts()
     auto *drops = new DropImport(this);
     connect(drops, &DropImport::dropped, this, &WorkstationWindow::importDropped);
     connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
+    connect(m_liveRefresh, &LiveRefresh::refreshed, m_tree, &TreeController::refreshQuickly);
+    connect(m_imports, &ImportCentre::ended, m_tree, &TreeController::refresh);
+    connect(m_tree, &TreeController::left, this, [this] { showTable(QString()); });
+    connect(m_tree, &TreeController::problem, m_statusPanel, &StatusPanel::setTreeProblem);
     connect(m_health, &IndexHealth::damaged, this, &WorkstationWindow::reportDamage);
     connect(m_watcher, &IndexWatcher::counted, m_statusPanel, &StatusPanel::setCounts);
     connect(m_imports, &ImportCentre::ended, this, &WorkstationWindow::showResult);
@@ -170,6 +176,7 @@ void WorkstationWindow::restoreLayout()
 
 void WorkstationWindow::saveLayout() const
 {
+    m_tree->save();
     QSettings settings;
     settings.setValue(QLatin1String(geometryKey), saveGeometry());
     if (const auto *splitter = m_library->findChild<QSplitter *>()) {

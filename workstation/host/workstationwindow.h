@@ -15,6 +15,7 @@ class LiveRefresh;
 class PatientManagerMainWindow;
 class RecordForm;
 class StatusPanel;
+class TreeController;
 
 /**
  * The workstation's frame around the patient manager: menus, status bar, dropped files, live rows, and an end
@@ -34,6 +35,7 @@ public:
     ImportCentre *imports() const { return m_imports; }
     LiveRefresh *liveRefresh() const { return m_liveRefresh; }
     IndexWatcher *indexWatcher() const { return m_watcher; }
+    TreeController *tree() const { return m_tree; }
     StatusPanel *statusPanel() const { return m_statusPanel; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_forms; }
@@ -77,6 +79,7 @@ private:
     IndexHealth *m_health = nullptr;
     LiveRefresh *m_liveRefresh = nullptr;
     EditController *m_edits = nullptr;
+    TreeController *m_tree = nullptr;
     ActionMenus *m_menus = nullptr;
     StatusPanel *m_statusPanel = nullptr;
     bool m_closing = false;
