@@ -13,8 +13,8 @@
 
 namespace {
 
-constexpr BigIndexSize manyPatients{1'000'000, 0, 0, 0, 0};
-constexpr BigIndexSize linked{100'000, 3, 2, 1, 1'000};
+constexpr BigIndexSize manyPatients{1'000'000, 0, 0, 0, 0, 0};
+constexpr BigIndexSize linked{100'000, 3, 2, 0, 1, 1'000};
 
 BigIndexSize sizeOf(const QString &kind, int percent)
 {

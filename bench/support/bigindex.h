@@ -9,6 +9,7 @@ struct BigIndexSize
     int patients = 0;
     int studiesOfPatient = 0;
     int seriesOfStudy = 0;
+    int seriesMoreOfFirstStudy = 0; ///< of the first study of each patient, besides seriesOfStudy
     int imagesOfSeries = 0;
     int imagesOfFirstSeries = 0;
 };

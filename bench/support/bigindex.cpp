@@ -32,13 +32,16 @@ const QString studies = counting
         "printf('A%09d', patient.pk * 10 + i), 'CT Thorax with contrast' FROM patient, n ORDER BY "
         "patient.pk, i");
 
+/// Studies of a patient have rising keys without gaps.
 const QString series = counting
     + QStringLiteral(
         "INSERT INTO generalseries (study_fk, SeriesInstanceUID, Modality, SeriesDescription, SeriesNumber, "
         "SeriesDate, BodyPartExamined) SELECT generalstudy.pk, printf('1.2.840.99.2.%d.%d', generalstudy.pk, "
         "i), "
-        "'CT', printf('Thorax %d mm', i), i, StudyDate, 'CHEST' FROM generalstudy, n ORDER BY "
-        "generalstudy.pk, i");
+        "'CT', printf('Thorax %d mm', i), i, StudyDate, 'CHEST' FROM generalstudy, n WHERE i <= %1 + CASE "
+        "WHEN "
+        "generalstudy.pk IN (SELECT min(pk) FROM generalstudy GROUP BY patient_fk) THEN %2 ELSE 0 END "
+        "ORDER BY generalstudy.pk, i");
 
 const QString images = QStringLiteral(
     "INSERT INTO imageformat (series_fk, SOPInstanceUID, InstanceNumber, SOPClassUID, ImageType, \"Rows\", "
@@ -65,10 +68,12 @@ QString fillBigIndex(const BigIndexSize &size)
     const QString firstSeries = QStringLiteral("WHERE generalseries.pk = 1");
     const QString otherSeries = QStringLiteral("WHERE generalseries.pk > 1");
     db.transaction();
-    for (const auto &[sql, rows] : {std::make_pair(patients, size.patients),
-             std::make_pair(studies, size.studiesOfPatient), std::make_pair(series, size.seriesOfStudy),
-             std::make_pair(counting + images + otherSeries, size.imagesOfSeries),
-             std::make_pair(counting + images + firstSeries, size.imagesOfFirstSeries)}) {
+    const QString allSeries = series.arg(size.seriesOfStudy).arg(size.seriesMoreOfFirstStudy);
+    for (const auto &[sql, rows] :
+        {std::make_pair(patients, size.patients), std::make_pair(studies, size.studiesOfPatient),
+            std::make_pair(allSeries, size.seriesOfStudy + size.seriesMoreOfFirstStudy),
+            std::make_pair(counting + images + otherSeries, size.imagesOfSeries),
+            std::make_pair(counting + images + firstSeries, size.imagesOfFirstSeries)}) {
         QString error = run(sql, rows);
         if (!error.isEmpty()) {
             db.rollback();

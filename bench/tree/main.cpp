@@ -1,0 +1,108 @@
+// bench_tree fill INDEX [PERCENT]: makes an index to measure on, smaller by PERCENT
+// bench_tree run INDEX ROUNDS: measures the patient tree on it
+#include "bigindex.h"
+#include "createconnection.h"
+#include "measurement.h"
+#include "rawread.h"
+#include "treebench.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+namespace {
+
+constexpr BigIndexSize whole{20'000, 3, 3, 1, 1, 500};
+
+void addCondition(const char *inquiry, const char *group, const char *field, const char *symbol,
+    const QString &value, const char *queryType)
+{
+    QSqlQuery query;
+    query.prepare(QStringLiteral("INSERT INTO andvancequiry (UserName, InquiryName, GroupName, FieldName, "
+                                 "Symbol, FieldValue, Logic, QueryType) "
+                                 "VALUES ('super', ?, ?, ?, ?, ?, 'and', ?)"));
+    for (const char *text : {inquiry, group, field, symbol}) {
+        query.addBindValue(QString::fromLatin1(text));
+    }
+    query.addBindValue(value);
+    query.addBindValue(QString::fromLatin1(queryType));
+    if (!query.exec()) {
+        qFatal("the inquiries cannot be stored");
+    }
+}
+
+void storeInquiries()
+{
+    QSqlQuery(QStringLiteral("UPDATE patient SET PatientComments = 'Needle ' || pk WHERE pk <= 200")).exec();
+    addCondition(TreeBench::all, "patient", "PatientName", ">", QStringLiteral(" "), "Precise");
+    addCondition(TreeBench::few, "patient", "pk", "<", QStringLiteral("201"), "Precise");
+    addCondition(TreeBench::fewFuzzy, "patient", "PatientComments", "=", QStringLiteral("needle"), "Fuzzy");
+    addCondition(TreeBench::images, "patient", "PatientName", "=", QStringLiteral("AAFirst"), "Fuzzy");
+    for (const char *field : {"Rows", "Columns"}) {
+        addCondition(TreeBench::images, "imageformat", field, "=", QStringLiteral("512"), "Precise");
+    }
+    addCondition(TreeBench::images, "imageformat", "InstanceNumber", ">", QStringLiteral("0"), "Precise");
+}
+
+QString open(const QString &path)
+{
+    setDatabasePath(path);
+    return createConnection() ? QString() : path + QStringLiteral(": ") + connectionFailure().detail;
+}
+
+QString fill(const QStringList &arguments)
+{
+    QFile::remove(arguments.at(1));
+    QString error = open(arguments.at(1));
+    if (error.isEmpty()) {
+        BigIndexSize size = whole;
+        size.patients = size.patients * arguments.value(2, QStringLiteral("100")).toInt() / 100;
+        error = fillBigIndex(size);
+        storeInquiries();
+    }
+    return error;
+}
+
+QString measure(const QStringList &arguments)
+{
+    QString error = open(arguments.at(1));
+    if (error.isEmpty()) {
+        const int rounds = arguments.value(2).toInt();
+        QJsonObject result = TreeBench(rounds).run();
+        std::vector<double> raw;
+        for (int round = 0; round < rounds; ++round) {
+            raw.push_back(rawReadMs(arguments.at(1)));
+        }
+        result.insert(QStringLiteral("rawReadMs"), Measurement::median(raw));
+        Measurement::print(result);
+    }
+    return error;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false"));
+    const QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    QTextStream errors(stderr);
+    if (arguments.size() < 2) {
+        errors << "bench_tree fill INDEX [PERCENT] | run INDEX ROUNDS\n";
+        return 2;
+    }
+    const QString error = arguments.at(0) == QLatin1String("fill") ? fill(arguments) : measure(arguments);
+    if (!error.isEmpty()) {
+        errors << error << '\n';
+        return 1;
+    }
+    return 0;
+}
