@@ -16,6 +16,9 @@ namespace {
 
 constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
 constexpr int summaryMargin = 4;
+/// A selection compares each branch with every other: hundreds are quick, all branches of an index take
+/// minutes.
+constexpr int mostSelectedRows = 2000;
 
 } // namespace
 
@@ -112,6 +115,27 @@ QString PatientTreeView::shownText(const QModelIndex &index) const
     return index.column() < m_patientColumns && !record->getPatient()
         ? recordSummary(*record)
         : delegate->displayText(index.data(), locale());
+}
+
+void PatientTreeView::selectAll()
+{
+    const QScrollBar *scrolled = verticalScrollBar();
+    if (scrolled->maximum() + scrolled->pageStep() <= mostSelectedRows) {
+        QTreeView::selectAll();
+    } else if (m_tree && selectionMode() == ContiguousSelection) {
+        // One range, however many they are.
+        selectionModel()->select(
+            {m_tree->index(0, 0), m_tree->index(m_tree->rowCount() - 1, m_tree->columnCount() - 1)},
+            QItemSelectionModel::ClearAndSelect);
+    }
+}
+
+void PatientTreeView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
+{
+    const int row = rowHeight(indexAt(viewport()->rect().topLeft()));
+    if (row <= 0 || rect.height() / row <= mostSelectedRows) {
+        QTreeView::setSelection(rect, command);
+    }
 }
 
 int PatientTreeView::sizeHintForColumn(int column) const

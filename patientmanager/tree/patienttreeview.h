@@ -41,8 +41,11 @@ public:
     void fitColumns();
     /// What the cell says to people, whether or not there is room for it.
     QString shownText(const QModelIndex &index) const;
+    /// All rows in open branches; the patients alone where those are very many.
+    void selectAll() override;
 
 protected:
+    void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
     int sizeHintForColumn(int column) const override;
     void keyPressEvent(QKeyEvent *event) override;
     void showEvent(QShowEvent *event) override;

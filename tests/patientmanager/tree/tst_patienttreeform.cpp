@@ -90,6 +90,7 @@ private slots:
     void windowsAreMadeOnce();
     void enterDoesWhatAClickDoes();
     void cutTextsAreToldWhole();
+    void allOfVeryManyAreThePatients();
 
 private:
     void store(const QString &name, const QString &group, const QString &field, const QString &value,
@@ -485,6 +486,25 @@ void PatientTreeFormTest::cutTextsAreToldWhole()
     const QString tip = tipAt(row({0, 0}));
     QVERIFY2(tip.contains(QLatin1String("2024-02-29")), qPrintable(tip));
     QVERIFY(tip.contains(QLatin1String("CT, MR")) && tip.contains(description.toHtmlEscaped()));
+}
+
+void PatientTreeFormTest::allOfVeryManyAreThePatients()
+{
+    open();
+    press("AdvancedInquirySeries");
+    view()->selectAll();
+    QCOMPARE(view()->selectionModel()->selectedRows().size(), 6);
+    const QString counting =
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 1509) ");
+    index->query(
+        counting + QStringLiteral("INSERT INTO patient (PatientName, PatientID) SELECT 'Z', i FROM n"));
+    index->query(QStringLiteral("INSERT INTO generalstudy (patient_fk, StudyInstanceUID) "
+                                "SELECT pk, 'u' || pk FROM patient WHERE PatientName = 'Z'"));
+    press("AdvancedInquiry");
+    press("AdvancedInquiryStudy");
+    view()->selectAll();
+    QCOMPARE(view()->selectionModel()->selectedRows().size(), 1502);
+    QVERIFY(!view()->selectionModel()->isSelected(row({0, 0})));
 }
 
 PM_TEST_MAIN(PatientTreeFormTest)
