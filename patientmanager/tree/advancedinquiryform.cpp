@@ -185,7 +185,16 @@ void AdvancedInquiryForm::setConditionModel(ConditionModel *model)
     showModel(ui->conditionView, model);
     delete m_model;
     m_model = model;
+    connect(model, &QAbstractItemModel::dataChanged, this,
+        [this](const QModelIndex &cell) { fitColumn(cell.column()); });
     showConditions();
+}
+
+void AdvancedInquiryForm::fitColumn(int column)
+{
+    QTreeView *view = ui->conditionView;
+    view->resizeColumnToContents(column);
+    view->setColumnWidth(column, std::min(view->columnWidth(column), widestColumn));
 }
 
 void AdvancedInquiryForm::showConditions()
@@ -193,8 +202,7 @@ void AdvancedInquiryForm::showConditions()
     QTreeView *view = ui->conditionView;
     view->expandAll();
     for (int column = 0; column < ConditionModel::ColumnCount; ++column) {
-        view->resizeColumnToContents(column);
-        view->setColumnWidth(column, std::min(view->columnWidth(column), widestColumn));
+        fitColumn(column);
     }
 }
 

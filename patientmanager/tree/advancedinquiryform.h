@@ -86,6 +86,7 @@ private:
     RecordLevel lowerLevel() const;
     void setConditionModel(ConditionModel *model);
     void showConditions();
+    void fitColumn(int column);
     void pick(int index);
     void setShown(int index);
     void updateButtons();

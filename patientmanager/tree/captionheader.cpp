@@ -3,9 +3,10 @@
 #include <QPainter>
 #include <QStyleOptionHeader>
 
-CaptionHeader::CaptionHeader(QWidget *parent)
-    : QHeaderView(Qt::Horizontal, parent)
+CaptionHeader::CaptionHeader(const std::function<int(int)> &chosenWidth, QWidget *parent)
+    : NTableHeader(chosenWidth, parent)
 {
+    setSectionsClickable(false);
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     setSectionsMovable(true);
     setStretchLastSection(true);
@@ -46,5 +47,6 @@ void CaptionHeader::paintSection(QPainter *painter, const QRect &rect, int colum
 QSize CaptionHeader::sectionSizeFromContents(int column) const
 {
     const QStyleOptionHeader header = option(column);
-    return style()->sizeFromContents(QStyle::CT_HeaderSection, &header, QSize(), this);
+    return withChosenWidth(
+        column, style()->sizeFromContents(QStyle::CT_HeaderSection, &header, QSize(), this));
 }

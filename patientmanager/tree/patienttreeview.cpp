@@ -24,8 +24,12 @@ constexpr int mostSelectedRows = 2000;
 
 PatientTreeView::PatientTreeView(QWidget *parent)
     : QTreeView(parent)
-    , m_captions(new CaptionHeader(this))
+    , m_captions(
+          new CaptionHeader([this](int column) { return m_widths.width(m_widthNames.value(column)); }, this))
 {
+    m_widths.load(QStringLiteral("patienttree"));
+    connect(m_captions, &CaptionHeader::widthChosen, this,
+        [this](int column, int width) { m_widths.choose(m_widthNames.value(column), width); });
     setHeader(m_captions);
     setUniformRowHeights(true);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -38,8 +42,22 @@ void PatientTreeView::setTree(QPatientTreeModel *tree, int patientColumns, const
     m_tree = tree;
     m_patientColumns = patientColumns;
     m_captions->setCaptions(captions);
+    nameColumns();
     setModel(tree);
     installDelegates();
+}
+
+/// A name alone may be that of a column of each level.
+void PatientTreeView::nameColumns()
+{
+    const QString key = m_tree->headerData(0, Qt::Horizontal).toString(); // each level begins with it
+    int level = -1;
+    m_widthNames.clear();
+    for (int column = 0; column < m_tree->columnCount(); ++column) {
+        const QString name = m_tree->headerData(column, Qt::Horizontal).toString();
+        level += name == key ? 1 : 0;
+        m_widthNames.append(QStringLiteral("%1.%2").arg(level).arg(name));
+    }
 }
 
 void PatientTreeView::installDelegates()
@@ -140,7 +158,10 @@ void PatientTreeView::setSelection(const QRect &rect, QItemSelectionModel::Selec
 
 int PatientTreeView::sizeHintForColumn(int column) const
 {
-    return qMin(QTreeView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());
+    const int chosen = m_widths.width(m_widthNames.value(column));
+    return chosen > 0
+        ? chosen
+        : qMin(QTreeView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());
 }
 
 void PatientTreeView::keyPressEvent(QKeyEvent *event)

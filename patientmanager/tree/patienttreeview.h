@@ -1,6 +1,7 @@
 #pragma once
 
 #include "columnkind.h"
+#include "columnwidths.h"
 
 #include <QTreeView>
 
@@ -17,7 +18,8 @@ class RecordDelegate;
  *
  * Shows values and captions as people read them. The rows of studies and series are blank in the columns of
  * the patients, the only ones in sight of a narrow panel: there it paints a line that tells what they are.
- * Enter does what a click does. Reads the records behind its model's items, which it borrows.
+ * A width that the user drags a column to is kept. Enter does what a click does. Reads the records behind its
+ * model's items, which it borrows.
  */
 class PatientTreeView : public QTreeView
 {
@@ -55,11 +57,14 @@ protected:
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
 
 private:
+    void nameColumns();
     void installDelegates();
     void open(const QModelIndex &parent, const std::function<bool(const QPatientTreeItem &)> &isOpen);
     QRect summaryRect(const QPatientTreeItem &item, const QRect &row) const;
     bool showWholeText(const QPoint &position, const QPoint &globalPosition);
 
+    ColumnWidths m_widths;
+    QStringList m_widthNames; ///< of the columns among the kept widths
     CaptionHeader *m_captions;
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
     QPatientTreeModel *m_tree = nullptr;

@@ -48,11 +48,12 @@ void TreePlace::noteOpenBranches(const QModelIndex &parent)
 void TreePlace::restore() const
 {
     if (m_view->model()->columnCount() == m_columns) {
-        m_view->header()->restoreState(m_header);
+        m_view->header()->restoreState(m_header); // for the order; the widths follow the new rows
     }
     m_view->openWhere([this](const QPatientTreeItem &item) { return m_open.contains(recordOf(&item)); });
     m_view->verticalScrollBar()->setValue(m_vertical);
     restoreRows();
+    m_view->fitColumns();
     m_view->horizontalScrollBar()->setValue(m_horizontal);
 }
 

@@ -10,7 +10,7 @@ class QPatientTreeItem;
 
 /**
  * Where the user is in the patient tree: the open branches, the selected rows, the current cell, what stands
- * at the top of the screen, the widths of the columns; all by record. Taken before another result is shown
+ * at the top of the screen, the order of the columns; all by record. Taken before another result is shown
  * and put back afterwards; records that are gone are left out.
  */
 class TreePlace

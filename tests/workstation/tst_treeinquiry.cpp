@@ -1,4 +1,5 @@
 #include "advancedinquiryform.h"
+#include "configlocation.h"
 #include "datatruth.h"
 #include "frame.h"
 #include "importer.h"
@@ -54,6 +55,25 @@ void clickRow(QTreeView *view, const QModelIndex &index)
     const QRect row = view->visualRect(index.siblingAtColumn(1));
     QTest::mouseClick(
         view->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(row.left() + 5, row.center().y()));
+}
+
+/// For the documents, where a folder for them is named: the window with the editor before it.
+void savePicture(QWidget &window, QWidget &editor)
+{
+    const QString folder = qEnvironmentVariable("PM_PICTURES");
+    if (folder.isEmpty()) {
+        return;
+    }
+    QApplication::processEvents();
+    QPixmap picture = window.grab();
+    const QPixmap front = editor.grab();
+    const QRect place(
+        QPoint(picture.width() - front.width() - 30, picture.height() - front.height() - 40), front.size());
+    QPainter painter(&picture);
+    painter.fillRect(place.adjusted(-2, -2, 2, 2), Qt::darkGray);
+    painter.drawPixmap(place.topLeft(), front);
+    painter.end();
+    QVERIFY(picture.save(folder + QStringLiteral("/inquiry.png")));
 }
 
 } // namespace
@@ -179,6 +199,7 @@ void TreeInquiryTest::composedInTheEditorItFindsWhatTheFilesHold()
     if (sharedData().isEmpty()) {
         QSKIP("the corpus is not there");
     }
+    ConfigLocation::setBase(QStringLiteral(PM_SOURCE_DIR));
     const Frame frame;
     ImportRequest request;
     request.paths = QStringList{sharedData() + QStringLiteral("/01-series")};
@@ -252,18 +273,10 @@ void TreeInquiryTest::composedInTheEditorItFindsWhatTheFilesHold()
         QCOMPARE(seen, series);
     }
 
-    // For the documents: the window at this moment, with the editor before it.
-    const QString pictures = qEnvironmentVariable("PM_PICTURES");
-    if (!pictures.isEmpty()) {
-        QPixmap picture = frame.window->grab();
-        QPainter painter(&picture);
-        const QPixmap front = editor->grab();
-        painter.drawPixmap(
-            picture.width() - front.width() - 40, picture.height() - front.height() - 60, front);
-        painter.end();
-        QVERIFY(picture.save(pictures + QStringLiteral("/inquiry.png")));
-    }
+    QTRY_VERIFY(!frame.window->statusPanel()->countsText().contains(QStringLiteral("Patients 0")));
+    savePicture(*frame.window, *editor);
     editor->close();
+    ConfigLocation::setBase(QString());
 }
 
 void TreeInquiryTest::theTreeFollowsTheIndex()

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "commonplugin_export.h"
+
 #include <QHash>
 #include <QString>
 
 /// The column widths that a user chose for one table, by column name; kept in the user's settings.
-class ColumnWidths
+class COMMONPLUGIN_EXPORT ColumnWidths
 {
 public:
     /// Reads what is kept for a table.

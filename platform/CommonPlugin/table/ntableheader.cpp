@@ -14,7 +14,11 @@ NTableHeader::NTableHeader(const std::function<int(int)> &chosenWidth, QWidget *
 
 QSize NTableHeader::sectionSizeFromContents(int column) const
 {
-    const QSize size = QHeaderView::sectionSizeFromContents(column);
+    return withChosenWidth(column, QHeaderView::sectionSizeFromContents(column));
+}
+
+QSize NTableHeader::withChosenWidth(int column, const QSize &size) const
+{
     const int chosen = m_chosenWidth(column);
     return chosen > 0 ? QSize(chosen, size.height()) : size;
 }

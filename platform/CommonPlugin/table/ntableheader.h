@@ -1,12 +1,14 @@
 #pragma once
 
+#include "commonplugin_export.h"
+
 #include <QHeaderView>
 
 #include <functional>
 
-/// The header of a record table: tells which column the user dragged to which width, and keeps a chosen width
-/// where it is narrower than the caption.
-class NTableHeader : public QHeaderView
+/// The header of a table or tree of records: tells which column the user dragged to which width, and keeps a
+/// chosen width where it is narrower than the caption.
+class COMMONPLUGIN_EXPORT NTableHeader : public QHeaderView
 {
     Q_OBJECT
 
@@ -20,6 +22,8 @@ signals:
 
 protected:
     QSize sectionSizeFromContents(int column) const override;
+    /// The size with the width that the user chose in the place of its own.
+    QSize withChosenWidth(int column, const QSize &size) const;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
