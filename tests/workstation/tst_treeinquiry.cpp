@@ -58,12 +58,13 @@ void clickRow(QTreeView *view, const QModelIndex &index)
 }
 
 /// For the documents, where a folder for them is named: the window with the editor before it.
-void savePicture(QWidget &window, QWidget &editor)
+void savePicture(WorkstationWindow &window, QWidget &editor)
 {
     const QString folder = qEnvironmentVariable("PM_PICTURES");
     if (folder.isEmpty()) {
         return;
     }
+    window.statusPanel()->setIndexPath(QStringLiteral("index.db"));
     QApplication::processEvents();
     QPixmap picture = window.grab();
     const QPixmap front = editor.grab();
