@@ -18,6 +18,8 @@ QString sentence(InquiryProblem::Kind kind)
         break;
     case InquiryProblem::Kind::NotStored:
         return Text::tr("There is no stored inquiry \"%1\".");
+    case InquiryProblem::Kind::NoCondition:
+        return Text::tr("The inquiry has no condition that names a field.");
     case InquiryProblem::Kind::UnknownGroup:
         return Text::tr("The inquiry asks for \"%1\", which is no kind of record.");
     case InquiryProblem::Kind::UnknownField:

@@ -106,18 +106,23 @@ SqlCondition InquiryComparison::absent() const
 
 SqlCondition InquiryComparison::fuzzyText(const QString &function, const QString &value) const
 {
-    // Of a lone accent or separator nothing is left, and every text contains nothing: look for the value
-    // itself.
+    // Of a lone accent or separator nothing is left.
     const QString column = value.isEmpty() ? m_column : QStringLiteral("%1(%2)").arg(function, m_column);
-    const QString &text = value.isEmpty() ? m_condition.value : value;
+    const QString text = lookedFor(value);
     return m_condition.symbol == QLatin1String(InquiryWord::equal) ? contains(column, text)
                                                                    : compared(column, text);
+}
+
+/// Every value contains nothing: where the value has nothing to look for but itself, that.
+QString InquiryComparison::lookedFor(const QString &folded) const
+{
+    return folded.isEmpty() ? m_condition.value : folded;
 }
 
 SqlCondition InquiryComparison::number(InquiryProblem::Kind *problem) const
 {
     if (isFuzzy() && m_condition.symbol == QLatin1String(InquiryWord::equal)) {
-        return contains(m_column, foldedText(m_condition.value).trimmed());
+        return contains(m_column, lookedFor(foldedText(m_condition.value).trimmed()));
     }
     const QVariant value = numberOf(m_condition.value);
     if (!value.isValid()) {
@@ -185,7 +190,7 @@ SqlCondition InquiryComparison::beginning(const QString &expression, const QStri
 /// A value like "2024-01", looked for anywhere.
 SqlCondition InquiryComparison::partOfMoment() const
 {
-    const QString text = foldedText(m_condition.value);
+    const QString text = lookedFor(foldedText(m_condition.value));
     if (m_kind == ColumnKind::FileTime) {
         return contains(fileTimeText(m_column), text);
     }

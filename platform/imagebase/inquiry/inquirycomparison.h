@@ -23,6 +23,7 @@ private:
     bool isFuzzy() const;
     SqlCondition absent() const;
     SqlCondition fuzzyText(const QString &function, const QString &value) const;
+    QString lookedFor(const QString &folded) const;
     SqlCondition number(InquiryProblem::Kind *problem) const;
     SqlCondition moment(InquiryProblem::Kind *problem) const;
     SqlCondition date(const QString &date) const;

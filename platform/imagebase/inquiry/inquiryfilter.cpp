@@ -39,7 +39,9 @@ public:
                 return problem;
             }
         }
-        return {};
+        const bool asks = std::any_of(last.begin(), last.end(), [](int row) { return row >= 0; });
+        return asks || conditions.isEmpty() ? InquiryProblem()
+                                            : InquiryProblem{InquiryProblem::Kind::NoCondition, {}, {}};
     }
     SqlCondition condition(RecordLevel level) const { return m_chains[std::size_t(level)].condition(); }
 

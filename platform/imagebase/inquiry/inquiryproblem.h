@@ -8,6 +8,7 @@ struct InquiryProblem
     enum class Kind {
         None,
         NotStored, ///< text: the inquiry's name
+        NoCondition, ///< the inquiry has rows, but none names a field
         UnknownGroup, ///< text: the group
         UnknownField, ///< text: the field
         UnknownSymbol, ///< text: the symbol

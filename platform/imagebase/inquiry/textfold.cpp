@@ -3,6 +3,7 @@
 #include "nativehandle.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -75,6 +76,22 @@ QByteArray folded(const QByteArray &utf8, Folding folding)
     return folding == Folding::Name ? withPartsApart<char>(text) : text;
 }
 
+/// The text folded last: the conditions of an inquiry ask for the same value of a row one after the other.
+struct LastFolded
+{
+    QByteArray text;
+    QByteArray result;
+};
+
+const QByteArray &foldedOnce(const char *text, int size, Folding folding, LastFolded *last)
+{
+    if (last->text.size() != size || std::memcmp(last->text.constData(), text, std::size_t(size)) != 0) {
+        last->text = QByteArray(text, size);
+        last->result = folded(last->text, folding);
+    }
+    return last->result;
+}
+
 template <Folding folding>
 void foldArgument(sqlite3_context *context, int, sqlite3_value **arguments)
 {
@@ -83,9 +100,16 @@ void foldArgument(sqlite3_context *context, int, sqlite3_value **arguments)
         sqlite3_result_null(context);
         return;
     }
-    const QByteArray result =
-        folded(QByteArray::fromRawData(text, sqlite3_value_bytes(arguments[0])), folding);
+    auto *last = static_cast<LastFolded *>(sqlite3_user_data(context));
+    const QByteArray &result = foldedOnce(text, sqlite3_value_bytes(arguments[0]), folding, last);
     sqlite3_result_text(context, result.constData(), result.size(), SQLITE_TRANSIENT);
+}
+
+void define(sqlite3 *db, const char *name, void (*function)(sqlite3_context *, int, sqlite3_value **))
+{
+    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    const auto destroy = [](void *last) { delete static_cast<LastFolded *>(last); };
+    sqlite3_create_function_v2(db, name, 1, flags, new LastFolded, function, nullptr, nullptr, destroy);
 }
 
 } // namespace
@@ -123,9 +147,6 @@ void registerTextFunctions(const QSqlDatabase &db)
     if (!native) {
         return;
     }
-    constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
-    sqlite3_create_function_v2(
-        native, "folded", 1, flags, nullptr, foldArgument<Folding::Text>, nullptr, nullptr, nullptr);
-    sqlite3_create_function_v2(
-        native, "foldedname", 1, flags, nullptr, foldArgument<Folding::Name>, nullptr, nullptr, nullptr);
+    define(native, "folded", foldArgument<Folding::Text>);
+    define(native, "foldedname", foldArgument<Folding::Name>);
 }

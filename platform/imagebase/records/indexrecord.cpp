@@ -14,15 +14,23 @@ IndexRecord::IndexRecord(RecordLevel level, qint64 pk, const RecordRow &row)
     , m_row(row)
 { }
 
-QString IndexRecord::textOf(int column) const
+void IndexRecord::setPk(qint64 pk)
+{
+    if (pk != m_pk) {
+        m_row = RecordRow();
+    }
+    m_pk = pk;
+}
+
+QVariant IndexRecord::known(int column) const
 {
     const QVariant read = value(column);
     if (read.isValid() || m_pk == 0) {
-        return read.toString();
+        return read;
     }
     RowReader reader(
         QSqlDatabase::database(), m_level, {column}, RowReader::keyIs(QStringLiteral("pk"), m_pk));
-    return reader.next() ? reader.row().value(column).toString() : QString();
+    return reader.next() ? reader.row().value(column) : QVariant();
 }
 
 bool IndexRecord::readRow()

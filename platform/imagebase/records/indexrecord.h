@@ -26,11 +26,16 @@ protected:
     IndexRecord(RecordLevel level, qint64 pk, QObject *parent);
     IndexRecord(RecordLevel level, qint64 pk, const RecordRow &row);
 
-    QVariant value(int column) const { return m_row.value(column); }
-    void setPk(qint64 pk) { m_pk = pk; }
-    void clearRow() { m_row = RecordRow(); }
-    /// The text of a column: what was read of it, or what the index says now.
-    QString textOf(int column) const;
+    /// The key is known without the row.
+    QVariant value(int column) const
+    {
+        return column == 0 && m_pk != 0 ? QVariant(m_pk) : m_row.value(column);
+    }
+    /// Forgets the values of the record of another key.
+    void setPk(qint64 pk);
+    /// A value, where need be as the index has it now.
+    QVariant known(int column) const;
+    QString textOf(int column) const { return known(column).toString(); }
     /// Reads all columns of the row of the key; without such a row the values are gone. @return whether there
     /// is one
     bool readRow();

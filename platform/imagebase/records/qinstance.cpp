@@ -1,6 +1,7 @@
 #include "qinstance.h"
 
 #include "childreader.h"
+#include "qseries.h"
 
 QInstance::QInstance(qint64 pk, QObject *parent)
     : IndexRecord(RecordLevel::Image, pk, parent)
@@ -9,6 +10,11 @@ QInstance::QInstance(qint64 pk, QObject *parent)
 QInstance::QInstance(QObject *parent)
     : QInstance(0, parent)
 { }
+
+QInstance::~QInstance()
+{
+    QSeries::family().leave(this);
+}
 
 QString QInstance::getSOPInstanceUID() const
 {

@@ -16,6 +16,7 @@ public:
 
     explicit QInstance(qint64 pk, QObject *parent = nullptr);
     explicit QInstance(QObject *parent = nullptr);
+    ~QInstance() override;
 
     QSeries *getSeries() const { return m_series; }
     QString getSOPInstanceUID() const;

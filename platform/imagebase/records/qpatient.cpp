@@ -13,13 +13,17 @@ QPatient::QPatient(qint64 pk, const RecordRow &row)
 
 QPatient::~QPatient()
 {
-    qDeleteAll(m_studies);
+    family().replace(this, {});
+}
+
+RecordFamily<QPatient, QStudy> QPatient::family()
+{
+    return {&QPatient::m_studies, &QStudy::m_patient};
 }
 
 void QPatient::clear()
 {
     setPk(0);
-    clearRow();
     setStudys({});
 }
 
@@ -30,25 +34,15 @@ QString QPatient::patientName() const
 
 void QPatient::setStudys(const QList<QStudy *> &studies)
 {
-    for (QStudy *old : qAsConst(m_studies)) {
-        if (!studies.contains(old)) {
-            delete old;
-        }
-    }
-    m_studies = studies;
-    for (QStudy *own : studies) {
-        own->setParent(nullptr);
-        own->m_patient = this;
-    }
+    family().replace(this, studies);
 }
 
 bool QPatient::searchStudys()
 {
-    setStudys({});
     QList<QStudy *> studies;
-    const bool good = readChildren(RecordLevel::Study, getPk(), &studies,
-        [](qint64 pk, const RecordRow &row) { return new QStudy(pk, row); });
-    std::sort(studies.begin(), studies.end(), QStudy::isBefore);
+    const bool good = readChildren(
+        RecordLevel::Study, getPk(), &studies,
+        [](qint64 pk, const RecordRow &row) { return new QStudy(pk, row); }, QStudy::isBefore);
     setStudys(studies);
     return good;
 }
@@ -56,7 +50,7 @@ bool QPatient::searchStudys()
 bool QPatient::searchPatientInfo()
 {
     if (getPk() == 0 && !m_studies.isEmpty()) {
-        setPk(m_studies.constFirst()->read_patient_fk().toLongLong());
+        setPk(m_studies.constFirst()->known(int(QStudy::Column::patient_fk)).toLongLong());
     }
     return readRow();
 }

@@ -2,6 +2,7 @@
 
 #include "indexrecord.h"
 #include "recordcolumns.h"
+#include "recordfamily.h"
 
 #include <QList>
 
@@ -37,7 +38,9 @@ public:
     bool searchPatientInfo();
 
 private:
+    friend class QStudy;
     friend class RecordTreeReader;
+    static RecordFamily<QPatient, QStudy> family();
     QPatient(qint64 pk, const RecordRow &row);
 
     QList<QStudy *> m_studies;

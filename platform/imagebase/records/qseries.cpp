@@ -2,6 +2,7 @@
 
 #include "childreader.h"
 #include "qinstance.h"
+#include "qstudy.h"
 
 QSeries::QSeries(qint64 pk, QObject *parent)
     : IndexRecord(RecordLevel::Series, pk, parent)
@@ -17,7 +18,13 @@ QSeries::QSeries(qint64 pk, const RecordRow &row)
 
 QSeries::~QSeries()
 {
-    qDeleteAll(m_instances);
+    family().replace(this, {});
+    QStudy::family().leave(this);
+}
+
+RecordFamily<QSeries, QInstance> QSeries::family()
+{
+    return {&QSeries::m_instances, &QInstance::m_series};
 }
 
 QString QSeries::getSeriesUID() const
@@ -32,15 +39,11 @@ bool QSeries::searchSeriesInfo()
 
 bool QSeries::searchInstance()
 {
-    qDeleteAll(m_instances);
-    m_instances.clear();
-    const bool good =
-        readChildren(RecordLevel::Image, getPk(), &m_instances, [this](qint64 pk, const RecordRow &row) {
-            auto *instance = new QInstance(pk, row);
-            instance->m_series = this;
-            return instance;
-        });
-    std::sort(m_instances.begin(), m_instances.end(), QInstance::isBefore);
+    QList<QInstance *> instances;
+    const bool good = readChildren(
+        RecordLevel::Image, getPk(), &instances,
+        [](qint64 pk, const RecordRow &row) { return new QInstance(pk, row); }, QInstance::isBefore);
+    family().replace(this, instances);
     return good;
 }
 

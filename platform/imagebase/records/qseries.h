@@ -2,6 +2,7 @@
 
 #include "indexrecord.h"
 #include "recordcolumns.h"
+#include "recordfamily.h"
 
 #include <QList>
 
@@ -34,7 +35,9 @@ public:
 
 private:
     friend class QStudy;
+    friend class QInstance;
     friend class RecordTreeReader;
+    static RecordFamily<QSeries, QInstance> family();
     QSeries(qint64 pk, const RecordRow &row);
     static bool isBefore(const QSeries *a, const QSeries *b);
 

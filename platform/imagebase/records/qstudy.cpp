@@ -1,6 +1,7 @@
 #include "qstudy.h"
 
 #include "childreader.h"
+#include "qpatient.h"
 #include "qseries.h"
 
 #include <tuple>
@@ -19,7 +20,13 @@ QStudy::QStudy(qint64 pk, const RecordRow &row)
 
 QStudy::~QStudy()
 {
-    qDeleteAll(m_series);
+    family().replace(this, {});
+    QPatient::family().leave(this);
+}
+
+RecordFamily<QStudy, QSeries> QStudy::family()
+{
+    return {&QStudy::m_series, &QSeries::m_study};
 }
 
 QString QStudy::getStudyUID() const
@@ -29,33 +36,23 @@ QString QStudy::getStudyUID() const
 
 void QStudy::setSereis(const QList<QSeries *> &series)
 {
-    for (QSeries *old : qAsConst(m_series)) {
-        if (!series.contains(old)) {
-            delete old;
-        }
-    }
-    m_series = series;
-    for (QSeries *own : series) {
-        own->setParent(nullptr);
-        own->m_study = this;
-    }
+    family().replace(this, series);
 }
 
 bool QStudy::searchStudyInfo()
 {
     if (getPk() == 0 && !m_series.isEmpty()) {
-        setPk(m_series.constFirst()->read_study_fk().toLongLong());
+        setPk(m_series.constFirst()->known(int(QSeries::Column::study_fk)).toLongLong());
     }
     return readRow();
 }
 
 bool QStudy::searchSeries()
 {
-    setSereis({});
     QList<QSeries *> series;
-    const bool good = readChildren(RecordLevel::Series, getPk(), &series,
-        [](qint64 pk, const RecordRow &row) { return new QSeries(pk, row); });
-    std::sort(series.begin(), series.end(), QSeries::isBefore);
+    const bool good = readChildren(
+        RecordLevel::Series, getPk(), &series,
+        [](qint64 pk, const RecordRow &row) { return new QSeries(pk, row); }, QSeries::isBefore);
     setSereis(series);
     return good;
 }

@@ -2,6 +2,7 @@
 
 #include "indexrecord.h"
 #include "recordcolumns.h"
+#include "recordfamily.h"
 
 #include <QList>
 
@@ -38,7 +39,9 @@ public:
 
 private:
     friend class QPatient;
+    friend class QSeries;
     friend class RecordTreeReader;
+    static RecordFamily<QStudy, QSeries> family();
     QStudy(qint64 pk, const RecordRow &row);
     static bool isBefore(const QStudy *a, const QStudy *b);
 

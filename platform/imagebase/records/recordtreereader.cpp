@@ -231,16 +231,13 @@ QList<QPatient *> RecordTreeReader::joined()
     for (const Row &row : m_rows[std::size_t(RecordLevel::Study)]) {
         if (QPatient *patient = patientOf.value(row.parent)) {
             auto *study = new QStudy(row.key, row.values);
-            study->m_patient = patient;
-            patient->m_studies.append(study);
+            QPatient::family().append(patient, study);
             studyOf.insert(row.key, study);
         }
     }
     for (const Row &row : m_rows[std::size_t(RecordLevel::Series)]) {
         if (QStudy *study = studyOf.value(row.parent)) {
-            auto *series = new QSeries(row.key, row.values);
-            series->m_study = study;
-            study->m_series.append(series);
+            QStudy::family().append(study, new QSeries(row.key, row.values));
         }
     }
     for (QPatient *patient : qAsConst(patients)) {

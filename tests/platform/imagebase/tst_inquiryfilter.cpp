@@ -163,6 +163,7 @@ void TestInquiryFilter::findsTexts_data()
     ROW("generalstudy PatientWeight < Precise", "70.6", "AB");
     ROW("generalstudy PatientWeight = Fuzzy", "０", "ABC");
     ROW("generalstudy PatientWeight = Fuzzy", "70.", "A");
+    ROW("generalstudy PatientWeight = Fuzzy", "  ", "");
     ROW("generalstudy PatientWeight = Precise", "", "DE");
 }
 
@@ -180,6 +181,7 @@ void TestInquiryFilter::findsMoments_data()
     ROW("patient PatientBirthDate = Fuzzy", "Today", "E");
     ROW("patient PatientBirthDate = Fuzzy", "1970-01", "AB");
     ROW("patient PatientBirthDate = Fuzzy", "1970/01/02", "B");
+    ROW("patient PatientBirthDate = Fuzzy", "\u0301", "");
     ROW("patient PatientBirthDate = Precise", "", "C");
 
     ROW("patient updated_time = Precise", "today", "AC");
@@ -277,6 +279,9 @@ void TestInquiryFilter::refuses()
     QCOMPARE(inquiry.problem().field, bad.field);
     QTEST(inquiry.problem().text, "text");
     QVERIFY(inquiry.of(RecordLevel::Patient).text.isEmpty());
+    // Rows without a field ask for nothing, which is not for everything.
+    const InquiryConditions fieldless{condition("patient  = Precise", QStringLiteral("x"))};
+    QCOMPARE(int(filter(fieldless).problem().kind), int(Kind::NoCondition));
 }
 
 void TestInquiryFilter::takesHostileTextsAsPlain()

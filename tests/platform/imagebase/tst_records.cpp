@@ -145,6 +145,7 @@ void RecordsTest::searchesOfARecord()
     QVERIFY(patient.getStudys().isEmpty());
     QVERIFY(patient.patientName().isEmpty());
     patient.setPatientPK(4711);
+    QCOMPARE(patient.property("pk"), QVariant(4711));
     QVERIFY(!patient.searchPatientInfo());
 }
 
@@ -162,10 +163,15 @@ void RecordsTest::patientOfChosenChildren()
     QVERIFY(patient.searchPatientInfo());
     QCOMPARE(patient.getPk(), m_anna);
     QCOMPARE(series->getStudy()->getPatient(), &patient);
-    // The same studies again, and fewer of them: neither is lost twice.
-    patient.setStudys({study});
-    patient.setStudys({});
+    // The same study again, twice in the list, and on to another patient: it is never owned twice.
+    patient.setStudys({study, study});
+    QCOMPARE(patient.getStudys().size(), 1);
+    QPatient other;
+    other.setStudys(patient.getStudys());
     QVERIFY(patient.getStudys().isEmpty());
+    QCOMPARE(study->getPatient(), &other);
+    delete study;
+    QVERIFY(other.getStudys().isEmpty());
 }
 
 void RecordsTest::treeOfAnInquiry_data()
