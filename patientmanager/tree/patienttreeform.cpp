@@ -107,6 +107,16 @@ void PatientTreeForm::setDockWidget(QDockWidget *dock)
     dockWidget = dock;
 }
 
+void PatientTreeForm::setGuard(const std::function<bool()> &guard)
+{
+    mayFillTables = guard;
+}
+
+bool PatientTreeForm::closeCompanions()
+{
+    return (!inquiryForm || inquiryForm->close()) && (!fieldForm || fieldForm->close());
+}
+
 QString PatientTreeForm::problemText() const
 {
     return inquiryProblemText(patients->problem());
@@ -185,12 +195,17 @@ void PatientTreeForm::tellAllPatients()
 
 void PatientTreeForm::on_AdvancedInquiry_clicked()
 {
-    runInquiry();
-    tellAllPatients();
+    if (mayFillTables()) {
+        runInquiry();
+        tellAllPatients();
+    }
 }
 
 void PatientTreeForm::on_AdvancedInquiryPatient_clicked()
 {
+    if (!mayFillTables()) {
+        return;
+    }
     treeView->openLevels(0);
     tellAllPatients();
     emit deleteThumbView();
@@ -198,6 +213,9 @@ void PatientTreeForm::on_AdvancedInquiryPatient_clicked()
 
 void PatientTreeForm::on_AdvancedInquiryStudy_clicked()
 {
+    if (!mayFillTables()) {
+        return;
+    }
     treeView->openLevels(1);
     emit selectStudyPks(keysOf(allStudies), QString());
     tellTable(RecordLevel::Study, QStringLiteral("ALL Study"));
@@ -206,6 +224,9 @@ void PatientTreeForm::on_AdvancedInquiryStudy_clicked()
 
 void PatientTreeForm::on_AdvancedInquirySeries_clicked()
 {
+    if (!mayFillTables()) {
+        return;
+    }
     treeView->openLevels(2);
     emit selectSeriesPks(keysOf(allSeries), QString());
     tellTable(RecordLevel::Series, QStringLiteral("ALL Series"));
@@ -214,7 +235,11 @@ void PatientTreeForm::on_AdvancedInquirySeries_clicked()
 
 void PatientTreeForm::onTreeModel(const QModelIndex &index)
 {
-    const QPatientTreeItem *item = patientTreeModel->treeItem(index);
+    const QPersistentModelIndex clicked(index); // a question lets time pass
+    if (index.model() != patientTreeModel || !mayFillTables()) {
+        return;
+    }
+    const QPatientTreeItem *item = patientTreeModel->treeItem(clicked);
     if (!item) {
         return;
     }

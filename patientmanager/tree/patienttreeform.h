@@ -7,6 +7,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class AdvancedInquiryForm;
@@ -46,6 +47,11 @@ public:
     void setDockWidget(QDockWidget *dock);
     /// Why the tree shows nothing, for people; empty where the inquiry could be run.
     QString problemText() const;
+    /// Asked before anything here fills the tables; where it answers no, nothing is run, opened or told. None
+    /// at first.
+    void setGuard(const std::function<bool()> &mayFillTables);
+    /// Closes the editor and the field dialog. @return false where the editor stays, for its unsaved changes
+    bool closeCompanions();
     /// Runs the chosen inquiry again and keeps what is open, selected and in sight. Tells nobody of a
     /// selection.
     void reload();
@@ -104,6 +110,7 @@ private:
     void clickSeries(const QSeries &series);
 
     std::unique_ptr<Ui::PatientTreeForm> ui;
+    std::function<bool()> mayFillTables = [] { return true; };
     QPointer<QDockWidget> dockWidget;
     PatientTreeView *treeView = nullptr;
     QPatientTreeModel *patientTreeModel = nullptr;

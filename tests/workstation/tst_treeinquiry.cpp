@@ -57,6 +57,17 @@ void clickRow(QTreeView *view, const QModelIndex &index)
         view->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(row.left() + 5, row.center().y()));
 }
 
+AdvancedInquiryForm *editorOnScreen()
+{
+    for (QWidget *window : QApplication::topLevelWidgets()) {
+        auto *editor = qobject_cast<AdvancedInquiryForm *>(window);
+        if (editor && editor->isVisible()) {
+            return editor;
+        }
+    }
+    return nullptr;
+}
+
 /// For the documents, where a folder for them is named: the window with the editor before it.
 void savePicture(WorkstationWindow &window, QWidget &editor)
 {
@@ -90,6 +101,7 @@ private slots:
     void theTreeFollowsTheIndex();
     void whyThereIsNothingStandsInTheStatusBar();
     void aClickInTheTreeAsksBeforeItDropsEdits();
+    void quittingAsksForUnsavedConditions();
     void leavingTheTreeBringsTheTablesBack();
 
 private:
@@ -233,14 +245,7 @@ void TreeInquiryTest::composedInTheEditorItFindsWhatTheFilesHold()
     PatientTreeForm *panel = frame.window->library()->getPatientTreeForm();
     QTRY_VERIFY(panel->isVisible());
     press(panel, "AdvancedInquiryNew");
-    auto *editor = [] {
-        for (QWidget *window : QApplication::topLevelWidgets()) {
-            if (auto *found = qobject_cast<AdvancedInquiryForm *>(window)) {
-                return found;
-            }
-        }
-        return static_cast<AdvancedInquiryForm *>(nullptr);
-    }();
+    AdvancedInquiryForm *editor = editorOnScreen();
     QVERIFY(editor && QTest::qWaitForWindowExposed(editor));
     press(editor, "NewTree");
     compose(editor);
@@ -299,6 +304,13 @@ void TreeInquiryTest::theTreeFollowsTheIndex()
     QCOMPARE(tree->currentIndex(), tree->model()->index(0, 0, tree->model()->index(2, 0)));
     QVERIFY(tree->selectionModel()->isSelected(tree->currentIndex()));
     QCOMPARE(told.count(), 0);
+
+    // What comes in while the tree is closed is there when it is opened.
+    frame.action("actionPatientTree")->trigger();
+    frame.addFromOutside(QStringLiteral("Late^Owl"));
+    QTRY_COMPARE(frame.patientView()->model()->rowCount(), 4);
+    frame.action("actionPatientTree")->trigger();
+    QCOMPARE(tree->model()->rowCount(), 4);
 }
 
 void TreeInquiryTest::whyThereIsNothingStandsInTheStatusBar()
@@ -342,16 +354,36 @@ void TreeInquiryTest::aClickInTheTreeAsksBeforeItDropsEdits()
     QCOMPARE(asked, 1);
     press(panel, "AdvancedInquirySeries");
     QCOMPARE(asked, 2);
+    panel->getDeleteIdx(QStringLiteral("5 MR")); // as the editor does
+    QCOMPARE(asked, 3);
     QVERIFY(frame.studies()->hasUnsavedEdits());
     QVERIFY(frame.patients()->isVisible());
 
     answer = kivMessageBoxForm::AnswerOk;
     clickRow(tree, tree->model()->index(1, 0));
-    QCOMPARE(asked, 3);
+    QCOMPARE(asked, 4);
     kivMessageBoxForm::setAnswerer({});
     QVERIFY(!frame.studies()->hasUnsavedEdits());
     QVERIFY(!frame.patients()->isVisible());
     QCOMPARE(shown(frame.studies(), "StudyInstanceUID"), QSet<QString>{QStringLiteral("1.2.2")});
+}
+
+void TreeInquiryTest::quittingAsksForUnsavedConditions()
+{
+    const Frame frame(1);
+    PatientTreeForm *panel = frame.window->library()->getPatientTreeForm();
+    panel->on_AdvancedInquiryNew_clicked();
+    const QPointer<AdvancedInquiryForm> editor = editorOnScreen();
+    QVERIFY(editor);
+    addCondition(editor, "levelPD", 0, "fieldsPD", QStringLiteral("PatientName"));
+    int answer = kivMessageBoxForm::AnswerCancel;
+    kivMessageBoxForm::setAnswerer([&answer](const auto &...) { return answer; });
+    QVERIFY(!frame.window->close());
+    QVERIFY(frame.window->isVisible() && editor->isVisible());
+    answer = kivMessageBoxForm::AnswerOk;
+    QVERIFY(frame.window->close());
+    QTRY_VERIFY(!editor);
+    kivMessageBoxForm::setAnswerer({});
 }
 
 void TreeInquiryTest::leavingTheTreeBringsTheTablesBack()

@@ -4,50 +4,37 @@
 #include "patientmanagermainwindow.h"
 #include "patienttreeform.h"
 
-#include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QDockWidget>
 #include <QElapsedTimer>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QSettings>
-#include <QTreeView>
 
 namespace {
 
 constexpr char openKey[] = "window/patientTree";
-/// A refresh that takes longer is felt: it waits for the end of an import, or for the user.
+/// A reload that takes longer is felt.
 constexpr qint64 quickMs = 100;
-
-bool isPress(const QEvent &event)
-{
-    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
-}
-
-bool isEnter(const QEvent &event)
-{
-    if (event.type() != QEvent::KeyPress) {
-        return false;
-    }
-    const int key = static_cast<const QKeyEvent &>(event).key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
-}
+constexpr int restMs = 3000;
 
 } // namespace
 
 TreeController::TreeController(PatientManagerMainWindow *library, EditController *edits, QObject *parent)
     : QObject(parent)
     , m_library(library)
-    , m_edits(edits)
     , m_panel(library->getPatientTreeForm())
     , m_toggle(new QAction(tr("Patient &Tree"), this))
 {
     m_toggle->setObjectName(QStringLiteral("actionPatientTree"));
     m_toggle->setCheckable(true);
     m_toggle->setShortcut(Qt::Key_F9);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(restMs);
     connect(m_toggle, &QAction::triggered, this, &TreeController::setOpen);
     connect(m_panel, &PatientTreeForm::inquiryProblem, this, &TreeController::problem);
-    guard();
+    connect(library, &PatientManagerMainWindow::updateFieldHeader, this, &TreeController::reload);
+    connect(&m_rest, &QTimer::timeout, this, &TreeController::reload);
+    m_panel->setGuard([edits] { return edits->mayDropEdits(); });
 }
 
 void TreeController::restore()
@@ -62,119 +49,71 @@ void TreeController::save() const
     QSettings().setValue(QLatin1String(openKey), m_toggle->isChecked());
 }
 
+bool TreeController::mayClose() const
+{
+    return !m_panel || m_panel->closeCompanions();
+}
+
 void TreeController::setOpen(bool open)
 {
     if (open) {
         m_library->showPatientTreeForm();
-        adoptDock();
+        watchDock();
+        m_toggle->setChecked(true);
+        if (m_isStale) {
+            reload();
+        }
         emit problem(m_panel->problemText());
     } else if (m_dock) {
         m_dock->hide();
-        emit problem({});
-        emit left();
+        onClosed();
     }
-    m_toggle->setChecked(open);
 }
 
 /// The dock may be closed by its own button while it floats.
-void TreeController::adoptDock()
+void TreeController::watchDock()
 {
     if (m_dock) {
         return;
     }
     m_dock = m_library->findChild<QDockWidget *>(QLatin1String(PatientManagerMainWindow::treeDockName));
     connect(m_dock, &QDockWidget::visibilityChanged, this, [this] {
-        const bool isOpen = !m_dock->isHidden();
-        if (isOpen != m_toggle->isChecked()) {
-            m_toggle->setChecked(isOpen);
-            if (!isOpen) {
-                emit left();
-            }
+        if (m_dock->isHidden() && m_toggle->isChecked()) {
+            onClosed();
         }
     });
 }
 
-void TreeController::refreshQuickly()
+void TreeController::onClosed()
 {
+    m_toggle->setChecked(false);
+    emit problem({});
+    emit left();
+}
+
+void TreeController::onIndexChanged()
+{
+    m_isStale = true;
     if (m_costMs <= quickMs) {
-        refresh();
+        reload();
+    } else {
+        m_rest.start();
     }
 }
 
-void TreeController::refresh()
+void TreeController::reload()
 {
     if (!m_panel || !m_panel->isVisible()) {
+        m_isStale = true;
+        return;
+    }
+    if (QApplication::mouseButtons() != Qt::NoButton) {
+        m_rest.start(); // what is under the mouse stays there
         return;
     }
     QElapsedTimer cost;
     cost.start();
     m_panel->reload();
     m_costMs = cost.elapsed();
-}
-
-void TreeController::guard()
-{
-    auto *view = m_panel->findChild<QTreeView *>();
-    view->installEventFilter(this);
-    view->viewport()->installEventFilter(this);
-    for (const char *name :
-        {"AdvancedInquiry", "AdvancedInquiryPatient", "AdvancedInquiryStudy", "AdvancedInquirySeries"}) {
-        m_panel->findChild<QAbstractButton *>(QLatin1String(name))->installEventFilter(this);
-    }
-}
-
-bool TreeController::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::MouseButtonRelease && m_swallowRelease) {
-        m_swallowRelease = false;
-        return true;
-    }
-    return guardsAgainst(watched, event) || QObject::eventFilter(watched, event);
-}
-
-/// The question takes the release of the button, so what was asked for is done here.
-bool TreeController::guardsAgainst(QObject *watched, QEvent *event)
-{
-    if ((!isPress(*event) && !isEnter(*event)) || !m_edits->hasUnsavedEdits()) {
-        return false;
-    }
-    const std::function<void()> action = actionOf(watched, event);
-    if (!action) {
-        return false;
-    }
-    m_swallowRelease = isPress(*event);
-    if (m_edits->mayDropEdits()) {
-        action();
-    }
-    return true;
-}
-
-/// What a press or key would do that fills tables; null where it does nothing of the kind.
-std::function<void()> TreeController::actionOf(QObject *watched, QEvent *event) const
-{
-    if (auto *button = qobject_cast<QAbstractButton *>(watched)) {
-        const bool presses = isEnter(*event)
-            || (isPress(*event) && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton);
-        return presses ? [button] { button->click(); } : std::function<void()>();
-    }
-    auto *view = m_panel->findChild<QTreeView *>();
-    QModelIndex index = view->currentIndex();
-    if (watched == view->viewport() && isPress(*event)) {
-        const QPoint place = static_cast<QMouseEvent *>(event)->pos();
-        index = view->indexAt(place);
-        // Left of the row stands the branch: opening it fills nothing.
-        const bool onBranch = index.column() == 0 && place.x() < view->visualRect(index).left();
-        if (onBranch || static_cast<QMouseEvent *>(event)->button() != Qt::LeftButton) {
-            return nullptr;
-        }
-    } else if (watched != view || !isEnter(*event)) {
-        return nullptr;
-    }
-    if (!index.isValid()) {
-        return nullptr;
-    }
-    return [view, row = QPersistentModelIndex(index)] {
-        view->setCurrentIndex(row);
-        emit view->clicked(row);
-    };
+    m_isStale = false;
 }

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <QObject>
-#include <QPoint>
 #include <QPointer>
-
-#include <functional>
+#include <QTimer>
 
 class EditController;
 class PatientManagerMainWindow;
@@ -16,7 +14,7 @@ class QDockWidget;
  * The patient tree in the host: its place in the menu, whether it stands beside the tables, and what it shows
  * while others write to the index.
  *
- * Asks before a click in the tree would drop unsaved edits of a table. Owned by the window; GUI thread.
+ * Asks before the tree would drop unsaved edits of a table. Owned by the window; GUI thread.
  */
 class TreeController : public QObject
 {
@@ -30,34 +28,31 @@ public:
     /// As it was when the user last closed the window; open at first.
     void restore();
     void save() const;
+    /// Closes the tree's own windows. @return false where the user keeps one, for its unsaved changes
+    bool mayClose() const;
 
 public slots:
-    /// The index has changed: shows it where that is quick.
-    void refreshQuickly();
-    /// Shows what the chosen inquiry finds now, however long that takes.
-    void refresh();
+    /// The index has changed: shows it at once where that is quick, else when the changes have come to rest.
+    /// A tree that is closed catches up when it is opened.
+    void onIndexChanged();
 
 signals:
     /// The user has left the tree: the tables stand for themselves again.
     void left();
-    /// Why the tree shows nothing; empty once it shows something again.
+    /// Why the tree shows nothing; empty where that is no matter.
     void problem(const QString &text);
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setOpen(bool open);
-    void adoptDock();
-    void guard();
-    bool guardsAgainst(QObject *watched, QEvent *event);
-    std::function<void()> actionOf(QObject *watched, QEvent *event) const;
+    void watchDock();
+    void onClosed();
+    void reload();
 
     PatientManagerMainWindow *const m_library;
-    EditController *const m_edits;
     const QPointer<PatientTreeForm> m_panel;
     QAction *const m_toggle;
     QPointer<QDockWidget> m_dock;
-    qint64 m_costMs = 0; ///< of the last refresh
-    bool m_swallowRelease = false;
+    QTimer m_rest; ///< runs while a slow reload waits for the changes to end
+    qint64 m_costMs = 0; ///< of the last reload
+    bool m_isStale = false; ///< the index has changed since the last reload
 };

@@ -99,8 +99,7 @@ void WorkstationWindow::connectParts()
     auto *drops = new DropImport(this);
     connect(drops, &DropImport::dropped, this, &WorkstationWindow::importDropped);
     connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
-    connect(m_liveRefresh, &LiveRefresh::refreshed, m_tree, &TreeController::refreshQuickly);
-    connect(m_imports, &ImportCentre::ended, m_tree, &TreeController::refresh);
+    connect(m_liveRefresh, &LiveRefresh::refreshed, m_tree, &TreeController::onIndexChanged);
     connect(m_tree, &TreeController::left, this, [this] { showTable(QString()); });
     connect(m_tree, &TreeController::problem, m_statusPanel, &StatusPanel::setTreeProblem);
     connect(m_health, &IndexHealth::damaged, this, &WorkstationWindow::reportDamage);
@@ -253,6 +252,9 @@ void WorkstationWindow::showAbout()
 
 bool WorkstationWindow::mayClose()
 {
+    if (!m_tree->mayClose()) {
+        return false;
+    }
     if (m_imports->isRunning()
         && kivMessageBoxForm::question(this, tr("Quit"),
                tr("An import is running. Stop it and quit? What has been imported stays; importing the same "
