@@ -172,6 +172,7 @@ void AdvancedInquiryForm::on_NewTree_clicked()
     if (byHand && !mayDropChanges()) {
         return;
     }
+    dropSaveForm(); // its name was meant for the conditions that go
     setConditionModel(new ConditionModel(this));
     setShown(-1);
     if (byHand) {
@@ -208,6 +209,7 @@ void AdvancedInquiryForm::showConditions()
 
 void AdvancedInquiryForm::onTreeView(int index)
 {
+    dropSaveForm();
     m_model->load(ui->inquiryBox->itemText(index));
     showConditions();
     setShown(index);

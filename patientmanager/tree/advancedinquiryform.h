@@ -62,7 +62,8 @@ public slots:
     void on_Delete_clicked();
     /// Stores the conditions under a name that is free.
     void getText(const QString &name);
-    /// Makes the inquiry of this name the current one, blind to case. Unknown names do nothing.
+    /// Makes the inquiry of this name the current one; blind to case where none has just this one. Unknown
+    /// names do nothing.
     void getComboBoxIdx(const QString &name);
     /// Fields of 0 patients, 1 studies in the first list.
     void onListSelectPD(int index);
@@ -92,6 +93,8 @@ private:
     void updateButtons();
     void finishEditing();
     bool mayDropChanges();
+    void tellRefusal(bool byHand);
+    void dropSaveForm();
 
     std::unique_ptr<Ui::AdvancedInquiryForm> ui;
     ConditionModel *m_model = nullptr;

@@ -2,23 +2,45 @@
 
 #include "advancedinquiryform.h"
 
+#include "companionwindow.h"
 #include "conditionmodel.h"
+#include "inquiryentry.h"
 #include "inquirysaveform.h"
 #include "inquirytable.h"
+#include "kivmessageboxform.h"
 #include "ui_advancedinquiryform.h"
+
+using InquiryTable::Outcome;
 
 void AdvancedInquiryForm::on_Save_clicked()
 {
+    const bool byHand = sender() == ui->Save;
     finishEditing();
-    if (InquiryTable::replace(ui->inquiryBox->currentText(), m_model->conditions())) {
+    const Outcome outcome = InquiryTable::replace(ui->inquiryBox->currentText(), m_model->conditions());
+    if (outcome == Outcome::Refused) {
+        tellRefusal(byHand);
+        return;
+    }
+    if (outcome == Outcome::Done) {
         m_model->markSaved();
     }
     setShown(ui->inquiryBox->currentIndex());
 }
 
+void AdvancedInquiryForm::tellRefusal(bool byHand)
+{
+    if (byHand) {
+        kivMessageBoxForm::warning(this, windowTitle(),
+            tr("Nothing has been changed: the index cannot be written at the moment, perhaps because "
+               "another program is writing to it. Please try again."),
+            kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    }
+}
+
 void AdvancedInquiryForm::on_SaveAs_clicked()
 {
     finishEditing();
+    forgetClosed(m_saveForm);
     if (!m_saveForm) {
         m_saveForm = new InquirySaveForm;
         connect(m_saveForm, &InquirySaveForm::setText, this, &AdvancedInquiryForm::getText);
@@ -26,19 +48,34 @@ void AdvancedInquiryForm::on_SaveAs_clicked()
         // The name would have nobody to go to.
         connect(this, &QObject::destroyed, m_saveForm, &QWidget::close);
     }
-    m_saveForm->show();
+    bringUp(m_saveForm);
     m_saveForm->raise();
     m_saveForm->activateWindow();
 }
 
+void AdvancedInquiryForm::dropSaveForm()
+{
+    if (m_saveForm) {
+        m_saveForm->close();
+    }
+}
+
 void AdvancedInquiryForm::getText(const QString &name)
 {
-    if (InquiryTable::isTaken(name)) {
+    const bool byHand = m_saveForm && sender() == m_saveForm;
+    // The question fails for a name with a quote: the box knows such a one.
+    const bool isListed = ui->inquiryBox->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
+    if (isListed || InquiryTable::isTaken(name)) {
         emit sameInquiryName(tr("the name is exist"));
         return;
     }
     emit sameInquiryName(QString());
-    if (InquiryTable::append(name, m_model->conditions())) {
+    const Outcome outcome = InquiryTable::append(name, m_model->conditions());
+    if (outcome == Outcome::Refused) {
+        tellRefusal(byHand);
+        return;
+    }
+    if (outcome == Outcome::Done) {
         m_model->markSaved();
     }
     ui->inquiryBox->addItem(name);
@@ -53,7 +90,7 @@ void AdvancedInquiryForm::getText(const QString &name)
 
 void AdvancedInquiryForm::getComboBoxIdx(const QString &name)
 {
-    const int found = ui->inquiryBox->findData(name, Qt::DisplayRole, Qt::MatchFixedString);
+    const int found = inquiryEntry(*ui->inquiryBox, name);
     if (found >= 0) {
         ui->inquiryBox->setCurrentIndex(found);
         onTreeView(found);
@@ -62,12 +99,14 @@ void AdvancedInquiryForm::getComboBoxIdx(const QString &name)
 
 void AdvancedInquiryForm::on_Delete_clicked()
 {
+    const bool byHand = sender() == ui->Delete;
     const QString name = ui->inquiryBox->currentText();
-    InquiryTable::remove(name);
-    emit setDeleteIdx(name);
-    const int found = ui->inquiryBox->findData(name, Qt::DisplayRole, Qt::MatchFixedString);
-    if (found >= 0) {
-        ui->inquiryBox->removeItem(found);
+    if (InquiryTable::remove(name) == Outcome::Refused) {
+        tellRefusal(byHand);
+        return;
     }
+    emit setDeleteIdx(name);
+    // An unknown name has the index -1, at which nothing is removed.
+    ui->inquiryBox->removeItem(inquiryEntry(*ui->inquiryBox, name));
     onTreeView(ui->inquiryBox->currentIndex());
 }

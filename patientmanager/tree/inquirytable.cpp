@@ -1,5 +1,7 @@
 #include "inquirytable.h"
 
+#include "lockwait.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QVariant>
@@ -9,6 +11,8 @@
 namespace {
 
 constexpr char user[] = "super";
+/// For the write lock: somebody looks at the screen meanwhile.
+constexpr int longestWaitMs = 1500;
 
 /// A statement read once from its start, on the default connection.
 QSqlQuery executed(const QString &statement)
@@ -28,16 +32,20 @@ bool removeBy(const QString &statement, const QString &name)
 
 /// A transaction of its own, or a part of the one that is open already.
 template <typename Write>
-bool inTransaction(const Write &write)
+InquiryTable::Outcome inTransaction(const Write &write)
 {
-    QSqlDatabase db = QSqlDatabase::database();
-    const bool own = db.transaction();
-    const bool written = write();
-    const bool kept = !own || db.commit();
-    if (!kept) {
-        db.rollback();
+    using InquiryTable::Outcome;
+    const QSqlDatabase db = QSqlDatabase::database();
+    const LockWait wait(db, longestWaitMs);
+    if (IndexConnection::isInTransaction(db)) {
+        return write() ? Outcome::Done : Outcome::Incomplete;
     }
-    return written && kept;
+    WriteTransaction own(db);
+    const bool written = own.isActive() && write();
+    if (!own.commit()) {
+        return Outcome::Refused;
+    }
+    return written ? Outcome::Done : Outcome::Incomplete;
 }
 
 /// Goes on after one that fails. @return whether none did
@@ -104,7 +112,7 @@ bool InquiryTable::isTaken(const QString &name)
         .next();
 }
 
-bool InquiryTable::replace(const QString &name, const InquiryConditions &conditions)
+InquiryTable::Outcome InquiryTable::replace(const QString &name, const InquiryConditions &conditions)
 {
     return inTransaction([&] {
         const bool removed =
@@ -113,12 +121,14 @@ bool InquiryTable::replace(const QString &name, const InquiryConditions &conditi
     });
 }
 
-bool InquiryTable::append(const QString &name, const InquiryConditions &conditions)
+InquiryTable::Outcome InquiryTable::append(const QString &name, const InquiryConditions &conditions)
 {
     return inTransaction([&] { return insert(name, conditions); });
 }
 
-void InquiryTable::remove(const QString &name)
+InquiryTable::Outcome InquiryTable::remove(const QString &name)
 {
-    removeBy(QStringLiteral("DELETE FROM andvancequiry WHERE InquiryName = '%1' "), name);
+    return inTransaction([&] {
+        return removeBy(QStringLiteral("DELETE FROM andvancequiry WHERE InquiryName = '%1' "), name);
+    });
 }

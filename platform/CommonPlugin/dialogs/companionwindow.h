@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 /// A window that accompanies others and is made once: shown, or brought back where it is minimised.
@@ -9,5 +10,15 @@ inline void bringUp(QWidget *window)
         window->showNormal();
     } else {
         window->show();
+    }
+}
+
+/// Forgets a window that has been closed and waits for its deletion: shown again it would go at once.
+template <typename Window>
+void forgetClosed(QPointer<Window> &window)
+{
+    if (window && window->isHidden()) {
+        window->deleteLater();
+        window.clear();
     }
 }

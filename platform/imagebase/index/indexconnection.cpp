@@ -48,6 +48,12 @@ void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
     }
 }
 
+bool IndexConnection::isInTransaction(const QSqlDatabase &db)
+{
+    sqlite3 *native = nativeHandle(db);
+    return native && sqlite3_get_autocommit(native) == 0;
+}
+
 IndexConnection::IndexConnection(const QString &databasePath, int waitMs)
     : m_name(QUuid::createUuid().toString())
 {

@@ -31,6 +31,9 @@ public:
     /// Changes how long statements of a configured connection wait for a lock.
     static void setLockWait(const QSqlDatabase &db, int milliseconds);
 
+    /// Whether a transaction is open on a connection, whoever began it.
+    static bool isInTransaction(const QSqlDatabase &db);
+
     static constexpr int lockWaitMs = 10'000;
 
 private:
