@@ -36,8 +36,12 @@ void InquirySaveForm::build()
     m_refusal->setObjectName(QStringLiteral("refusal"));
     m_refusal->setTextFormat(Qt::PlainText);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setToolTip(tr("Save under this name"));
-    buttons->button(QDialogButtonBox::Cancel)->setToolTip(tr("Save nothing"));
+    const auto describe = [buttons](QDialogButtonBox::StandardButton kind, const QString &text) {
+        buttons->button(kind)->setToolTip(text);
+        buttons->button(kind)->setAccessibleName(text);
+    };
+    describe(QDialogButtonBox::Ok, tr("Save under this name"));
+    describe(QDialogButtonBox::Cancel, tr("Save nothing"));
     connect(buttons, &QDialogButtonBox::accepted, this, &InquirySaveForm::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     connect(m_name, &QLineEdit::returnPressed, this, &InquirySaveForm::accept);

@@ -3,6 +3,7 @@
 #include "inquirycondition.h"
 #include "inquirysaveform.h"
 #include "kivmessageboxform.h"
+#include "namedcontrols.h"
 #include "temporaryindex.h"
 #include "testmain.h"
 
@@ -172,6 +173,7 @@ void AdvancedInquiryFormTest::composesAnInquiryByHand()
 {
     Editor editor;
     editor.open();
+    QCOMPARE(unnamedControl(*editor.form), QString());
     QVERIFY(!editor.box()->isEnabled());
     QVERIFY(!editor.part<QPushButton>("Save")->isEnabled());
     QSignalSpy added(editor.form.data(), &AdvancedInquiryForm::setComboBox);

@@ -1,4 +1,5 @@
 #include "advancedinquiryform.h"
+#include "namedcontrols.h"
 #include "patienttreeform.h"
 #include "qpatienttreemodel.h"
 #include "selecthideform.h"
@@ -177,6 +178,7 @@ void PatientTreeFormTest::startRunsTheFirstName()
     QCOMPARE(listed, (QStringList{QStringLiteral("1 Two"), all, QStringLiteral("b")}));
     QCOMPARE(view()->model()->rowCount(), 1);
     QCOMPARE(form->width(), 386);
+    QCOMPARE(unnamedControl(*form), QString());
     QCOMPARE(view()->selectionMode(), QAbstractItemView::ContiguousSelection);
 
     index->query(QStringLiteral("DELETE FROM andvancequiry"));

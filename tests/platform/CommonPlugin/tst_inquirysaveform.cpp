@@ -1,4 +1,5 @@
 #include "inquirysaveform.h"
+#include "namedcontrols.h"
 #include "testmain.h"
 
 #include <QLabel>
@@ -38,6 +39,7 @@ void InquirySaveFormTest::namesAreTrimmedAndEmptyOnesRefused()
 {
     QSignalSpy names(m_form.data(), &InquirySaveForm::setText);
     QVERIFY(name()->hasFocus());
+    QCOMPARE(unnamedControl(*m_form), QString());
     QTest::keyClicks(name(), QStringLiteral("  "));
     QTest::keyClick(name(), Qt::Key_Return);
     QVERIFY(names.isEmpty());
