@@ -24,6 +24,7 @@
 namespace {
 
 constexpr int scrollStops = 200;
+constexpr int eventTurns = 3;
 
 void mustHold(bool good, const char *what)
 {
@@ -63,6 +64,8 @@ void TreeBench::paint()
     }
 }
 
+/// What a result that is dropped costs later is somebody's wait, too: the longest single turn of the events
+/// counts.
 double TreeBench::timed(const std::function<void()> &action)
 {
     QElapsedTimer time;
@@ -70,9 +73,14 @@ double TreeBench::timed(const std::function<void()> &action)
     action();
     paint();
     const double milliseconds = double(time.nsecsElapsed()) / 1e6;
-    QApplication::processEvents();
-    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return milliseconds;
+    double longest = 0;
+    for (int turn = 0; turn < eventTurns; ++turn) {
+        time.restart();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
+        longest = std::max(longest, double(time.nsecsElapsed()) / 1e6);
+    }
+    return milliseconds + longest;
 }
 
 double TreeBench::press(const char *button)

@@ -16,6 +16,7 @@
 #include "qpatienttreemodel.h"
 #include "qseries.h"
 #include "qstudy.h"
+#include "retiredtree.h"
 #include "selecthideform.h"
 #include "treeplace.h"
 
@@ -155,7 +156,7 @@ void PatientTreeForm::showResult(std::unique_ptr<QPatients> result)
         captionsOf(RecordLevel::Patient, ofPatients) + captionsOf(RecordLevel::Study, ofStudies)
             + captionsOf(RecordLevel::Series, ofSeries));
     if (patientTreeModel) {
-        patientTreeModel->deleteLater();
+        RetiredTree::retire(patientTreeModel, patients);
     }
     patientTreeModel = tree;
     patients = result.release();

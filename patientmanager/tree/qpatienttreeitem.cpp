@@ -116,6 +116,11 @@ void QPatientTreeItem::remove(QPatientTreeItem *child)
     m_children.removeOne(child);
 }
 
+QPatientTreeItem *QPatientTreeItem::takeLast()
+{
+    return m_children.isEmpty() ? nullptr : m_children.takeLast();
+}
+
 QPatientTreeItem *QPatientTreeItem::child(int row) const
 {
     return m_children.value(row);

@@ -36,6 +36,8 @@ public:
     void appendChild(QPatientTreeItem *child);
     /// Takes a child out without deleting it.
     void remove(QPatientTreeItem *child);
+    /// Takes the last child out; null where there is none.
+    QPatientTreeItem *takeLast();
     /// Null out of range.
     QPatientTreeItem *child(int row) const;
     int childCount() const;

@@ -19,6 +19,13 @@ void QPatientTreeModel::setPatients(QPatients *patients, const QStringList &colu
     }
 }
 
+void QPatientTreeModel::dropLast(int patients)
+{
+    for (int i = 0; i < patients; ++i) {
+        delete m_root->takeLast();
+    }
+}
+
 QPatientTreeItem *QPatientTreeModel::treeItem(const QModelIndex &index) const
 {
     return index.isValid() ? static_cast<QPatientTreeItem *>(index.internalPointer()) : nullptr;

@@ -30,6 +30,9 @@ public:
     /// signal tells of it: for a model that no view shows yet.
     /// @param columns header texts and names of the records' properties; each "pk" begins the next level
     void setPatients(QPatients *patients, const QStringList &columns);
+    /// Deletes the last patients with all below them, without a signal: for a model that no view shows any
+    /// more.
+    void dropLast(int patients);
     /// Null for an invalid index.
     QPatientTreeItem *treeItem(const QModelIndex &index) const;
 

@@ -75,6 +75,15 @@ void QPatients::clear()
     m_problem = {};
 }
 
+void QPatients::dropLast(int patients)
+{
+    m_studies.clear();
+    m_series.clear();
+    for (int i = 0; i < patients && !m_patients.isEmpty(); ++i) {
+        delete m_patients.takeLast();
+    }
+}
+
 void QPatients::readTitles()
 {
     const QVector<int> studyColumns = shownColumns(RecordLevel::Study);

@@ -41,6 +41,10 @@ public:
     QList<QStudy *> getAllStudy() const { return m_studies; }
     QList<QSeries *> getAllSeries() const { return m_series; }
 
+    /// Deletes the last patients with all below them: for whoever drops a large result bit by bit. The lists
+    /// of all studies and series are empty from then on.
+    void dropLast(int patients);
+
     /// "pk" and the columns that the field configuration shows: properties of the record class. As they were
     /// when the object was made, or last ran an inquiry.
     QStringList getPatientTitleList() const { return m_patientTitles; }
