@@ -45,18 +45,15 @@ void TreeModelTest::indentationMakesChildren_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("tree");
-    QTest::newRow("nothing") << ""
-                             << "";
-    QTest::newRow("empty lines") << "a\n\n   \nb"
-                                 << "a b";
-    QTest::newRow("levels") << "a\n b\n  c\n d\ne"
-                            << "a(b(c) d) e";
-    QTest::newRow("first line indented") << "  a\n  b"
-                                         << "a(b)";
-    QTest::newRow("back to between two levels") << "a\n    b\n  c\nd"
-                                                << "a(b) c d";
-    QTest::newRow("tab is no indentation") << "a\n\tb"
-                                           << "a b";
+    const auto row = [](const char *name, const char *text, const char *tree) {
+        QTest::newRow(name) << text << tree;
+    };
+    row("nothing", "", "");
+    row("empty lines", "a\n\n   \nb", "a b");
+    row("levels", "a\n b\n  c\n d\ne", "a(b(c) d) e");
+    row("first line indented", "  a\n  b", "a(b)");
+    row("back to between two levels", "a\n    b\n  c\nd", "a(b) c d");
+    row("tab is no indentation", "a\n\tb", "a b");
 }
 
 void TreeModelTest::indentationMakesChildren()
