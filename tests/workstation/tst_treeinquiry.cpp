@@ -390,22 +390,31 @@ void TreeInquiryTest::quittingAsksForUnsavedConditions()
 
 void TreeInquiryTest::leavingTheTreeBringsTheTablesBack()
 {
-    const Frame frame(1);
+    const Frame frame(2);
+    Frame::click(frame.patientView(), 0, QStringLiteral("PatientName"));
     QAction *toggle = frame.action("actionPatientTree");
     toggle->trigger();
-    press(frame.window->library()->getPatientTreeForm(), "AdvancedInquiryStudy");
+    PatientTreeForm *panel = frame.window->library()->getPatientTreeForm();
+    auto *tree = panel->findChild<QTreeView *>();
+    clickRow(tree, tree->model()->index(1, 0));
     QVERIFY(!frame.patients()->isVisible());
     toggle->trigger();
     for (const RecordForm *form : frame.window->forms()) {
         QVERIFY(form->isVisible());
     }
-    // A floating dock is closed by its own button.
+    // The tables belong together again: these are the studies of the patient that is selected.
+    QCOMPARE(shown(frame.studies(), "StudyInstanceUID"), QSet<QString>{QStringLiteral("1.2.1")});
+
+    // Floating is not leaving; a floating dock is closed by its own button.
     toggle->trigger();
+    press(panel, "AdvancedInquiryStudy");
     auto *dock = frame.window->library()->findChild<QDockWidget *>(
         QLatin1String(PatientManagerMainWindow::treeDockName));
     dock->setFloating(true);
+    QApplication::processEvents();
+    QVERIFY(toggle->isChecked() && !frame.patients()->isVisible());
     dock->close();
-    QVERIFY(!toggle->isChecked());
+    QTRY_VERIFY(!toggle->isChecked());
 }
 
 PM_TEST_MAIN(TreeInquiryTest)

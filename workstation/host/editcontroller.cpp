@@ -104,6 +104,7 @@ void EditController::takeOverRefresh()
     connect(refresh, &QAction::triggered, this, [this] {
         if (mayDropEdits()) {
             QMetaObject::invokeMethod(m_library, refreshSlot);
+            emit refreshed();
         }
     });
 }

@@ -32,6 +32,10 @@ public:
     /// False for a column that identifies a record, or that the index keeps up itself.
     static bool isEditable(const QString &column);
 
+signals:
+    /// The user has had the tables read again.
+    void refreshed();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 

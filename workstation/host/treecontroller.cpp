@@ -77,11 +77,15 @@ void TreeController::watchDock()
         return;
     }
     m_dock = m_library->findChild<QDockWidget *>(QLatin1String(PatientManagerMainWindow::treeDockName));
-    connect(m_dock, &QDockWidget::visibilityChanged, this, [this] {
-        if (m_dock->isHidden() && m_toggle->isChecked()) {
-            onClosed();
-        }
-    });
+    // Looked at later: a dock that begins or ceases to float is hidden for a moment.
+    connect(
+        m_dock, &QDockWidget::visibilityChanged, this,
+        [this] {
+            if (m_dock->isHidden() && m_toggle->isChecked()) {
+                onClosed();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void TreeController::onClosed()
@@ -89,6 +93,12 @@ void TreeController::onClosed()
     m_toggle->setChecked(false);
     emit problem({});
     emit left();
+}
+
+void TreeController::refresh()
+{
+    m_isStale = true;
+    reload();
 }
 
 void TreeController::onIndexChanged()

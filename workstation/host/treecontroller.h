@@ -35,6 +35,8 @@ public slots:
     /// The index has changed: shows it at once where that is quick, else when the changes have come to rest.
     /// A tree that is closed catches up when it is opened.
     void onIndexChanged();
+    /// The user wants to see what is there now.
+    void refresh();
 
 signals:
     /// The user has left the tree: the tables stand for themselves again.

@@ -37,6 +37,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int idleLookMs = 50;
@@ -100,6 +102,7 @@ void WorkstationWindow::connectParts()
     connect(drops, &DropImport::dropped, this, &WorkstationWindow::importDropped);
     connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
     connect(m_liveRefresh, &LiveRefresh::refreshed, m_tree, &TreeController::onIndexChanged);
+    connect(m_edits, &EditController::refreshed, m_tree, &TreeController::refresh);
     connect(m_tree, &TreeController::left, this, [this] { showTable(QString()); });
     connect(m_tree, &TreeController::problem, m_statusPanel, &StatusPanel::setTreeProblem);
     connect(m_health, &IndexHealth::damaged, this, &WorkstationWindow::reportDamage);
@@ -203,14 +206,36 @@ void WorkstationWindow::showTable(const QString &tableName)
 {
     if (!tableName.isEmpty()) {
         m_library->onShowTable(tableName);
+        m_library->getTableInfoForm()->hide(); // it speaks of what the tree has shown
         return;
     }
+    const bool stoodAlone =
+        std::any_of(m_forms.begin(), m_forms.end(), [](const RecordForm *form) { return form->isHidden(); });
     m_library->getTableInfoForm()->hide();
     for (RecordForm *form : qAsConst(m_forms)) {
         form->show();
         form->reload(); // what came in while it was hidden
     }
     arrangeTables();
+    if (stoodAlone) {
+        rejoinTables();
+    }
+}
+
+/// While one table stood alone the tree filled it: the tables follow the chosen patient again, or nobody.
+void WorkstationWindow::rejoinTables()
+{
+    if (m_edits->hasUnsavedEdits()) {
+        return;
+    }
+    PatientForm *patients = m_library->getPatientForm();
+    NTableView *view = patients->view();
+    const QModelIndexList selected = view->selectedIndexes();
+    if (selected.isEmpty()) {
+        m_library->getStudyForm()->onSelectPatient(0);
+    } else {
+        patients->selectIndex(selected.constFirst());
+    }
 }
 
 void WorkstationWindow::selectFirst()

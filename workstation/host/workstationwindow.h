@@ -63,6 +63,7 @@ private:
     void reportDamage(const QString &detail);
     void arrangeTables();
     void sortImages();
+    void rejoinTables();
     void saveLayout() const;
     bool mayClose();
     void closeOnceIdle();
