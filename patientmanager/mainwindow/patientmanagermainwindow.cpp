@@ -60,8 +60,8 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
 PatientManagerMainWindow::~PatientManagerMainWindow()
 {
     delete directoryViewer;
-    // Never shown in a dock, and not taken by the host: it goes after the window.
-    if (patientTreeForm && !patientTreeForm->parent()) {
+    // Never shown in a dock, and not taken by the host, also not as a window: it goes after this one.
+    if (patientTreeForm && !patientTreeForm->parent() && patientTreeForm->isHidden()) {
         patientTreeForm->deleteLater();
     }
     closePrivateConnection();

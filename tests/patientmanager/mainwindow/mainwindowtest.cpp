@@ -401,6 +401,12 @@ void MainWindowTest::treeEndsWithItsWindow()
     fixture->closeWindow();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(taken);
+    const std::unique_ptr<PatientTreeForm> ownWindow(fixture->open().getPatientTreeForm());
+    ownWindow->show();
+    fixture->closeWindow();
+    const QPointer<PatientTreeForm> alive = ownWindow.get();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(alive);
 }
 
 void MainWindowTest::treeChoosesWhatTheTablesShow()
