@@ -30,6 +30,7 @@ void PatientManagerMainWindow::on_actionRefresh_triggered()
 
 void PatientManagerMainWindow::on_actionSettingField_triggered()
 {
+    forgetClosed(fieldForm);
     if (!fieldForm) {
         fieldForm = new selectHideForm(nullptr, 0);
         connect(fieldForm, &selectHideForm::updateFieldHeader, this,

@@ -1,6 +1,24 @@
 #include "instancefilter.h"
 
 #include "attributes.h"
+#include "inquirytable.h"
+
+#include <QSqlQuery>
+#include <QVariant>
+
+InstanceFilter InstanceFilter::of(const QString &inquiry)
+{
+    InstanceFilter filter;
+    QSqlQuery query;
+    query.setForwardOnly(true);
+    query.exec(InquiryTable::allOf(inquiry));
+    while (query.next()) {
+        const auto text = [&query](InquiryTable::Column column) { return query.value(column).toString(); };
+        filter.add(text(InquiryTable::GroupName), text(InquiryTable::FieldName), text(InquiryTable::Symbol),
+            text(InquiryTable::FieldValue), text(InquiryTable::Logic));
+    }
+    return filter;
+}
 
 void InstanceFilter::add(const QString &group, const QString &field, const QString &symbol,
     const QString &value, const QString &logic)

@@ -12,6 +12,8 @@
 class InstanceFilter
 {
 public:
+    /// Of a stored inquiry, read on the default connection; without conditions where that fails.
+    static InstanceFilter of(const QString &inquiry);
     /// The next row, of whatever group.
     void add(const QString &group, const QString &field, const QString &symbol, const QString &value,
         const QString &logic);

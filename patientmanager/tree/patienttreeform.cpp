@@ -4,8 +4,6 @@
 
 #include "advancedinquiryform.h"
 #include "attributes.h"
-#include "columncaptions.h"
-#include "companionwindow.h"
 #include "inquiryproblemtext.h"
 #include "inquirytable.h"
 #include "instancefilter.h"
@@ -19,25 +17,14 @@
 #include "retiredtree.h"
 #include "selecthideform.h"
 #include "treeplace.h"
+#include "treeresult.h"
+#include "waitcursor.h"
 
-#include <QApplication>
 #include <QDockWidget>
-#include <QItemSelection>
 #include <QMouseEvent>
 #include <QSet>
-#include <QSqlQuery>
 
 namespace {
-
-/// Shown while a slot reads the index.
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-};
 
 QString tableName(RecordLevel level)
 {
@@ -59,16 +46,6 @@ QString patientText(const QPatient &patient)
 {
     return QStringLiteral("patientName:") + patient.patientName() + QStringLiteral("; patientPK:")
         + QString::number(patient.getPk());
-}
-
-QStringList captionsOf(RecordLevel level, const QStringList &columns)
-{
-    const QHash<QString, QString> captions = columnCaptions(tableName(level));
-    QStringList texts;
-    for (const QString &column : columns) {
-        texts.append(captions.value(column, column));
-    }
-    return texts;
 }
 
 } // namespace
@@ -113,11 +90,6 @@ void PatientTreeForm::setGuard(const std::function<bool()> &guard)
     mayFillTables = guard;
 }
 
-bool PatientTreeForm::closeCompanions()
-{
-    return (!inquiryForm || inquiryForm->close()) && (!fieldForm || fieldForm->close());
-}
-
 QString PatientTreeForm::problemText() const
 {
     return inquiryProblemText(patients->problem());
@@ -130,7 +102,6 @@ QString PatientTreeForm::currentInquiry() const
 
 void PatientTreeForm::runInquiry()
 {
-    const WaitCursor cursor;
     auto result = std::make_unique<QPatients>(nullptr);
     result->advanceQueryByName(currentInquiry());
     showResult(std::move(result));
@@ -146,30 +117,19 @@ void PatientTreeForm::reload()
 
 void PatientTreeForm::showResult(std::unique_ptr<QPatients> result)
 {
-    const QStringList ofPatients = result->getPatientTitleList();
-    const QStringList ofStudies = result->getStudyTitleList();
-    const QStringList ofSeries = result->getSeriesTitleList();
-    const QStringList columns = ofPatients + ofStudies + ofSeries;
-    auto *tree = new QPatientTreeModel(this, columns);
-    tree->setPatients(result.get(), columns);
-    treeView->setTree(tree, ofPatients.size(),
-        captionsOf(RecordLevel::Patient, ofPatients) + captionsOf(RecordLevel::Study, ofStudies)
-            + captionsOf(RecordLevel::Series, ofSeries));
+    const TreeResult shown(result.get(), this);
+    treeView->setTree(shown.model, shown.patientColumns, shown.captions);
     if (patientTreeModel) {
         RetiredTree::retire(patientTreeModel, patients);
     }
-    patientTreeModel = tree;
+    patientTreeModel = shown.model;
     patients = result.release();
-    patients->setParent(tree); // the records go with the items that borrow them, and after them
+    patients->setParent(shown.model); // the records go with the items that borrow them, and after them
     allPatients = patients->getAllPatient();
     allStudies = patients->getAllStudy();
     allSeries = patients->getAllSeries();
-    const int studyPk = ofPatients.size();
-    const int seriesPk = studyPk + ofStudies.size();
-    for (int column = 0; column < columns.size(); ++column) {
-        treeView->setColumnHidden(column,
-            (column == studyPk && patients->isStudyPkHidden())
-                || (column == seriesPk && patients->isSeriesPkHidden()));
+    for (int column = 0; column < shown.captions.size(); ++column) {
+        treeView->setColumnHidden(column, shown.hiddenColumns.contains(column));
     }
     treeView->collapseAll();
     treeView->fitColumns();
@@ -197,7 +157,10 @@ void PatientTreeForm::tellAllPatients()
 void PatientTreeForm::on_AdvancedInquiry_clicked()
 {
     if (mayFillTables()) {
-        runInquiry();
+        {
+            const WaitCursor cursor;
+            runInquiry();
+        }
         tellAllPatients();
     }
 }
@@ -271,86 +234,20 @@ void PatientTreeForm::clickSeries(const QSeries &series)
 {
     const qlonglong key = series.getPk();
     const QString text = patientText(*series.getStudy()->getPatient());
-    emit selectInstancesFilter(instanceFilter(key));
+    emit selectInstancesFilter(InstanceFilter::of(currentInquiry()).text(key));
     emit selectSeriesPk({key}, tableName(RecordLevel::Series));
     tellTable(RecordLevel::Image, text);
-}
-
-QString PatientTreeForm::instanceFilter(qlonglong series) const
-{
-    InstanceFilter filter;
-    QSqlQuery query;
-    query.setForwardOnly(true);
-    query.exec(InquiryTable::allOf(currentInquiry()));
-    while (query.next()) {
-        const auto text = [&query](InquiryTable::Column column) { return query.value(column).toString(); };
-        filter.add(text(InquiryTable::GroupName), text(InquiryTable::FieldName), text(InquiryTable::Symbol),
-            text(InquiryTable::FieldValue), text(InquiryTable::Logic));
-    }
-    return filter.text(series);
 }
 
 void PatientTreeForm::onMutiTreeModel()
 {
     QSet<qlonglong> keys;
     QString table;
-    // Row by row: the cells of a row stand for one record.
-    const QItemSelection selection = treeView->selectionModel()->selection();
-    for (const QItemSelectionRange &range : selection) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            const QModelIndex index = patientTreeModel->index(row, range.left(), range.parent());
-            const QPatientTreeItem *item = patientTreeModel->treeItem(index);
-            if (const IndexRecord *record = item ? item->record() : nullptr) {
-                keys.insert(record->getPk());
-                table = tableName(record->level());
-            }
-        }
+    for (const IndexRecord *record : treeView->selectedRecords()) {
+        keys.insert(record->getPk());
+        table = tableName(record->level());
     }
     emit selectMutiPK(keys.values(), table);
-}
-
-void PatientTreeForm::on_AdvancedInquiryNew_clicked()
-{
-    if (!inquiryForm) {
-        inquiryForm = new AdvancedInquiryForm(nullptr, currentInquiry());
-        inquiryForm->setWindowFlag(Qt::WindowStaysOnTopHint);
-        inquiryForm->getComboBoxIdx(currentInquiry());
-        connect(inquiryForm, &AdvancedInquiryForm::setComboBox, this, &PatientTreeForm::getComboBox);
-        connect(inquiryForm, &AdvancedInquiryForm::setDeleteIdx, this, &PatientTreeForm::getDeleteIdx);
-        connect(inquiryForm, &AdvancedInquiryForm::setComboBoxIdx, this, &PatientTreeForm::getComboBoxIdx);
-    }
-    bringUp(inquiryForm);
-}
-
-void PatientTreeForm::on_AdvancedInquirySettingField_clicked()
-{
-    if (!fieldForm) {
-        fieldForm = new selectHideForm(nullptr, 1);
-        fieldForm->setWindowFlag(Qt::WindowStaysOnTopHint);
-        connect(fieldForm, &selectHideForm::updateFieldHeader, this, &PatientTreeForm::updateFieldHeader);
-        connect(fieldForm, &selectHideForm::updateFieldHeader, this, &PatientTreeForm::reload);
-    }
-    bringUp(fieldForm);
-}
-
-void PatientTreeForm::getComboBox(const QString &name)
-{
-    ui->comboBox->addItem(name);
-}
-
-void PatientTreeForm::getComboBoxIdx(const QString &name)
-{
-    const int index = ui->comboBox->findData(name, Qt::DisplayRole, Qt::MatchFixedString);
-    if (index >= 0) {
-        ui->comboBox->setCurrentIndex(index);
-    }
-}
-
-void PatientTreeForm::getDeleteIdx(const QString &name)
-{
-    // An unknown name has the index -1, at which nothing is removed.
-    ui->comboBox->removeItem(ui->comboBox->findData(name, Qt::DisplayRole, Qt::MatchFixedString));
-    on_AdvancedInquiry_clicked();
 }
 
 void PatientTreeForm::mouseDoubleClickEvent(QMouseEvent *event)

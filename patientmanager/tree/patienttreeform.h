@@ -72,7 +72,7 @@ public slots:
     void on_AdvancedInquirySettingField_clicked();
     /// An inquiry of this name is new.
     void getComboBox(const QString &name);
-    /// Makes an inquiry the chosen one, blind to case; runs nothing.
+    /// Makes an inquiry the chosen one, blind to case where none has just this name; runs nothing.
     void getComboBoxIdx(const QString &name);
     /// The inquiry of this name is gone: runs the one that is chosen then.
     void getDeleteIdx(const QString &name);
@@ -102,7 +102,6 @@ private:
     void showResult(std::unique_ptr<QPatients> patients);
     void showProblem();
     QString currentInquiry() const;
-    QString instanceFilter(qlonglong series) const;
     void tellAllPatients();
     void tellTable(RecordLevel level, const QString &text);
     void clickPatient(const QPatient &patient);

@@ -107,6 +107,22 @@ QPatientTreeItem *PatientTreeView::item(const QModelIndex &index) const
     return m_tree ? m_tree->treeItem(index) : nullptr;
 }
 
+QList<const IndexRecord *> PatientTreeView::selectedRecords() const
+{
+    QList<const IndexRecord *> records;
+    // Row by row: the cells of a row stand for one record.
+    const QItemSelection selection = selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            const QPatientTreeItem *behind = item(model()->index(row, range.left(), range.parent()));
+            if (const IndexRecord *record = behind ? behind->record() : nullptr) {
+                records.append(record);
+            }
+        }
+    }
+    return records;
+}
+
 void PatientTreeView::fitColumns()
 {
     for (int column = 0; column < header()->count(); ++column) {

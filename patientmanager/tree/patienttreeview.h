@@ -9,6 +9,7 @@
 #include <functional>
 
 class CaptionHeader;
+class IndexRecord;
 class QPatientTreeItem;
 class QPatientTreeModel;
 class RecordDelegate;
@@ -38,6 +39,8 @@ public:
     void openWhere(const std::function<bool(const QPatientTreeItem &)> &isOpen);
     /// The record's row behind an index; null for none.
     QPatientTreeItem *item(const QModelIndex &index) const;
+    /// The records of the selected rows, in the order of the selection.
+    QList<const IndexRecord *> selectedRecords() const;
     /// Gives every column the width of what is in sight; once more when the view is first shown, since little
     /// is in sight before.
     void fitColumns();
