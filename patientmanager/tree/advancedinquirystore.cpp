@@ -64,7 +64,7 @@ void AdvancedInquiryForm::getText(const QString &name)
 {
     const bool byHand = m_saveForm && sender() == m_saveForm;
     // The question fails for a name with a quote: the box knows such a one.
-    const bool isListed = ui->inquiryBox->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive) >= 0;
+    const bool isListed = exactEntry(*ui->inquiryBox, name) >= 0;
     if (isListed || InquiryTable::isTaken(name)) {
         emit sameInquiryName(tr("the name is exist"));
         return;

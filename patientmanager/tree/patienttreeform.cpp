@@ -4,6 +4,7 @@
 
 #include "advancedinquiryform.h"
 #include "attributes.h"
+#include "inquiryentry.h"
 #include "inquiryproblemtext.h"
 #include "inquirytable.h"
 #include "instancefilter.h"
@@ -25,6 +26,8 @@
 #include <QSet>
 
 namespace {
+
+constexpr int floatOffset = 40; ///< pixels
 
 QString tableName(RecordLevel level)
 {
@@ -57,7 +60,7 @@ PatientTreeForm::PatientTreeForm(QWidget *parent)
     ui->setupUi(this);
     treeView = ui->treeView;
     listInquiries();
-    runInquiry();
+    run(currentInquiry());
     setUpView();
 }
 
@@ -69,7 +72,19 @@ PatientTreeForm::~PatientTreeForm()
 
 void PatientTreeForm::listInquiries()
 {
-    ui->comboBox->addItems(InquiryTable::names());
+    const QStringList names = InquiryTable::names();
+    for (const QString &known : qAsConst(storedInquiries)) {
+        if (!names.contains(known)
+            && known != currentInquiry()) { // Query will say that the chosen one is gone
+            ui->comboBox->removeItem(exactEntry(*ui->comboBox, known));
+        }
+    }
+    for (const QString &name : names) {
+        if (!storedInquiries.contains(name) && exactEntry(*ui->comboBox, name) < 0) {
+            ui->comboBox->addItem(name);
+        }
+    }
+    storedInquiries = names;
 }
 
 void PatientTreeForm::setUpView()
@@ -100,18 +115,20 @@ QString PatientTreeForm::currentInquiry() const
     return ui->comboBox->currentText();
 }
 
-void PatientTreeForm::runInquiry()
+void PatientTreeForm::run(const QString &inquiry)
 {
+    shownInquiry = inquiry;
     auto result = std::make_unique<QPatients>(nullptr);
-    result->advanceQueryByName(currentInquiry());
+    result->advanceQueryByName(inquiry);
     showResult(std::move(result));
     showProblem();
 }
 
 void PatientTreeForm::reload()
 {
+    listInquiries();
     const TreePlace place(treeView);
-    runInquiry();
+    run(shownInquiry);
     place.restore();
 }
 
@@ -159,7 +176,7 @@ void PatientTreeForm::on_AdvancedInquiry_clicked()
     if (mayFillTables()) {
         {
             const WaitCursor cursor;
-            runInquiry();
+            run(currentInquiry());
         }
         tellAllPatients();
     }
@@ -260,4 +277,7 @@ void PatientTreeForm::mouseDoubleClickEvent(QMouseEvent *event)
     dockWidget->setTitleBarWidget(dockWidget->isFloating() ? new QWidget(dockWidget) : nullptr);
     delete old; // the dock only hides what it no longer uses
     dockWidget->setFloating(!dockWidget->isFloating());
+    if (dockWidget->isFloating()) {
+        dockWidget->move(dockWidget->pos() + QPoint(floatOffset, floatOffset)); // not just over the tables
+    }
 }

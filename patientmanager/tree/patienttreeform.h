@@ -96,9 +96,10 @@ signals:
     void inquiryProblem(QString text);
 
 private:
+    /// Reads the names again: new ones come to the end of the list, and what is chosen stays.
     void listInquiries();
     void setUpView();
-    void runInquiry();
+    void run(const QString &inquiry);
     void showResult(std::unique_ptr<QPatients> patients);
     void showProblem();
     QString currentInquiry() const;
@@ -109,6 +110,8 @@ private:
     void clickSeries(const QSeries &series);
 
     std::unique_ptr<Ui::PatientTreeForm> ui;
+    QStringList storedInquiries; ///< as they were read last
+    QString shownInquiry; ///< the one that was run last
     std::function<bool()> mayFillTables = [] { return true; };
     QPointer<QDockWidget> dockWidget;
     PatientTreeView *treeView = nullptr;

@@ -309,6 +309,14 @@ void TreeInquiryTest::theTreeFollowsTheIndex()
     QVERIFY(tree->selectionModel()->isSelected(tree->currentIndex()));
     QCOMPARE(told.count(), 0);
 
+    // Inquiries of others come and go with F5; the chosen one stays in the list.
+    frame.index.query(
+        QStringLiteral("UPDATE andvancequiry SET InquiryName = '9 PT' WHERE InquiryName = '5 MR'"));
+    frame.action("actionRefresh")->trigger();
+    const auto *names = panel->findChild<QComboBox *>();
+    QVERIFY(names->findText(QStringLiteral("9 PT")) >= 0 && names->findText(QStringLiteral("5 MR")) < 0);
+    QCOMPARE(names->currentText(), QStringLiteral("1 Today"));
+
     // What comes in while the tree is closed is there when it is opened.
     frame.action("actionPatientTree")->trigger();
     frame.addFromOutside(QStringLiteral("Late^Owl"));
