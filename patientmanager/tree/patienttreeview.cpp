@@ -18,18 +18,18 @@ constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
 constexpr int summaryMargin = 4;
 /// A selection compares each branch with every other: hundreds are quick, all branches of an index take
 /// minutes.
-constexpr int mostSelectedRows = 2000;
+constexpr int mostSelectedBranches = 500;
 
 } // namespace
 
 PatientTreeView::PatientTreeView(QWidget *parent)
     : QTreeView(parent)
     , m_captions(
-          new CaptionHeader([this](int column) { return m_widths.width(m_widthNames.value(column)); }, this))
+          new CaptionHeader([this](int column) { return m_widths.width(m_columnNames.value(column)); }, this))
 {
     m_widths.load(QStringLiteral("patienttree"));
     connect(m_captions, &CaptionHeader::widthChosen, this,
-        [this](int column, int width) { m_widths.choose(m_widthNames.value(column), width); });
+        [this](int column, int width) { m_widths.choose(m_columnNames.value(column), width); });
     setHeader(m_captions);
     setUniformRowHeights(true);
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -52,11 +52,11 @@ void PatientTreeView::nameColumns()
 {
     const QString key = m_tree->headerData(0, Qt::Horizontal).toString(); // each level begins with it
     int level = -1;
-    m_widthNames.clear();
+    m_columnNames.clear();
     for (int column = 0; column < m_tree->columnCount(); ++column) {
         const QString name = m_tree->headerData(column, Qt::Horizontal).toString();
         level += name == key ? 1 : 0;
-        m_widthNames.append(QStringLiteral("%1.%2").arg(level).arg(name));
+        m_columnNames.append(QStringLiteral("%1.%2").arg(level).arg(name));
     }
 }
 
@@ -128,6 +128,7 @@ void PatientTreeView::fitColumns()
     for (int column = 0; column < header()->count(); ++column) {
         resizeColumnToContents(column);
     }
+    updateGeometries(); // at once: whoever scrolls next needs the widths
 }
 
 void PatientTreeView::showEvent(QShowEvent *event)
@@ -153,28 +154,64 @@ QString PatientTreeView::shownText(const QModelIndex &index) const
 
 void PatientTreeView::selectAll()
 {
-    const QScrollBar *scrolled = verticalScrollBar();
-    if (scrolled->maximum() + scrolled->pageStep() <= mostSelectedRows) {
+    const int last = model() ? model()->rowCount() - 1 : -1;
+    if (!hasManyBranches(0, last)) {
         QTreeView::selectAll();
-    } else if (m_tree && selectionMode() == ContiguousSelection) {
-        // One range, however many they are.
-        selectionModel()->select(
-            {m_tree->index(0, 0), m_tree->index(m_tree->rowCount() - 1, m_tree->columnCount() - 1)},
-            QItemSelectionModel::ClearAndSelect);
+    } else if (selectionMode() == ContiguousSelection) {
+        selectPatients(0, last, QItemSelectionModel::ClearAndSelect);
     }
 }
 
 void PatientTreeView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
 {
-    const int row = rowHeight(indexAt(viewport()->rect().topLeft()));
-    if (row <= 0 || rect.height() / row <= mostSelectedRows) {
+    const QRect range = rect.normalized();
+    const int left = header()->sectionViewportPosition(0); // a place within each row
+    const QModelIndex above = indexAt({left, range.top()});
+    const QModelIndex below = indexAt({left, range.bottom()});
+    const int first = patientRow(above);
+    const int last = below.isValid() ? patientRow(below) : model()->rowCount() - 1;
+    if ((above.isValid() || below.isValid()) && hasManyBranches(first, last)) {
+        selectPatients(first, last, command);
+    } else {
         QTreeView::setSelection(rect, command);
     }
 }
 
+int PatientTreeView::patientRow(QModelIndex row)
+{
+    while (row.parent().isValid()) {
+        row = row.parent();
+    }
+    return qMax(row.row(), 0);
+}
+
+/// @param first and last rows of patients
+bool PatientTreeView::hasManyBranches(int first, int last) const
+{
+    int open = 0;
+    for (int row = first; row <= last && open <= mostSelectedBranches; ++row) {
+        const QModelIndex patient = model()->index(row, 0);
+        if (!isExpanded(patient)) {
+            continue;
+        }
+        ++open;
+        for (int child = 0; child < model()->rowCount(patient); ++child) {
+            open += isExpanded(model()->index(child, 0, patient)) ? 1 : 0;
+        }
+    }
+    return open > mostSelectedBranches;
+}
+
+/// One range, however many they are.
+void PatientTreeView::selectPatients(int first, int last, QItemSelectionModel::SelectionFlags command)
+{
+    selectionModel()->select(
+        {model()->index(first, 0), model()->index(last, model()->columnCount() - 1)}, command);
+}
+
 int PatientTreeView::sizeHintForColumn(int column) const
 {
-    const int chosen = m_widths.width(m_widthNames.value(column));
+    const int chosen = m_widths.width(m_columnNames.value(column));
     return chosen > 0
         ? chosen
         : qMin(QTreeView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());

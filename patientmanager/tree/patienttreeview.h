@@ -44,9 +44,12 @@ public:
     /// Gives every column the width of what is in sight; once more when the view is first shown, since little
     /// is in sight before.
     void fitColumns();
+    /// Level and name of each column, which together are said once.
+    const QStringList &columnNames() const { return m_columnNames; }
     /// What the cell says to people, whether or not there is room for it.
     QString shownText(const QModelIndex &index) const;
-    /// All rows in open branches; the patients alone where those are very many.
+    /// All rows in open branches; the patients alone where very many branches are open. So does every range
+    /// that the user selects.
     void selectAll() override;
 
 protected:
@@ -62,12 +65,15 @@ protected:
 private:
     void nameColumns();
     void installDelegates();
+    static int patientRow(QModelIndex row);
+    bool hasManyBranches(int first, int last) const;
+    void selectPatients(int first, int last, QItemSelectionModel::SelectionFlags command);
     void open(const QModelIndex &parent, const std::function<bool(const QPatientTreeItem &)> &isOpen);
     QRect summaryRect(const QPatientTreeItem &item, const QRect &row) const;
     bool showWholeText(const QPoint &position, const QPoint &globalPosition);
 
     ColumnWidths m_widths;
-    QStringList m_widthNames; ///< of the columns among the kept widths
+    QStringList m_columnNames;
     CaptionHeader *m_captions;
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
     QPatientTreeModel *m_tree = nullptr;

@@ -10,11 +10,13 @@
 
 TreePlace::TreePlace(PatientTreeView *view)
     : m_view(view)
-    , m_header(view->header()->saveState())
-    , m_columns(view->model()->columnCount())
+    , m_columns(view->columnNames())
     , m_vertical(view->verticalScrollBar()->value())
     , m_horizontal(view->horizontalScrollBar()->value())
 {
+    for (int place = 0; place < view->header()->count(); ++place) {
+        m_order.append(view->header()->logicalIndex(place));
+    }
     noteOpenBranches({});
     for (const QModelIndex &row : view->selectionModel()->selectedRows()) {
         m_selected.insert(recordOf(view->item(row)));
@@ -47,18 +49,36 @@ void TreePlace::noteOpenBranches(const QModelIndex &parent)
 
 void TreePlace::restore() const
 {
-    if (m_view->model()->columnCount() == m_columns) {
-        m_view->header()->restoreState(m_header); // for the order; the widths follow the new rows
-    }
+    restoreOrder();
     m_view->openWhere([this](const QPatientTreeItem &item) { return m_open.contains(recordOf(&item)); });
-    m_view->verticalScrollBar()->setValue(m_vertical);
-    restoreRows();
+    scrollBack(restoreRows());
+}
+
+/// Columns that are others now begin in the order of the model: the header keeps that of their number.
+void TreePlace::restoreOrder() const
+{
+    QHeaderView *header = m_view->header();
+    const bool areSame = m_view->columnNames() == m_columns;
+    for (int place = 0; place < header->count(); ++place) {
+        header->moveSection(header->visualIndex(areSame ? m_order.at(place) : place), place);
+    }
+}
+
+/// The widths follow the rows in sight, and how far the view can be scrolled follows the widths.
+void TreePlace::scrollBack(const QModelIndex &top) const
+{
+    if (top.isValid()) {
+        m_view->scrollTo(top, QAbstractItemView::PositionAtTop);
+    } else {
+        m_view->verticalScrollBar()->setValue(m_vertical);
+    }
     m_view->fitColumns();
     m_view->horizontalScrollBar()->setValue(m_horizontal);
 }
 
-/// Of the rows in open branches: a closed one hides what was chosen in it.
-void TreePlace::restoreRows() const
+/// Of the rows in open branches: a closed one hides what was chosen in it. @return the row that was at the
+/// top
+QModelIndex TreePlace::restoreRows() const
 {
     QItemSelection selection;
     QModelIndex current;
@@ -76,9 +96,10 @@ void TreePlace::restoreRows() const
             top = row;
         }
     }
+    // A current row that was scrolled out of sight stays there.
+    m_view->setAutoScroll(false);
     m_view->selectionModel()->setCurrentIndex(current, QItemSelectionModel::NoUpdate);
+    m_view->setAutoScroll(true);
     m_view->selectionModel()->select(selection, QItemSelectionModel::Select);
-    if (top.isValid()) {
-        m_view->scrollTo(top, QAbstractItemView::PositionAtTop);
-    }
+    return top;
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QByteArray>
 #include <QPair>
 #include <QSet>
+#include <QStringList>
+#include <QVector>
 
 class PatientTreeView;
 class QModelIndex;
@@ -25,11 +26,13 @@ private:
 
     static Record recordOf(const QPatientTreeItem *item);
     void noteOpenBranches(const QModelIndex &parent);
-    void restoreRows() const;
+    void restoreOrder() const;
+    QModelIndex restoreRows() const;
+    void scrollBack(const QModelIndex &top) const;
 
     PatientTreeView *m_view;
-    QByteArray m_header;
-    int m_columns;
+    QStringList m_columns;
+    QVector<int> m_order; ///< of the columns, from left to right
     QSet<Record> m_open;
     QSet<Record> m_selected;
     Record m_current{-1, 0};

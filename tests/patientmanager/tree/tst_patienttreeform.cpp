@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolTip>
 #include <QTreeView>
 #include <QtTest>
@@ -91,6 +92,7 @@ private slots:
     void windowsAreMadeOnce();
     void enterDoesWhatAClickDoes();
     void cutTextsAreToldWhole();
+    void reloadLeavesEverythingInItsPlace();
     void allOfVeryManyAreThePatients();
 
 private:
@@ -505,23 +507,77 @@ void PatientTreeFormTest::cutTextsAreToldWhole()
     QVERIFY(tip.contains(QLatin1String("CT, MR")) && tip.contains(description.toHtmlEscaped()));
 }
 
+void PatientTreeFormTest::reloadLeavesEverythingInItsPlace()
+{
+    for (int i = 0; i < 100; ++i) {
+        index->addPatient(QStringLiteral("P^%1").arg(i, 3, 10, QLatin1Char('0')), QString::number(10 + i));
+    }
+    open();
+    const auto scrolled = [this] {
+        return QPair<int, int>(view()->verticalScrollBar()->value(), view()->horizontalScrollBar()->value());
+    };
+    view()->expand(row({0}));
+    view()->header()->moveSection(2, 0);
+    view()->setColumnWidth(2, 300);
+    view()->setCurrentIndex(row({90}).siblingAtColumn(1));
+    view()->scrollToTop();
+    view()->horizontalScrollBar()->setValue(150);
+    form->reload();
+    QCOMPARE(scrolled(), qMakePair(0, 150));
+    QCOMPARE(view()->currentIndex(), row({90}).siblingAtColumn(1));
+    QVERIFY(view()->isExpanded(row({0})));
+    view()->verticalScrollBar()->setValue(30);
+    form->reload();
+    QCOMPARE(scrolled(), qMakePair(30, 150));
+    QCOMPARE(view()->header()->logicalIndex(0), 2);
+
+    // As many columns, but others: neither their order nor what is hidden of them is taken over.
+    index->query(QStringLiteral("UPDATE generalseriesuser SET pk = 1"));
+    form->reload();
+    QCOMPARE(view()->header()->hiddenSectionCount(), 1);
+    const int columns = view()->header()->count();
+    index->query(QStringLiteral("UPDATE patientuser SET PatientID = 0, PatientBirthTime = 1"));
+    form->reload();
+    QCOMPARE(view()->header()->count(), columns);
+    QCOMPARE(view()->header()->logicalIndex(0), 0);
+    QCOMPARE(view()->header()->hiddenSectionCount(), 1);
+}
+
 void PatientTreeFormTest::allOfVeryManyAreThePatients()
 {
     open();
     press("AdvancedInquirySeries");
     view()->selectAll();
     QCOMPARE(view()->selectionModel()->selectedRows().size(), 6);
+    const auto chosenBy = [this](Qt::Key from, Qt::Key to) {
+        QTest::keyClick(view(), from);
+        QElapsedTimer clock;
+        clock.start();
+        QTest::keyClick(view(), to, Qt::ShiftModifier);
+        return clock.elapsed() < 2000 ? view()->selectionModel()->selectedRows().size() : -1;
+    };
     const QString counting =
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 1509) ");
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 5009) ");
     index->query(
         counting + QStringLiteral("INSERT INTO patient (PatientName, PatientID) SELECT 'Z', i FROM n"));
     index->query(QStringLiteral("INSERT INTO generalstudy (patient_fk, StudyInstanceUID) "
                                 "SELECT pk, 'u' || pk FROM patient WHERE PatientName = 'Z'"));
     press("AdvancedInquiry");
+    view()->setFocus();
+    QCOMPARE(chosenBy(Qt::Key_Home, Qt::Key_End), 5002);
+    QCOMPARE(chosenBy(Qt::Key_Up, Qt::Key_Home), 5001);
     press("AdvancedInquiryStudy");
     view()->selectAll();
-    QCOMPARE(view()->selectionModel()->selectedRows().size(), 1502);
+    QCOMPARE(view()->selectionModel()->selectedRows().size(), 5002);
     QVERIFY(!view()->selectionModel()->isSelected(row({0, 0})));
+    QCOMPARE(chosenBy(Qt::Key_Down, Qt::Key_End), 5002);
+    QVERIFY(!view()->selectionModel()->isSelected(row({0, 0})));
+    QCOMPARE(chosenBy(Qt::Key_Up, Qt::Key_Home), 5002);
+    QVERIFY(chosenBy(Qt::Key_Down, Qt::Key_PageDown) > 2);
+    QVERIFY(view()->selectionModel()->isSelected(row({0, 0})));
+    view()->setCurrentIndex({});
+    QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, {view()->width() / 2, 5});
+    QCOMPARE(view()->selectionModel()->selectedRows().size(), 1);
 }
 
 PM_TEST_MAIN(PatientTreeFormTest)
