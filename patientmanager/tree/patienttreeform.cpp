@@ -156,6 +156,7 @@ void PatientTreeForm::showProblem()
 {
     const QString text = problemText();
     ui->comboBox->setToolTip(text.isEmpty() ? tr("Stored inquiry that \"Query\" runs") : text);
+    treeView->setEmptyText(text.isEmpty() ? tr("The inquiry finds nothing.") : text);
     emit inquiryProblem(text);
 }
 

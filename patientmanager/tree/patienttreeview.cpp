@@ -16,6 +16,7 @@ namespace {
 
 constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
 constexpr int summaryMargin = 4;
+constexpr int emptyMargin = 24;
 /// A selection compares each branch with every other: hundreds are quick, all branches of an index take
 /// minutes.
 constexpr int mostSelectedBranches = 500;
@@ -215,6 +216,35 @@ int PatientTreeView::sizeHintForColumn(int column) const
     return chosen > 0
         ? chosen
         : qMin(QTreeView::sizeHintForColumn(column), widestCharacters * fontMetrics().averageCharWidth());
+}
+
+void PatientTreeView::setEmptyText(const QString &text)
+{
+    m_emptyText = text;
+    viewport()->update();
+}
+
+void PatientTreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (m_tree && m_tree->rowCount() == 0) {
+        QPainter painter(viewport());
+        style()->drawItemText(&painter,
+            viewport()->rect().adjusted(emptyMargin, emptyMargin, -emptyMargin, 0),
+            Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, palette(), isEnabled(), m_emptyText,
+            QPalette::Text);
+    }
+}
+
+/// Only the first column has children for the base class: any other opens the branch here.
+void PatientTreeView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    const QPersistentModelIndex row = indexAt(event->pos()).siblingAtColumn(0);
+    const bool elsewhere = indexAt(event->pos()).column() > 0;
+    QTreeView::mouseDoubleClickEvent(event);
+    if (elsewhere && row.isValid()) {
+        setExpanded(row, !isExpanded(row));
+    }
 }
 
 void PatientTreeView::keyPressEvent(QKeyEvent *event)

@@ -46,6 +46,8 @@ public:
     void fitColumns();
     /// Level and name of each column, which together are said once.
     const QStringList &columnNames() const { return m_columnNames; }
+    /// What to say in the place of rows where there are none.
+    void setEmptyText(const QString &text);
     /// What the cell says to people, whether or not there is room for it.
     QString shownText(const QModelIndex &index) const;
     /// All rows in open branches; the patients alone where very many branches are open. So does every range
@@ -56,6 +58,8 @@ protected:
     void setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command) override;
     int sizeHintForColumn(int column) const override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void drawRow(
         QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
@@ -78,5 +82,6 @@ private:
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
     QPatientTreeModel *m_tree = nullptr;
     int m_patientColumns = 0;
+    QString m_emptyText;
     bool m_wasShown = false;
 };

@@ -406,6 +406,9 @@ void TreeInquiryTest::leavingTheTreeBringsTheTablesBack()
     auto *tree = panel->findChild<QTreeView *>();
     clickRow(tree, tree->model()->index(1, 0));
     QVERIFY(!frame.patients()->isVisible());
+    QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+        tree->visualRect(tree->model()->index(1, 1)).center());
+    QVERIFY(tree->isExpanded(tree->model()->index(1, 0)));
     toggle->trigger();
     for (const RecordForm *form : frame.window->forms()) {
         QVERIFY(form->isVisible());
