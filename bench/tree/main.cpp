@@ -1,17 +1,13 @@
 // bench_tree fill INDEX [PERCENT]: makes an index to measure on, smaller by PERCENT
 // bench_tree run INDEX ROUNDS: measures the patient tree on it
 #include "bigindex.h"
-#include "createconnection.h"
+#include "guibench.h"
 #include "measurement.h"
 #include "rawread.h"
 #include "treebench.h"
 
-#include <QApplication>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QSqlQuery>
-#include <QTemporaryDir>
-#include <QTextStream>
 
 namespace {
 
@@ -47,16 +43,10 @@ void storeInquiries()
     addCondition(TreeBench::images, "imageformat", "InstanceNumber", ">", QStringLiteral("0"), "Precise");
 }
 
-QString open(const QString &path)
-{
-    setDatabasePath(path);
-    return createConnection() ? QString() : path + QStringLiteral(": ") + connectionFailure().detail;
-}
-
 QString fill(const QStringList &arguments)
 {
     QFile::remove(arguments.at(1));
-    QString error = open(arguments.at(1));
+    QString error = GuiBench::openIndex(arguments.at(1));
     if (error.isEmpty()) {
         BigIndexSize size = whole;
         size.patients = size.patients * arguments.value(2, QStringLiteral("100")).toInt() / 100;
@@ -68,7 +58,7 @@ QString fill(const QStringList &arguments)
 
 QString measure(const QStringList &arguments)
 {
-    QString error = open(arguments.at(1));
+    QString error = GuiBench::openIndex(arguments.at(1));
     if (error.isEmpty()) {
         const int rounds = arguments.value(2).toInt();
         QJsonObject result = TreeBench(rounds).run();
@@ -86,23 +76,8 @@ QString measure(const QStringList &arguments)
 
 int main(int argc, char **argv)
 {
-    const QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    }
-    QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false"));
-    const QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments().mid(1);
-    QTextStream errors(stderr);
-    if (arguments.size() < 2) {
-        errors << "bench_tree fill INDEX [PERCENT] | run INDEX ROUNDS\n";
-        return 2;
-    }
-    const QString error = arguments.at(0) == QLatin1String("fill") ? fill(arguments) : measure(arguments);
-    if (!error.isEmpty()) {
-        errors << error << '\n';
-        return 1;
-    }
-    return 0;
+    return GuiBench::run(argc, argv, 2, "bench_tree fill INDEX [PERCENT] | run INDEX ROUNDS",
+        [](const QStringList &arguments) {
+            return arguments.at(0) == QLatin1String("fill") ? fill(arguments) : measure(arguments);
+        });
 }
