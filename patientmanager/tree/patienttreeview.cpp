@@ -7,7 +7,6 @@
 #include "recordsummary.h"
 
 #include <QHelpEvent>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
@@ -17,9 +16,6 @@ namespace {
 constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
 constexpr int summaryMargin = 4;
 constexpr int emptyMargin = 24;
-/// A selection compares each branch with every other: hundreds are quick, all branches of an index take
-/// minutes.
-constexpr int mostSelectedBranches = 500;
 
 } // namespace
 
@@ -74,54 +70,9 @@ void PatientTreeView::installDelegates()
     }
 }
 
-void PatientTreeView::openLevels(int levels)
-{
-    openWhere([levels](const QPatientTreeItem &item) {
-        return item.getPatient() ? levels > 0 : item.getStudy() && levels > 1;
-    });
-}
-
-void PatientTreeView::openWhere(const std::function<bool(const QPatientTreeItem &)> &isOpen)
-{
-    collapseAll();
-    // While a layout waits, opening a row is a mark; one layout at the end then takes them all in one pass.
-    scheduleDelayedItemsLayout();
-    open(QModelIndex(), isOpen);
-    executeDelayedItemsLayout();
-}
-
-void PatientTreeView::open(
-    const QModelIndex &parent, const std::function<bool(const QPatientTreeItem &)> &isOpen)
-{
-    const int rows = m_tree ? m_tree->rowCount(parent) : 0;
-    for (int row = 0; row < rows; ++row) {
-        const QModelIndex index = m_tree->index(row, 0, parent);
-        if (isOpen(*item(index))) {
-            expand(index);
-            open(index, isOpen);
-        }
-    }
-}
-
 QPatientTreeItem *PatientTreeView::item(const QModelIndex &index) const
 {
     return m_tree ? m_tree->treeItem(index) : nullptr;
-}
-
-QList<const IndexRecord *> PatientTreeView::selectedRecords() const
-{
-    QList<const IndexRecord *> records;
-    // Row by row: the cells of a row stand for one record.
-    const QItemSelection selection = selectionModel()->selection();
-    for (const QItemSelectionRange &range : selection) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            const QPatientTreeItem *behind = item(model()->index(row, range.left(), range.parent()));
-            if (const IndexRecord *record = behind ? behind->record() : nullptr) {
-                records.append(record);
-            }
-        }
-    }
-    return records;
 }
 
 void PatientTreeView::fitColumns()
@@ -153,63 +104,6 @@ QString PatientTreeView::shownText(const QModelIndex &index) const
         : delegate->displayText(index.data(), locale());
 }
 
-void PatientTreeView::selectAll()
-{
-    const int last = model() ? model()->rowCount() - 1 : -1;
-    if (!hasManyBranches(0, last)) {
-        QTreeView::selectAll();
-    } else if (selectionMode() == ContiguousSelection) {
-        selectPatients(0, last, QItemSelectionModel::ClearAndSelect);
-    }
-}
-
-void PatientTreeView::setSelection(const QRect &rect, QItemSelectionModel::SelectionFlags command)
-{
-    const QRect range = rect.normalized();
-    const int left = header()->sectionViewportPosition(0); // a place within each row
-    const QModelIndex above = indexAt({left, range.top()});
-    const QModelIndex below = indexAt({left, range.bottom()});
-    const int first = patientRow(above);
-    const int last = below.isValid() ? patientRow(below) : model()->rowCount() - 1;
-    if ((above.isValid() || below.isValid()) && hasManyBranches(first, last)) {
-        selectPatients(first, last, command);
-    } else {
-        QTreeView::setSelection(rect, command);
-    }
-}
-
-int PatientTreeView::patientRow(QModelIndex row)
-{
-    while (row.parent().isValid()) {
-        row = row.parent();
-    }
-    return qMax(row.row(), 0);
-}
-
-/// @param first and last rows of patients
-bool PatientTreeView::hasManyBranches(int first, int last) const
-{
-    int open = 0;
-    for (int row = first; row <= last && open <= mostSelectedBranches; ++row) {
-        const QModelIndex patient = model()->index(row, 0);
-        if (!isExpanded(patient)) {
-            continue;
-        }
-        ++open;
-        for (int child = 0; child < model()->rowCount(patient); ++child) {
-            open += isExpanded(model()->index(child, 0, patient)) ? 1 : 0;
-        }
-    }
-    return open > mostSelectedBranches;
-}
-
-/// One range, however many they are.
-void PatientTreeView::selectPatients(int first, int last, QItemSelectionModel::SelectionFlags command)
-{
-    selectionModel()->select(
-        {model()->index(first, 0), model()->index(last, model()->columnCount() - 1)}, command);
-}
-
 int PatientTreeView::sizeHintForColumn(int column) const
 {
     const int chosen = m_widths.width(m_columnNames.value(column));
@@ -234,31 +128,6 @@ void PatientTreeView::paintEvent(QPaintEvent *event)
             Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, palette(), isEnabled(), m_emptyText,
             QPalette::Text);
     }
-}
-
-/// Only the first column has children for the base class: any other opens the branch here.
-void PatientTreeView::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    const QPersistentModelIndex row = indexAt(event->pos()).siblingAtColumn(0);
-    const bool elsewhere = indexAt(event->pos()).column() > 0;
-    QTreeView::mouseDoubleClickEvent(event);
-    if (elsewhere && row.isValid()) {
-        setExpanded(row, !isExpanded(row));
-    }
-}
-
-void PatientTreeView::keyPressEvent(QKeyEvent *event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && currentIndex().isValid()) {
-        emit clicked(currentIndex());
-        return;
-    }
-    if (event->key() == Qt::Key_Left || event->key() == Qt::Key_Right) {
-        // Only from its first column does a row lead to its children and its parent.
-        selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
-    }
-    QTreeView::keyPressEvent(event);
 }
 
 /// The columns of the patients from the first one on, as far as nothing else was moved between them, within
@@ -295,12 +164,6 @@ void PatientTreeView::drawRow(
     style()->drawItemText(painter, rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette,
         isEnabled(), option.fontMetrics.elidedText(recordSummary(*record), Qt::ElideRight, rect.width()),
         isSelected ? QPalette::HighlightedText : QPalette::Text);
-}
-
-/// All that is in sight: the base class looks for every selected row, of which there may be all.
-QRegion PatientTreeView::visualRegionForSelection(const QItemSelection &) const
-{
-    return viewport()->rect();
 }
 
 bool PatientTreeView::viewportEvent(QEvent *event)
