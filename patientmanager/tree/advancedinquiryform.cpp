@@ -11,10 +11,12 @@
 #include "ui_advancedinquiryform.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QShortcut>
 #include <QStringListModel>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -90,7 +92,6 @@ void AdvancedInquiryForm::buildFieldLists()
 
 void AdvancedInquiryForm::buildKeys()
 {
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     auto *removal = new QShortcut(QKeySequence::Delete, ui->conditionView);
     removal->setContext(Qt::WidgetShortcut);
     connect(removal, &QShortcut::activated, this, &AdvancedInquiryForm::on_InquiryCancel_clicked);
@@ -253,6 +254,26 @@ bool AdvancedInquiryForm::mayDropChanges()
                tr("The conditions have changes that have not been saved. Drop them?"),
                kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
         == kivMessageBoxForm::AnswerOk;
+}
+
+bool AdvancedInquiryForm::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        // Who claims the key keeps this question from coming here.
+        m_isEscapeFree = true;
+    }
+    return QWidget::event(event);
+}
+
+/// An open list closes already when it is asked whether it claims Escape; the press then comes here.
+void AdvancedInquiryForm::keyPressEvent(QKeyEvent *event)
+{
+    const bool isFree = std::exchange(m_isEscapeFree, false);
+    if (isFree && event->matches(QKeySequence::Cancel)) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 void AdvancedInquiryForm::closeEvent(QCloseEvent *event)

@@ -73,7 +73,9 @@ public slots:
     void onTreeView(int index);
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void build();
@@ -101,4 +103,5 @@ private:
     InquiryFields *m_fields;
     QPersistentModelIndex m_shown; ///< the stored inquiry behind the conditions, in the combo box
     QPointer<InquirySaveForm> m_saveForm;
+    bool m_isEscapeFree = false; ///< neither an open list nor a cell being edited claims the next Escape
 };

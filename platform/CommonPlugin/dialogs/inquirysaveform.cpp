@@ -1,10 +1,10 @@
 #include "inquirysaveform.h"
 
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace {
@@ -46,7 +46,6 @@ void InquirySaveForm::build()
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     connect(m_name, &QLineEdit::returnPressed, this, &InquirySaveForm::accept);
     connect(m_name, &QLineEdit::textEdited, m_refusal, &QLabel::clear);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     auto *layout = new QVBoxLayout(this);
     for (QWidget *part : {static_cast<QWidget *>(label), static_cast<QWidget *>(m_name),
              static_cast<QWidget *>(m_refusal), static_cast<QWidget *>(buttons)}) {
@@ -62,6 +61,16 @@ void InquirySaveForm::accept()
         onSameInquiryName(tr("The inquiry needs a name"));
     } else {
         emit setText(name);
+    }
+}
+
+/// Escape that no menu had a use for.
+void InquirySaveForm::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Cancel)) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
     }
 }
 

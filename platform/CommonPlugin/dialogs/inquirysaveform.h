@@ -28,6 +28,9 @@ public slots:
     /// @param text why the name was refused; empty where it was accepted
     void onSameInquiryName(const QString &text);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     void build();
     void accept();

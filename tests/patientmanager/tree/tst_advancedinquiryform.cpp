@@ -164,6 +164,8 @@ private slots:
     void quotedNamesTouchNoOther_data();
     void quotedNamesTouchNoOther();
     void picksAndClosingAskForUnsavedChanges();
+    void escapeClosesTheInnermost_data();
+    void escapeClosesTheInnermost();
     void slotsNeverAsk();
     void fiveHundredConditionsAreQuick();
     void nothingIsLeftBehind();
@@ -514,6 +516,51 @@ void AdvancedInquiryFormTest::picksAndClosingAskForUnsavedChanges()
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("other"));
     editor.form->close();
     QCOMPARE(editor.questions, 5);
+    QTRY_VERIFY(!editor.form);
+}
+
+void AdvancedInquiryFormTest::escapeClosesTheInnermost_data()
+{
+    QTest::addColumn<QString>("control");
+    for (const char *name :
+        {"inquiryBox", "levelPD", "fieldsSI", "conditionView", "Save", "symbol", "value"}) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+/// An open list first, then the cell that is being edited, then the window; keys go to where the system sends
+/// them.
+void AdvancedInquiryFormTest::escapeClosesTheInnermost()
+{
+    QFETCH(QString, control);
+    Editor editor;
+    editor.store(QStringLiteral("a"), {condition(patient, sex, QStringLiteral("F"))});
+    editor.open();
+    const auto escape = [&editor] { QTest::keyPress(editor.form->windowHandle(), Qt::Key_Escape); };
+    QPointer<QWidget> widget = editor.form->findChild<QWidget *>(control);
+    if (!widget) {
+        editor.tree()->setFocus();
+        editor.tree()->setCurrentIndex(editor.cell(0, 0, control == QLatin1String("symbol") ? 2 : 3));
+        QTest::keyClick(editor.tree(), Qt::Key_F2);
+        widget = QApplication::focusWidget();
+    }
+    widget->setFocus();
+    auto *box = qobject_cast<QComboBox *>(widget.data());
+    if (box) {
+        box->showPopup();
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        escape();
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+        QVERIFY(editor.form && editor.form->isVisible());
+        editor.form->activateWindow();
+    }
+    if (widget && widget->parentWidget() == editor.tree()->viewport()) {
+        escape();
+        QTRY_VERIFY(editor.tree()->hasFocus());
+        QVERIFY(editor.form->isVisible());
+        QCOMPARE(editor.text(0, 0), QStringLiteral("PatientSex|=|F|and|Precise"));
+    }
+    escape();
     QTRY_VERIFY(!editor.form);
 }
 
