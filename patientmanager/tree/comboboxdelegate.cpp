@@ -1,7 +1,6 @@
 #include "comboboxdelegate.h"
 
 #include <QComboBox>
-#include <QKeyEvent>
 
 ComboBoxDelegate::ComboBoxDelegate(const QStringList &words, QObject *parent)
     : QStyledItemDelegate(parent)
@@ -38,18 +37,4 @@ void ComboBoxDelegate::updateEditorGeometry(
     QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &) const
 {
     editor->setGeometry(option.rect);
-}
-
-bool ComboBoxDelegate::eventFilter(QObject *watched, QEvent *event)
-{
-    auto *editor = qobject_cast<QWidget *>(watched);
-    if (editor && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-            emit commitData(editor);
-            emit closeEditor(editor, NoHint);
-            return true;
-        }
-    }
-    return QStyledItemDelegate::eventFilter(watched, event);
 }

@@ -9,8 +9,8 @@
  * Edits a cell by a combo box of fixed words.
  *
  * The editor opens on its first word, whatever is stored, and writes the word that it shows when it is
- * closed; Escape leaves the cell alone. Tab closes it and goes nowhere, since opening the next one would
- * overwrite that.
+ * closed; Escape leaves the cell alone. So a view that opens the next cell on Tab overwrites that one, too:
+ * ConditionView does not.
  */
 class PATIENTMANAGER_EXPORT ComboBoxDelegate : public QStyledItemDelegate
 {
@@ -25,9 +25,6 @@ public:
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
     void updateEditorGeometry(
         QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     const QStringList m_words;

@@ -260,7 +260,25 @@ void AdvancedInquiryFormTest::editorsOpenOnTheirFirstWord()
         QTRY_VERIFY(tree->hasFocus());
     }
     QCOMPARE(editor.text(0, 0), QStringLiteral("PatientSex|<|F|and|Precise"));
-    QVERIFY(!edit(1) && tree->hasFocus());
+    // A field cannot be edited: its value is.
+    QVERIFY(!edit(1));
+    QCOMPARE(tree->currentIndex(), editor.cell(0, 0, 3));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("M"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(tree->currentIndex(), editor.cell(0, 0, 4));
+    QVERIFY(tree->hasFocus());
+    QTest::keyClick(tree, Qt::Key_Left);
+    QTest::keyClick(tree, Qt::Key_Left);
+    QTest::keyClick(tree, Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+    QCOMPARE(editor.text(0, 0), QStringLiteral("PatientSex|=|M|and|Precise"));
+    QCOMPARE(tree->currentIndex(), editor.cell(0, 0, 2));
+    for (int step = 0; step < 3; ++step) {
+        QTest::keyClick(tree, Qt::Key_Left);
+    }
+    QCOMPARE(tree->currentIndex(), tree->model()->index(0, 0));
+    QTest::keyClick(tree, Qt::Key_Left);
+    QVERIFY(!tree->isExpanded(tree->currentIndex()));
     tree->setCurrentIndex(tree->model()->index(0, 3));
     QTest::keyClick(tree, Qt::Key_F2);
     QVERIFY(tree->hasFocus());
