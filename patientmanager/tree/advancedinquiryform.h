@@ -24,9 +24,9 @@ enum class RecordLevel : quint8;
  * on the default connection.
  *
  * A window of its own, which deletes itself when closed. What a program calls is done without a question;
- * what the user does by hand asks before it drops unsaved changes: closing, picking another inquiry, a new
- * one. After "New" no stored inquiry stands behind the conditions until they are saved under a name. Tells by
- * signals what it did; runs no inquiry. GUI thread.
+ * what the user does by hand asks before it drops unsaved changes (closing, picking another inquiry, a new
+ * one) or deletes an inquiry. After "New" no stored inquiry stands behind the conditions until they are saved
+ * under a name. Tells by signals what it did; runs no inquiry. GUI thread.
  */
 class PATIENTMANAGER_EXPORT AdvancedInquiryForm : public QWidget
 {
@@ -95,6 +95,7 @@ private:
     void updateButtons();
     void finishEditing();
     bool mayDropChanges();
+    bool mayDelete(const QString &name);
     void tellRefusal(bool byHand);
     void dropSaveForm();
 

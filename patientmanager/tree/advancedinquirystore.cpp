@@ -101,6 +101,9 @@ void AdvancedInquiryForm::on_Delete_clicked()
 {
     const bool byHand = sender() == ui->Delete;
     const QString name = ui->inquiryBox->currentText();
+    if (byHand && !mayDelete(name)) {
+        return;
+    }
     if (InquiryTable::remove(name) == Outcome::Refused) {
         tellRefusal(byHand);
         return;
@@ -109,4 +112,17 @@ void AdvancedInquiryForm::on_Delete_clicked()
     // An unknown name has the index -1, at which nothing is removed.
     ui->inquiryBox->removeItem(inquiryEntry(*ui->inquiryBox, name));
     onTreeView(ui->inquiryBox->currentIndex());
+    if (byHand) {
+        // Away from the button, which would delete the next one.
+        (ui->inquiryBox->isEnabled() ? ui->inquiryBox : static_cast<QWidget *>(ui->fieldsPD))->setFocus();
+    }
+}
+
+bool AdvancedInquiryForm::mayDelete(const QString &name)
+{
+    const QString shown = fontMetrics().elidedText(name, Qt::ElideMiddle, width() / 2);
+    return kivMessageBoxForm::question(this, tr("Delete inquiry"),
+               tr("Delete the stored inquiry \"%1\"? This cannot be undone.").arg(shown),
+               kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
+        == kivMessageBoxForm::AnswerOk;
 }

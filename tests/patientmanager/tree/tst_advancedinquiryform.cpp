@@ -396,7 +396,9 @@ void AdvancedInquiryFormTest::aLockedIndexLeavesAllAsItWas()
     QElapsedTimer clock;
     clock.start();
     editor.click("Save");
+    editor.answer = kivMessageBoxForm::AnswerOk;
     editor.click("Delete");
+    editor.answer = kivMessageBoxForm::AnswerCancel;
     QCOMPARE(editor.warnings, 2);
     editor.click("SaveAs");
     QTest::keyClicks(Editor::saveForm()->findChild<QLineEdit *>(), QStringLiteral("b"));
@@ -409,7 +411,7 @@ void AdvancedInquiryFormTest::aLockedIndexLeavesAllAsItWas()
     QCOMPARE(editor.stored(QStringLiteral("a")), before);
     QCOMPARE(editor.box()->count(), 1);
     editor.form->close();
-    QCOMPARE(editor.questions, 1); // the conditions are unsaved
+    QCOMPARE(editor.questions, 2); // of the deletion, and that the conditions are unsaved
     // Within a transaction of the host a change is a part of it.
     QVERIFY(editor.index.database().transaction());
     editor.click("Save");
@@ -467,6 +469,12 @@ void AdvancedInquiryFormTest::deletionShowsTheNextAndEndsEmpty()
     editor.open();
     QSignalSpy deleted(editor.form.data(), &AdvancedInquiryForm::setDeleteIdx);
     editor.click("Delete");
+    QCOMPARE(editor.questions, 1);
+    QVERIFY(deleted.isEmpty() && editor.stored(QStringLiteral("a")).size() == 1);
+    editor.answer = kivMessageBoxForm::AnswerOk;
+    editor.part<QPushButton>("Delete")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); // once too often
     QCOMPARE(deleted.value(0).value(0).toString(), QStringLiteral("a"));
     QVERIFY(editor.stored(QStringLiteral("a")).isEmpty());
     QCOMPARE(editor.box()->currentText(), QStringLiteral("b"));
