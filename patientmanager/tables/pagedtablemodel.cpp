@@ -8,6 +8,7 @@
 #include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QStringList>
 
 #include <algorithm>
 #include <utility>
@@ -156,7 +157,15 @@ bool PagedTableModel::select()
     bool good = false;
     {
         const ReadSnapshot snapshot(database());
-        good = QSqlTableModel::select() && readKeys();
+        QVector<qlonglong> keys;
+        const bool hasKeys = readAllKeys(&keys);
+        m_firstKeys = hasKeys ? keys.mid(0, firstRows) : QVector<qlonglong>();
+        m_selectsByKeys = hasKeys;
+        good = QSqlTableModel::select() && hasKeys;
+        m_selectsByKeys = false;
+        if (good) {
+            m_pages.open(database(), rowsOfTable(), columnName(keyColumn), std::move(keys));
+        }
     }
     endResetModel();
     return good;
@@ -182,25 +191,22 @@ QString PagedTableModel::orderByClause() const
 
 QString PagedTableModel::selectStatement() const
 {
-    const QString statement = QSqlTableModel::selectStatement();
-    return statement.isEmpty() ? statement : statement + QStringLiteral(" LIMIT %1").arg(firstRows);
+    if (!m_selectsByKeys) {
+        const QString statement = QSqlTableModel::selectStatement();
+        return statement.isEmpty() ? statement : statement + QStringLiteral(" LIMIT %1").arg(firstRows);
+    }
+    // The keys are known by now: the filter need not be asked of every row again, nor all rows be sorted.
+    QStringList keys;
+    for (const qlonglong key : m_firstKeys) {
+        keys.append(QString::number(key));
+    }
+    return QStringLiteral("%1 WHERE %2 IN (%3) %4")
+        .arg(rowsOfTable(), columnName(keyColumn), keys.join(QLatin1Char(',')), orderByClause());
 }
 
-bool PagedTableModel::readKeys()
+QString PagedTableModel::rowsOfTable() const
 {
-    QVector<qlonglong> keys;
-    const int rows = QSqlTableModel::rowCount();
-    if (rows < firstRows) {
-        for (int row = 0; row < rows; ++row) {
-            keys.append(QSqlTableModel::data(createIndex(row, keyColumn)).toLongLong());
-        }
-    } else if (!readAllKeys(&keys)) {
-        return false;
-    }
-    const QString rowsOf =
-        database().driver()->sqlStatement(QSqlDriver::SelectStatement, tableName(), record(), false);
-    m_pages.open(database(), rowsOf, columnName(keyColumn), std::move(keys));
-    return true;
+    return database().driver()->sqlStatement(QSqlDriver::SelectStatement, tableName(), record(), false);
 }
 
 /// One value for all: a million rows through the driver take ten times as long.

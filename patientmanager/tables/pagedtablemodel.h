@@ -54,13 +54,15 @@ protected:
 
 private:
     QString columnName(int column) const;
-    bool readKeys();
+    QString rowsOfTable() const;
     bool readAllKeys(QVector<qlonglong> *keys);
     bool isRowDirty(int row) const;
     bool writeEditedRows();
     void forget();
 
     mutable RecordPages m_pages;
+    QVector<qlonglong> m_firstKeys; // of the rows that the base class holds
+    bool m_selectsByKeys = false; // while select() runs the base class's statement
     std::vector<bool> m_isKey; // by column
     std::vector<bool> m_isNumber; // by column: shown at the right, digits below digits
     std::set<int> m_edited; // every row edited since the last select(), reverted ones too
