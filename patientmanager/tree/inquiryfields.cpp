@@ -1,20 +1,22 @@
 #include "inquiryfields.h"
 
+#include "columncaptions.h"
+#include "fieldlist.h"
+
 #include <QSqlQueryModel>
 #include <QSqlTableModel>
-#include <QStringListModel>
 
 InquiryFields::InquiryFields(QObject *parent)
     : QObject(parent)
 {
-    for (QStringListModel *&list : m_lists) {
-        list = new QStringListModel(this);
+    for (FieldList *&list : m_lists) {
+        list = new FieldList(this);
     }
 }
 
 QStringListModel *InquiryFields::of(RecordLevel level)
 {
-    QStringListModel *list = m_lists.at(std::size_t(level));
+    FieldList *list = m_lists.at(std::size_t(level));
     if (list->rowCount() == 0) {
         fill(level);
     }
@@ -30,7 +32,8 @@ void InquiryFields::fill(RecordLevel level)
     if (!m_table) {
         return;
     }
-    const QString configuration = QLatin1String(recordTableName(level)) + QStringLiteral("user");
+    const QString table = QLatin1String(recordTableName(level));
+    const QString configuration = table + QStringLiteral("user");
     QSqlQueryModel columns;
     columns.setQuery(QStringLiteral("SELECT * FROM ") + configuration);
     m_table->setTable(configuration);
@@ -38,5 +41,7 @@ void InquiryFields::fill(RecordLevel level)
     for (int section = 0; section <= columns.columnCount() - 2; ++section) {
         fields.append(m_table->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString());
     }
-    m_lists.at(std::size_t(level))->setStringList(fields);
+    FieldList *list = m_lists.at(std::size_t(level));
+    list->setCaptions(columnCaptions(table));
+    list->setStringList(fields);
 }

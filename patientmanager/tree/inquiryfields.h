@@ -6,12 +6,13 @@
 
 #include <array>
 
+class FieldList;
 class QSqlTableModel;
 class QStringListModel;
 
 /**
  * The fields that conditions can be about: for each level the columns of its field configuration but the
- * last.
+ * last, with their captions.
  *
  * A level is read on the default connection when it is first asked for, and again while it has no fields. The
  * patients make the table model with which the other levels are read, so they are asked for first. GUI
@@ -30,6 +31,6 @@ public:
 private:
     void fill(RecordLevel level);
 
-    std::array<QStringListModel *, 4> m_lists{}; ///< by RecordLevel
+    std::array<FieldList *, 4> m_lists{}; ///< by RecordLevel
     QSqlTableModel *m_table = nullptr;
 };
