@@ -22,6 +22,8 @@ namespace {
 
 /// Longer values are cut until the user widens the column, so that the columns behind them stay in sight.
 constexpr int widestColumn = 160;
+/// A value that is still empty needs room to be typed.
+constexpr int narrowestValue = 120;
 /// Rows around the visible ones that a column's width is taken from.
 constexpr int rowsMeasured = 100;
 
@@ -46,13 +48,23 @@ AdvancedInquiryForm::AdvancedInquiryForm(QWidget *parent, const QString &inquiry
     setAttribute(Qt::WA_DeleteOnClose);
     ui->setupUi(this);
     build();
-    ui->inquiryBox->addItems(InquiryTable::names());
+    for (const QString &name : InquiryTable::names()) {
+        addName(name);
+    }
     const int named = ui->inquiryBox->findText(inquiryName, Qt::MatchExactly | Qt::MatchCaseSensitive);
     ui->inquiryBox->setCurrentIndex(std::max(named, 0));
     onTreeView(ui->inquiryBox->currentIndex());
 }
 
 AdvancedInquiryForm::~AdvancedInquiryForm() = default;
+
+/// The list of names is as narrow as the box: tool tips show long ones whole, wrapped.
+void AdvancedInquiryForm::addName(const QString &name)
+{
+    ui->inquiryBox->addItem(name);
+    ui->inquiryBox->setItemData(
+        ui->inquiryBox->count() - 1, Qt::convertFromPlainText(name, Qt::WhiteSpaceNormal), Qt::ToolTipRole);
+}
 
 void AdvancedInquiryForm::build()
 {
@@ -189,6 +201,8 @@ void AdvancedInquiryForm::setConditionModel(ConditionModel *model)
     m_model = model;
     connect(model, &QAbstractItemModel::dataChanged, this,
         [this](const QModelIndex &cell) { fitColumn(cell.column()); });
+    connect(model, &QAbstractItemModel::rowsInserted, this, &AdvancedInquiryForm::updateButtons);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &AdvancedInquiryForm::updateButtons);
     showConditions();
 }
 
@@ -196,7 +210,8 @@ void AdvancedInquiryForm::fitColumn(int column)
 {
     QTreeView *view = ui->conditionView;
     view->resizeColumnToContents(column);
-    view->setColumnWidth(column, std::min(view->columnWidth(column), widestColumn));
+    const int narrowest = column == ConditionModel::Value ? narrowestValue : 0;
+    view->setColumnWidth(column, qBound(narrowest, view->columnWidth(column), widestColumn));
 }
 
 void AdvancedInquiryForm::showConditions()
@@ -235,6 +250,7 @@ void AdvancedInquiryForm::updateButtons()
 {
     ui->inquiryBox->setEnabled(ui->inquiryBox->count() > 0);
     ui->Save->setEnabled(m_shown.isValid());
+    ui->SaveAs->setEnabled(!m_model->isEmpty());
     ui->Delete->setEnabled(m_shown.isValid());
 }
 

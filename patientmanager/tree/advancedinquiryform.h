@@ -82,6 +82,7 @@ private:
     void buildConditionView();
     void buildFieldLists();
     void buildKeys();
+    void addName(const QString &name);
     void addSelected(QListView *list, RecordLevel level);
     void addField(QListView *list, const QModelIndex &field);
     void addFields(QListView *list, const QList<int> &rows, RecordLevel level);

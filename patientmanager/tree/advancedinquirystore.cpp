@@ -78,7 +78,7 @@ void AdvancedInquiryForm::getText(const QString &name)
     if (outcome == Outcome::Done) {
         m_model->markSaved();
     }
-    ui->inquiryBox->addItem(name);
+    addName(name);
     emit setComboBox(name);
     const int added = ui->inquiryBox->count() - 1;
     ui->inquiryBox->setCurrentIndex(added);

@@ -82,6 +82,15 @@ void ConditionModel::removeConditions(const QModelIndexList &cells)
     }
 }
 
+bool ConditionModel::isEmpty() const
+{
+    int conditions = 0;
+    for (int group = 0; group < rowCount(); ++group) {
+        conditions += rowCount(index(group, Group));
+    }
+    return conditions == 0;
+}
+
 InquiryConditions ConditionModel::conditions() const
 {
     InquiryConditions conditions;

@@ -31,6 +31,8 @@ public:
     /// Removes the condition rows among these cells; groups stay.
     void removeConditions(const QModelIndexList &cells);
 
+    /// Whether no group has a row.
+    bool isEmpty() const;
     /// Group by group, in row order, without rows that have no field.
     InquiryConditions conditions() const;
     /// Remembers the conditions as saved.

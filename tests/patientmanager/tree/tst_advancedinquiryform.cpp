@@ -1,4 +1,5 @@
 #include "advancedinquiryform.h"
+#include "configlocation.h"
 #include "indexconnection.h"
 #include "inquirycondition.h"
 #include "inquirysaveform.h"
@@ -7,6 +8,7 @@
 #include "temporaryindex.h"
 #include "testmain.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -16,6 +18,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStandardItemModel>
+#include <QTextDocument>
 #include <QTreeView>
 #include <QtTest>
 
@@ -167,6 +170,8 @@ private slots:
     void escapeClosesTheInnermost_data();
     void escapeClosesTheInnermost();
     void slotsNeverAsk();
+    void manyAndLongNamesKeepTheListSmall();
+    void fieldsAreFoundByLettersAndExplained();
     void fiveHundredConditionsAreQuick();
     void nothingIsLeftBehind();
 };
@@ -178,6 +183,7 @@ void AdvancedInquiryFormTest::composesAnInquiryByHand()
     QCOMPARE(unnamedControl(*editor.form), QString());
     QVERIFY(!editor.box()->isEnabled());
     QVERIFY(!editor.part<QPushButton>("Save")->isEnabled());
+    QVERIFY(!editor.part<QPushButton>("SaveAs")->isEnabled());
     QSignalSpy added(editor.form.data(), &AdvancedInquiryForm::setComboBox);
     QSignalSpy current(editor.form.data(), &AdvancedInquiryForm::setComboBoxIdx);
     editor.clickRow("fieldsPD", 2);
@@ -189,6 +195,7 @@ void AdvancedInquiryFormTest::composesAnInquiryByHand()
     QCOMPARE(editor.text(0, 0), QStringLiteral("PatientName|=||and|Precise"));
     QCOMPARE(editor.text(0, 1), QStringLiteral("PatientID|=||and|Precise"));
     QCOMPARE(editor.conditions(3), 2);
+    QVERIFY(editor.tree()->columnWidth(3) >= 120);
     editor.tree()->setFocus();
     editor.tree()->setCurrentIndex(editor.cell(3, 0, 3));
     QTest::keyClick(editor.tree(), Qt::Key_F2);
@@ -435,6 +442,7 @@ void AdvancedInquiryFormTest::aNameGoesToNoOtherConditions()
         QVERIFY(!Editor::saveForm());
     }
     // One that waits for its deletion is not shown again.
+    editor.clickRow("fieldsPD", 1, true);
     editor.click("SaveAs");
     Editor::saveForm()->close();
     editor.click("SaveAs");
@@ -606,6 +614,41 @@ void AdvancedInquiryFormTest::slotsNeverAsk()
     }
     form->close();
     QCOMPARE(editor.questions, 0);
+}
+
+void AdvancedInquiryFormTest::manyAndLongNamesKeepTheListSmall()
+{
+    Editor editor;
+    const QString longName = QStringLiteral("0 <b>& ") + QString(300, QLatin1Char('n'));
+    editor.store(longName, {condition(patient, sex, QString())});
+    for (int i = 0; i < 150; ++i) {
+        editor.store(QStringLiteral("name %1").arg(i), {condition(patient, sex, QString())});
+    }
+    editor.open();
+    editor.box()->showPopup();
+    const QWidget *list = QApplication::activePopupWidget();
+    QVERIFY(list);
+    QVERIFY2(list->width() <= editor.form->width(), qPrintable(QString::number(list->width())));
+    QVERIFY2(list->height() < 22 * editor.box()->view()->sizeHintForRow(0),
+        qPrintable(QString::number(list->height())));
+    editor.box()->hidePopup();
+    QTextDocument tip;
+    tip.setHtml(editor.box()->itemData(0, Qt::ToolTipRole).toString());
+    QCOMPARE(tip.toPlainText(), longName);
+}
+
+void AdvancedInquiryFormTest::fieldsAreFoundByLettersAndExplained()
+{
+    ConfigLocation::setBase(QStringLiteral(PM_SOURCE_DIR));
+    Editor editor;
+    editor.open();
+    ConfigLocation::setBase(QString());
+    editor.clickRow("fieldsPD", 1);
+    auto *list = editor.part<QListView>("fieldsPD");
+    QTest::keyClicks(list, QStringLiteral("patients"));
+    QCOMPARE(list->currentIndex().data().toString(), QStringLiteral("PatientSex"));
+    QCOMPARE(list->currentIndex().data(Qt::ToolTipRole).toString(), QStringLiteral("Sex"));
+    QCOMPARE(list->selectionModel()->selectedIndexes(), QModelIndexList{list->model()->index(1, 0)});
 }
 
 void AdvancedInquiryFormTest::fiveHundredConditionsAreQuick()
