@@ -628,7 +628,7 @@ void AdvancedInquiryFormTest::manyAndLongNamesKeepTheListSmall()
     editor.box()->showPopup();
     const QWidget *list = QApplication::activePopupWidget();
     QVERIFY(list);
-    QVERIFY2(list->width() <= editor.form->width(), qPrintable(QString::number(list->width())));
+    QVERIFY2(list->width() <= editor.box()->width(), qPrintable(QString::number(list->width())));
     QVERIFY2(list->height() < 22 * editor.box()->view()->sizeHintForRow(0),
         qPrintable(QString::number(list->height())));
     editor.box()->hidePopup();
