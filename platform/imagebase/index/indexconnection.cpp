@@ -43,8 +43,9 @@ QSqlError IndexConnection::configure(QSqlDatabase &db, int waitMs)
 void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
 {
     if (sqlite3 *native = nativeHandle(db)) {
-        sqlite3_busy_handler(
-            native, waitForLock, reinterpret_cast<void *>(static_cast<intptr_t>(milliseconds)));
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a number is all that the handler needs
+        void *wait = reinterpret_cast<void *>(static_cast<intptr_t>(milliseconds));
+        sqlite3_busy_handler(native, waitForLock, wait);
     }
 }
 

@@ -129,7 +129,7 @@ SqlCondition InquiryComparison::number(InquiryProblem::Kind *problem) const
         *problem = InquiryProblem::Kind::NotANumber;
         return {};
     }
-    const SqlCondition condition = compared(m_column, value);
+    SqlCondition condition = compared(m_column, value);
     if (m_condition.symbol == QLatin1String(InquiryWord::greater)) {
         // SQLite sorts every text behind every number.
         return {

@@ -32,7 +32,7 @@ public:
                 continue;
             }
             const int level = levelOf(condition.group);
-            const InquiryProblem problem = level < 0
+            InquiryProblem problem = level < 0
                 ? InquiryProblem{InquiryProblem::Kind::UnknownGroup, condition.field, condition.group}
                 : read(condition, std::size_t(level), row == last[std::size_t(level)]);
             if (problem) {

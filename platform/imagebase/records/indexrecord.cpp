@@ -24,7 +24,7 @@ void IndexRecord::setPk(qint64 pk)
 
 QVariant IndexRecord::known(int column) const
 {
-    const QVariant read = value(column);
+    QVariant read = value(column);
     if (read.isValid() || m_pk == 0) {
         return read;
     }
