@@ -56,7 +56,9 @@ int main(int argc, char **argv)
         window.show();
         Checks::operations(window);
     }
-    // What the window leaves to the events goes here, since this host runs none.
+    // What the window leaves to the events goes here, since this host runs none: calls first, they delete,
+    // too.
+    QCoreApplication::sendPostedEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return Checks::failures() == 0 ? 0 : 1;
 }
