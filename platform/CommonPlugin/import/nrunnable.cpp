@@ -40,14 +40,16 @@ NRunnable::~NRunnable()
         m_report.end = ImportEnd::Cancelled;
         finish();
     }
-    // Directly where this is the GUI thread: its event loop may have ended. The event must not own the
-    // notifier: an application that ends with the event still waiting would delete it under its lock on all
-    // events, and hang.
-    QMetaObject::invokeMethod(m_notifier.get(), [progress = m_progress, ran] {
-        if (progress && (!ran || progress->isHidden())) {
-            progress->deleteLater();
-        }
-    });
+    // Directly where this is the GUI thread: its event loop may have ended. By way of the application, since
+    // the notifier may go before the event. The event must not own the notifier: an application that ends
+    // with the event still waiting would delete it under its lock on all events, and hang.
+    if (QCoreApplication *application = QCoreApplication::instance()) {
+        QMetaObject::invokeMethod(application, [progress = m_progress, ran] {
+            if (progress && (!ran || progress->isHidden())) {
+                progress->deleteLater();
+            }
+        });
+    }
 }
 
 int NRunnable::loadDirectors(
