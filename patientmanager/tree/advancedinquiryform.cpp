@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QStringListModel>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <utility>

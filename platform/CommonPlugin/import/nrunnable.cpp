@@ -5,6 +5,8 @@
 #include "importrunner.h"
 #include "importsettings.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 /// Runs "try again" in the widget itself, and tells of it as the loader would have.
