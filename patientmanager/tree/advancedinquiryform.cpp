@@ -2,6 +2,7 @@
 
 #include "attributes.h"
 #include "conditionmodel.h"
+#include "inquiryentry.h"
 #include "inquiryfields.h"
 #include "inquirytable.h"
 #include "kivmessageboxform.h"
@@ -52,8 +53,7 @@ AdvancedInquiryForm::AdvancedInquiryForm(QWidget *parent, const QString &inquiry
     for (const QString &name : InquiryTable::names()) {
         addName(name);
     }
-    const int named = ui->inquiryBox->findText(inquiryName, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    ui->inquiryBox->setCurrentIndex(std::max(named, 0));
+    ui->inquiryBox->setCurrentIndex(std::max(exactEntry(*ui->inquiryBox, inquiryName), 0));
     onTreeView(ui->inquiryBox->currentIndex());
 }
 

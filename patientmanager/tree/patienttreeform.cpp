@@ -217,11 +217,12 @@ void PatientTreeForm::on_AdvancedInquirySeries_clicked()
 
 void PatientTreeForm::onTreeModel(const QModelIndex &index)
 {
-    const QPersistentModelIndex clicked(index); // a question lets time pass
-    if (index.model() != patientTreeModel || !mayFillTables()) {
-        return;
-    }
-    const QPatientTreeItem *item = patientTreeModel->treeItem(clicked);
+    const QPersistentModelIndex clicked(index);
+    // A question lets time pass: another tree may have taken the place of the one that was clicked.
+    const QPatientTreeItem *item =
+        index.model() == patientTreeModel && mayFillTables() && clicked.model() == patientTreeModel
+        ? patientTreeModel->treeItem(clicked)
+        : nullptr;
     if (!item) {
         return;
     }

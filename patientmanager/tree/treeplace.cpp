@@ -80,6 +80,10 @@ void TreePlace::scrollBack(const QModelIndex &top) const
 /// top
 QModelIndex TreePlace::restoreRows() const
 {
+    const Record none = recordOf(nullptr);
+    if (m_selected.isEmpty() && m_current == none && m_top == none) {
+        return {};
+    }
     QItemSelection selection;
     QModelIndex current;
     QModelIndex top;

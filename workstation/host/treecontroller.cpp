@@ -117,8 +117,8 @@ void TreeController::reload()
         m_isStale = true;
         return;
     }
-    if (QApplication::mouseButtons() != Qt::NoButton) {
-        m_rest.start(); // what is under the mouse stays there
+    if (QApplication::mouseButtons() != Qt::NoButton || QApplication::activeModalWidget()) {
+        m_rest.start(); // what is under the mouse, or what a question is about, stays there
         return;
     }
     QElapsedTimer cost;

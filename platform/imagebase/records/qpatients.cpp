@@ -98,7 +98,6 @@ void QPatients::readTitles()
 bool QPatients::advanceQueryByName(const QString &name)
 {
     clear();
-    readTitles();
     const QSqlDatabase db = QSqlDatabase::database();
     QSqlError error;
     const InquiryConditions conditions =

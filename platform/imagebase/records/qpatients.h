@@ -46,7 +46,7 @@ public:
     void dropLast(int patients);
 
     /// "pk" and the columns that the field configuration shows: properties of the record class. As they were
-    /// when the object was made, or last ran an inquiry.
+    /// when the object was made.
     QStringList getPatientTitleList() const { return m_patientTitles; }
     QStringList getStudyTitleList() const { return m_studyTitles; }
     QStringList getSeriesTitleList() const { return m_seriesTitles; }

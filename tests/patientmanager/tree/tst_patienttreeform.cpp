@@ -81,6 +81,7 @@ private slots:
     void startRunsTheFirstName();
     void buttonsTellAll();
     void clicksTellWhatIsBelow();
+    void guardsDecideAndTakeTheirTime();
     void doubleClickMixesLevels();
     void filterText_data();
     void filterText();
@@ -243,6 +244,24 @@ void PatientTreeFormTest::clicksTellWhatIsBelow()
             about}));
     form->onTreeModel(QModelIndex());
     QCOMPARE(log->take(), QStringList());
+}
+
+/// While the guard asks, another tree may come: a row of the old one stands for nothing any more.
+void PatientTreeFormTest::guardsDecideAndTakeTheirTime()
+{
+    open();
+    bool agrees = false;
+    form->setGuard([this, &agrees] {
+        form->reload();
+        return agrees;
+    });
+    press("AdvancedInquirySeries");
+    QCOMPARE(log->take(), QStringList());
+    agrees = true;
+    form->onTreeModel(row({0}));
+    QCOMPARE(log->take(), QStringList());
+    press("AdvancedInquiryPatient");
+    QCOMPARE(log->take().size(), 4);
 }
 
 void PatientTreeFormTest::doubleClickMixesLevels()
