@@ -2,13 +2,10 @@
 #include "configlocation.h"
 #include "createconnection.h"
 #include "hostlog.h"
-#include "startsequence.h"
-#include "treecontroller.h"
-#include "workstationwindow.h"
+#include "session.h"
 
 #include <QApplication>
 #include <QFont>
-#include <QTimer>
 
 #include <cstdio>
 
@@ -35,19 +32,10 @@ void chooseFont()
 
 int run(const CommandLine &line)
 {
-    WorkstationWindow window;
-    StartSequence sequence(line, &window);
+    WorkstationSession session(line);
     QObject::connect(
-        &sequence, &StartSequence::quitWanted, &window, [](int code) { QCoreApplication::exit(code); });
-    QObject::connect(&window, &WorkstationWindow::closed, qApp, &QCoreApplication::quit);
-    if (line.screenshot.isEmpty()) {
-        window.restoreLayout();
-    }
-    if (window.hasIndex()) {
-        window.tree()->restore();
-    }
-    window.show();
-    QTimer::singleShot(0, &sequence, &StartSequence::begin);
+        &session, &WorkstationSession::quitWanted, qApp, [](int code) { QCoreApplication::exit(code); });
+    session.start();
     return QApplication::exec();
 }
 

@@ -61,7 +61,7 @@ void RecordForm::openTable(NTableView *view)
     const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
     model->setFilter(QString::fromLatin1(m_table.startFilter).replace(QLatin1String("%1"), today));
     model->setEditStrategy(QSqlTableModel::OnManualSubmit);
-    applyColumnCaptions(model);
+    ColumnCaptions::apply(model);
     model->select();
 
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -93,8 +93,10 @@ void RecordForm::setModel(PagedTableModel *model)
     connect(model, &QAbstractItemModel::dataChanged, this, &RecordForm::noteEdits);
     connect(model, &QAbstractItemModel::headerDataChanged, this, &RecordForm::noteEdits);
     connect(model, &QAbstractItemModel::modelReset, this, &RecordForm::noteEdits);
+    connect(model, &QAbstractItemModel::modelReset, this, &RecordForm::rowsRead);
     delete old;
     noteEdits();
+    emit rowsRead();
 }
 
 void RecordForm::replaceModel()
@@ -197,6 +199,15 @@ void RecordForm::showWhere(const QString &filter)
 {
     m_model->selectWhere(filter);
     refreshView();
+}
+
+bool RecordForm::narrowTo(const QString &filter)
+{
+    const int selected = selectedKeys().size();
+    const ViewPlace place(m_view, m_model);
+    m_model->selectWhere(filter);
+    place.restore();
+    return selectedKeys().size() == selected;
 }
 
 void RecordForm::showKeys(const QList<qlonglong> &keys)

@@ -36,6 +36,10 @@ public:
     /// Reads the rows of the current filter again and keeps the selected keys, the current cell and the place
     /// on the screen. Reports nothing; does nothing while edits are unsaved or an editor is open.
     void reload();
+    /// Keys of the distinct selected rows in the order in which the view reports them.
+    QList<qlonglong> selectedKeys() const;
+    /// Adds the rows with these keys to the selection; reports nothing.
+    void selectKeys(const QSet<qlonglong> &keys);
 
 public slots:
     /// Reports the clicked row and then all selected ones.
@@ -59,6 +63,8 @@ signals:
     void selectMutiPK(QList<qlonglong> pks, QString tableName);
     /// hasUnsavedEdits() has changed.
     void editsChanged();
+    /// Rows have been read: other ones, or the same again. The view has not been laid out anew yet.
+    void rowsRead();
 
 protected:
     RecordForm(const RecordTable &table, QWidget *parent);
@@ -70,15 +76,15 @@ protected:
 
     PagedTableModel *model() const { return m_model; }
     void showWhere(const QString &filter);
+    /// The rows of another filter, with the columns as they are and what is selected among them as far as it
+    /// is still there. @return false where a selected row is gone
+    bool narrowTo(const QString &filter);
     void showKeys(const QList<qlonglong> &keys);
     void showChildrenOf(qlonglong parent);
     void readAgain();
     /// A new model without filter and captions in the place of one whose connection has failed.
     void replaceModel();
 
-    /// Keys of the distinct selected rows in the order in which the view reports them.
-    QList<qlonglong> selectedKeys() const;
-    void selectKeys(const QSet<qlonglong> &keys);
     /// Selects the row of a key, which is looked for in as many rows as the table has columns.
     void selectNearTop(qlonglong key);
 

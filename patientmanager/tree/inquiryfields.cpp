@@ -42,6 +42,6 @@ void InquiryFields::fill(RecordLevel level)
         fields.append(m_table->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString());
     }
     FieldList *list = m_lists.at(std::size_t(level));
-    list->setCaptions(columnCaptions(table));
+    list->setCaptions(ColumnCaptions::of(table));
     list->setStringList(fields);
 }

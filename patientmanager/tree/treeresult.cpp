@@ -9,7 +9,7 @@ namespace {
 
 QStringList captionsOf(RecordLevel level, const QStringList &columns)
 {
-    const QHash<QString, QString> captions = columnCaptions(QLatin1String(recordTableName(level)));
+    const QHash<QString, QString> captions = ColumnCaptions::of(QLatin1String(recordTableName(level)));
     QStringList texts;
     for (const QString &column : columns) {
         texts.append(captions.value(column, column));

@@ -68,6 +68,12 @@ void StatusPanel::setTreeProblem(const QString &text)
     update();
 }
 
+void StatusPanel::setNotice(const QString &text)
+{
+    m_notice = text;
+    update();
+}
+
 QString StatusPanel::activityText() const
 {
     return m_activity->text();
@@ -82,5 +88,6 @@ void StatusPanel::update()
 {
     const QString running = m_imports->activity();
     const QString idle = m_treeProblem.isEmpty() ? m_idleText : m_treeProblem;
-    m_activity->setText(running.isEmpty() ? idle : running);
+    const QString said = running.isEmpty() ? idle : running;
+    m_activity->setText(m_notice.isEmpty() ? said : said + QStringLiteral("   ") + m_notice);
 }

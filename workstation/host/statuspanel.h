@@ -25,6 +25,8 @@ public:
     void setIdleText(const QString &text);
     /// Why the patient tree shows nothing, said before the idle text; empty where there is nothing to say.
     void setTreeProblem(const QString &text);
+    /// What waits for that which runs now, said behind it; empty where nothing does.
+    void setNotice(const QString &text);
 
     QString activityText() const;
     QString countsText() const;
@@ -39,4 +41,5 @@ private:
     QTimer m_timer;
     QString m_idleText;
     QString m_treeProblem;
+    QString m_notice;
 };

@@ -291,6 +291,11 @@ bool WorkstationWindow::mayClose()
     return m_edits->mayDropEdits();
 }
 
+bool WorkstationWindow::mayBeReplaced()
+{
+    return m_tree->mayClose() && m_edits->mayDropEdits();
+}
+
 /// Imports stop within a second of being asked to; the window waits for them with its screen alive.
 void WorkstationWindow::closeOnceIdle()
 {

@@ -48,6 +48,9 @@ public:
     void selectFirst();
 
     void restoreLayout();
+    void saveLayout() const;
+    /// Asks what a user must be asked before another window takes this one's place; nothing may run then.
+    bool mayBeReplaced();
 
 signals:
     /// The window has closed: nothing runs and nothing is unsaved.
@@ -64,7 +67,6 @@ private:
     void arrangeTables();
     void sortImages();
     void rejoinTables();
-    void saveLayout() const;
     bool mayClose();
     void closeOnceIdle();
     void importDropped(const QStringList &paths);

@@ -1,12 +1,11 @@
 #include "fieldpage.h"
 
-#include "configlocation.h"
+#include "columncaptions.h"
 #include "kivmessageboxform.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
 #include <QSignalBlocker>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -17,13 +16,6 @@ enum ListColumn { CaptionColumn, NameColumn };
 
 constexpr int visibleRows = 18;
 constexpr int visibleCharacters = 70;
-
-/// A caption as the tables show it: kept in the local code page. The column's name where there is none.
-QString captionOf(const QSettings &captions, const QString &column)
-{
-    const QString value = captions.value(column).toString();
-    return value.isEmpty() ? column : QString::fromLocal8Bit(value.toLatin1());
-}
 
 } // namespace
 
@@ -83,11 +75,10 @@ QPushButton *FieldPage::addButton(QLayout *layout, const QString &text, const QS
 
 void FieldPage::fill(const QString &table)
 {
-    QSettings captions(ConfigLocation::grouped(QLatin1String(ConfigKey::renameIni)), QSettings::IniFormat);
-    captions.beginGroup(table);
+    const QHash<QString, QString> captions = ColumnCaptions::of(table);
     const QStringList columns = m_configuration.columns();
     for (const QString &column : columns) {
-        auto *item = new QTreeWidgetItem(m_list, {captionOf(captions, column), column});
+        auto *item = new QTreeWidgetItem(m_list, {captions.value(column, column), column});
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     }
     check(m_configuration.flags());

@@ -227,3 +227,11 @@ ConnectionFailure connectionFailure()
 {
     return state().failure;
 }
+
+void closeConnection()
+{
+    if (QSqlDatabase::contains(QLatin1String(QSqlDatabase::defaultConnection))) {
+        removeDefault();
+    }
+    state().failure = {};
+}

@@ -23,3 +23,7 @@ IMAGEBASE_EXPORT bool createConnection();
 
 /// Why the last createConnection() answered false; reason None after a success.
 IMAGEBASE_EXPORT ConnectionFailure connectionFailure();
+
+/// Closes and forgets the default connection, so that the next createConnection() opens what databasePath()
+/// names then. Nothing that uses the connection may be left: no model, no open statement. GUI thread.
+IMAGEBASE_EXPORT void closeConnection();
