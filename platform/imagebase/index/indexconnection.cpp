@@ -1,6 +1,7 @@
 #include "indexconnection.h"
 
 #include "databaseerror.h"
+#include "foundkeys.h"
 #include "nativehandle.h"
 #include "schema.h"
 #include "textfold.h"
@@ -31,6 +32,7 @@ QSqlError IndexConnection::configure(QSqlDatabase &db, int waitMs)
 {
     setLockWait(db, waitMs);
     registerTextFunctions(db);
+    registerFoundKeys(db);
     QSqlQuery query(db);
     const bool good = query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))

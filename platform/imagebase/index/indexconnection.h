@@ -25,7 +25,7 @@ public:
     QSqlDatabase database() const;
 
     /// What every connection to the index gets, clones included: foreign keys, write-ahead log, fair waiting
-    /// for a lock, the text functions. @return the database's error where it refuses
+    /// for a lock, the functions of searches. @return the database's error where it refuses
     static QSqlError configure(QSqlDatabase &db, int waitMs = lockWaitMs);
 
     /// Changes how long statements of a configured connection wait for a lock.

@@ -79,6 +79,13 @@ QString NativeStatement::text(int column) const
     return bytes ? QString(static_cast<const QChar *>(bytes), size) : QString();
 }
 
+std::string_view NativeStatement::utf8(int column) const
+{
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement, column));
+    const auto size = std::size_t(sqlite3_column_bytes(m_statement, column));
+    return bytes ? std::string_view(bytes, size) : std::string_view();
+}
+
 QVariant NativeStatement::value(int column, TextPool *pool) const
 {
     switch (sqlite3_column_type(m_statement, column)) {

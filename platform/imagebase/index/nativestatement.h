@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <string_view>
+
 class TextPool;
 struct sqlite3;
 struct sqlite3_stmt;
@@ -36,6 +38,8 @@ public:
 
     qint64 integer(int column) const;
     QString text(int column) const;
+    /// The bytes of a text, empty for NULL; they stay until the next step().
+    std::string_view utf8(int column) const;
     /// By what is stored: a text, a 64-bit integer, a double; invalid where nothing is.
     QVariant value(int column, TextPool *pool) const;
     const QSqlError &error() const { return m_error; }
