@@ -32,7 +32,8 @@ PatientForm::~PatientForm() = default;
 
 void PatientForm::reportRow(int row)
 {
-    emit selectPatient(model()->key(row));
+    m_reported = model()->key(row);
+    emit selectPatient(m_reported);
 }
 
 QList<qlonglong> PatientForm::getSelectList() const
@@ -55,7 +56,21 @@ void PatientForm::onSearchPatient(const QString &filter)
 {
     m_filter = filter;
     showWhere(filter);
+    m_reported = 0;
     emit selectPatient(0);
+}
+
+void PatientForm::showFound(const QString &filter)
+{
+    const bool isComplete = narrowTo(filter);
+    if (!selectedKeys().contains(m_reported)) {
+        ui->tableView->clearSelection();
+        m_reported = 0;
+        emit selectPatient(0);
+    }
+    if (!isComplete) {
+        emit selectPK(selectedKeys(), QLatin1String(patientTable.name));
+    }
 }
 
 void PatientForm::onPatient(const QList<qlonglong> &pks)

@@ -29,6 +29,10 @@ public slots:
     void selectIdx(qlonglong pk);
     /// Shows the patients of an SQL condition, all for an empty one, and empties the study form.
     void onSearchPatient(const QString &filter);
+    /// Shows the patients of an SQL condition, all for an empty one, as a search at each keystroke does: as
+    /// long as the chosen patient is among them the selection and the tables below stay as they are, else
+    /// they are emptied and an empty selection is reported.
+    void showFound(const QString &filter);
     void onPatient(const QList<qlonglong> &pks);
     /// Shows all patients; those that were selected stay so.
     void onShowPatient();
@@ -57,5 +61,6 @@ private:
     HttpUploadFile *m_cloud;
     int m_loginUserType = 0;
     QString m_filter;
+    qlonglong m_reported = 0; ///< the patient whose studies the form below was told to show
     QSet<qlonglong> m_preSelected;
 };
