@@ -2,7 +2,7 @@
 
 #include <zlib.h>
 
-QByteArray inflateRaw(const uchar *bytes, qint64 length)
+QByteArray inflateRaw(const uchar *bytes, qint64 length, qint64 outputLimit)
 {
     constexpr int chunk = 64 * 1024;
     z_stream stream = {};
@@ -13,7 +13,7 @@ QByteArray inflateRaw(const uchar *bytes, qint64 length)
     stream.avail_in = static_cast<uInt>(length);
     QByteArray out;
     int status = Z_OK;
-    while (status == Z_OK && out.size() < inflateOutputLimit) {
+    while (status == Z_OK && out.size() < outputLimit) {
         const int before = out.size();
         out.resize(before + chunk);
         stream.next_out = reinterpret_cast<Bytef *>(out.data() + before);

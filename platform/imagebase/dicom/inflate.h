@@ -7,5 +7,5 @@
 inline constexpr qint64 inflateInputLimit = qint64(4) * 1024 * 1024;
 inline constexpr qint64 inflateOutputLimit = qint64(8) * 1024 * 1024;
 
-/// Unpacks a raw deflate stream up to the limit or to where it is broken.
-QByteArray inflateRaw(const uchar *bytes, qint64 length);
+/// Unpacks a raw deflate stream up to a limit, or a little more, or to where it is broken.
+QByteArray inflateRaw(const uchar *bytes, qint64 length, qint64 outputLimit = inflateOutputLimit);

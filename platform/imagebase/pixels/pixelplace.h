@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QtGlobal>
+
+class FileWindow;
+
+/// Where the pixels stand in a file.
+struct PixelPlace
+{
+    enum class Kind : quint8 { None, Integer, Float, Double };
+
+    Kind kind = Kind::None;
+    qint64 offset = 0; ///< of the value
+    qint64 length = 0; ///< as declared; the file may be shorter
+    bool isEncapsulated = false;
+};
+
+/// How the elements of a data set are written.
+struct ElementEncoding
+{
+    bool isExplicit = true;
+    bool isBigEndian = false;
+};
+
+/// Walks over elements until the pixels; those before it are not read.
+/// @param taken how many bytes of the file a parser has taken that stopped behind an element's header
+PixelPlace findPixels(FileWindow &file, qint64 taken, ElementEncoding encoding);
