@@ -15,6 +15,17 @@
 
 using TransferSyntax::Packing;
 
+namespace {
+
+bool isReadable(const NativeFrame &native)
+{
+    const int bits = native.bitsAllocated;
+    return native.number != NativeFrame::Number::Integer || bits == 1 || bits == 8 || bits == 16
+        || bits == 32;
+}
+
+} // namespace
+
 struct ImageFile::Private
 {
     FileWindow window;
@@ -77,8 +88,7 @@ PixelProblem ImageFile::Private::check()
         return PixelProblem::NoPixels;
     }
     const NativeFrame native = describe();
-    if (info.rows <= 0 || info.columns <= 0 || info.samples <= 0 || info.samples > 4
-        || native.bitsAllocated <= 0) {
+    if (info.rows <= 0 || info.columns <= 0 || info.samples <= 0 || info.samples > 4 || !isReadable(native)) {
         return PixelProblem::UnsupportedFormat;
     }
     if (native.sampleCount() > maximumSamples) {

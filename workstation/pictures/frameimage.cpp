@@ -1,0 +1,97 @@
+#include "frameimage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+constexpr int greyValues = 1 << 16;
+/// Share of the pixels at either end that the automatic window leaves out.
+constexpr double leftOut = 0.005;
+
+/// The grey of the screen for each grey of a frame that occurs in it.
+std::vector<uchar> lookUp(const PixelFrame &frame, const WindowLevel &window, bool invert)
+{
+    std::vector<uchar> table(greyValues, 0);
+    const double width = std::max(window.width, 1e-9);
+    const double lowest = window.centre - width / 2;
+    for (int grey = frame.least; grey <= frame.most; ++grey) {
+        const double share = std::clamp((frame.valueOf(grey) - lowest) / width, 0.0, 1.0);
+        const auto shade = static_cast<int>(std::lround(share * 255));
+        table[std::size_t(grey)] = uchar(invert ? 255 - shade : shade);
+    }
+    if (frame.padding >= 0) {
+        table[std::size_t(frame.padding)] = 0;
+    }
+    return table;
+}
+
+QImage renderColour(const PixelFrame &frame, bool invert)
+{
+    QImage image(frame.columns, frame.rows, QImage::Format_RGB888);
+    for (int row = 0; row < frame.rows && !image.isNull(); ++row) {
+        std::memcpy(image.scanLine(row), frame.rgb.constData() + qint64(row) * frame.columns * 3,
+            std::size_t(frame.columns) * 3);
+    }
+    if (invert) {
+        image.invertPixels();
+    }
+    return image;
+}
+
+} // namespace
+
+WindowLevel FrameImage::autoWindow(const PixelFrame &frame)
+{
+    if (frame.isColour() || frame.grey.isEmpty()) {
+        return {};
+    }
+    std::vector<int> counts(greyValues, 0);
+    int total = 0;
+    for (const quint16 grey : frame.grey) {
+        if (int(grey) != frame.padding) {
+            ++counts[grey];
+            ++total;
+        }
+    }
+    const int enough = int(total * leftOut);
+    int least = frame.least;
+    int most = frame.most;
+    for (int seen = 0; least < most && (seen += counts[std::size_t(least)]) <= enough;) {
+        ++least;
+    }
+    for (int seen = 0; most > least && (seen += counts[std::size_t(most)]) <= enough;) {
+        --most;
+    }
+    if (least == most) { // a few bright pixels on nothing
+        least = frame.least;
+        most = frame.most;
+    }
+    const double low = frame.valueOf(least);
+    const double high = frame.valueOf(most);
+    return {(low + high) / 2, std::max(std::abs(high - low), std::abs(frame.slope))};
+}
+
+WindowLevel FrameImage::defaultWindow(const PixelFrame &frame)
+{
+    return frame.windows.isEmpty() ? autoWindow(frame) : frame.windows.first().window;
+}
+
+QImage FrameImage::render(const PixelFrame &frame, const WindowLevel &window, bool invert)
+{
+    if (frame.isColour()) {
+        return renderColour(frame, invert);
+    }
+    const std::vector<uchar> table = lookUp(frame, window, invert != frame.isInverted);
+    QImage image(frame.columns, frame.rows, QImage::Format_Grayscale8);
+    const quint16 *in = frame.grey.constData();
+    for (int row = 0; row < frame.rows && !image.isNull(); ++row) {
+        uchar *out = image.scanLine(row);
+        for (int column = 0; column < frame.columns; ++column) {
+            *out++ = table[*in++];
+        }
+    }
+    return image;
+}

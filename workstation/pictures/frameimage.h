@@ -1,0 +1,19 @@
+#pragma once
+
+#include "pixelframe.h"
+
+#include <QImage>
+
+/// Pictures of frames for the screen.
+namespace FrameImage {
+
+/// The window that spreads the values that matter over all greys: without the padding and without a few
+/// extreme pixels. Not valid for a colour frame.
+WindowLevel autoWindow(const PixelFrame &frame);
+/// The file's first window, else the automatic one.
+WindowLevel defaultWindow(const PixelFrame &frame);
+/// A picture of 8 bit greys or of colours, as large as the frame.
+/// @param invert black for white, on top of what the frame asks for
+QImage render(const PixelFrame &frame, const WindowLevel &window, bool invert = false);
+
+} // namespace FrameImage

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "objectkind.h"
+#include "pixelproblem.h"
+
+#include <QString>
+
+/// Words for people on what is shown, and on why something is not.
+namespace PictureText {
+
+/// A few letters for an icon.
+QString shortKind(ObjectKind kind);
+QString kind(ObjectKind kind);
+/// A sentence; of an object without pixels it says what the object is.
+QString problem(PixelProblem problem, ObjectKind kind);
+/// A date of a file as yyyy-MM-dd, or as it stands there.
+QString date(const QString &dicomDate);
+
+} // namespace PictureText
