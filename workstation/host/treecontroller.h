@@ -32,6 +32,8 @@ public:
     bool mayClose() const;
 
 public slots:
+    /// Opens or closes the dock, as the user does.
+    void setOpen(bool open);
     /// The index has changed: shows it at once where that is quick, else when the changes have come to rest.
     /// A tree that is closed catches up when it is opened.
     void onIndexChanged();
@@ -45,7 +47,6 @@ signals:
     void problem(const QString &text);
 
 private:
-    void setOpen(bool open);
     void watchDock();
     void onClosed();
     void reload();

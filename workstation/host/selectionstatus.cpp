@@ -1,0 +1,107 @@
+#include "selectionstatus.h"
+
+#include "ntableview.h"
+#include "patientmanagermainwindow.h"
+#include "patienttreeform.h"
+#include "recordform.h"
+
+#include <QItemSelectionModel>
+#include <QLocale>
+#include <QSqlTableModel>
+
+#include <utility>
+
+namespace {
+
+constexpr RecordLevel levels[]{
+    RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image};
+
+RecordLevel levelOf(const QString &table)
+{
+    for (const RecordLevel level : levels) {
+        if (table == QLatin1String(recordTableName(level))) {
+            return level;
+        }
+    }
+    return RecordLevel::Patient;
+}
+
+} // namespace
+
+QString RecordSelection::text() const
+{
+    if (isEmpty()) {
+        return {};
+    }
+    const bool one = keys.size() == 1;
+    const QString number = QLocale().toString(keys.size());
+    switch (level) {
+    case RecordLevel::Patient:
+        return (one ? SelectionStatus::tr("%1 patient") : SelectionStatus::tr("%1 patients")).arg(number);
+    case RecordLevel::Study:
+        return (one ? SelectionStatus::tr("%1 study") : SelectionStatus::tr("%1 studies")).arg(number);
+    case RecordLevel::Series:
+        return SelectionStatus::tr("%1 series").arg(number);
+    case RecordLevel::Image:
+        return (one ? SelectionStatus::tr("%1 image") : SelectionStatus::tr("%1 images")).arg(number);
+    }
+    return {};
+}
+
+SelectionStatus::SelectionStatus(
+    const PatientManagerMainWindow *library, QVector<RecordForm *> forms, QObject *parent)
+    : QObject(parent)
+    , m_library(library)
+    , m_forms(std::move(forms))
+{
+    m_change.setSingleShot(true);
+    m_change.setInterval(0);
+    connect(&m_change, &QTimer::timeout, this, &SelectionStatus::changed);
+    for (RecordForm *form : m_forms) {
+        watch(form);
+    }
+    const auto setSource = [this](bool isTree) {
+        m_isFromTree = isTree;
+        m_change.start();
+    };
+    const PatientTreeForm *tree = library->getPatientTreeForm();
+    // A click lists other records, and is the first half of the double click that picks them.
+    connect(tree, &PatientTreeForm::selectTable, this, [setSource] { setSource(false); });
+    connect(tree, &PatientTreeForm::selectMutiPK, this, [setSource] { setSource(true); });
+}
+
+/// A reset says nothing of the selection that it clears.
+void SelectionStatus::watch(RecordForm *form)
+{
+    const auto report = [this] {
+        m_isFromTree = false;
+        m_change.start();
+    };
+    connect(form, &RecordForm::selectPK, this, report);
+    connect(form, &RecordForm::selectMutiPK, this, report);
+    connect(form->view()->selectionModel(), &QItemSelectionModel::selectionChanged, &m_change,
+        qOverload<>(&QTimer::start));
+    connect(form->tableModel(), &QAbstractItemModel::modelReset, &m_change, qOverload<>(&QTimer::start));
+}
+
+bool SelectionStatus::hasSelection(int level) const
+{
+    return m_forms[level]->view()->selectionModel()->hasSelection();
+}
+
+RecordSelection SelectionStatus::current() const
+{
+    const RecordSelection latest{levelOf(m_library->selectedTable()), m_library->selectedKeys()};
+    const bool isOfImages = latest.level == RecordLevel::Image && hasSelection(int(RecordLevel::Image));
+    return m_isFromTree || isOfImages ? latest : forActions();
+}
+
+RecordSelection SelectionStatus::forActions() const
+{
+    for (int level = int(RecordLevel::Series); level >= 0; --level) {
+        if (hasSelection(level)) {
+            return {levels[level], m_forms[level]->selectedKeys()};
+        }
+    }
+    return {};
+}
