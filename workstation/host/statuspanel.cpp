@@ -19,17 +19,20 @@ StatusPanel::StatusPanel(QStatusBar *bar, const ImportCentre *imports)
     : QObject(bar)
     , m_imports(imports)
     , m_activity(new QLabel(bar))
+    , m_selection(new QLabel(bar))
     , m_counts(new QLabel(bar))
     , m_path(new QLabel(bar))
     , m_idleText(tr("Ready. Drop folders or files anywhere to import them."))
 {
     m_activity->setObjectName(QStringLiteral("statusActivity"));
+    m_selection->setObjectName(QStringLiteral("statusSelection"));
     m_counts->setObjectName(QStringLiteral("statusCounts"));
     m_path->setObjectName(QStringLiteral("statusPath"));
-    for (QLabel *label : {m_activity, m_counts, m_path}) {
+    for (QLabel *label : {m_activity, m_selection, m_counts, m_path}) {
         label->setContentsMargins(labelMargin, 0, labelMargin, 0);
     }
     bar->addWidget(m_activity, 1);
+    bar->addPermanentWidget(m_selection);
     bar->addPermanentWidget(m_counts);
     bar->addPermanentWidget(m_path);
     connect(&m_timer, &QTimer::timeout, this, &StatusPanel::update);
@@ -72,6 +75,11 @@ void StatusPanel::setNotice(const QString &text)
 {
     m_notice = text;
     update();
+}
+
+void StatusPanel::setSelection(const QString &text)
+{
+    m_selection->setText(text.isEmpty() ? text : tr("Selected: %1").arg(text));
 }
 
 QString StatusPanel::activityText() const

@@ -27,6 +27,8 @@ public:
     void setTreeProblem(const QString &text);
     /// What waits for that which runs now, said behind it; empty where nothing does.
     void setNotice(const QString &text);
+    /// What is selected, such as "3 series"; empty for nothing.
+    void setSelection(const QString &text);
 
     QString activityText() const;
     QString countsText() const;
@@ -36,6 +38,7 @@ private:
 
     const ImportCentre *const m_imports;
     QLabel *const m_activity;
+    QLabel *const m_selection;
     QLabel *const m_counts;
     QLabel *const m_path;
     QTimer m_timer;
