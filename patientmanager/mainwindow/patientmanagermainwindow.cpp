@@ -1,6 +1,5 @@
 #include "patientmanagermainwindow.h"
 
-#include "attributes.h"
 #include "createconnection.h"
 #include "directoryviewer.h"
 #include "imageformatform.h"
@@ -20,10 +19,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QUuid>
-
-#include <algorithm>
-#include <array>
-#include <utility>
 
 namespace {
 
@@ -166,7 +161,9 @@ void PatientManagerMainWindow::createTreeDock()
     dock->setAllowedAreas(Qt::AllDockWidgetAreas);
     dock->setWidget(patientTreeForm);
     patientTreeForm->setDockWidget(dock);
-    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    if (!restoreDockWidget(dock)) { // where the host has restored a layout with it
+        addDockWidget(Qt::LeftDockWidgetArea, dock);
+    }
     dock->show(); // in a visible window it would come up only later
 }
 
@@ -175,50 +172,4 @@ void PatientManagerMainWindow::showPatientManager() { }
 QDateTime PatientManagerMainWindow::getUploadTime() const
 {
     return uploadTime;
-}
-
-QList<qlonglong> PatientManagerMainWindow::selectedKeys() const
-{
-    return selectedPks;
-}
-
-QString PatientManagerMainWindow::selectedTable() const
-{
-    return currentTableName;
-}
-
-void PatientManagerMainWindow::onSelectTable(QList<qlonglong> pks, QString tableName)
-{
-    selectedPks = std::move(pks);
-    currentTableName = std::move(tableName);
-}
-
-void PatientManagerMainWindow::onMutiSelect(QList<qlonglong> pks, QString tableName)
-{
-    onSelectTable(std::move(pks), std::move(tableName));
-}
-
-// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts link this signature
-void PatientManagerMainWindow::onShowTable(QString tableName)
-{
-    const std::array<std::pair<RecordLevel, QWidget *>, 4> forms{{
-        {RecordLevel::Patient, patientForm},
-        {RecordLevel::Study, studyForm},
-        {RecordLevel::Series, seriesForm},
-        {RecordLevel::Image, imagesForm},
-    }};
-    const auto isOfTable = [&tableName](const auto &form) {
-        return tableName == QLatin1String(recordTableName(form.first));
-    };
-    if (std::none_of(forms.begin(), forms.end(), isOfTable)) {
-        return;
-    }
-    if (tableInfoForm) {
-        tableInfoForm->show();
-    }
-    for (const auto &form : forms) {
-        if (form.second) {
-            form.second->setVisible(isOfTable(form));
-        }
-    }
 }

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QMainWindow>
 #include <QPointer>
+#include <QSharedPointer>
 #include <QStringList>
 #include <QThread>
 
@@ -68,6 +69,21 @@ public:
     QList<qlonglong> selectedKeys() const;
     QString selectedTable() const;
 
+    /**
+     * The window keeps one patient object and fills it anew at each request: of a selection of patients the
+     * one at the index, of studies their patient with just these studies, of series their patient with one
+     * study that holds just these series. Otherwise it is empty, without a key.
+     * @param index must lie within the selected patients
+     */
+    QSharedPointer<QPatient> getPatient(int index);
+    /// The patient object as it was filled last; null before the first request. Hosts call these three
+    /// through the table of virtual functions: their order is part of the interface.
+    virtual QPatient *getPatient();
+    virtual QSharedPointer<QPatient> getPatientSharePointer();
+    /// Fills the patient object from the first selected key and tells it by patientChanged(), an empty one,
+    /// too.
+    virtual void updateSelectPatient();
+
     /// Offers a file, or all that lies below a folder, to each configured DICOM destination by
     /// notifySendSelectData(); walks the folder first, unless there is no destination.
     void forwordData(QString path);
@@ -114,6 +130,8 @@ private slots:
     void on_actionTest_triggered();
 
 private:
+    Q_INVOKABLE void getSelectPatientPk(); // by name for tests, and for nobody else
+    void buildPatient(int index);
     void createForms();
     void createTreeDock();
     void startReceiver();
@@ -133,6 +151,7 @@ private:
     QPointer<::tableInfoForm> tableInfoForm;
     QString currentTableName;
     QList<qlonglong> selectedPks;
+    QList<QSharedPointer<QPatient>> patients; ///< empty, or the one that is filled at each request
     QStringList loadList;
     int dataCopyType = 0;
     DataBaseSetForm *databaseSetForm = nullptr;

@@ -2,6 +2,10 @@
 
 #include "configlocation.h"
 #include "dicomfilebuilder.h"
+#include "imageformatform.h"
+#include "patientform.h"
+#include "seriesform.h"
+#include "studyform.h"
 #include "testmain.h"
 
 #include <QApplication>
@@ -105,4 +109,9 @@ QWidget *visibleWindow(const char *className)
         }
     }
     return nullptr;
+}
+
+QVector<QWidget *> recordForms(const PatientManagerMainWindow &window)
+{
+    return {window.getPatientForm(), window.getStudyForm(), window.getSeriesForm(), window.getImagesForm()};
 }

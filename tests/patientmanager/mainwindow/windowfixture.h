@@ -43,3 +43,6 @@ private:
 
 /// The visible top-level widget of a class that has no exported name; null where there is none.
 QWidget *visibleWindow(const char *className);
+
+/// The forms of a window, from the patients down.
+QVector<QWidget *> recordForms(const PatientManagerMainWindow &window);
