@@ -1,83 +1,18 @@
 #include "advancedinquiryform.h"
 #include "namedcontrols.h"
-#include "patienttreeform.h"
-#include "qpatienttreemodel.h"
 #include "selecthideform.h"
-#include "temporaryindex.h"
 #include "testmain.h"
+#include "treefixture.h"
 
-#include <QAbstractItemModelTester>
 #include <QApplication>
-#include <QComboBox>
-#include <QHeaderView>
-#include <QHelpEvent>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QToolTip>
-#include <QTreeView>
 #include <QtTest>
 
-#include <optional>
-
-namespace {
-
-const QString all = QStringLiteral("all");
-
-QString text(const QList<qlonglong> &keys)
-{
-    QStringList parts;
-    for (const qlonglong key : keys) {
-        parts.append(QString::number(key));
-    }
-    std::sort(parts.begin(), parts.end());
-    return parts.join(QLatin1Char(','));
-}
-
-/// All that a panel says, in the order in which it says it.
-class Log
-{
-public:
-    explicit Log(PatientTreeForm *form)
-    {
-        const auto keys = [this, form](auto signal, const char *name) {
-            QObject::connect(
-                form, signal, form, [this, name](const QList<qlonglong> &pks, const QString &table) {
-                    add(name, text(pks) + QLatin1Char('|') + table);
-                });
-        };
-        const auto word = [this, form](auto signal, const char *name) {
-            QObject::connect(form, signal, form, [this, name](const QString &value) { add(name, value); });
-        };
-        keys(&PatientTreeForm::selectPatientPks, "patients");
-        keys(&PatientTreeForm::selectStudyPks, "studies");
-        keys(&PatientTreeForm::selectSeriesPks, "series");
-        keys(&PatientTreeForm::selectSeriesPk, "one series");
-        keys(&PatientTreeForm::selectMutiPK, "multiple");
-        word(&PatientTreeForm::selectInstancesFilter, "filter");
-        word(&PatientTreeForm::selectTable, "table");
-        word(&PatientTreeForm::tableInfo, "info");
-        QObject::connect(form, &PatientTreeForm::deleteThumbView, form, [this] { add("thumbnails", {}); });
-    }
-    QStringList take() { return std::exchange(m_lines, {}); }
-
-private:
-    void add(const char *name, const QString &value)
-    {
-        m_lines.append(QStringLiteral("%1: %2").arg(QLatin1String(name), value));
-    }
-    QStringList m_lines;
-};
-
-} // namespace
-
-class PatientTreeFormTest : public QObject
+/// What the panel tells of, and the windows that it opens.
+class PatientTreeFormTest : public TreeFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void startRunsTheFirstName();
     void buttonsTellAll();
     void clicksTellWhatIsBelow();
@@ -86,86 +21,10 @@ private slots:
     void filterText_data();
     void filterText();
     void quoteInANameBreaksOnlyTheFilter();
-    void columnsFollowTheConfiguration();
-    void fiftyQueriesUnderAView();
     void inquiryGoneWhileShown();
     void editorDrivesTheNames();
     void windowsAreMadeOnce();
-    void enterDoesWhatAClickDoes();
-    void cutTextsAreToldWhole();
-    void reloadLeavesEverythingInItsPlace();
-    void allOfVeryManyAreThePatients();
-
-private:
-    void store(const QString &name, const QString &group, const QString &field, const QString &value,
-        const QString &logic = QStringLiteral("and"), const QString &symbol = QStringLiteral("=")) const;
-    PatientTreeForm &open();
-    QTreeView *view() const { return form->findChild<QTreeView *>(); }
-    QComboBox *names() const { return form->findChild<QComboBox *>(); }
-    void press(const char *button) const
-    {
-        QTest::mouseClick(form->findChild<QPushButton *>(QLatin1String(button)), Qt::LeftButton);
-    }
-    QModelIndex row(const QList<int> &path) const;
-
-    std::optional<TemporaryIndex> index;
-    std::unique_ptr<PatientTreeForm> form;
-    std::unique_ptr<Log> log;
-    qlonglong patient = 0;
-    qlonglong study = 0;
-    qlonglong series = 0;
 };
-
-void PatientTreeFormTest::init()
-{
-    index.emplace();
-    index->query(QStringLiteral("DELETE FROM andvancequiry"));
-    patient = index->addPatient(QStringLiteral("A^One"), QStringLiteral("1"));
-    index->addPatient(QStringLiteral("B^Two"), QStringLiteral("2"));
-    study = index->addStudy(patient, QStringLiteral("1.1"));
-    index->addStudy(patient + 1, QStringLiteral("2.1"));
-    index->addSeries(study, QStringLiteral("1.1.1"), QStringLiteral("CT"), 1);
-    index->addSeries(study, QStringLiteral("1.1.2"), QStringLiteral("MR"), 2);
-    // Keys of the levels differ, so that none passes for another.
-    index->query(QStringLiteral("UPDATE generalseries SET pk = pk + 20"));
-    series = index->query(QStringLiteral("SELECT min(pk) FROM generalseries")).toLongLong();
-    store(all, QStringLiteral("patient"), QStringLiteral("pk"), QStringLiteral("0"), QStringLiteral("and"),
-        QStringLiteral(">"));
-}
-
-void PatientTreeFormTest::cleanup()
-{
-    form.reset();
-    log.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    index.reset();
-}
-
-void PatientTreeFormTest::store(const QString &name, const QString &group, const QString &field,
-    const QString &value, const QString &logic, const QString &symbol) const
-{
-    index->query(
-        QStringLiteral("INSERT INTO andvancequiry (UserName, InquiryName, GroupName, FieldName, Symbol, "
-                       "FieldValue, Logic, QueryType) VALUES ('super', ?, ?, ?, ?, ?, ?, 'Precise')"),
-        {name, group, field, symbol, value, logic});
-}
-
-PatientTreeForm &PatientTreeFormTest::open()
-{
-    form = std::make_unique<PatientTreeForm>(nullptr);
-    log = std::make_unique<Log>(form.get());
-    form->show();
-    return *form;
-}
-
-QModelIndex PatientTreeFormTest::row(const QList<int> &path) const
-{
-    QModelIndex place;
-    for (const int step : path) {
-        place = view()->model()->index(step, 0, place);
-    }
-    return place;
-}
 
 void PatientTreeFormTest::startRunsTheFirstName()
 {
@@ -338,59 +197,6 @@ void PatientTreeFormTest::quoteInANameBreaksOnlyTheFilter()
     QCOMPARE(log->take().constFirst(), QStringLiteral("filter: series_fk='%1'").arg(series));
 }
 
-void PatientTreeFormTest::columnsFollowTheConfiguration()
-{
-    index->query(QStringLiteral("UPDATE generalseriesuser SET pk = 1"));
-    index->query(QStringLiteral("UPDATE patientuser SET PatientID = 0"));
-    open();
-    const auto columnsNamed = [this](const QString &name) {
-        QList<int> columns;
-        for (int column = 0; column < view()->model()->columnCount(); ++column) {
-            if (view()->model()->headerData(column, Qt::Horizontal).toString() == name) {
-                columns.append(column);
-            }
-        }
-        return columns;
-    };
-    const QList<int> keys = columnsNamed(QStringLiteral("pk"));
-    QCOMPARE(keys.size(), 3);
-    QCOMPARE(columnsNamed(QStringLiteral("PatientID")).size(), 0);
-    QVERIFY(!view()->isColumnHidden(keys[0]) && view()->isColumnHidden(keys[1]));
-    QVERIFY(!view()->isColumnHidden(keys[2]));
-    index->query(QStringLiteral("UPDATE generalseriesuser SET pk = 0"));
-    index->query(QStringLiteral("UPDATE patientuser SET PatientID = 1"));
-    press("AdvancedInquiry");
-    const QList<int> later = columnsNamed(QStringLiteral("pk"));
-    QCOMPARE(later[1], keys[1] + 1);
-    QCOMPARE(view()->header()->hiddenSectionCount(), 2);
-    QVERIFY(view()->isColumnHidden(later[1]) && view()->isColumnHidden(later[2]));
-}
-
-void PatientTreeFormTest::fiftyQueriesUnderAView()
-{
-    open();
-    store(QStringLiteral("CT"), QStringLiteral("generalseries"), QStringLiteral("Modality"),
-        QStringLiteral("CT"));
-    form->getComboBox(QStringLiteral("CT"));
-    QPointer<QAbstractItemModel> old;
-    for (int round = 0; round < 50; ++round) {
-        form->getComboBoxIdx(round % 2 ? all : QStringLiteral("CT"));
-        press("AdvancedInquiry");
-        QVERIFY(view()->model() != old);
-        old = view()->model();
-        new QAbstractItemModelTester(old, QAbstractItemModelTester::FailureReportingMode::Fatal, old);
-        QCOMPARE(old->rowCount(), round % 2 ? 2 : 1);
-        view()->expandAll();
-        view()->selectAll();
-        view()->setCurrentIndex(row({0, 0}));
-        if (round % 3 == 0) {
-            QCoreApplication::processEvents();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            QCOMPARE(form->findChildren<QPatientTreeModel *>().size(), 1);
-        }
-    }
-}
-
 void PatientTreeFormTest::inquiryGoneWhileShown()
 {
     open();
@@ -485,118 +291,6 @@ void PatientTreeFormTest::windowsAreMadeOnce()
     form.reset();
     QVERIFY(windows(AdvancedInquiryForm::staticMetaObject).isEmpty());
     QVERIFY(windows(selectHideForm::staticMetaObject).isEmpty());
-}
-
-void PatientTreeFormTest::enterDoesWhatAClickDoes()
-{
-    open();
-    view()->setFocus();
-    view()->setCurrentIndex(row({0}));
-    QTest::keyClick(view(), Qt::Key_Right);
-    QVERIFY(view()->isExpanded(row({0})));
-    QTest::keyClick(view(), Qt::Key_Down);
-    QCOMPARE(log->take(), QStringList());
-    QTest::keyClick(view(), Qt::Key_Return);
-    const QStringList byReturn = log->take();
-    QCOMPARE(byReturn.value(1), QStringLiteral("table: generalseries"));
-    QTest::keyClick(view(), Qt::Key_Enter, Qt::KeypadModifier);
-    QCOMPARE(log->take(), byReturn);
-    QTest::mouseClick(
-        view()->viewport(), Qt::LeftButton, Qt::NoModifier, view()->visualRect(row({0, 0})).center());
-    QCOMPARE(log->take(), byReturn);
-}
-
-void PatientTreeFormTest::cutTextsAreToldWhole()
-{
-    const QString description = QStringLiteral("<b>Skull</b> ") + QString(200, QLatin1Char('x'));
-    index->query(QStringLiteral("UPDATE generalstudy SET StudyDate = '20240229', StudyDescription = ?"),
-        {description});
-    open();
-    view()->expand(row({0}));
-    const auto tipAt = [this](const QModelIndex &place) {
-        const QPoint point = view()->visualRect(place).center();
-        QHelpEvent event(QEvent::ToolTip, point, view()->viewport()->mapToGlobal(point));
-        QToolTip::hideText();
-        QCoreApplication::sendEvent(view()->viewport(), &event);
-        return QToolTip::text();
-    };
-    QCOMPARE(tipAt(row({0})), view()->toolTip());
-    const QString tip = tipAt(row({0, 0}));
-    QVERIFY2(tip.contains(QLatin1String("2024-02-29")), qPrintable(tip));
-    QVERIFY(tip.contains(QLatin1String("CT, MR")) && tip.contains(description.toHtmlEscaped()));
-}
-
-void PatientTreeFormTest::reloadLeavesEverythingInItsPlace()
-{
-    for (int i = 0; i < 100; ++i) {
-        index->addPatient(QStringLiteral("P^%1").arg(i, 3, 10, QLatin1Char('0')), QString::number(10 + i));
-    }
-    open();
-    const auto scrolled = [this] {
-        return QPair<int, int>(view()->verticalScrollBar()->value(), view()->horizontalScrollBar()->value());
-    };
-    view()->expand(row({0}));
-    view()->header()->moveSection(2, 0);
-    view()->setColumnWidth(2, 300);
-    view()->setCurrentIndex(row({90}).siblingAtColumn(1));
-    view()->scrollToTop();
-    view()->horizontalScrollBar()->setValue(150);
-    form->reload();
-    QCOMPARE(scrolled(), qMakePair(0, 150));
-    QCOMPARE(view()->currentIndex(), row({90}).siblingAtColumn(1));
-    QVERIFY(view()->isExpanded(row({0})));
-    view()->verticalScrollBar()->setValue(30);
-    form->reload();
-    QCOMPARE(scrolled(), qMakePair(30, 150));
-    QCOMPARE(view()->header()->logicalIndex(0), 2);
-
-    // As many columns, but others: neither their order nor what is hidden of them is taken over.
-    index->query(QStringLiteral("UPDATE generalseriesuser SET pk = 1"));
-    form->reload();
-    QCOMPARE(view()->header()->hiddenSectionCount(), 1);
-    const int columns = view()->header()->count();
-    index->query(QStringLiteral("UPDATE patientuser SET PatientID = 0, PatientBirthTime = 1"));
-    form->reload();
-    QCOMPARE(view()->header()->count(), columns);
-    QCOMPARE(view()->header()->logicalIndex(0), 0);
-    QCOMPARE(view()->header()->hiddenSectionCount(), 1);
-}
-
-void PatientTreeFormTest::allOfVeryManyAreThePatients()
-{
-    open();
-    press("AdvancedInquirySeries");
-    view()->selectAll();
-    QCOMPARE(view()->selectionModel()->selectedRows().size(), 6);
-    const auto chosenBy = [this](Qt::Key from, Qt::Key to) {
-        QTest::keyClick(view(), from);
-        QElapsedTimer clock;
-        clock.start();
-        QTest::keyClick(view(), to, Qt::ShiftModifier);
-        return clock.elapsed() < 2000 ? view()->selectionModel()->selectedRows().size() : -1;
-    };
-    const QString counting =
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 5009) ");
-    index->query(
-        counting + QStringLiteral("INSERT INTO patient (PatientName, PatientID) SELECT 'Z', i FROM n"));
-    index->query(QStringLiteral("INSERT INTO generalstudy (patient_fk, StudyInstanceUID) "
-                                "SELECT pk, 'u' || pk FROM patient WHERE PatientName = 'Z'"));
-    press("AdvancedInquiry");
-    view()->setFocus();
-    QCOMPARE(chosenBy(Qt::Key_Home, Qt::Key_End), 5002);
-    QCOMPARE(chosenBy(Qt::Key_Up, Qt::Key_Home), 5001);
-    press("AdvancedInquiryStudy");
-    view()->selectAll();
-    QCOMPARE(view()->selectionModel()->selectedRows().size(), 5002);
-    QVERIFY(!view()->selectionModel()->isSelected(row({0, 0})));
-    QCOMPARE(chosenBy(Qt::Key_Down, Qt::Key_End), 5002);
-    QVERIFY(!view()->selectionModel()->isSelected(row({0, 0})));
-    QCOMPARE(chosenBy(Qt::Key_Up, Qt::Key_Home), 5002);
-    QVERIFY(chosenBy(Qt::Key_Down, Qt::Key_PageDown) > 2);
-    QVERIFY(view()->selectionModel()->isSelected(row({0, 0})));
-    view()->setCurrentIndex({});
-    QTest::mouseClick(view()->viewport(), Qt::LeftButton, {}, {view()->width() / 2, 5});
-    QCOMPARE(view()->selectionModel()->selectedRows().size(), 1);
 }
 
 PM_TEST_MAIN(PatientTreeFormTest)
