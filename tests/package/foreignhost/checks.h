@@ -15,5 +15,11 @@ void signatures();
 /// Calls the public operations that a host may call; what is missing from a header or an export does not
 /// build.
 void operations(PatientManagerMainWindow &window);
+/// The same for the dialogs, the inquiries and the imports.
+void platformOperations();
+/// Follows the selection by text signatures, down to the patient that it stands for.
+void selection(PatientManagerMainWindow &window);
+/// Drives the query panel, and hears each of its signals by its text.
+void queryPanel();
 
 } // namespace Checks

@@ -55,6 +55,9 @@ int main(int argc, char **argv)
         PatientManagerMainWindow window(nullptr);
         window.show();
         Checks::operations(window);
+        Checks::platformOperations();
+        Checks::selection(window);
+        Checks::queryPanel();
     }
     // What the window leaves to the events goes here, since this host runs none: calls first, they delete,
     // too.

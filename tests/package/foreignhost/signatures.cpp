@@ -8,6 +8,7 @@
 #include <ntableview.h>
 #include <patientform.h>
 #include <patientmanagermainwindow.h>
+#include <patientqueryform.h>
 #include <patienttreeform.h>
 #include <qdcmrecvfile.h>
 #include <selecthideform.h>
@@ -125,6 +126,26 @@ void treeSignatures()
             "getDeleteIdx(QString)"});
 }
 
+void querySignatures()
+{
+    const QMetaObject &meta = PatientQueryForm::staticMetaObject;
+    expectSignals(meta,
+        {"searchPatient(QString)", "setComboBoxIdx(int)", "loadDir(bool)", "IsChecked(bool)",
+            "compareStart()", "jointStart()", "vesselStart()", "swiStart()", "advanceInquiry(bool)",
+            "brainSegment(bool)"});
+    expectSlots(meta,
+        {"onAction(QAction*)", "onPatient(QSharedPointer<QPatient>)", "onInstancePK(qint64)",
+            "setDockWidget(QDockWidget*)", "onDeleteThumbView()", "on_search_clicked()",
+            "on_AdvanceInquiry_clicked(bool)", "on_LoadDir_clicked()", "on_btQueryMinimize_clicked()",
+            "on_btThumbnailMinimize_clicked()", "on_btApplicationMinimize_clicked()",
+            "on_dockButton_clicked()", "on_pushButton_joint_clicked(bool)", "on_pushButton_regist_clicked()",
+            "on_pushButton_swi_clicked(bool)", "on_pushButton_vessel_clicked(bool)",
+            "on_pushButton_infarction_clicked(bool)", "on_pushButton_swim_clicked()",
+            "on_pushButton_ich_clicked(bool)", "on_pushButton_clicked()", "enablePatient(bool)",
+            "enablePatientID(bool)", "enableIDCardNum(bool)", "enableInPatientNo(bool)",
+            "enableOutPatientNo(bool)", "getComboBox(QString)", "getComboBoxIdx(int)"});
+}
+
 void platformSignatures()
 {
     expectSignals(NTableView::staticMetaObject, {"fileFinished(bool)"});
@@ -146,5 +167,6 @@ void Checks::signatures()
     formSignatures();
     inquirySignatures();
     treeSignatures();
+    querySignatures();
     platformSignatures();
 }
