@@ -36,6 +36,7 @@ void ImageView::setPicture(const QImage &picture, double pixelHeight)
     m_picture = picture;
     m_pixelHeight = pixelHeight > 0 ? pixelHeight : 1;
     m_message.clear();
+    setAccessibleDescription(QString());
     update();
 }
 
@@ -43,6 +44,7 @@ void ImageView::setMessage(const QString &message)
 {
     m_picture = QImage();
     m_message = message;
+    setAccessibleDescription(message);
     update();
 }
 
