@@ -1,0 +1,189 @@
+#include "picturecontroller.h"
+
+#include "createconnection.h"
+#include "imageformatform.h"
+#include "ntableview.h"
+#include "patientform.h"
+#include "patientmanagermainwindow.h"
+#include "patienttreeform.h"
+#include "previewwindow.h"
+#include "seriesform.h"
+#include "studyform.h"
+#include "thumbnailmodel.h"
+#include "thumbnailview.h"
+
+#include <QHeaderView>
+#include <QSqlTableModel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int gatherMs = 10;
+constexpr int refreshMs = 300;
+constexpr int keyColumn = 0;
+/// How far a row is looked for: a study has far fewer series, and a list of keys may have very many.
+constexpr int mostRowsSearched = 2000;
+
+bool levelOf(const QString &table, RecordLevel &level)
+{
+    for (const RecordLevel candidate :
+        {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image}) {
+        if (table == QLatin1String(recordTableName(candidate))) {
+            level = candidate;
+            return true;
+        }
+    }
+    return false;
+}
+
+int rowOf(const QAbstractItemModel *model, qlonglong key)
+{
+    const int rows = std::min(model->rowCount(), mostRowsSearched);
+    for (int row = 0; row < rows; ++row) {
+        if (model->index(row, keyColumn).data().toLongLong() == key) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+PictureController::PictureController(PatientManagerMainWindow *library, QWidget *body, QObject *parent)
+    : QObject(parent)
+    , m_library(library)
+    , m_view(new ThumbnailView(databasePath(), body))
+{
+    QLayout *layout = body->layout() ? body->layout() : new QVBoxLayout(body);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view);
+    for (QTimer *timer : {&m_change, &m_refresh}) {
+        timer->setSingleShot(true);
+    }
+    m_change.setInterval(gatherMs);
+    m_refresh.setInterval(refreshMs);
+    connect(&m_change, &QTimer::timeout, this, &PictureController::apply);
+    connect(&m_refresh, &QTimer::timeout, m_view, &ThumbnailView::refresh);
+    connect(m_view, &ThumbnailView::seriesChosen, this, &PictureController::chooseSeries);
+    connect(m_view, &ThumbnailView::previewRequested, this, &PictureController::openPreview);
+    follow();
+}
+
+PictureController::~PictureController()
+{
+    delete m_preview;
+}
+
+void PictureController::follow()
+{
+    const auto followForm = [this](const auto &form) {
+        if (form) {
+            connect(form, &RecordForm::selectPK, this, &PictureController::onReported);
+            connect(form, &RecordForm::selectMutiPK, this, &PictureController::onReported);
+        }
+    };
+    followForm(m_library->getPatientForm());
+    followForm(m_library->getStudyForm());
+    followForm(m_library->getSeriesForm());
+    followForm(m_library->getImagesForm());
+    if (const QPointer<PatientTreeForm> tree = m_library->getPatientTreeForm()) {
+        connect(tree, &PatientTreeForm::selectMutiPK, this, &PictureController::onReported);
+        connect(tree, &PatientTreeForm::deleteThumbView, m_view, &ThumbnailView::clear);
+    }
+    connect(m_library, &PatientManagerMainWindow::patientChanged, this, &PictureController::showSelected);
+    connect(m_library, &PatientManagerMainWindow::thumbViewReflash, m_view, &ThumbnailView::refresh);
+}
+
+void PictureController::onReported(const QList<qlonglong> & /*keys*/, const QString & /*table*/)
+{
+    m_keepsPictures = m_isChoosing;
+    m_change.start();
+}
+
+void PictureController::apply()
+{
+    const QList<qlonglong> keys = m_library->selectedKeys();
+    if (keys.size() <= mostKeysForObjects) {
+        m_library->updateSelectPatient();
+    } else {
+        showSelected();
+    }
+    m_keepsPictures = false;
+}
+
+void PictureController::showSelected()
+{
+    RecordKeys selected;
+    selected.keys = m_library->selectedKeys();
+    if (m_keepsPictures || !levelOf(m_library->selectedTable(), selected.level)) {
+        return;
+    }
+    if (selected.keys.isEmpty()) {
+        m_view->clear();
+    } else {
+        m_view->show(selected);
+    }
+}
+
+void PictureController::onIndexChanged()
+{
+    if (!m_view->shown().keys.isEmpty() && !m_refresh.isActive()) {
+        m_refresh.start();
+    }
+}
+
+bool PictureController::selectRow(RecordForm *form, qlonglong key, bool report)
+{
+    const int row = rowOf(form->tableModel(), key);
+    if (row < 0) {
+        return false;
+    }
+    NTableView *view = form->view();
+    int column = 0;
+    while (column + 1 < form->tableModel()->columnCount() && view->isColumnHidden(column)) {
+        ++column;
+    }
+    const QModelIndex index = form->tableModel()->index(row, column);
+    view->setCurrentIndex(index);
+    view->selectRow(row);
+    view->scrollTo(index);
+    if (report) {
+        form->selectIndex(index);
+    }
+    return true;
+}
+
+/// As a click on the row would, and on the row of its study first where that is not the one whose series are
+/// listed.
+void PictureController::chooseSeries(qlonglong series)
+{
+    const QPointer<SeriesForm> form = m_library->getSeriesForm();
+    const int row = m_view->model()->rowOf(series);
+    if (!form || row < 0 || form->getSelectList() == QList<qlonglong>{series} || !m_mayFillTables()) {
+        return;
+    }
+    m_isChoosing = true;
+    if (rowOf(form->tableModel(), series) < 0) {
+        const qlonglong study = m_view->model()->at(row).study;
+        if (m_library->getStudyForm()) {
+            selectRow(m_library->getStudyForm(), study, false);
+        }
+        form->onSelectStudy(study);
+    }
+    selectRow(form, series, true);
+    m_isChoosing = false;
+}
+
+void PictureController::openPreview(qlonglong series)
+{
+    if (!m_preview) {
+        m_preview = new PreviewWindow;
+        m_preview->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_preview->showSeries(databasePath(), series);
+    m_preview->show();
+    m_preview->raise();
+    m_preview->activateWindow();
+}
