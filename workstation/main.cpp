@@ -2,7 +2,9 @@
 #include "configlocation.h"
 #include "createconnection.h"
 #include "hostlog.h"
+#include "previewwindow.h"
 #include "session.h"
+#include "themecontroller.h"
 
 #include <QApplication>
 #include <QFont>
@@ -39,6 +41,15 @@ int run(const CommandLine &line)
     return QApplication::exec();
 }
 
+/// The preview alone; the program ends when it is closed.
+int runPreview(const QStringList &paths)
+{
+    PreviewWindow preview;
+    preview.showFiles(paths);
+    preview.show();
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -56,6 +67,10 @@ int main(int argc, char **argv)
     installHostLog();
     const QApplication application(argc, argv);
     chooseFont();
+    const ThemeController theme;
+    if (line.previewOnly) {
+        return runPreview(line.previews);
+    }
     ConfigLocation::setBase(line.config);
     setDatabasePath(line.database);
     return run(line);

@@ -20,6 +20,10 @@ constexpr int spacerHeight = 20;
 QPushButton *makeButton(const QString &text, QWidget *parent)
 {
     auto *button = new QPushButton(text, parent);
+    // White in every theme, and so with a dark text.
+    QPalette palette = button->palette();
+    palette.setColor(QPalette::ButtonText, Qt::black);
+    button->setPalette(palette);
     button->setStyleSheet(QStringLiteral("QPushButton{background-color:rgb(255, 255, 255);}"));
     return button;
 }

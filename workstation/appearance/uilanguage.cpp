@@ -19,7 +19,10 @@ QLocale localeOf(const QString &language)
 
 } // namespace
 
-UiLanguage::UiLanguage() = default;
+UiLanguage::UiLanguage()
+{
+    Q_INIT_RESOURCE(translations_workstation); // a static library drops what nobody names
+}
 
 UiLanguage::~UiLanguage()
 {

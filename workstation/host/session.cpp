@@ -3,12 +3,14 @@
 #include "appearancesettings.h"
 #include "chosenrecords.h"
 #include "createconnection.h"
+#include "databasesetform.h"
 #include "importcentre.h"
 #include "importreporttext.h"
 #include "kivmessageboxform.h"
 #include "mainsetting.h"
 #include "settingsnotifier.h"
 #include "sharedwindows.h"
+#include "shownpatients.h"
 #include "startsequence.h"
 #include "statuspanel.h"
 #include "treecontroller.h"
@@ -115,13 +117,13 @@ void WorkstationSession::request()
 
 QString WorkstationSession::noticeText() const
 {
-    return m_wantedIndex.isEmpty() ? tr("The language changes when the import has ended.")
-                                   : tr("The other index is opened when the import has ended.");
+    return m_wantedIndex.isEmpty() ? tr("The language changes when the work that runs has ended.")
+                                   : tr("The other index is opened when the work that runs has ended.");
 }
 
 bool WorkstationSession::isBusy() const
 {
-    return m_window->imports()->isRunning();
+    return m_window->imports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
 }
 
 void WorkstationSession::tryChange()
@@ -152,7 +154,8 @@ void WorkstationSession::change()
     build();
     show();
     if (databasePath() == oldIndex) {
-        chosen.selectIn(*m_window);
+        // The rows of a search come in later.
+        m_window->shownPatients()->onceShown([chosen, window = m_window.get()] { chosen.selectIn(*window); });
     }
     emit rebuilt();
     if (failure.reason != ConnectionFailure::Reason::None) {

@@ -1,8 +1,11 @@
 #include "databasesetform.h"
 
-#include "attributes.h"
 #include "createconnection.h"
-#include "importreporttext.h"
+#include "filechooser.h"
+#include "indexcare.h"
+#include "indexfactsview.h"
+#include "mainsetting.h"
+#include "settingsnotifier.h"
 #include "sharedwindow.h"
 
 #include <QApplication>
@@ -10,39 +13,40 @@
 #include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QFileInfo>
-#include <QFormLayout>
+#include <QGroupBox>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSqlQuery>
 #include <QUrl>
+#include <QVBoxLayout>
 
 namespace {
 
-constexpr int pathCharacters = 50;
-constexpr RecordLevel levels[] = {
-    RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image};
-
-/// The index with what has not been written back into it yet.
-qint64 sizeOnDisk(const QString &path)
+QPointer<DataBaseSetForm> &onlyForm()
 {
-    return QFileInfo(path).size() + QFileInfo(path + QLatin1String("-wal")).size();
+    static QPointer<DataBaseSetForm> form;
+    return form;
 }
 
-QString recordCount(RecordLevel level)
+QGroupBox *grouped(const QString &title, QWidget *content, QWidget *parent)
 {
-    QSqlQuery query;
-    const QString sql = QStringLiteral("SELECT count(*) FROM ") + QLatin1String(recordTableName(level));
-    return query.exec(sql) && query.next() ? QLocale().toString(query.value(0).toLongLong())
-                                           : QStringLiteral("–");
+    auto *box = new QGroupBox(title, parent);
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(content);
+    return box;
 }
 
 } // namespace
 
 DataBaseSetForm *DataBaseSetForm::instance()
 {
-    return sharedWindow<DataBaseSetForm>([] { return new DataBaseSetForm; });
+    onlyForm() = sharedWindow<DataBaseSetForm>([] { return new DataBaseSetForm; });
+    return onlyForm();
+}
+
+bool DataBaseSetForm::isAnyWorkRunning()
+{
+    return onlyForm() && onlyForm()->m_care->isRunning();
 }
 
 DataBaseSetForm::DataBaseSetForm(QWidget *parent)
@@ -54,47 +58,44 @@ DataBaseSetForm::DataBaseSetForm(QWidget *parent)
 void DataBaseSetForm::build()
 {
     setWindowTitle(tr("Database"));
-    auto *lines = new QFormLayout;
-    m_path = addLine(lines, tr("File:"), QStringLiteral("path"));
-    m_path->setWordWrap(true);
-    m_path->setMinimumWidth(pathCharacters * fontMetrics().averageCharWidth());
-    m_size = addLine(lines, tr("Size:"), QStringLiteral("size"));
-    const QStringList captions{tr("Patients:"), tr("Studies:"), tr("Series:"), tr("Images:")};
-    for (int i = 0; i < captions.size(); ++i) {
-        m_counts.append(addLine(lines, captions.at(i), QLatin1String(recordTableName(levels[i]))));
-    }
-    m_failure = new QLabel(this);
-    m_failure->setObjectName(QStringLiteral("failure"));
-    m_failure->setWordWrap(true);
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *copy = buttons->addButton(tr("&Copy path"), QDialogButtonBox::ActionRole);
-    QPushButton *open = buttons->addButton(tr("&Open folder"), QDialogButtonBox::ActionRole);
-    QPushButton *closeButton = buttons->addButton(tr("Close"), QDialogButtonBox::RejectRole);
-    copy->setObjectName(QStringLiteral("copy"));
-    copy->setToolTip(tr("Copy the path of the index to the clipboard"));
-    open->setToolTip(tr("Show the folder of the index"));
-    closeButton->setDefault(true);
-    connect(copy, &QPushButton::clicked, this, [] { QApplication::clipboard()->setText(databasePath()); });
-    connect(open, &QPushButton::clicked, this,
-        [] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(databasePath()).path())); });
-    connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    m_facts = new IndexFactsView(this);
+    m_care = new IndexCare(this);
+    m_said = new QLabel(this);
+    m_said->setObjectName(QStringLiteral("said"));
+    m_said->setWordWrap(true);
+    m_said->setTextFormat(Qt::PlainText);
+    m_said->hide();
+    connect(m_care, &IndexCare::changed, m_facts, &IndexFactsView::refresh);
     auto *layout = new QVBoxLayout(this);
-    layout->addLayout(lines);
-    layout->addWidget(m_failure);
+    layout->addWidget(grouped(tr("Index"), m_facts, this));
+    layout->addWidget(grouped(tr("Care"), m_care, this));
+    layout->addWidget(m_said);
     layout->addStretch();
-    layout->addWidget(buttons);
+    layout->addWidget(buildButtons());
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 }
 
-QLabel *DataBaseSetForm::addLine(QFormLayout *lines, const QString &caption, const QString &objectName)
+QDialogButtonBox *DataBaseSetForm::buildButtons()
 {
-    auto *value = new QLabel(this);
-    value->setObjectName(objectName);
-    value->setAccessibleName(caption);
-    value->setTextFormat(Qt::PlainText);
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    lines->addRow(caption, value);
-    return value;
+    auto *buttons = new QDialogButtonBox(this);
+    const auto add = [buttons](const QString &text, const QString &name, const QString &hint) {
+        QPushButton *button = buttons->addButton(text, QDialogButtonBox::ActionRole);
+        button->setObjectName(name);
+        button->setToolTip(hint);
+        return button;
+    };
+    connect(add(tr("&Open Another…"), QStringLiteral("openAnother"),
+                tr("Work on another index, or make a new one")),
+        &QPushButton::clicked, this, &DataBaseSetForm::openAnother);
+    connect(add(tr("&Copy path"), QStringLiteral("copy"), tr("Copy the path of the index to the clipboard")),
+        &QPushButton::clicked, this, [] { QApplication::clipboard()->setText(databasePath()); });
+    connect(add(tr("Open &folder"), QStringLiteral("folder"), tr("Show the folder of the index")),
+        &QPushButton::clicked, this,
+        [] { QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(databasePath()).path())); });
+    QPushButton *closeButton = buttons->addButton(tr("Close"), QDialogButtonBox::RejectRole);
+    closeButton->setDefault(true);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
+    return buttons;
 }
 
 void DataBaseSetForm::showEvent(QShowEvent *event)
@@ -105,13 +106,28 @@ void DataBaseSetForm::showEvent(QShowEvent *event)
 
 void DataBaseSetForm::refresh()
 {
-    const QString path = databasePath();
-    m_path->setText(path);
-    m_size->setText(QLocale().formattedDataSize(sizeOnDisk(path)));
-    m_failure->setText(connectionFailureText(connectionFailure()));
-    m_failure->setVisible(!m_failure->text().isEmpty());
-    const bool open = QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), false).isOpen();
-    for (int i = 0; i < m_counts.size(); ++i) {
-        m_counts.at(i)->setText(open ? recordCount(levels[i]) : QStringLiteral("–"));
+    m_facts->refresh();
+}
+
+void DataBaseSetForm::openAnother()
+{
+    const QString path = FileChooser::toOpenOrMake(
+        this, {tr("Open Index"), databasePath(), tr("Indexes (*.db);;All files (*)")});
+    if (path.isEmpty() || QFileInfo(path) == QFileInfo(databasePath())) {
+        return;
     }
+    SettingsNotifier *notifier = SettingsNotifier::instance();
+    if (notifier->canOpenIndex()) {
+        emit notifier->indexRequested(path);
+        return;
+    }
+    const MainSetting setting = MainSetting::databasePath();
+    say(setting.write(path) ? tr("The program works on %1 from its next start.").arg(path)
+                            : tr("This file cannot be written: %1").arg(setting.file()));
+}
+
+void DataBaseSetForm::say(const QString &text)
+{
+    m_said->setText(text);
+    m_said->setVisible(!text.isEmpty());
 }

@@ -4,13 +4,17 @@
 
 #include <QWidget>
 
-class QFormLayout;
+class IndexCare;
+class IndexFactsView;
+class QDialogButtonBox;
 class QLabel;
 
 /**
- * Says where the index lies, how large it is and what it holds. Changes nothing.
+ * The index: where it lies, what it holds, its care (check, compact, back up), and the way to another one.
  *
- * One window for the process; it reads anew whenever it is shown. GUI thread, default connection.
+ * One window for the process; it reads anew whenever it is shown. What it does in the background goes on
+ * while it is closed and ends with it. Another index is asked of the host by SettingsNotifier; where nobody
+ * answers, main.ini keeps it for the next start. GUI thread.
  */
 class COMMONPLUGIN_EXPORT DataBaseSetForm : public QWidget
 {
@@ -18,9 +22,13 @@ class COMMONPLUGIN_EXPORT DataBaseSetForm : public QWidget
 
 public:
     static DataBaseSetForm *instance();
+    /// Whether a check, a compaction or a backup runs.
+    static bool isAnyWorkRunning();
 
 public slots:
     void refresh();
+    /// Asks for the file of another index.
+    void openAnother();
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -28,10 +36,10 @@ protected:
 private:
     explicit DataBaseSetForm(QWidget *parent = nullptr);
     void build();
-    QLabel *addLine(QFormLayout *lines, const QString &caption, const QString &objectName);
+    QDialogButtonBox *buildButtons();
+    void say(const QString &text);
 
-    QLabel *m_path = nullptr;
-    QLabel *m_size = nullptr;
-    QLabel *m_failure = nullptr;
-    QList<QLabel *> m_counts; ///< in the order of the record levels
+    IndexFactsView *m_facts = nullptr;
+    IndexCare *m_care = nullptr;
+    QLabel *m_said = nullptr;
 };

@@ -1,61 +1,25 @@
 #include "swimconfig.h"
 
-#include "configlocation.h"
+#include "appearancepage.h"
+#include "applicationspage.h"
+#include "choicepage.h"
+#include "cloudpage.h"
+#include "companionwindow.h"
+#include "destinationspage.h"
 #include "sharedwindow.h"
 
-#include <QButtonGroup>
 #include <QDialogButtonBox>
-#include <QDir>
-#include <QFileInfo>
-#include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QSettings>
 #include <QShortcut>
-#include <QVBoxLayout>
+#include <QStackedWidget>
 
 namespace {
 
-QString mainIni()
-{
-    return QLatin1String(ConfigKey::mainIni);
-}
-
-QString checkedFile()
-{
-    return ConfigLocation::checked(mainIni());
-}
-
-QString fileBesideProgram()
-{
-    return ConfigLocation::besideProgram(mainIni());
-}
-
-QString windowFile()
-{
-    return ConfigLocation::checkedFromWorkingDirectory(mainIni());
-}
-
-/// The main window never looks beside the program.
-QString fileAboveProgram()
-{
-    return ConfigLocation::aboveProgram(mainIni());
-}
-
-int valueIn(const QString &file, const char *key)
-{
-    return file.isEmpty() ? 0 : QSettings(file, QSettings::IniFormat).value(QLatin1String(key), 0).toInt();
-}
-
-bool writeValue(const QString &file, const char *key, int value)
-{
-    QDir().mkpath(QFileInfo(file).path());
-    QSettings settings(file, QSettings::IniFormat);
-    settings.setValue(QLatin1String(key), value);
-    settings.sync();
-    return settings.status() == QSettings::NoError;
-}
+constexpr int listMargin = 32;
+constexpr QSize usualSize{720, 420};
 
 } // namespace
 
@@ -70,35 +34,46 @@ swimconfig::swimconfig(QWidget *parent)
     build();
 }
 
-QList<swimconfig::Setting> swimconfig::settings()
-{
-    return {
-        {ConfigKey::importMode, tr("Import"), tr("Takes effect at the next start of the program."),
-            {tr("Reference files where they are"), tr("Copy files into the store"), tr("Ask at each import")},
-            windowFile, fileAboveProgram},
-        {ConfigKey::deleteMode, tr("Deletion"), tr("What happens to the files of records that are deleted."),
-            {tr("Remove copied files only"), tr("Remove referenced files too")}, checkedFile,
-            fileBesideProgram},
-        {ConfigKey::duplicatePolicy, tr("Other content under a known identifier"),
-            tr("When an import brings other bytes for an image of the index."),
-            {tr("Keep the indexed file"), tr("Take the new file")}, checkedFile, fileBesideProgram}};
-}
-
 void swimconfig::build()
 {
     setWindowTitle(tr("Settings"));
-    auto *layout = new QVBoxLayout(this);
-    const QList<Setting> all = settings();
-    for (const Setting &setting : all) {
-        addSetting(layout, setting);
-    }
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("pages"));
+    m_list->setAccessibleName(tr("Pages of settings"));
+    m_stack = new QStackedWidget(this);
+    addPage(ChoicePage::imports(this));
+    addPage(ChoicePage::deletion(this));
+    addPage(new DestinationsPage(this));
+    addPage(new ApplicationsPage(this));
+    addPage(new CloudPage(this));
+    addPage(new AppearancePage(this));
+    m_list->setFixedWidth(m_list->sizeHintForColumn(0) + listMargin);
+    connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
+    m_list->setCurrentRow(Imports);
     m_failure = new QLabel(this);
     m_failure->setObjectName(QStringLiteral("failure"));
     m_failure->setWordWrap(true);
     m_failure->setTextFormat(Qt::PlainText);
     m_failure->hide();
+    auto *columns = new QHBoxLayout;
+    columns->addWidget(m_list);
+    columns->addWidget(m_stack, 1);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(columns, 1);
     layout->addWidget(m_failure);
-    layout->addStretch();
+    layout->addWidget(buildButtons());
+    resize(usualSize.expandedTo(sizeHint()));
+}
+
+void swimconfig::addPage(SettingsPage *page)
+{
+    m_pages.append(page);
+    m_list->addItem(page->title());
+    m_stack->addWidget(page);
+}
+
+QWidget *swimconfig::buildButtons()
+{
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *ok = buttons->addButton(QDialogButtonBox::Ok);
     ok->setText(tr("OK"));
@@ -108,68 +83,52 @@ void swimconfig::build()
     connect(buttons, &QDialogButtonBox::accepted, this, &swimconfig::save);
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-    layout->addWidget(buttons);
+    return buttons;
 }
 
-void swimconfig::addSetting(QVBoxLayout *layout, const Setting &setting)
+void swimconfig::showPage(Page page)
 {
-    auto *box = new QGroupBox(setting.caption, this);
-    auto *lines = new QVBoxLayout(box);
-    auto *group = new QButtonGroup(box);
-    group->setObjectName(QLatin1String(setting.key));
-    for (int i = 0; i < setting.choices.size(); ++i) {
-        auto *choice = new QRadioButton(setting.choices.at(i), box);
-        choice->setToolTip(setting.hint);
-        group->addButton(choice, i);
-        lines->addWidget(choice);
-    }
-    lines->addWidget(new QLabel(setting.hint, box));
-    layout->addWidget(box);
-    m_groups.append(group);
+    m_list->setCurrentRow(page);
+    bringUp(this);
+    raise();
+    activateWindow();
 }
 
 void swimconfig::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    m_failure->hide();
-    read();
-}
-
-void swimconfig::read()
-{
-    const QList<Setting> all = settings();
-    for (int i = 0; i < all.size(); ++i) {
-        const int value = valueIn(all.at(i).find(), all.at(i).key);
-        QButtonGroup *group = m_groups.at(i);
-        group->setExclusive(false); // so that a value of none of the choices checks none
-        const QList<QAbstractButton *> choices = group->buttons();
-        for (QAbstractButton *choice : choices) {
-            choice->setChecked(group->id(choice) == value);
-        }
-        group->setExclusive(true);
+    complain({});
+    for (SettingsPage *page : qAsConst(m_pages)) {
+        page->read();
     }
 }
 
 void swimconfig::save()
 {
-    QStringList failed;
-    const QList<Setting> all = settings();
-    for (int i = 0; i < all.size(); ++i) {
-        const Setting &setting = all.at(i);
-        const QString found = setting.find();
-        const int value = m_groups.at(i)->checkedId();
-        if (value < 0 || value == valueIn(found, setting.key)) {
-            continue; // as it is, or a value that is none of the choices and was left alone
-        }
-        const QString file = QDir::cleanPath(found.isEmpty() ? setting.fallback() : found);
-        if (!writeValue(file, setting.key, value) && !failed.contains(file)) {
-            failed.append(file);
+    for (int i = 0; i < m_pages.size(); ++i) {
+        const QString fault = m_pages[i]->fault();
+        if (!fault.isEmpty()) {
+            m_list->setCurrentRow(i);
+            complain(fault);
+            return;
         }
     }
-    m_failure->setVisible(!failed.isEmpty());
-    m_failure->setText(tr("These settings cannot be kept, since this file cannot be written: %1")
-                           .arg(failed.join(QStringLiteral(", "))));
+    QStringList failed;
+    for (SettingsPage *page : qAsConst(m_pages)) {
+        failed += page->write();
+    }
+    failed.removeDuplicates();
     if (failed.isEmpty()) {
         close();
+    } else {
+        complain(tr("These settings cannot be kept, since this file cannot be written: %1")
+                     .arg(failed.join(QStringLiteral(", "))));
     }
+}
+
+void swimconfig::complain(const QString &text)
+{
+    m_failure->setText(text);
+    m_failure->setAccessibleName(text);
+    m_failure->setVisible(!text.isEmpty());
 }

@@ -4,44 +4,41 @@
 
 #include <QWidget>
 
-class QButtonGroup;
 class QLabel;
-class QVBoxLayout;
+class QListWidget;
+class QStackedWidget;
+class SettingsPage;
 
 /**
- * The settings of imports and deletions: import mode, delete mode, duplicate policy.
+ * The settings of the workstation: imports, deletion, DICOM destinations, applications, cloud, appearance.
  *
- * Each is read from and written to the main.ini that its reader uses. One window for the process; it reads
- * anew whenever it is shown and writes when OK is pressed. GUI thread.
+ * Each is read from and written to the file that its reader uses. One window for the process; it reads anew
+ * whenever it is shown, writes all when OK is pressed, and nothing before. GUI thread.
  */
 class COMMONPLUGIN_EXPORT swimconfig : public QWidget
 {
     Q_OBJECT
 
 public:
+    enum Page { Imports, Deletion, Destinations, Applications, Cloud, Appearance };
+
     static swimconfig *instance();
+    /// Shows the window, or brings it back, with this page in front.
+    void showPage(Page page);
 
 protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    struct Setting
-    {
-        const char *key;
-        QString caption;
-        QString hint;
-        QStringList choices; ///< the value is the position
-        QString (*find)(); ///< the file that the setting's reader opens, or empty
-        QString (*fallback)(); ///< where it would look for one
-    };
-
     explicit swimconfig(QWidget *parent = nullptr);
-    static QList<Setting> settings();
     void build();
-    void addSetting(QVBoxLayout *layout, const Setting &setting);
-    void read();
+    void addPage(SettingsPage *page);
+    QWidget *buildButtons();
     void save();
+    void complain(const QString &text);
 
-    QList<QButtonGroup *> m_groups; ///< in the order of settings()
+    QList<SettingsPage *> m_pages; ///< in the order of Page
+    QListWidget *m_list = nullptr;
+    QStackedWidget *m_stack = nullptr;
     QLabel *m_failure = nullptr;
 };

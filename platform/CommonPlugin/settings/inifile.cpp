@@ -128,10 +128,16 @@ bool hasGroup(const QString &file, const QString &group)
     return QSettings(file, QSettings::IniFormat).childGroups().contains(group);
 }
 
-/// A number that was written is read as a text.
+QStringList texts(const QVariant &value)
+{
+    const bool isList = value.type() == QVariant::StringList || value.type() == QVariant::List;
+    return isList || !value.isValid() ? value.toStringList() : QStringList{value.toString()};
+}
+
+/// A number that was written is read as a text, a list of one as its only entry, an empty one as nothing.
 bool isSame(const QVariant &read, const QVariant &wanted)
 {
-    return read.isValid() && read.toStringList() == wanted.toStringList();
+    return texts(read) == texts(wanted);
 }
 
 } // namespace

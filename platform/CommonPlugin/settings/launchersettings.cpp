@@ -1,10 +1,10 @@
 #include "launchersettings.h"
 
 #include "configlocation.h"
+#include "inifile.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QSettings>
 
 namespace {
@@ -92,12 +92,8 @@ bool write(LauncherId id, const Launcher &launcher)
         return true;
     }
     const QString file = writtenFile();
-    QDir().mkpath(QFileInfo(file).path());
-    QSettings settings(file, QSettings::IniFormat);
-    settings.setValue(programKey(id), launcher.program);
-    settings.setValue(argumentsKey(id), launcher.arguments);
-    settings.sync();
-    return settings.status() == QSettings::NoError;
+    return IniFile::setValue(file, programKey(id), launcher.program)
+        && IniFile::setValue(file, argumentsKey(id), launcher.arguments);
 }
 
 QString writtenFile()

@@ -35,6 +35,16 @@ struct WalkedChunk
     std::vector<WalkedFile> files;
 };
 
+std::atomic<int> runningImports{0};
+
+struct RunningImport
+{
+    RunningImport() { ++runningImports; }
+    ~RunningImport() { --runningImports; }
+    RunningImport(const RunningImport &) = delete;
+    RunningImport &operator=(const RunningImport &) = delete;
+};
+
 } // namespace
 
 struct Importer::Private
@@ -77,6 +87,7 @@ Importer::~Importer() = default;
 
 ImportReport Importer::run()
 {
+    const RunningImport running;
     QElapsedTimer time;
     time.start();
     ImportReport report;
@@ -95,6 +106,11 @@ ImportReport Importer::run()
     d->walking = false;
     d->finished = true;
     return report;
+}
+
+bool Importer::isAnyRunning()
+{
+    return runningImports > 0;
 }
 
 void Importer::cancel()

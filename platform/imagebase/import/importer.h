@@ -40,6 +40,9 @@ public:
     /// Any thread, any time.
     ImportProgress progress() const;
 
+    /// Whether an import of this process is in its run(). Any thread, any time.
+    static bool isAnyRunning();
+
 private:
     struct Private;
     const std::unique_ptr<Private> d;

@@ -1,13 +1,23 @@
+#include "appearancesettings.h"
 #include "configlocation.h"
+#include "dicomdestination.h"
+#include "launchersettings.h"
+#include "settingsnotifier.h"
 #include "swimconfig.h"
 #include "testmain.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
+#include <QSignalSpy>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -38,7 +48,36 @@ void write(const QString &file, const char *key, int value)
     QSettings(file, QSettings::IniFormat).setValue(QLatin1String(key), value);
 }
 
+template <typename Widget>
+Widget *part(const char *name)
+{
+    return swimconfig::instance()->findChild<Widget *>(QLatin1String(name));
+}
+
+/// As keys do, so that the page hears of it.
+void type(const char *name, const QString &text)
+{
+    auto *field = part<QLineEdit>(name);
+    field->setText(text);
+    emit field->textEdited(text);
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(DicomDestination)
 
 class SwimconfigTest : public QObject
 {
@@ -52,6 +91,12 @@ private slots:
     void cancelWritesNothing();
     void valueOfNoChoiceIsLeftAlone();
     void saysThatAFileCannotBeWritten();
+    void keepsCommentsAndForeignKeys();
+    void keepsDestinations();
+    void refusesADestination_data();
+    void refusesADestination();
+    void keepsApplicationsAndCloud();
+    void tellsOfAnotherLookAtOnce();
 
 private:
     QString inFolder(const QString &path) const { return m_folder->filePath(path); }
@@ -153,6 +198,117 @@ void SwimconfigTest::saysThatAFileCannotBeWritten()
     const auto *failure = swimconfig::instance()->findChild<QLabel *>(QStringLiteral("failure"));
     QVERIFY(failure->isVisible());
     QVERIFY(failure->text().contains(m_beside));
+}
+
+void SwimconfigTest::keepsCommentsAndForeignKeys()
+{
+    const QByteArray before = "; what people wrote\n[datadelete]\n; why\ndataCopyType=1\nother=x\n\n"
+                              "[foreign group]\nkey=1, 2\n";
+    writeFile(m_beside, before);
+    swimconfig::instance()->show();
+    choose(ConfigKey::deleteMode, 0);
+    choose(ConfigKey::duplicatePolicy, 1);
+    pressOk();
+    QByteArray expected = before;
+    expected.replace("dataCopyType=1", "dataCopyType=0");
+    QCOMPARE(readFile(m_beside), expected + "\n[import]\nduplicatePolicy=1\n");
+}
+
+void SwimconfigTest::keepsDestinations()
+{
+    const QString file = inFolder(QStringLiteral("app/config/dicomsendservice.ini"));
+    writeFile(file,
+        "; nodes\n[Archive]\nAETitle=ARCHIVE\nIP=192.0.2.10\nPort=104\nTLS=yes\n\n[Old one]\nAETitle=OLD\n"
+        "IP=old\nPort=105\n");
+    swimconfig::instance()->showPage(swimconfig::Destinations);
+    auto *list = part<QListWidget>("destinations");
+    QCOMPARE(list->count(), 2);
+    list->setCurrentRow(1);
+    part<QPushButton>("removeDestination")->click();
+    list->setCurrentRow(0);
+    type("ip", QStringLiteral("archive.example"));
+    part<QPushButton>("addDestination")->click();
+    type("destinationName", QStringLiteral("Zweigstelle Köln"));
+    type("aeTitle", QStringLiteral("KOELN"));
+    type("ip", QStringLiteral("192.0.2.11"));
+    part<QSpinBox>("port")->setValue(11112);
+    pressOk();
+    QVERIFY(!swimconfig::instance()->isVisible());
+    QVERIFY(!QFile::exists(inFolder(QStringLiteral("app/bin/config/dicomsendservice.ini"))));
+    QVERIFY(readFile(file).startsWith("; nodes\n[Archive]\nAETitle=ARCHIVE\nIP=archive.example\n"));
+    QCOMPARE(valueIn(file, "Archive/TLS").toString(), QStringLiteral("yes"));
+    const QVector<DicomDestination> now = DestinationSettings::read();
+    QCOMPARE(now.size(), 2);
+    QVERIFY(now.contains(
+        {QStringLiteral("Zweigstelle Köln"), QStringLiteral("KOELN"), QStringLiteral("192.0.2.11"), 11112}));
+}
+
+void SwimconfigTest::refusesADestination_data()
+{
+    QTest::addColumn<DicomDestination>("destination");
+    QTest::addColumn<int>("fault");
+    const auto row = [](const char *name, const DicomDestination &destination, DestinationFault fault) {
+        QTest::newRow(name) << destination << int(fault);
+    };
+    const QString ip = QStringLiteral("192.0.2.1");
+    const QString ae = QStringLiteral("AE");
+    row("good", {QStringLiteral("B"), ae, ip, 65535}, DestinationFault::None);
+    row("no name", {QString(), ae, ip, 104}, DestinationFault::NoName);
+    row("slash", {QStringLiteral("a/b"), ae, ip, 104}, DestinationFault::BadName);
+    row("reserved", {QStringLiteral("General"), ae, ip, 104}, DestinationFault::BadName);
+    row("twice", {QStringLiteral("archive"), ae, ip, 104}, DestinationFault::SameName);
+    row("AE of 17", {QStringLiteral("B"), QString(17, QLatin1Char('A')), ip, 104},
+        DestinationFault::BadAeTitle);
+    row("AE not ASCII", {QStringLiteral("B"), QStringLiteral("Ä"), ip, 104}, DestinationFault::BadAeTitle);
+    row("AE of blanks", {QStringLiteral("B"), QStringLiteral("  "), ip, 104}, DestinationFault::BadAeTitle);
+    row("no address", {QStringLiteral("B"), ae, QString(), 104}, DestinationFault::NoAddress);
+    row("port 0", {QStringLiteral("B"), ae, ip, 0}, DestinationFault::BadPort);
+    row("port too high", {QStringLiteral("B"), ae, ip, 65536}, DestinationFault::BadPort);
+}
+
+void SwimconfigTest::refusesADestination()
+{
+    QFETCH(DicomDestination, destination);
+    QFETCH(int, fault);
+    const QVector<DicomDestination> all{
+        {QStringLiteral("Archive"), QStringLiteral("A"), QStringLiteral("a"), 104}, destination};
+    QCOMPARE(int(DestinationSettings::faultOf(all, 1)), fault);
+}
+
+void SwimconfigTest::keepsApplicationsAndCloud()
+{
+    const QString users = inFolder(QStringLiteral("app/bin/config/username.ini"));
+    writeFile(users, "[currentusername]\ndbname=me\nremberPwd=true\n");
+    swimconfig::instance()->showPage(swimconfig::Applications);
+    part<QComboBox>("launcher")->setCurrentIndex(LauncherSettings::all().indexOf(LauncherId::Vessel));
+    type("program", QStringLiteral("/usr/bin/vessel tool"));
+    part<QPlainTextEdit>("arguments")->setPlainText(QStringLiteral("--study\n{studyUID}\na, \"b\""));
+    type("cloud", QStringLiteral("ftp://example.org"));
+    pressOk();
+    QVERIFY(swimconfig::instance()->isVisible());
+    QVERIFY(part<QLabel>("failure")->isVisible());
+    QCOMPARE(LauncherSettings::read(LauncherId::Vessel), Launcher());
+    type("cloud", QStringLiteral("https://cloud.example.org/api"));
+    pressOk();
+    QVERIFY(!swimconfig::instance()->isVisible());
+    const Launcher vessel = LauncherSettings::read(LauncherId::Vessel);
+    QCOMPARE(vessel.program, QStringLiteral("/usr/bin/vessel tool"));
+    QCOMPARE(vessel.arguments,
+        (QStringList{QStringLiteral("--study"), QStringLiteral("{studyUID}"), QStringLiteral("a, \"b\"")}));
+    QCOMPARE(readFile(users),
+        QByteArray("[currentusername]\ndbname=me\nremberPwd=true\ncloud=https://cloud.example.org/api\n"));
+}
+
+void SwimconfigTest::tellsOfAnotherLookAtOnce()
+{
+    QSignalSpy theme(SettingsNotifier::instance(), &SettingsNotifier::themeChanged);
+    QSignalSpy language(SettingsNotifier::instance(), &SettingsNotifier::languageChanged);
+    swimconfig::instance()->showPage(swimconfig::Appearance);
+    part<QComboBox>("theme")->setCurrentIndex(part<QComboBox>("theme")->findData(int(Theme::Dark)));
+    pressOk();
+    QCOMPARE(theme.count(), 1);
+    QCOMPARE(language.count(), 0);
+    QCOMPARE(AppearanceSettings::theme(), Theme::Dark);
 }
 
 PM_TEST_MAIN(SwimconfigTest)

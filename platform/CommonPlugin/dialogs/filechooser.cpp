@@ -1,0 +1,55 @@
+#include "filechooser.h"
+
+#include <QFileDialog>
+
+namespace {
+
+std::function<QString(const FileChooser::Request &)> &answererInUse()
+{
+    static std::function<QString(const FileChooser::Request &)> answerer;
+    return answerer;
+}
+
+QString ask(QWidget *parent, const FileChooser::Request &request, QFileDialog::AcceptMode mode,
+    QFileDialog::FileMode files, QFileDialog::Options options)
+{
+    if (answererInUse()) {
+        return answererInUse()(request);
+    }
+    const QFileInfo start(request.start);
+    QFileDialog dialog(parent, request.title, start.isDir() ? request.start : start.path(), request.filter);
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(files);
+    dialog.setOptions(options);
+    if (!start.isDir()) {
+        dialog.selectFile(start.fileName());
+    }
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace
+
+namespace FileChooser {
+
+QString toOpen(QWidget *parent, const Request &request)
+{
+    return ask(parent, request, QFileDialog::AcceptOpen, QFileDialog::ExistingFile, {});
+}
+
+QString toReplace(QWidget *parent, const Request &request)
+{
+    return ask(parent, request, QFileDialog::AcceptSave, QFileDialog::AnyFile, {});
+}
+
+QString toOpenOrMake(QWidget *parent, const Request &request)
+{
+    return ask(
+        parent, request, QFileDialog::AcceptSave, QFileDialog::AnyFile, QFileDialog::DontConfirmOverwrite);
+}
+
+void setAnswerer(const std::function<QString(const Request &)> &answerer)
+{
+    answererInUse() = answerer;
+}
+
+} // namespace FileChooser

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "attributes.h"
+
+#include <QMap>
+#include <QMetaType>
+#include <QString>
+
+/// What an index holds: a value.
+struct IndexFacts
+{
+    QMap<RecordLevel, qint64> records;
+    /// By level and upload state as it is stored; images have no state.
+    QMap<RecordLevel, QMap<QString, qint64>> byState;
+    bool isRead = false; ///< false where the index could not be read
+
+    /// Reads a whole index: for a worker thread.
+    static IndexFacts of(const QString &databasePath);
+};
+
+Q_DECLARE_METATYPE(IndexFacts)

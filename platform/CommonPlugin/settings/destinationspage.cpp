@@ -1,0 +1,169 @@
+#include "destinationspage.h"
+
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int usualPort = 104;
+constexpr int highestPort = 65535;
+constexpr int longestAeTitle = 16;
+
+} // namespace
+
+DestinationsPage::DestinationsPage(QWidget *parent)
+    : SettingsPage(tr("DICOM Destinations"), parent)
+{
+    build();
+}
+
+void DestinationsPage::build()
+{
+    auto *columns = new QHBoxLayout;
+    columns->addLayout(buildList(), 1);
+    columns->addLayout(buildFields(), 2);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(columns);
+    addHint(layout, tr("Imported and sent images go to all of them. Takes effect at the next transfer."));
+}
+
+QLayout *DestinationsPage::buildList()
+{
+    m_list = new QListWidget(this);
+    m_list->setObjectName(QStringLiteral("destinations"));
+    m_list->setAccessibleName(tr("Destinations"));
+    connect(m_list, &QListWidget::currentRowChanged, this, &DestinationsPage::showChosen);
+    auto *addButton = new QPushButton(tr("&Add"), this);
+    addButton->setObjectName(QStringLiteral("addDestination"));
+    m_remove = new QPushButton(tr("Remo&ve"), this);
+    m_remove->setObjectName(QStringLiteral("removeDestination"));
+    connect(addButton, &QPushButton::clicked, this, &DestinationsPage::add);
+    connect(m_remove, &QPushButton::clicked, this, &DestinationsPage::remove);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(addButton);
+    buttons->addWidget(m_remove);
+    auto *layout = new QVBoxLayout;
+    layout->addWidget(m_list, 1);
+    layout->addLayout(buttons);
+    return layout;
+}
+
+QLayout *DestinationsPage::buildFields()
+{
+    auto *form = new QFormLayout;
+    m_name = addField(form, tr("&Name:"), QStringLiteral("destinationName"));
+    m_aeTitle = addField(form, tr("AE &title:"), QStringLiteral("aeTitle"));
+    m_aeTitle->setMaxLength(longestAeTitle);
+    m_ip = addField(form, tr("A&ddress:"), QStringLiteral("ip"));
+    m_port = new QSpinBox(this);
+    m_port->setObjectName(QStringLiteral("port"));
+    m_port->setRange(1, highestPort);
+    m_port->setGroupSeparatorShown(false);
+    form->addRow(tr("&Port:"), m_port);
+    connect(m_port, QOverload<int>::of(&QSpinBox::valueChanged), this, &DestinationsPage::takeFields);
+    return form;
+}
+
+QLineEdit *DestinationsPage::addField(QFormLayout *form, const QString &caption, const QString &name)
+{
+    auto *field = new QLineEdit(this);
+    field->setObjectName(name);
+    form->addRow(caption, field);
+    connect(field, &QLineEdit::textEdited, this, &DestinationsPage::takeFields);
+    return field;
+}
+
+void DestinationsPage::read()
+{
+    m_destinations = DestinationSettings::read();
+    fill(m_destinations.isEmpty() ? -1 : 0);
+}
+
+void DestinationsPage::add()
+{
+    m_destinations.append({tr("New destination"), {}, {}, usualPort});
+    fill(m_destinations.size() - 1);
+    m_name->setFocus();
+    m_name->selectAll();
+}
+
+void DestinationsPage::remove()
+{
+    const int chosen = m_list->currentRow();
+    if (chosen >= 0) {
+        m_destinations.remove(chosen);
+        fill(qMin(chosen, m_destinations.size() - 1));
+    }
+}
+
+void DestinationsPage::fill(int chosen)
+{
+    m_list->clear();
+    for (const DicomDestination &destination : qAsConst(m_destinations)) {
+        m_list->addItem(destination.name);
+    }
+    m_list->setCurrentRow(chosen);
+    showChosen();
+}
+
+void DestinationsPage::showChosen()
+{
+    const int chosen = m_list->currentRow();
+    const bool isOne = chosen >= 0 && chosen < m_destinations.size();
+    const DicomDestination shown = isOne ? m_destinations[chosen] : DicomDestination();
+    m_showing = true;
+    m_name->setText(shown.name);
+    m_aeTitle->setText(shown.aeTitle);
+    m_ip->setText(shown.ip);
+    m_port->setValue(shown.port);
+    m_showing = false;
+    for (QWidget *field : std::initializer_list<QWidget *>{m_name, m_aeTitle, m_ip, m_port, m_remove}) {
+        field->setEnabled(isOne);
+    }
+}
+
+void DestinationsPage::takeFields()
+{
+    const int chosen = m_list->currentRow();
+    if (m_showing || chosen < 0) {
+        return;
+    }
+    m_destinations[chosen] = {
+        m_name->text().trimmed(), m_aeTitle->text(), m_ip->text().trimmed(), m_port->value()};
+    m_list->item(chosen)->setText(m_destinations[chosen].name);
+}
+
+QString DestinationsPage::fault() const
+{
+    for (int i = 0; i < m_destinations.size(); ++i) {
+        const QString &name = m_destinations[i].name;
+        switch (DestinationSettings::faultOf(m_destinations, i)) {
+        case DestinationFault::None:
+            break;
+        case DestinationFault::NoName:
+            return tr("A destination needs a name.");
+        case DestinationFault::BadName:
+            return tr("The name %1 of a destination has a character that is not allowed.").arg(name);
+        case DestinationFault::SameName:
+            return tr("Two destinations are called %1.").arg(name);
+        case DestinationFault::BadAeTitle:
+            return tr("The AE title of %1 must be 1 to 16 characters of plain ASCII without backslash.")
+                .arg(name);
+        case DestinationFault::NoAddress:
+            return tr("The destination %1 needs an address.").arg(name);
+        case DestinationFault::BadPort:
+            return tr("The port of %1 must be 1 to 65535.").arg(name);
+        }
+    }
+    return {};
+}
+
+QStringList DestinationsPage::write()
+{
+    return DestinationSettings::write(m_destinations) ? QStringList()
+                                                      : QStringList{DestinationSettings::file()};
+}

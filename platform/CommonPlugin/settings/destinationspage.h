@@ -1,0 +1,43 @@
+#pragma once
+
+#include "dicomdestination.h"
+#include "settingspage.h"
+
+class QFormLayout;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QSpinBox;
+
+/// The DICOM destinations: a list, and the fields of the chosen one.
+class DestinationsPage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    explicit DestinationsPage(QWidget *parent);
+
+    void read() override;
+    QString fault() const override;
+    QStringList write() override;
+
+private:
+    void build();
+    QLayout *buildList();
+    QLayout *buildFields();
+    QLineEdit *addField(QFormLayout *form, const QString &caption, const QString &name);
+    void add();
+    void remove();
+    void fill(int chosen);
+    void showChosen();
+    void takeFields();
+
+    QVector<DicomDestination> m_destinations;
+    QListWidget *m_list = nullptr;
+    QPushButton *m_remove = nullptr;
+    QLineEdit *m_name = nullptr;
+    QLineEdit *m_aeTitle = nullptr;
+    QLineEdit *m_ip = nullptr;
+    QSpinBox *m_port = nullptr;
+    bool m_showing = false; ///< fields are being filled, not typed in
+};

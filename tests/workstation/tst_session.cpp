@@ -1,0 +1,177 @@
+#include "appearancesettings.h"
+#include "configlocation.h"
+#include "createconnection.h"
+#include "dicomfilebuilder.h"
+#include "editcontroller.h"
+#include "importcentre.h"
+#include "kivmessageboxform.h"
+#include "mainsetting.h"
+#include "ntableview.h"
+#include "recordform.h"
+#include "session.h"
+#include "settingsnotifier.h"
+#include "statuspanel.h"
+#include "temporaryindex.h"
+#include "testmain.h"
+#include "workstationwindow.h"
+
+#include <QMenuBar>
+#include <QSqlQuery>
+#include <QSqlTableModel>
+#include <QtTest>
+
+namespace {
+
+QString firstMenu(const WorkstationSession &session)
+{
+    return session.window()->menuBar()->actions().first()->text();
+}
+
+int count(const char *table)
+{
+    QSqlQuery query(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table)));
+    return query.next() ? query.value(0).toInt() : -1;
+}
+
+} // namespace
+
+class SessionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        allowWarningsOfNamedSlots();
+        AppearanceSettings::setLanguage(QStringLiteral("en"));
+        ConfigLocation::setBase(m_config.filePath(QStringLiteral("bin")));
+        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
+            m_said.append(request.text);
+            return kivMessageBoxForm::AnswerCancel;
+        });
+        m_said.clear();
+        m_index = std::make_unique<TemporaryIndex>();
+        for (int i = 1; i <= 3; ++i) {
+            const qlonglong patient = m_index->addPatient(QStringLiteral("P%1").arg(i), QString::number(i));
+            m_index->addSeries(
+                m_index->addStudy(patient, QStringLiteral("1.%1").arg(i)), QStringLiteral("1.%1.1").arg(i));
+        }
+        m_session = std::make_unique<WorkstationSession>(CommandLine());
+        m_session->start();
+        m_rebuilt = std::make_unique<QSignalSpy>(m_session.get(), &WorkstationSession::rebuilt);
+    }
+    void cleanup()
+    {
+        m_session.reset();
+        m_index.reset();
+        kivMessageBoxForm::setAnswerer({});
+        ConfigLocation::setBase({});
+    }
+
+    void speaksAnotherLanguageAndKeepsTheSelection()
+    {
+        choosePatient(1);
+        const QList<qlonglong> study = forms()[1]->selectedKeys();
+        QVERIFY(!study.isEmpty());
+        speak(QStringLiteral("zh_CN"));
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QCOMPARE(firstMenu(*m_session), QStringLiteral("文件(&F)"));
+        QCOMPARE(QLocale().language(), QLocale::Chinese);
+        QCOMPARE(forms()[0]->selectedKeys(), QList<qlonglong>{2});
+        QCOMPARE(forms()[1]->selectedKeys(), study);
+        speak(QStringLiteral("en"));
+        QTRY_COMPARE(m_rebuilt->count(), 2);
+        QCOMPARE(firstMenu(*m_session), QStringLiteral("&File"));
+    }
+
+    void opensAnotherIndexAndKeepsItForTheNextStart()
+    {
+        const QString other = m_index->folder() + QStringLiteral("/other.db");
+        emit SettingsNotifier::instance()->indexRequested(other);
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QCOMPARE(databasePath(), other);
+        QVERIFY(m_session->window()->hasIndex());
+        QCOMPARE(count("patient"), 0);
+        QVERIFY(m_said.isEmpty());
+        QCOMPARE(MainSetting::databasePath().value().toString(), other);
+        emit SettingsNotifier::instance()->indexRequested(m_index->path());
+        QTRY_COMPARE(m_rebuilt->count(), 2);
+        QCOMPARE(count("patient"), 3);
+    }
+
+    void goesBackWhereTheOtherIndexCannotBeOpened()
+    {
+        const QString other = m_index->folder() + QStringLiteral("/letter.db");
+        QFile file(other);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(5000, 'x')) > 0);
+        file.close();
+        choosePatient(2);
+        emit SettingsNotifier::instance()->indexRequested(other);
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QTRY_COMPARE(m_said.size(), 1);
+        QVERIFY(m_said.first().contains(other));
+        QCOMPARE(databasePath(), m_index->path());
+        QCOMPARE(count("patient"), 3);
+        QCOMPARE(forms()[0]->selectedKeys(), QList<qlonglong>{3});
+    }
+
+    void waitsForAnImport()
+    {
+        constexpr int files = 300;
+        const QTemporaryDir folder;
+        for (int i = 0; i < files; ++i) {
+            const QString uid = QStringLiteral("1.9.%1").arg(i);
+            DicomFileBuilder()
+                .patient(QStringLiteral("I%1").arg(i), QStringLiteral("Import"))
+                .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
+                .write(folder.filePath(QString::number(i)));
+        }
+        m_session->window()->imports()->importUnattended({folder.path()});
+        speak(QStringLiteral("zh_CN"));
+        QVERIFY(m_session->window()->statusPanel()->activityText().contains(QStringLiteral("language")));
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QCOMPARE(count("imageformat"), files);
+    }
+
+    void staysWhereTheUserKeepsUnsavedEdits()
+    {
+        QSqlTableModel *model = forms()[0]->tableModel();
+        model->setData(
+            model->index(0, model->fieldIndex(QStringLiteral("PatientID"))), QStringLiteral("edited"));
+        QVERIFY(forms()[0]->hasUnsavedEdits());
+        const WorkstationWindow *window = m_session->window();
+        speak(QStringLiteral("zh_CN"));
+        QTRY_COMPARE(m_said.size(), 1);
+        QCOMPARE(m_session->window(), window);
+        QVERIFY(forms()[0]->hasUnsavedEdits());
+        QCOMPARE(m_rebuilt->count(), 0);
+    }
+
+private:
+    const QVector<RecordForm *> &forms() const { return m_session->window()->forms(); }
+
+    /// As a click does, down to the study.
+    void choosePatient(int row) const
+    {
+        for (int level = 0; level < 2; ++level) {
+            RecordForm *form = forms()[level];
+            const QModelIndex cell = form->tableModel()->index(level == 0 ? row : 0, 1);
+            form->view()->selectRow(cell.row());
+            form->selectIndex(cell);
+        }
+    }
+    static void speak(const QString &language)
+    {
+        AppearanceSettings::setLanguage(language);
+        emit SettingsNotifier::instance()->languageChanged();
+    }
+
+    QTemporaryDir m_config;
+    QStringList m_said;
+    std::unique_ptr<TemporaryIndex> m_index;
+    std::unique_ptr<WorkstationSession> m_session;
+    std::unique_ptr<QSignalSpy> m_rebuilt;
+};
+
+PM_TEST_MAIN(SessionTest)
+#include "tst_session.moc"
