@@ -5,6 +5,7 @@
 #include "patientmanagermainwindow.h"
 #include "recordform.h"
 #include "tableinfoform.h"
+#include "tablestage.h"
 #include "testmain.h"
 
 #include <QAction>
@@ -24,7 +25,7 @@ private slots:
     void showsAllFourTablesFilledForTheFirstPatient()
     {
         const Frame frame(3);
-        frame.window->selectFirst();
+        frame.window->stage()->selectFirst();
         for (RecordForm *form : frame.window->forms()) {
             QVERIFY(form->isVisible());
             QVERIFY(form->height() > 100);
@@ -35,11 +36,11 @@ private slots:
     void bringsTheOtherTablesBack()
     {
         const Frame frame(1);
-        frame.window->showTable(QStringLiteral("generalseries"));
+        frame.window->stage()->showTable(QStringLiteral("generalseries"));
         for (int level = 0; level < 4; ++level) {
             QCOMPARE(frame.window->forms()[level]->isVisible(), level == 2);
         }
-        frame.window->showTable(QString());
+        frame.window->stage()->showTable(QString());
         for (const RecordForm *form : frame.window->forms()) {
             QVERIFY(form->isVisible());
         }

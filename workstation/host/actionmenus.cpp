@@ -14,16 +14,17 @@ ActionMenus::ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, 
     , m_library(library)
 {
     fillFile(frame->menuBar()->addMenu(tr("&File")));
-    fillEdit(frame->menuBar()->addMenu(tr("&Edit")), actions.editCell);
-    fillView(frame->menuBar()->addMenu(tr("&View")), actions.patientTree);
+    fillEdit(frame->menuBar()->addMenu(tr("&Edit")), actions);
+    fillView(frame->menuBar()->addMenu(tr("&View")), actions);
     fillTools(frame->menuBar()->addMenu(tr("&Tools")));
     fillHelp(frame->menuBar()->addMenu(tr("&Help")));
     disableUnavailable();
 }
 
-void ActionMenus::setOnlyToday(bool onlyToday)
+void ActionMenus::setShown(const QString &text, DatePick pick)
 {
-    (onlyToday ? m_todaysPatients : m_allPatients)->setChecked(true);
+    m_todaysPatients->setChecked(pick == DatePick::ArrivedToday);
+    m_allPatients->setChecked(pick == DatePick::AllDates && text.isEmpty());
 }
 
 void ActionMenus::fillFile(QMenu *menu)
@@ -42,9 +43,11 @@ void ActionMenus::fillFile(QMenu *menu)
     quit->setMenuRole(QAction::QuitRole);
 }
 
-void ActionMenus::fillEdit(QMenu *menu, QAction *editAction)
+void ActionMenus::fillEdit(QMenu *menu, const HostActions &actions)
 {
-    menu->addAction(editAction);
+    menu->addAction(actions.findPatients);
+    menu->addSeparator();
+    menu->addAction(actions.editCell);
     place(menu, "actionSubmit", tr("&Submit Changes"), QStringLiteral("Ctrl+S"));
     place(menu, "actionRevertall", tr("&Revert Changes"), QStringLiteral("Ctrl+Shift+Z"));
     menu->addSeparator();
@@ -53,7 +56,7 @@ void ActionMenus::fillEdit(QMenu *menu, QAction *editAction)
     place(menu, "actionDelete", tr("&Delete…"), QStringLiteral("Del"));
 }
 
-void ActionMenus::fillView(QMenu *menu, QAction *patientTree)
+void ActionMenus::fillView(QMenu *menu, const HostActions &actions)
 {
     place(menu, "actionRefresh", tr("&Refresh"), QStringLiteral("F5"));
     menu->addSeparator();
@@ -61,7 +64,8 @@ void ActionMenus::fillView(QMenu *menu, QAction *patientTree)
     menu->addSeparator();
     addTables(menu);
     menu->addSeparator();
-    menu->addAction(patientTree);
+    menu->addAction(actions.patientTree);
+    menu->addAction(actions.queryPanel);
     place(menu, "actionSettingField", tr("&Columns…"), QStringLiteral("Ctrl+K"));
 }
 
@@ -79,16 +83,17 @@ void ActionMenus::fillHelp(QMenu *menu)
 void ActionMenus::addPatientFilters(QMenu *menu)
 {
     auto *group = new QActionGroup(this);
-    const auto add = [this, menu, group](const QString &text, const char *name, bool onlyToday) {
+    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional); // a search is neither
+    const auto add = [this, menu, group](const QString &text, const char *name, DatePick pick) {
         QAction *action = menu->addAction(text);
         action->setObjectName(QLatin1String(name));
         action->setCheckable(true);
         group->addAction(action);
-        connect(action, &QAction::triggered, this, [this, onlyToday] { emit patientsRequested(onlyToday); });
+        connect(action, &QAction::triggered, this, [this, pick] { emit patientsRequested(pick); });
         return action;
     };
-    m_todaysPatients = add(tr("&Today's Patients"), "actionTodaysPatients", true);
-    m_allPatients = add(tr("&All Patients"), "actionAllPatients", false);
+    m_todaysPatients = add(tr("&Today's Patients"), "actionTodaysPatients", DatePick::ArrivedToday);
+    m_allPatients = add(tr("&All Patients"), "actionAllPatients", DatePick::AllDates);
     m_todaysPatients->setShortcut(QKeySequence(tr("Ctrl+T")));
     m_allPatients->setShortcut(QKeySequence(tr("Ctrl+Shift+A")));
     m_todaysPatients->setChecked(true);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "datepick.h"
+
 #include <QObject>
 
 class PatientManagerMainWindow;
@@ -23,14 +25,16 @@ public:
     {
         QAction *editCell;
         QAction *patientTree;
+        QAction *findPatients;
+        QAction *queryPanel;
     };
     ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions);
 
-    /// Shows which patients are listed, without emitting.
-    void setOnlyToday(bool onlyToday);
+    /// Checks the action of what is listed, if one is about it, without emitting.
+    void setShown(const QString &text, DatePick pick);
 
 signals:
-    void patientsRequested(bool onlyToday);
+    void patientsRequested(DatePick pick);
     /// One table alone, by its name, or all of them (an empty name).
     void tableRequested(const QString &tableName);
     void aboutRequested();
@@ -38,8 +42,8 @@ signals:
 
 private:
     void fillFile(QMenu *menu);
-    void fillEdit(QMenu *menu, QAction *editAction);
-    void fillView(QMenu *menu, QAction *patientTree);
+    void fillEdit(QMenu *menu, const HostActions &actions);
+    void fillView(QMenu *menu, const HostActions &actions);
     void fillTools(QMenu *menu);
     void fillHelp(QMenu *menu);
     void addTables(QMenu *menu);

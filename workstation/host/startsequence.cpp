@@ -6,13 +6,13 @@
 #include "importreporttext.h"
 #include "indexwatcher.h"
 #include "liverefresh.h"
-#include "recordform.h"
+#include "shownpatients.h"
+#include "tablestage.h"
 #include "workstationwindow.h"
 
 #include <QPixmap>
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QSqlTableModel>
 #include <QTimer>
 #include <QVariant>
 
@@ -80,10 +80,10 @@ void StartSequence::onImportEnded(const ImportReport &report)
 /// Rows on screen: those of today, or all where an older index has none of today.
 void StartSequence::present()
 {
-    RecordForm *patients = m_window->forms().first();
+    ShownPatients *shown = m_window->shownPatients();
     m_window->liveRefresh()->refreshNow();
-    if (patients->tableModel()->rowCount() == 0 && !indexIsEmpty()) {
-        m_window->showPatients(false);
+    if (shown->pick() == DatePick::ArrivedToday && shown->count() == 0 && !indexIsEmpty()) {
+        shown->show({}, DatePick::AllDates);
     }
     // The picture shows the counts, too, which another thread takes.
     connect(m_window->indexWatcher(), &IndexWatcher::counted, this, [this] {
@@ -96,7 +96,7 @@ void StartSequence::present()
 void StartSequence::finish()
 {
     if (!m_line.screenshot.isEmpty()) {
-        m_window->selectFirst();
+        m_window->stage()->selectFirst();
         if (m_window->grab().save(m_line.screenshot)) {
             say(tr("Screenshot: %1").arg(m_line.screenshot));
         } else {

@@ -12,41 +12,41 @@
 #include "indexhealth.h"
 #include "indexwatcher.h"
 #include "kivmessageboxform.h"
+#include "launcherbuttons.h"
+#include "launchercentre.h"
+#include "layoutkeeper.h"
 #include "liverefresh.h"
 #include "ntableview.h"
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
+#include "patientqueryform.h"
+#include "querydates.h"
+#include "querypanelcontroller.h"
+#include "querypaneldock.h"
 #include "rowkeys.h"
+#include "searchbar.h"
+#include "searchcontroller.h"
+#include "selectionstatus.h"
 #include "seriesform.h"
+#include "shownpatients.h"
 #include "statuspanel.h"
 #include "studyform.h"
-#include "tableinfoform.h"
+#include "tablestage.h"
 #include "treecontroller.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDate>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QLocale>
 #include <QScreen>
-#include <QSettings>
-#include <QSplitter>
-#include <QSqlTableModel>
 #include <QTimer>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace {
 
 constexpr int idleLookMs = 50;
 constexpr QSize firstSize{1440, 900};
-/// Shares of the height: information panel, patients, studies, series, images.
-const QList<int> tableShares{80, 250, 130, 170, 330};
-constexpr char geometryKey[] = "window/geometry";
-constexpr char splitterKey[] = "window/tables";
 
 } // namespace
 
@@ -64,9 +64,10 @@ WorkstationWindow::WorkstationWindow(QWidget *parent)
     resize(onScreen ? firstSize.boundedTo(screen()->availableSize()) : firstSize);
     build();
     connectParts();
-    arrangeTables();
+    m_stage->arrange();
     if (m_hasIndex) {
-        sortImages();
+        m_stage->sortImages();
+        m_search->prepareWhenIdle(m_imports);
     }
     reportIndex();
 }
@@ -77,11 +78,13 @@ void WorkstationWindow::build()
 {
     m_library->setWindowFlags(Qt::Widget);
     m_banner = new IndexBanner(this);
+    m_searchBar = new SearchBar(this);
     auto *centre = new QWidget(this);
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_banner);
+    column->addWidget(m_searchBar);
     column->addWidget(m_library, 1);
     setCentralWidget(centre);
 
@@ -92,7 +95,14 @@ void WorkstationWindow::build()
     m_edits = new EditController(m_forms, m_library, this);
     new RowKeys(m_forms, this);
     m_tree = new TreeController(m_library, m_edits, this);
-    m_menus = new ActionMenus(this, m_library, {m_edits->editAction(), m_tree->toggleAction()});
+    m_stage = new TableStage(m_library, m_forms, m_edits, this);
+    m_shown = new ShownPatients(m_forms, m_edits, this);
+    m_search = new SearchController(m_searchBar, m_shown, m_forms.first()->view(), m_edits, this);
+    m_queryPanel = new QueryPanelDock(this);
+    m_selection = new SelectionStatus(m_library, m_forms, this);
+    m_layout = new LayoutKeeper(this, m_library, m_stage, m_forms, this);
+    m_menus = new ActionMenus(
+        this, m_library, {m_edits->editAction(), m_tree->toggleAction(), m_search->findAction(), m_queryPanel->toggleAction()});
     m_statusPanel = new StatusPanel(statusBar(), m_imports);
 }
 
@@ -103,21 +113,50 @@ void WorkstationWindow::connectParts()
     connect(m_watcher, &IndexWatcher::changed, m_liveRefresh, &LiveRefresh::onIndexChanged);
     connect(m_liveRefresh, &LiveRefresh::refreshed, m_tree, &TreeController::onIndexChanged);
     connect(m_edits, &EditController::refreshed, m_tree, &TreeController::refresh);
-    connect(m_tree, &TreeController::left, this, [this] { showTable(QString()); });
+    connect(m_tree, &TreeController::left, m_stage, [this] { m_stage->showTable(QString()); });
     connect(m_tree, &TreeController::problem, m_statusPanel, &StatusPanel::setTreeProblem);
     connect(m_health, &IndexHealth::damaged, this, &WorkstationWindow::reportDamage);
     connect(m_watcher, &IndexWatcher::counted, m_statusPanel, &StatusPanel::setCounts);
     connect(m_imports, &ImportCentre::ended, this, &WorkstationWindow::showResult);
     connect(m_imports, &ImportCentre::switchedOff, this,
         [this] { m_statusPanel->setIdleText(tr("Imports are switched off by the settings.")); });
-    connect(m_menus, &ActionMenus::patientsRequested, this, &WorkstationWindow::showPatients);
-    connect(m_menus, &ActionMenus::tableRequested, this, &WorkstationWindow::showTable);
+    connect(m_menus, &ActionMenus::tableRequested, m_stage, &TableStage::showTable);
     connect(m_menus, &ActionMenus::aboutRequested, this, &WorkstationWindow::showAbout);
     for (const RecordForm *form : qAsConst(m_forms)) {
         connect(
             form, &RecordForm::editsChanged, this, [this] { setWindowModified(m_edits->hasUnsavedEdits()); });
     }
     connect(m_menus, &ActionMenus::quitRequested, this, &QWidget::close);
+    connectSearch();
+    connectQueryPanel();
+}
+
+/// The search follows the index, and the menu what is listed.
+void WorkstationWindow::connectSearch()
+{
+    connect(m_watcher, &IndexWatcher::changed, m_shown, &ShownPatients::onIndexChanged);
+    connect(m_watcher, &IndexWatcher::counted, m_search, &SearchController::setCounts);
+    connect(m_shown, &ShownPatients::outdated, m_liveRefresh, &LiveRefresh::onIndexChanged);
+    connect(m_shown, &ShownPatients::listed, m_stage, &TableStage::showPatients);
+    const auto tell = [this] { m_menus->setShown(m_shown->text(), m_shown->pick()); };
+    connect(m_shown, &ShownPatients::changed, m_menus, tell);
+    connect(m_menus, &ActionMenus::patientsRequested, m_shown, [this, tell](DatePick pick) {
+        m_shown->show(QString(), pick);
+        tell(); // what was listed before, where the user keeps unsaved edits
+    });
+}
+
+void WorkstationWindow::connectQueryPanel()
+{
+    PatientQueryForm *panel = m_queryPanel->panel();
+    const auto *controller = new QueryPanelController(panel, m_library, m_shown, m_edits, m_tree);
+    connect(controller, &QueryPanelController::allTablesWanted, m_stage,
+        [this] { m_stage->showTable(QString()); });
+    connect(controller, &QueryPanelController::told, m_statusPanel, &StatusPanel::setIdleText);
+    connect(m_watcher, &IndexWatcher::changed, new QueryDates(panel), &QueryDates::update);
+    connect(m_selection, &SelectionStatus::changed, m_statusPanel,
+        [this] { m_statusPanel->setSelection(m_selection->current().text()); });
+    new LauncherButtons(panel, statusBar(), m_selection, new LauncherCentre(m_selection, this));
 }
 
 void WorkstationWindow::reportIndex()
@@ -132,6 +171,8 @@ void WorkstationWindow::reportIndex()
         + tr("Start the workstation with --database FILE to use another index."));
     m_statusPanel->setIdleText(tr("No index"));
     setAcceptDrops(false);
+    m_searchBar->setEnabled(false);
+    m_queryPanel->panel()->setEnabled(false);
     if (auto *load = m_library->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
         load->setEnabled(false);
     }
@@ -145,109 +186,19 @@ void WorkstationWindow::reportDamage(const QString &detail)
             .arg(databasePath(), detail));
 }
 
-void WorkstationWindow::arrangeTables()
-{
-    m_library->getStudyForm()->onFixHeight(true);
-    m_library->getImagesForm()->onFixHeight(true);
-    m_library->getImagesForm()->show();
-    if (auto *splitter = m_library->findChild<QSplitter *>()) {
-        splitter->setSizes(tableShares);
-    }
-    for (RecordForm *form : qAsConst(m_forms)) {
-        // Whole rows are selected, so that bold captions would say nothing, and clip.
-        form->view()->horizontalHeader()->setHighlightSections(false);
-    }
-}
-
-/// In the order in which they were taken, whatever the order of their files.
-void WorkstationWindow::sortImages()
-{
-    const RecordForm *images = m_forms.last();
-    images->view()->sortByColumn(
-        images->tableModel()->fieldIndex(QStringLiteral("InstanceNumber")), Qt::AscendingOrder);
-}
-
 void WorkstationWindow::restoreLayout()
 {
-    const QSettings settings;
-    restoreGeometry(settings.value(QLatin1String(geometryKey)).toByteArray());
-    if (auto *splitter = m_library->findChild<QSplitter *>()) {
-        splitter->restoreState(settings.value(QLatin1String(splitterKey)).toByteArray());
-    }
+    m_queryPanel->restore();
+    m_layout->restore();
+    m_search->restore();
 }
 
 void WorkstationWindow::saveLayout() const
 {
     m_tree->save();
-    QSettings settings;
-    settings.setValue(QLatin1String(geometryKey), saveGeometry());
-    if (const auto *splitter = m_library->findChild<QSplitter *>()) {
-        settings.setValue(QLatin1String(splitterKey), splitter->saveState());
-    }
-}
-
-void WorkstationWindow::showPatients(bool onlyToday)
-{
-    PatientForm *patients = m_library->getPatientForm();
-    if (m_edits->mayDropEdits()) {
-        if (onlyToday) {
-            const QString today = QDate::currentDate().toString(QStringLiteral("yyyy-MM-dd"));
-            patients->onSearchPatient(QStringLiteral("updated_time >= '%1'").arg(today));
-        } else {
-            patients->onShowPatient();
-        }
-        m_menus->setOnlyToday(onlyToday);
-    } else {
-        m_menus->setOnlyToday(!onlyToday);
-    }
-}
-
-void WorkstationWindow::showTable(const QString &tableName)
-{
-    if (!tableName.isEmpty()) {
-        m_library->onShowTable(tableName);
-        m_library->getTableInfoForm()->hide(); // it speaks of what the tree has shown
-        return;
-    }
-    const bool stoodAlone =
-        std::any_of(m_forms.begin(), m_forms.end(), [](const RecordForm *form) { return form->isHidden(); });
-    m_library->getTableInfoForm()->hide();
-    for (RecordForm *form : qAsConst(m_forms)) {
-        form->show();
-        form->reload(); // what came in while it was hidden
-    }
-    arrangeTables();
-    if (stoodAlone) {
-        rejoinTables();
-    }
-}
-
-/// While one table stood alone the tree filled it: the tables follow the chosen patient again, or nobody.
-void WorkstationWindow::rejoinTables()
-{
-    if (m_edits->hasUnsavedEdits()) {
-        return;
-    }
-    PatientForm *patients = m_library->getPatientForm();
-    NTableView *view = patients->view();
-    const QModelIndexList selected = view->selectedIndexes();
-    if (selected.isEmpty()) {
-        m_library->getStudyForm()->onSelectPatient(0);
-    } else {
-        patients->selectIndex(selected.constFirst());
-    }
-}
-
-void WorkstationWindow::selectFirst()
-{
-    for (int level = 0; level < m_forms.size() - 1; ++level) {
-        NTableView *view = m_forms[level]->view();
-        if (!view->model() || view->model()->rowCount() == 0) {
-            return;
-        }
-        view->selectRow(0);
-        emit view->clicked(view->currentIndex());
-    }
+    m_layout->save();
+    m_queryPanel->save();
+    m_search->save();
 }
 
 void WorkstationWindow::importDropped(const QStringList &paths)

@@ -11,10 +11,17 @@ class ImportReport;
 class IndexBanner;
 class IndexHealth;
 class IndexWatcher;
+class LayoutKeeper;
 class LiveRefresh;
 class PatientManagerMainWindow;
+class QueryPanelDock;
 class RecordForm;
+class SearchBar;
+class SearchController;
+class SelectionStatus;
+class ShownPatients;
 class StatusPanel;
+class TableStage;
 class TreeController;
 
 /**
@@ -36,16 +43,13 @@ public:
     LiveRefresh *liveRefresh() const { return m_liveRefresh; }
     IndexWatcher *indexWatcher() const { return m_watcher; }
     TreeController *tree() const { return m_tree; }
+    TableStage *stage() const { return m_stage; }
+    ShownPatients *shownPatients() const { return m_shown; }
     StatusPanel *statusPanel() const { return m_statusPanel; }
+    QueryPanelDock *queryPanel() const { return m_queryPanel; }
+    SelectionStatus *selection() const { return m_selection; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_forms; }
-
-    /// Lists today's patients, or all; asks first where that would drop edits.
-    void showPatients(bool onlyToday);
-    /// Shows one table alone by its name, or all four and no panel (an empty name).
-    void showTable(const QString &tableName);
-    /// Picks the first patient, study and series that there are, so that each table shows rows.
-    void selectFirst();
 
     void restoreLayout();
     void saveLayout() const;
@@ -64,9 +68,8 @@ private:
     void connectParts();
     void reportIndex();
     void reportDamage(const QString &detail);
-    void arrangeTables();
-    void sortImages();
-    void rejoinTables();
+    void connectSearch();
+    void connectQueryPanel();
     bool mayClose();
     void closeOnceIdle();
     void importDropped(const QStringList &paths);
@@ -83,6 +86,13 @@ private:
     LiveRefresh *m_liveRefresh = nullptr;
     EditController *m_edits = nullptr;
     TreeController *m_tree = nullptr;
+    TableStage *m_stage = nullptr;
+    SearchBar *m_searchBar = nullptr;
+    ShownPatients *m_shown = nullptr;
+    SearchController *m_search = nullptr;
+    LayoutKeeper *m_layout = nullptr;
+    QueryPanelDock *m_queryPanel = nullptr;
+    SelectionStatus *m_selection = nullptr;
     ActionMenus *m_menus = nullptr;
     StatusPanel *m_statusPanel = nullptr;
     bool m_closing = false;
