@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
@@ -28,11 +29,30 @@ struct Options
         QCoreApplication::translate(
             "CommandLine", "Imports DIR where nothing else is named and the index is empty."),
         QStringLiteral("DIR")};
+    QCommandLineOption preview{QStringLiteral("preview"),
+        QCoreApplication::translate("CommandLine",
+            "Only shows the images of the files and folders named, without an index; a .txt file names one "
+            "a line.")};
 };
 
 QString absolute(const QString &path)
 {
     return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
+}
+
+/// The lines of a list of files; other files name themselves.
+QStringList listed(const QString &path)
+{
+    QFile list(path);
+    if (!path.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive) || !list.open(QIODevice::ReadOnly)) {
+        return {absolute(path)};
+    }
+    QStringList paths;
+    const QStringList lines = QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        paths.append(absolute(line.endsWith(QLatin1Char('\r')) ? line.chopped(1) : line));
+    }
+    return paths;
 }
 
 CommandLine answering(const QString &text, int code)
@@ -52,9 +72,9 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     parser.setApplicationDescription(QCoreApplication::translate(
         "CommandLine", "Shows and manages a workstation's index of patients, studies, series and images."));
     parser.addOptions({options.help, options.database, options.config, options.screenshot,
-        options.quitWhenIdle, options.samples});
+        options.quitWhenIdle, options.samples, options.preview});
     parser.addPositionalArgument(QStringLiteral("PATH"),
-        QCoreApplication::translate("CommandLine", "Files and folders to import."),
+        QCoreApplication::translate("CommandLine", "Files and folders to import, or to preview."),
         QStringLiteral("[PATH...]"));
     if (!parser.parse(arguments)) {
         return answering(parser.errorText() + QLatin1Char('\n'), wrongUse);
@@ -63,8 +83,18 @@ CommandLine CommandLine::parse(const QStringList &arguments)
         return answering(parser.helpText(), 0);
     }
     CommandLine line;
+    line.previewOnly = parser.isSet(options.preview);
     for (const QString &path : parser.positionalArguments()) {
-        line.imports.append(absolute(path));
+        if (line.previewOnly) {
+            line.previews += listed(path);
+        } else {
+            line.imports.append(absolute(path));
+        }
+    }
+    if (line.previewOnly && line.previews.isEmpty()) {
+        return answering(
+            QCoreApplication::translate("CommandLine", "--preview needs files to show.") + QLatin1Char('\n'),
+            wrongUse);
     }
     line.database = absolute(parser.value(options.database));
     line.config = absolute(parser.value(options.config));

@@ -14,6 +14,8 @@ struct CommandLine
     QString config; ///< folder that holds `config`; empty for the program's own
     QString screenshot; ///< where a picture of the window goes after the imports; empty for none
     QString samples; ///< what an empty index imports where nothing is named
+    QStringList previews; ///< files and folders that the preview shows
+    bool previewOnly = false; ///< no index, no frame: the preview alone
     bool quitWhenIdle = false;
 
     /// A text to print instead of starting, with the code to leave with.
