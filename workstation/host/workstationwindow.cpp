@@ -20,6 +20,7 @@
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
 #include "patientqueryform.h"
+#include "picturecontroller.h"
 #include "querydates.h"
 #include "querypanelcontroller.h"
 #include "querypaneldock.h"
@@ -101,8 +102,9 @@ void WorkstationWindow::build()
     m_queryPanel = new QueryPanelDock(this);
     m_selection = new SelectionStatus(m_library, m_forms, this);
     m_layout = new LayoutKeeper(this, m_library, m_stage, m_forms, this);
-    m_menus = new ActionMenus(
-        this, m_library, {m_edits->editAction(), m_tree->toggleAction(), m_search->findAction(), m_queryPanel->toggleAction()});
+    m_menus = new ActionMenus(this, m_library,
+        {m_edits->editAction(), m_tree->toggleAction(), m_search->findAction(),
+            m_queryPanel->toggleAction()});
     m_statusPanel = new StatusPanel(statusBar(), m_imports);
 }
 
@@ -156,6 +158,9 @@ void WorkstationWindow::connectQueryPanel()
     connect(m_watcher, &IndexWatcher::changed, new QueryDates(panel), &QueryDates::update);
     connect(m_selection, &SelectionStatus::changed, m_statusPanel,
         [this] { m_statusPanel->setSelection(m_selection->current().text()); });
+    m_pictures = new PictureController(m_library, m_queryPanel->thumbnailBody(), this);
+    m_pictures->setGuard([this] { return m_edits->mayDropEdits(); });
+    connect(m_liveRefresh, &LiveRefresh::refreshed, m_pictures, &PictureController::onIndexChanged);
     new LauncherButtons(panel, statusBar(), m_selection, new LauncherCentre(m_selection, this));
 }
 

@@ -14,6 +14,7 @@ class IndexWatcher;
 class LayoutKeeper;
 class LiveRefresh;
 class PatientManagerMainWindow;
+class PictureController;
 class QueryPanelDock;
 class RecordForm;
 class SearchBar;
@@ -47,6 +48,7 @@ public:
     ShownPatients *shownPatients() const { return m_shown; }
     StatusPanel *statusPanel() const { return m_statusPanel; }
     QueryPanelDock *queryPanel() const { return m_queryPanel; }
+    PictureController *pictures() const { return m_pictures; }
     SelectionStatus *selection() const { return m_selection; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_forms; }
@@ -92,6 +94,7 @@ private:
     SearchController *m_search = nullptr;
     LayoutKeeper *m_layout = nullptr;
     QueryPanelDock *m_queryPanel = nullptr;
+    PictureController *m_pictures = nullptr;
     SelectionStatus *m_selection = nullptr;
     ActionMenus *m_menus = nullptr;
     StatusPanel *m_statusPanel = nullptr;
