@@ -76,6 +76,11 @@ PictureController::~PictureController()
     delete m_preview;
 }
 
+PreviewWindow *PictureController::preview() const
+{
+    return m_preview;
+}
+
 void PictureController::follow()
 {
     const auto followForm = [this](const auto &form) {

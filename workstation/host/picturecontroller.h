@@ -35,7 +35,7 @@ public:
 
     ThumbnailView *view() const { return m_view; }
     /// The preview that was opened last; null where it is closed.
-    PreviewWindow *preview() const { return m_preview; }
+    PreviewWindow *preview() const;
     /// Asked before a click on a picture would fill tables. Yes at first.
     void setGuard(const std::function<bool()> &mayFillTables) { m_mayFillTables = mayFillTables; }
 
