@@ -1,3 +1,4 @@
+#include "appearancesettings.h"
 #include "commandline.h"
 #include "configlocation.h"
 #include "createconnection.h"
@@ -5,6 +6,7 @@
 #include "previewwindow.h"
 #include "session.h"
 #include "themecontroller.h"
+#include "uilanguage.h"
 
 #include <QApplication>
 #include <QFont>
@@ -44,6 +46,8 @@ int run(const CommandLine &line)
 /// The preview alone; the program ends when it is closed.
 int runPreview(const QStringList &paths)
 {
+    UiLanguage language;
+    language.speak(AppearanceSettings::spokenLanguage());
     PreviewWindow preview;
     preview.showFiles(paths);
     preview.show();

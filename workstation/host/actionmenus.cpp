@@ -72,7 +72,7 @@ void ActionMenus::fillView(QMenu *menu, const HostActions &actions)
 void ActionMenus::fillTools(QMenu *menu)
 {
     place(menu, "actionCloudBrower", tr("Cloud &Browser"));
-    place(menu, "actionTest", tr("&Import and Deletion Settings…"), QStringLiteral("Ctrl+,"));
+    place(menu, "actionTest", tr("&Settings…"), QStringLiteral("Ctrl+,"));
 }
 
 void ActionMenus::fillHelp(QMenu *menu)

@@ -88,10 +88,6 @@
         <translation>云端浏览(&amp;B)</translation>
     </message>
     <message>
-        <source>&amp;Import and Deletion Settings…</source>
-        <translation>设置(&amp;I)…</translation>
-    </message>
-    <message>
         <source>&amp;About</source>
         <translation>关于(&amp;A)</translation>
     </message>
@@ -134,6 +130,10 @@
     <message>
         <source>%1 is not available in this version.</source>
         <translation>此版本不提供“%1”。</translation>
+    </message>
+    <message>
+        <source>&amp;Settings…</source>
+        <translation>设置(&amp;S)…</translation>
     </message>
 </context>
 <context>
@@ -585,14 +585,6 @@
 <context>
     <name>PreviewBanner</name>
     <message>
-        <source>Patient</source>
-        <translation>患者</translation>
-    </message>
-    <message>
-        <source>Study and series</source>
-        <translation>检查和序列</translation>
-    </message>
-    <message>
         <source>Not for diagnosis</source>
         <translation>不可用于诊断</translation>
     </message>
@@ -618,14 +610,6 @@
     <message>
         <source>Goes to an image</source>
         <translation>转到某幅图像</translation>
-    </message>
-    <message>
-        <source>Number of the image</source>
-        <translation>图像编号</translation>
-    </message>
-    <message>
-        <source>Window, level and zoom</source>
-        <translation>窗宽、窗位和缩放</translation>
     </message>
     <message>
         <source>Picture</source>
