@@ -7,6 +7,7 @@
 #include "patientmanagermainwindow.h"
 #include "patienttreeform.h"
 #include "previewwindow.h"
+#include "qpatient.h"
 #include "seriesform.h"
 #include "studyform.h"
 #include "thumbnailmodel.h"
