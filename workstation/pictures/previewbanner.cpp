@@ -15,11 +15,10 @@ QString joined(QStringList parts)
     return parts.join(QStringLiteral("   "));
 }
 
-QLabel *line(const QString &accessibleName, bool bold, QWidget *parent)
+QLabel *line(bool bold, QWidget *parent)
 {
     auto *label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText); // a name may hold anything
-    label->setAccessibleName(accessibleName);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     QFont font = label->font();
     font.setBold(bold);
@@ -31,8 +30,8 @@ QLabel *line(const QString &accessibleName, bool bold, QWidget *parent)
 
 PreviewBanner::PreviewBanner(QWidget *parent)
     : QFrame(parent)
-    , m_patient(line(tr("Patient"), true, this))
-    , m_study(line(tr("Study and series"), false, this))
+    , m_patient(line(true, this))
+    , m_study(line(false, this))
 {
     auto *warning = new QLabel(tr("Not for diagnosis"), this);
     warning->setObjectName(QStringLiteral("notForDiagnosis"));

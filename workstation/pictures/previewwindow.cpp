@@ -74,11 +74,15 @@ void PreviewWindow::build()
     m_slider->setAccessibleName(tr("Image"));
     m_slider->setToolTip(tr("Goes to an image"));
     m_position = new QLabel(this);
-    m_position->setAccessibleName(tr("Number of the image"));
     m_level = new QLabel(this);
-    m_level->setAccessibleName(tr("Window, level and zoom"));
     m_view->setAccessibleName(tr("Picture"));
-    m_view->setToolTip(QString());
+    // Wide enough for all that comes, so that nothing moves while images go by.
+    for (const auto &[label, widest] : {std::pair(m_position, tr("Image %1 of %2").arg(99999).arg(99999)),
+             std::pair(m_level, QStringLiteral("W 99999  L -99999   9999 %"))}) {
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest));
+    }
+    m_level->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto *centre = new QWidget(this);
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
@@ -161,12 +165,16 @@ void PreviewWindow::setList(const ImageList &list)
     m_list = list;
     m_loaded.reset();
     m_current = m_shown = -1;
-    m_slider->setRange(0, std::max(0, list.size() - 1));
+    {
+        const QSignalBlocker silent(m_slider);
+        m_slider->setRange(0, std::max(0, list.size() - 1));
+        m_slider->setValue(0);
+    }
     m_slider->setEnabled(list.size() > 1);
     m_actions->setPlayable(list.size() > 1);
     m_actions->setWindows({}, false, false);
     m_banner->clear();
-    m_view->setMessage(tr("There is no image to show."));
+    m_view->setMessage(list.isEmpty() ? tr("There is no image to show.") : tr("Loading…"));
     updateStatus();
     goTo(0);
 }

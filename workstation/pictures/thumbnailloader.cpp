@@ -58,9 +58,20 @@ void ThumbnailLoader::cancel()
     m_pending = 0;
 }
 
+void ThumbnailLoader::forget()
+{
+    cancel();
+    m_records = {};
+    m_made.clear();
+}
+
 void ThumbnailLoader::load(const RecordKeys &records)
 {
     cancel();
+    if (!(records == m_records)) {
+        m_made.clear();
+    }
+    m_records = records;
     m_stop = std::make_shared<std::atomic<bool>>(false);
     const Token stop = m_stop;
     m_pool.start([this, records, stop] { list(records, stop); });
@@ -82,13 +93,16 @@ void ThumbnailLoader::onListed(const SeriesEntries &series, const Token &stop)
     if (*stop) {
         return;
     }
-    m_pending = series.entries.size();
     emit listed(series);
     for (const SeriesEntry &entry : series.entries) {
+        if (m_made.value(entry.series) == entry.instanceUid && m_made.contains(entry.series)) {
+            continue;
+        }
+        ++m_pending;
         m_pool.start([this, entry, stop] {
             const Thumbnail thumbnail = make(entry, *m_store, *stop, *m_decoded);
             QMetaObject::invokeMethod(
-                this, [this, key = entry.series, thumbnail, stop] { onMade(key, thumbnail, stop); },
+                this, [this, entry, thumbnail, stop] { onMade(entry, thumbnail, stop); },
                 Qt::QueuedConnection);
         });
     }
@@ -97,12 +111,13 @@ void ThumbnailLoader::onListed(const SeriesEntries &series, const Token &stop)
     }
 }
 
-void ThumbnailLoader::onMade(qlonglong series, const Thumbnail &thumbnail, const Token &stop)
+void ThumbnailLoader::onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop)
 {
     if (*stop) {
         return;
     }
-    emit loaded(series, thumbnail);
+    m_made.insert(entry.series, entry.instanceUid);
+    emit loaded(entry.series, thumbnail);
     if (--m_pending == 0) {
         emit finished();
     }

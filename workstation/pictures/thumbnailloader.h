@@ -4,6 +4,7 @@
 #include "pixelproblem.h"
 #include "seriesentry.h"
 
+#include <QHash>
 #include <QImage>
 #include <QObject>
 #include <QThreadPool>
@@ -41,8 +42,11 @@ public:
     ~ThumbnailLoader() override;
 
     ThumbnailStore &store() { return *m_store; }
+    /// Pictures of this selection that were reported already are not reported again.
     void load(const RecordKeys &records);
     void cancel();
+    /// Cancels, and reports everything anew at the next load().
+    void forget();
     /// How many pictures were decoded since this object was made; for tests and measuring.
     int decodedCount() const { return *m_decoded; }
 
@@ -61,12 +65,14 @@ private:
     using Token = std::shared_ptr<std::atomic<bool>>;
     void list(const RecordKeys &records, const Token &stop);
     void onListed(const SeriesEntries &series, const Token &stop);
-    void onMade(qlonglong series, const Thumbnail &thumbnail, const Token &stop);
+    void onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop);
 
     const QString m_indexPath;
     const std::shared_ptr<ThumbnailStore> m_store;
     const std::shared_ptr<std::atomic<int>> m_decoded;
     QThreadPool m_pool;
     Token m_stop; ///< set once the selection it belongs to is left
+    RecordKeys m_records; ///< the selection
+    QHash<qlonglong, QString> m_made; ///< its series with a picture reported, and the instance that it shows
     int m_pending = 0;
 };

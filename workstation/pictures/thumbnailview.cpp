@@ -52,6 +52,7 @@ void ThumbnailView::build()
 void ThumbnailView::show(const RecordKeys &records)
 {
     m_shown = records;
+    m_loader->forget(); // a file that could not be read may be there again
     refresh();
 }
 
@@ -63,7 +64,7 @@ void ThumbnailView::refresh()
 void ThumbnailView::clear()
 {
     m_shown = {};
-    m_loader->cancel();
+    m_loader->forget();
     m_model->setSeries({});
     m_note->setText(tr("Select a patient, study or series to see its images."));
     m_note->show();

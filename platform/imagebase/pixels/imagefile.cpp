@@ -91,7 +91,7 @@ PixelProblem ImageFile::Private::check()
     if (info.rows <= 0 || info.columns <= 0 || info.samples <= 0 || info.samples > 4 || !isReadable(native)) {
         return PixelProblem::UnsupportedFormat;
     }
-    if (native.sampleCount() > maximumSamples) {
+    if (native.sampleCount() * qMax(8, native.bitsAllocated) / 8 > maximumFrameBytes) {
         return PixelProblem::TooLarge;
     }
     if (info.frames > maximumFrames) {

@@ -19,8 +19,8 @@ struct PixelFrame;
 class IMAGEBASE_EXPORT ImageFile
 {
 public:
-    /// No frame has more samples; a mammogram or a slide's tile has a tenth of it.
-    static constexpr qint64 maximumSamples = qint64(64) * 1024 * 1024;
+    /// No frame takes more; a mammogram takes two thirds of it. Decoding takes several times as much memory.
+    static constexpr qint64 maximumFrameBytes = qint64(64) * 1024 * 1024;
     static constexpr int maximumFrames = 100 * 1000;
 
     ImageFile();
