@@ -35,32 +35,32 @@ constexpr RoleColour lightColours[] = {
 };
 
 constexpr RoleColour darkColours[] = {
-    {QPalette::Window, 0xff24272c},
+    {QPalette::Window, 0xff2f3338},
     {QPalette::WindowText, 0xffe6e8eb},
     {QPalette::Base, 0xff1a1c20},
-    {QPalette::AlternateBase, 0xff212429},
+    {QPalette::AlternateBase, 0xff23262b},
     {QPalette::Text, 0xffe6e8eb},
-    {QPalette::Button, 0xff30343a},
+    {QPalette::Button, 0xff393d44},
     {QPalette::ButtonText, 0xffe6e8eb},
     {QPalette::BrightText, 0xffffffff},
-    {QPalette::Light, 0xff4a4f57},
-    {QPalette::Midlight, 0xff3a3f46},
-    {QPalette::Mid, 0xff1f2226},
-    {QPalette::Dark, 0xff15171a},
-    {QPalette::Shadow, 0xff0b0c0e},
+    {QPalette::Light, 0xff5a6069},
+    {QPalette::Midlight, 0xff4d525a},
+    {QPalette::Mid, 0xff2a2d32},
+    {QPalette::Dark, 0xff1d1f23},
+    {QPalette::Shadow, 0xff101214},
     {QPalette::Highlight, 0xff2b66b8},
     {QPalette::HighlightedText, 0xffffffff},
-    {QPalette::Link, 0xff7fb4ff},
+    {QPalette::Link, 0xff8ebcff},
     {QPalette::LinkVisited, 0xffc6a8f7},
-    {QPalette::ToolTipBase, 0xff3a3f47},
+    {QPalette::ToolTipBase, 0xff4a5059},
     {QPalette::ToolTipText, 0xfff0f1f3},
-    {QPalette::PlaceholderText, 0xff9ba2ac},
+    {QPalette::PlaceholderText, 0xffa3a9b2},
 };
 
 constexpr QRgb lightDisabledText = 0xff62676f;
-constexpr QRgb lightDisabledHighlight = 0xffcdd2da;
-constexpr QRgb darkDisabledText = 0xff9fa4ad;
-constexpr QRgb darkDisabledHighlight = 0xff3a3f46;
+constexpr QRgb lightDisabledHighlight = 0xffe4e7ec;
+constexpr QRgb darkDisabledText = 0xffb3b8c0;
+constexpr QRgb darkDisabledHighlight = 0xff42474e;
 
 template <std::size_t Count>
 QPalette paletteOf(const RoleColour (&colours)[Count], QRgb disabledText, QRgb disabledHighlight)
