@@ -8,6 +8,7 @@
 #include "patientform.h"
 #include "patienttreeform.h"
 #include "qdcmrecvfile.h"
+#include "qpatient.h"
 #include "seriesform.h"
 #include "studyform.h"
 #include "tableinfoform.h"
@@ -42,6 +43,7 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
     createConnection();
     createForms();
     qRegisterMetaType<QList<qlonglong>>("QList<qlonglong>");
+    qRegisterMetaType<QPatient *>();
     WindowConnections::connectForms(this);
     startReceiver();
     stackForms();

@@ -62,6 +62,14 @@ void removeTitleBar(QDockWidget *dock)
     setTitleBar(dock, new QWidget(dock));
 }
 
+/// The field within a date edit has no name of its own.
+void nameField(const QDateEdit *edit)
+{
+    auto *field = edit->findChild<QLineEdit *>();
+    field->setAccessibleName(edit->accessibleName());
+    field->setToolTip(edit->toolTip());
+}
+
 } // namespace
 
 PatientQueryForm::PatientQueryForm(QWidget *parent)
@@ -72,6 +80,8 @@ PatientQueryForm::PatientQueryForm(QWidget *parent)
     connect(ui->NameCheck, &QAbstractButton::clicked, this, &PatientQueryForm::enablePatient);
     connect(ui->PatientIDCheck, &QAbstractButton::clicked, this, &PatientQueryForm::enablePatientID);
     connect(ui->IDCardNumCheck, &QAbstractButton::clicked, this, &PatientQueryForm::enableIDCardNum);
+    nameField(ui->InPatientNo);
+    nameField(ui->OutPatient);
     readInquiryNames();
 }
 
