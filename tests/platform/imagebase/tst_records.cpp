@@ -5,6 +5,7 @@
 #include "qseries.h"
 #include "qstudy.h"
 #include "recordcolumns.h"
+#include "recordfiles.h"
 #include "temporaryindex.h"
 #include "testmain.h"
 
@@ -47,6 +48,7 @@ private slots:
     void childrenKnowTheirParents();
     void whatFindsNothingSaysWhy();
     void everyConditionCountsOnceInALargeIndex();
+    void filesOfAnyLevelComeInOrder();
 
 private:
     void store(const QString &name, const char *group, const char *field, const char *symbol,
@@ -289,6 +291,30 @@ void RecordsTest::everyConditionCountsOnceInALargeIndex()
         QCOMPARE(patients.getAllStudy().size(), expected);
         QCOMPARE(patients.getAllSeries().size(), expected);
     }
+}
+
+void RecordsTest::filesOfAnyLevelComeInOrder()
+{
+    m_index->addImage(m_ct2, QStringLiteral("i4"), 1);
+    m_index->query(QStringLiteral("UPDATE imageformat SET FilePath = SOPInstanceUID"));
+    m_index->addImage(m_ct2, QStringLiteral("i5"), 2); // without a file
+    m_index->query(QStringLiteral("UPDATE imageformat SET FilePath = '' WHERE SOPInstanceUID = 'i5'"));
+    const auto paths = [this](RecordLevel level, const QList<qlonglong> &keys) {
+        return recordFiles(m_index->database(), level, keys).paths.join(QLatin1Char(' '));
+    };
+    // The newest study first, then by series number, then by instance number.
+    QCOMPARE(paths(RecordLevel::Patient, {m_anna, m_bela}), QStringLiteral("i3 i1 i2 i4"));
+    QCOMPARE(paths(RecordLevel::Study, {m_annaCt}), QStringLiteral("i1 i2 i4"));
+    QCOMPARE(paths(RecordLevel::Series, {m_ct2, m_ct1}), QStringLiteral("i1 i2 i4"));
+    QCOMPARE(paths(RecordLevel::Image, {3, 2, 99}), QStringLiteral("i3 i1"));
+    QCOMPARE(paths(RecordLevel::Series, {}), QString());
+    QList<qlonglong> many;
+    for (qlonglong key = 1; key <= 10000; ++key) {
+        many.append(key);
+    }
+    const RecordFiles all = recordFiles(m_index->database(), RecordLevel::Series, many);
+    QCOMPARE(all.paths.size(), 4);
+    QCOMPARE(all.patientId + all.studyUid + all.seriesUid, QStringLiteral("11.21.2.1"));
 }
 
 PM_TEST_MAIN(RecordsTest)

@@ -1,0 +1,256 @@
+#include "configlocation.h"
+#include "frame.h"
+#include "kivmessageboxform.h"
+#include "launchcommand.h"
+#include "launchedprogram.h"
+#include "launchercentre.h"
+#include "launchersettings.h"
+#include "ntableview.h"
+#include "patientmanagermainwindow.h"
+#include "patienttreeform.h"
+#include "recordform.h"
+#include "selectionstatus.h"
+#include "testmain.h"
+
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+const QString shell = QStringLiteral("/bin/sh");
+
+} // namespace
+
+/// A frame over three patients whose images have files, with a configuration of the test's own.
+class LaunchersTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void placeholdersBecomeArguments();
+    void settingsComeBack();
+    void theSelectionReachesTheProgram();
+    void refusalsSayWhatIsMissing();
+    void whatDoesNotComeUpIsTold_data();
+    void whatDoesNotComeUpIsTold();
+    void runsTwiceAndStops();
+    void outlivesTheWindow();
+    void selectionIsNamed();
+
+private:
+    void configure(const QString &program, const QStringList &arguments) const;
+    void press() const
+    {
+        QTest::mouseClick(
+            frame->window->findChild<QWidget *>(QStringLiteral("pushButton_vessel")), Qt::LeftButton);
+    }
+    LauncherCentre *centre() const { return frame->window->findChild<LauncherCentre *>(); }
+    SelectionStatus *status() const { return frame->window->findChild<SelectionStatus *>(); }
+
+    std::optional<QTemporaryDir> folder;
+    std::unique_ptr<Frame> frame;
+    QStringList messages;
+};
+
+void LaunchersTest::init()
+{
+    folder.emplace();
+    ConfigLocation::setBase(folder->path());
+    messages.clear();
+    kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
+        messages.append(request.text);
+        return int(kivMessageBoxForm::AnswerOk);
+    });
+    frame = std::make_unique<Frame>(3);
+    frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = '/files/it''s ' || pk"));
+}
+
+void LaunchersTest::cleanup()
+{
+    frame.reset();
+    kivMessageBoxForm::setAnswerer(nullptr);
+    ConfigLocation::setBase(QString());
+    folder.reset();
+}
+
+void LaunchersTest::configure(const QString &program, const QStringList &arguments) const
+{
+    QVERIFY(LauncherSettings::write(LauncherId::Vessel, {program, arguments}));
+}
+
+void LaunchersTest::placeholdersBecomeArguments()
+{
+    const LaunchValues values{{QStringLiteral("/a b"), QStringLiteral("/{studyUID}")},
+        QStringLiteral("/list"), QStringLiteral("1.2"), QStringLiteral("1.2.3"),
+        QStringLiteral("$(id) {files}"), QStringLiteral("/index.db"), QStringLiteral("/bin/workstation")};
+    const auto filled = [&values](const char *argument) {
+        return LaunchCommand::arguments({QLatin1String(argument)}, values).join(QLatin1Char('|'));
+    };
+    QCOMPARE(filled("{files}"), QStringLiteral("/a b|/{studyUID}"));
+    QCOMPARE(filled("-f={files},{seriesUID}"), QStringLiteral("-f=/a b,1.2.3|-f=/{studyUID},1.2.3"));
+    QCOMPARE(filled("--list={fileList}"), QStringLiteral("--list=/list"));
+    QCOMPARE(filled("{patientID}"), QStringLiteral("$(id) {files}"));
+    QCOMPARE(filled("{index}{workstation}"), QStringLiteral("/index.db/bin/workstation"));
+    QCOMPARE(filled("{other} {"), QStringLiteral("{other} {"));
+    QCOMPARE(LaunchCommand::program(QStringLiteral("{workstation}"), values), values.workstation);
+    QVERIFY(LaunchCommand::needsSelection({QStringLiteral("-x"), QStringLiteral("-l={fileList}")}));
+    QVERIFY(!LaunchCommand::needsSelection({QStringLiteral("{index}"), QStringLiteral("{workstation}")}));
+}
+
+void LaunchersTest::settingsComeBack()
+{
+    const Launcher launcher{QStringLiteral("/opt/a b/viewer"),
+        {QStringLiteral("--x=1, 2"), QStringLiteral("{files}"), QString::fromUtf8("山\\田; \"q\"")}};
+    QVERIFY(!LauncherSettings::read(LauncherId::Swi).isConfigured());
+    QVERIFY(LauncherSettings::write(LauncherId::Swi, launcher));
+    QCOMPARE(LauncherSettings::writtenFile(), folder->filePath(QStringLiteral("config/main.ini")));
+    QVERIFY(LauncherSettings::read(LauncherId::Swi) == launcher);
+    QVERIFY(!LauncherSettings::read(LauncherId::Vessel).isConfigured());
+    ConfigLocation::setBase(QStringLiteral(PM_SOURCE_DIR)); // what is shipped
+    const Launcher shipped = LauncherSettings::read(LauncherId::Compare);
+    QCOMPARE(shipped.program, QStringLiteral("{workstation}"));
+    QCOMPARE(shipped.arguments, (QStringList{QStringLiteral("--preview"), QStringLiteral("{fileList}")}));
+}
+
+void LaunchersTest::theSelectionReachesTheProgram()
+{
+    const QString result = folder->filePath(QStringLiteral("result"));
+    configure(shell,
+        {QStringLiteral("-c"),
+            QStringLiteral(
+                "{ cat \"$1\"; shift; printf '%s|' \"$@\"; } > \"$0.new\" && mv \"$0.new\" \"$0\""),
+            result, QStringLiteral("{fileList}"), QStringLiteral("{files}"), QStringLiteral("{studyUID}"),
+            QStringLiteral("{patientID}")});
+    frame->patientView()->selectRow(0);
+    Frame::click(frame->patientView(), 1, QStringLiteral("PatientName"));
+    press();
+    QTRY_VERIFY(QFile::exists(result));
+    QFile file(result);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("/files/it's 2\n/files/it's 2|1.2.2|S2|"));
+    QTRY_VERIFY(centre()->running().isEmpty());
+    QCOMPARE(messages, QStringList());
+}
+
+void LaunchersTest::refusalsSayWhatIsMissing()
+{
+    press();
+    QVERIFY2(messages.value(0).contains(QLatin1String("Applications")), qPrintable(messages.value(0)));
+    configure(shell, {QStringLiteral("{files}")});
+    press();
+    QVERIFY2(messages.value(1).contains(QLatin1String("Nothing is selected")), qPrintable(messages.value(1)));
+    frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = ''"));
+    Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
+    press();
+    QVERIFY2(messages.value(2).contains(QLatin1String("1 patient")), qPrintable(messages.value(2)));
+    QCOMPARE(messages.size(), 3);
+    QVERIFY(centre()->running().isEmpty());
+}
+
+void LaunchersTest::whatDoesNotComeUpIsTold_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("script");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("no such program") << "/no/such/program" << QString() << "/no/such/program";
+    QTest::newRow("it dies") << shell
+                             << "i=0; while [ $i -lt 20 ]; do i=$((i+1)); echo line $i >&2; done; exit 3"
+                             << "code 3.\nline 13\n";
+    QTest::newRow("it crashes") << shell << "kill -KILL $$"
+                                << "crashed";
+}
+
+void LaunchersTest::whatDoesNotComeUpIsTold()
+{
+    QFETCH(QString, program);
+    QFETCH(QString, script);
+    QFETCH(QString, told);
+    configure(program, {QStringLiteral("-c"), script});
+    press();
+    QTRY_COMPARE(messages.size(), 1);
+    QVERIFY2(messages[0].contains(told), qPrintable(messages[0]));
+    QVERIFY(centre()->running().isEmpty());
+    QTRY_VERIFY(centre()->findChildren<LaunchedProgram *>().isEmpty());
+}
+
+void LaunchersTest::runsTwiceAndStops()
+{
+    configure(shell, {QStringLiteral("-c"), QStringLiteral("trap '' TERM; while :; do sleep 0.1; done")});
+    const auto *entry = frame->window->findChild<QToolButton *>(QStringLiteral("runningPrograms"));
+    QVERIFY(entry->isHidden());
+    press();
+    press();
+    QTRY_COMPARE(centre()->running().size(), 2);
+    QVERIFY(entry->isVisible());
+    const auto *button = frame->window->findChild<QWidget *>(QStringLiteral("pushButton_vessel"));
+    QVERIFY2(button->toolTip().contains(QLatin1String("running")), qPrintable(button->toolTip()));
+    // What does not listen the first time is ended the second time.
+    while (!centre()->running().isEmpty()) {
+        const int left = centre()->running().size();
+        for (int time = 0; time < 2; ++time) {
+            QMetaObject::invokeMethod(entry->menu()->actions().constFirst(), "trigger");
+        }
+        QTRY_COMPARE(centre()->running().size(), left - 1);
+    }
+    QVERIFY(entry->isHidden());
+    QCOMPARE(messages, QStringList());
+}
+
+void LaunchersTest::outlivesTheWindow()
+{
+    const QString gate = folder->filePath(QStringLiteral("gate"));
+    const QString result = folder->filePath(QStringLiteral("result"));
+    configure(shell,
+        {QStringLiteral("-c"),
+            QStringLiteral("while [ ! -e \"$1\" ]; do sleep 0.05; done; echo x >&2 && cat \"$2\" > \"$0\""),
+            result, gate, QStringLiteral("{fileList}")});
+    Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
+    press();
+    QTRY_COMPARE(centre()->running().size(), 1);
+    frame->window->close();
+    frame.reset();
+    QFile open(gate);
+    QVERIFY(open.open(QIODevice::WriteOnly));
+    QTRY_VERIFY(QFileInfo(result).size() > 0);
+}
+
+void LaunchersTest::selectionIsNamed()
+{
+    const auto text = [this] { return status()->current().text(); };
+    const auto *button = frame->window->findChild<QWidget *>(QStringLiteral("pushButton_vessel"));
+    QSignalSpy changed(status(), &SelectionStatus::changed);
+    QCOMPARE(text(), QString());
+    Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
+    QCOMPARE(text(), QStringLiteral("1 patient"));
+    QTRY_VERIFY(button->toolTip().contains(QLatin1String("1 patient")));
+    QCOMPARE(changed.size(), 1);
+    frame->patientView()->selectAll();
+    QCOMPARE(text(), QStringLiteral("3 patients"));
+    Frame::click(frame->studyView(), 0, QStringLiteral("StudyInstanceUID"));
+    Frame::click(frame->window->forms()[2]->view(), 0, QStringLiteral("Modality"));
+    QCOMPARE(text(), QStringLiteral("1 series"));
+    Frame::click(frame->window->forms()[3]->view(), 0, QStringLiteral("InstanceNumber"));
+    QCOMPARE(text(), QStringLiteral("1 image"));
+    QCOMPARE(status()->forActions().text(), QStringLiteral("1 series"));
+    PatientTreeForm *tree = frame->window->library()->getPatientTreeForm();
+    emit tree->selectMutiPK({1, 2}, QStringLiteral("generalstudy"));
+    QCOMPARE(text(), QStringLiteral("2 studies"));
+    // A filter takes the rows away, and with them the selection.
+    frame->patients()->onInquiryShow();
+    emit frame->patients()->selectPK({}, QStringLiteral("patient"));
+    for (RecordForm *form : frame->window->forms()) {
+        form->onInquiryShow();
+    }
+    QCOMPARE(text(), QString());
+    QTRY_VERIFY(button->toolTip().contains(QLatin1String("nothing")));
+}
+
+PM_TEST_MAIN(LaunchersTest)
+#include "tst_launchers.moc"
