@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <vector>
 
 namespace {
@@ -12,28 +11,32 @@ constexpr int greyValues = 1 << 16;
 constexpr double leftOut = 0.005;
 
 /// The grey of the screen for each grey of a frame that occurs in it.
-std::vector<uchar> lookUp(const PixelFrame &frame, const WindowLevel &window, bool invert)
+std::vector<QRgb> lookUp(const PixelFrame &frame, const WindowLevel &window, bool invert)
 {
-    std::vector<uchar> table(greyValues, 0);
+    std::vector<QRgb> table(greyValues, qRgb(0, 0, 0));
     const double width = std::max(window.width, 1e-9);
     const double lowest = window.centre - width / 2;
     for (int grey = frame.least; grey <= frame.most; ++grey) {
         const double share = std::clamp((frame.valueOf(grey) - lowest) / width, 0.0, 1.0);
         const auto shade = static_cast<int>(std::lround(share * 255));
-        table[std::size_t(grey)] = uchar(invert ? 255 - shade : shade);
+        const int shown = invert ? 255 - shade : shade;
+        table[std::size_t(grey)] = qRgb(shown, shown, shown);
     }
     if (frame.padding >= 0) {
-        table[std::size_t(frame.padding)] = 0;
+        table[std::size_t(frame.padding)] = qRgb(0, 0, 0);
     }
     return table;
 }
 
 QImage renderColour(const PixelFrame &frame, bool invert)
 {
-    QImage image(frame.columns, frame.rows, QImage::Format_RGB888);
+    QImage image(frame.columns, frame.rows, QImage::Format_RGB32);
+    const uchar *in = frame.rgb.constData();
     for (int row = 0; row < frame.rows && !image.isNull(); ++row) {
-        std::memcpy(image.scanLine(row), frame.rgb.constData() + qint64(row) * frame.columns * 3,
-            std::size_t(frame.columns) * 3);
+        auto *out = reinterpret_cast<QRgb *>(image.scanLine(row));
+        for (int column = 0; column < frame.columns; ++column, in += 3) {
+            *out++ = qRgb(in[0], in[1], in[2]);
+        }
     }
     if (invert) {
         image.invertPixels();
@@ -84,11 +87,11 @@ QImage FrameImage::render(const PixelFrame &frame, const WindowLevel &window, bo
     if (frame.isColour()) {
         return renderColour(frame, invert);
     }
-    const std::vector<uchar> table = lookUp(frame, window, invert != frame.isInverted);
-    QImage image(frame.columns, frame.rows, QImage::Format_Grayscale8);
+    const std::vector<QRgb> table = lookUp(frame, window, invert != frame.isInverted);
+    QImage image(frame.columns, frame.rows, QImage::Format_RGB32);
     const quint16 *in = frame.grey.constData();
     for (int row = 0; row < frame.rows && !image.isNull(); ++row) {
-        uchar *out = image.scanLine(row);
+        auto *out = reinterpret_cast<QRgb *>(image.scanLine(row));
         for (int column = 0; column < frame.columns; ++column) {
             *out++ = table[*in++];
         }

@@ -12,7 +12,7 @@ namespace FrameImage {
 WindowLevel autoWindow(const PixelFrame &frame);
 /// The file's first window, else the automatic one.
 WindowLevel defaultWindow(const PixelFrame &frame);
-/// A picture of 8 bit greys or of colours, as large as the frame.
+/// A picture as large as the frame, in the 32 bit format that painters scale fastest.
 /// @param invert black for white, on top of what the frame asks for
 QImage render(const PixelFrame &frame, const WindowLevel &window, bool invert = false);
 

@@ -149,7 +149,8 @@ Thumbnail ThumbnailLoader::make(
         return thumbnail;
     }
     thumbnail.picture =
-        scaled(FrameImage::render(frame, FrameImage::defaultWindow(frame)), file.info().spacing);
+        scaled(FrameImage::render(frame, FrameImage::defaultWindow(frame)), file.info().spacing)
+            .convertToFormat(frame.isColour() ? QImage::Format_RGB32 : QImage::Format_Grayscale8);
     store.put(entry.instanceUid, info, thumbnail.picture);
     return thumbnail;
 }

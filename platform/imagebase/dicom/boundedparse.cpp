@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr qint64 prefixLimit = qint64(8) * 1024 * 1024;
 /// DCMTK takes three to five reads for each element, so this is some ten thousand of them.
 constexpr int maximumReads = 40 * 1000;
 /// Levels that the calling thread's own stack surely bears.
@@ -79,9 +78,9 @@ QByteArray MemoryFile::path() const
     return "/proc/self/fd/" + QByteArray::number(m_file);
 }
 
-QByteArray boundedPrefix(FileWindow &file)
+QByteArray boundedPrefix(FileWindow &file, qint64 limit)
 {
-    const qint64 length = qMin(file.size(), prefixLimit);
+    const qint64 length = qMin(file.size(), limit);
     const uchar *begin = file.at(0, length);
     return begin ? QByteArray(reinterpret_cast<const char *>(begin), static_cast<int>(length)) : QByteArray();
 }

@@ -33,8 +33,11 @@ struct BoundedParse
     QString detail; ///< its words on what is wrong
 };
 
-/// The first bytes of a file, as many as DCMTK is ever given; empty where they cannot be read.
-QByteArray boundedPrefix(FileWindow &file);
+/// As much of a file as DCMTK is ever given.
+inline constexpr qint64 parseLimit = qint64(8) * 1024 * 1024;
+
+/// The first bytes of a file; empty where they cannot be read.
+QByteArray boundedPrefix(FileWindow &file, qint64 limit = parseLimit);
 
 /// Runs on this thread, or on one with a stack deep enough for as many nested items as the bytes may hold,
 /// since DCMTK recurses at each; returns when it is done.

@@ -18,6 +18,7 @@
 namespace {
 
 constexpr quint16 metaGroup = 0x0002;
+constexpr qint64 usualHeader = qint64(64) * 1024;
 constexpr qint64 deflatedLimit = qint64(64) * 1024 * 1024;
 constexpr qint64 inflatedLimit = qint64(192) * 1024 * 1024;
 constexpr int mostPaletteEntries = 1 << 16;
@@ -254,13 +255,26 @@ PixelProblem parse(const MemoryFile &bytes, FileWindow &file, ImageHeader &heade
     return PixelProblem::Damaged;
 }
 
-PixelProblem parse(FileWindow &file, ImageHeader &header)
+PixelProblem parse(FileWindow &file, ImageHeader &header, qint64 limit)
 {
-    const QByteArray bytes = boundedPrefix(file);
+    const QByteArray bytes = boundedPrefix(file, limit);
     const MemoryFile copy(bytes);
     PixelProblem problem = PixelProblem::Damaged;
     onStackFor(bytes, [&] { problem = parse(copy, file, header); });
     return problem;
+}
+
+/// Most headers are short: all that is behind them would be copied and looked through for nothing.
+PixelProblem parse(FileWindow &file, ImageHeader &header)
+{
+    const PixelProblem problem = parse(file, header, usualHeader);
+    const bool isWhole = file.size() <= usualHeader || header.info.transferSyntax == DicomUid::deflated
+        || (problem == PixelProblem::None && header.pixels.kind != PixelPlace::Kind::None);
+    if (isWhole) {
+        return problem;
+    }
+    header = {};
+    return parse(file, header, parseLimit);
 }
 
 /// Puts the unpacked data set into the window.
@@ -292,5 +306,11 @@ PixelProblem readImageHeader(FileWindow &file, ImageHeader &header)
         return problem;
     }
     const PixelProblem packed = unpack(file);
-    return packed == PixelProblem::None ? parse(file, header) : packed;
+    if (packed != PixelProblem::None) {
+        return packed;
+    }
+    header = {};
+    const PixelProblem unpacked = parse(file, header);
+    header.info.transferSyntax = DicomUid::deflated;
+    return unpacked;
 }
