@@ -47,6 +47,7 @@ void DirectoryViewer::buildTree()
     model->setFilter(QDir::Dirs | QDir::AllDirs | QDir::NoDotAndDotDot);
     model->setRootPath(QDir::currentPath());
     treeView->setModel(model);
+    treeView->setAccessibleName(tr("Folders"));
     QHeaderView *header = treeView->header();
     header->setStretchLastSection(true);
     header->setSortIndicator(0, Qt::AscendingOrder);

@@ -227,12 +227,20 @@ No value asks for records without the field.</source>
         <source>取消</source>
         <translation>取消</translation>
     </message>
+    <message>
+        <source>Folders</source>
+        <translation>文件夹</translation>
+    </message>
 </context>
 <context>
     <name>ImageformatForm</name>
     <message>
         <source>Form</source>
         <translation>窗体</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>图像</translation>
     </message>
 </context>
 <context>
@@ -283,6 +291,10 @@ No value asks for records without the field.</source>
     <message>
         <source>Form</source>
         <translation>窗体</translation>
+    </message>
+    <message>
+        <source>Patients</source>
+        <translation>患者</translation>
     </message>
 </context>
 <context>
@@ -706,12 +718,20 @@ No value asks for records without the field.</source>
         <source>Form</source>
         <translation>窗体</translation>
     </message>
+    <message>
+        <source>Series</source>
+        <translation>序列</translation>
+    </message>
 </context>
 <context>
     <name>StudyForm</name>
     <message>
         <source>Form</source>
         <translation>窗体</translation>
+    </message>
+    <message>
+        <source>Studies</source>
+        <translation>检查</translation>
     </message>
 </context>
 <context>
@@ -723,6 +743,10 @@ No value asks for records without the field.</source>
     <message>
         <source>Information:</source>
         <translation>信息:</translation>
+    </message>
+    <message>
+        <source>What the tables show</source>
+        <translation>表格所显示的内容</translation>
     </message>
 </context>
 </TS>

@@ -908,6 +908,10 @@
         <source>Close</source>
         <translation>关闭</translation>
     </message>
+    <message>
+        <source>Tables</source>
+        <translation>表格</translation>
+    </message>
 </context>
 <context>
     <name>swimconfig</name>

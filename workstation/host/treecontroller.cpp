@@ -23,7 +23,7 @@ TreeController::TreeController(PatientManagerMainWindow *library, EditController
     : QObject(parent)
     , m_library(library)
     , m_panel(library->getPatientTreeForm())
-    , m_toggle(new QAction(tr("Patient &Tree"), this))
+    , m_toggle(new QAction(tr("Patie&nt Tree"), this))
 {
     m_toggle->setObjectName(QStringLiteral("actionPatientTree"));
     m_toggle->setCheckable(true);

@@ -837,8 +837,8 @@
 <context>
     <name>TreeController</name>
     <message>
-        <source>Patient &amp;Tree</source>
-        <translation>患者树(&amp;T)</translation>
+        <source>Patie&amp;nt Tree</source>
+        <translation>患者树(&amp;N)</translation>
     </message>
 </context>
 <context>

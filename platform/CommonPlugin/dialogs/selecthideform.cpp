@@ -21,6 +21,7 @@ selectHideForm::selectHideForm(QWidget *parent, int page)
 void selectHideForm::build()
 {
     setWindowTitle(tr("Fields"));
+    m_pages->setAccessibleName(tr("Tables"));
     const auto addPage = [this](RecordLevel level, const QString &title) {
         auto *page = new FieldPage(QLatin1String(recordTableName(level)), this);
         connect(page, &FieldPage::changed, this, &selectHideForm::updateFieldHeader);
