@@ -78,7 +78,7 @@ void PictureBench::thumbnails(QJsonObject &result)
     std::vector<double> first;
     std::vector<double> all;
     std::vector<double> again;
-    double longest = 0;
+    std::vector<double> blocks;
     for (int round = 0; round < m_rounds; ++round) {
         QDir(ThumbnailStore(m_index).folder()).removeRecursively();
         ThumbnailView view(m_index);
@@ -101,13 +101,13 @@ void PictureBench::thumbnails(QJsonObject &result)
         finished = false;
         const Turns second = turn([&] { view.show(patient); }, [&] { return finished; });
         again.push_back(second.totalMs);
-        longest = std::max({longest, one.longestMs, rest.longestMs, second.longestMs});
+        blocks.push_back(std::max({one.longestMs, rest.longestMs, second.longestMs}));
         result.insert(QStringLiteral("pictures"), view.model()->rowCount());
     }
     result.insert(QStringLiteral("firstMs"), summary(first));
     result.insert(QStringLiteral("allMs"), summary(all));
     result.insert(QStringLiteral("cachedMs"), summary(again));
-    result.insert(QStringLiteral("thumbnailBlockMs"), longest);
+    result.insert(QStringLiteral("thumbnailBlockMs"), summary(blocks));
 }
 
 /// Leaves the patient at its first picture for one of its series: what is decoded from then on, but for that
@@ -139,7 +139,7 @@ void PictureBench::scrolling(QJsonObject &result)
 {
     const qlonglong series = keys(QStringLiteral("SELECT min(pk) FROM generalseries")).value(0);
     std::vector<double> rates;
-    double longest = 0;
+    std::vector<double> blocks;
     double opening = 0;
     for (int round = 0; round < m_rounds; ++round) {
         PreviewWindow preview;
@@ -150,6 +150,7 @@ void PictureBench::scrolling(QJsonObject &result)
         const auto isPainted = [&](int index) { return [&, index] { return preview.shown() == index; }; };
         const Turns open = turn([&] { preview.showSeries(m_index, series); }, isPainted(0));
         opening = std::max(opening, open.totalMs);
+        double longest = 0;
         QElapsedTimer time;
         time.start();
         for (int index = 1; index < preview.count(); ++index) {
@@ -158,12 +159,13 @@ void PictureBench::scrolling(QJsonObject &result)
                 [&] { return preview.shown() == index && preview.view()->paintCount() > paints; });
             longest = std::max(longest, step.longestMs);
         }
+        blocks.push_back(longest);
         rates.push_back((preview.count() - 1) * 1000.0 / msOf(time));
         result.insert(QStringLiteral("images"), preview.count());
     }
     result.insert(QStringLiteral("imagesPerSecond"), summary(rates));
     result.insert(QStringLiteral("openMs"), opening);
-    result.insert(QStringLiteral("scrollBlockMs"), longest);
+    result.insert(QStringLiteral("scrollBlockMs"), summary(blocks));
 }
 
 QJsonObject PictureBench::run()
