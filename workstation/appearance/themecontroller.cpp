@@ -3,9 +3,9 @@
 #include "appearancesettings.h"
 #include "palettes.h"
 #include "settingsnotifier.h"
+#include "workstationstyle.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace {
@@ -19,7 +19,7 @@ ThemeController::ThemeController(QObject *parent)
     , m_startedDark(QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness)
 {
     // The one style of Qt's that takes every colour from the palette.
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new WorkstationStyle);
     connect(&m_desktop, &DesktopScheme::changed, this, &ThemeController::apply);
     connect(SettingsNotifier::instance(), &SettingsNotifier::themeChanged, this, &ThemeController::apply);
     m_desktop.follow();

@@ -1,0 +1,48 @@
+#include "workstationstyle.h"
+
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+namespace {
+
+constexpr int middleLightness = 128;
+constexpr qreal cornerRadius = 2;
+/// Contrast of 3 and more to all grounds of the dark theme.
+constexpr QRgb lightLine = 0xff868d97;
+
+bool isFrame(QStyle::PrimitiveElement element)
+{
+    return element == QStyle::PE_IndicatorCheckBox || element == QStyle::PE_IndicatorItemViewItemCheck
+        || element == QStyle::PE_FrameLineEdit;
+}
+
+} // namespace
+
+WorkstationStyle::WorkstationStyle()
+    : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
+{ }
+
+void WorkstationStyle::drawPrimitive(
+    PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
+{
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isRound = element == PE_IndicatorRadioButton;
+    const bool isDark = option->palette.color(QPalette::Window).lightness() < middleLightness;
+    const bool isFocused = element == PE_FrameLineEdit && (option->state & State_HasFocus);
+    const bool isEnabled = option->state & State_Enabled;
+    if (!isDark || !isEnabled || isFocused || !(isRound || isFrame(element))) {
+        return;
+    }
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QColor(lightLine));
+    painter->setBrush(Qt::NoBrush);
+    const QRectF frame = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    if (isRound) {
+        painter->drawEllipse(frame);
+    } else {
+        painter->drawRoundedRect(frame, cornerRadius, cornerRadius);
+    }
+    painter->restore();
+}
