@@ -204,8 +204,12 @@ void RecordForm::showWhere(const QString &filter)
 bool RecordForm::narrowTo(const QString &filter)
 {
     const int selected = selectedKeys().size();
+    const bool wasEmpty = m_model->rowCount() == 0;
     const ViewPlace place(m_view, m_model);
     m_model->selectWhere(filter);
+    if (wasEmpty) {
+        m_view->resizeColumnsToContents(); // later rows leave the widths alone
+    }
     place.restore();
     return selectedKeys().size() == selected;
 }

@@ -76,8 +76,8 @@ protected:
 
     PagedTableModel *model() const { return m_model; }
     void showWhere(const QString &filter);
-    /// The rows of another filter, with the columns as they are and what is selected among them as far as it
-    /// is still there. @return false where a selected row is gone
+    /// The rows of another filter, with the columns as wide as they are and what is selected among them as
+    /// far as it is still there. @return false where a selected row is gone
     bool narrowTo(const QString &filter);
     void showKeys(const QList<qlonglong> &keys);
     void showChildrenOf(qlonglong parent);
