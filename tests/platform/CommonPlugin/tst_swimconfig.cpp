@@ -77,8 +77,6 @@ QByteArray readFile(const QString &path)
 
 } // namespace
 
-Q_DECLARE_METATYPE(DicomDestination)
-
 class SwimconfigTest : public QObject
 {
     Q_OBJECT
@@ -91,10 +89,7 @@ private slots:
     void cancelWritesNothing();
     void valueOfNoChoiceIsLeftAlone();
     void saysThatAFileCannotBeWritten();
-    void keepsCommentsAndForeignKeys();
     void keepsDestinations();
-    void refusesADestination_data();
-    void refusesADestination();
     void keepsApplicationsAndCloud();
     void tellsOfAnotherLookAtOnce();
 
@@ -200,20 +195,6 @@ void SwimconfigTest::saysThatAFileCannotBeWritten()
     QVERIFY(failure->text().contains(m_beside));
 }
 
-void SwimconfigTest::keepsCommentsAndForeignKeys()
-{
-    const QByteArray before = "; what people wrote\n[datadelete]\n; why\ndataCopyType=1\nother=x\n\n"
-                              "[foreign group]\nkey=1, 2\n";
-    writeFile(m_beside, before);
-    swimconfig::instance()->show();
-    choose(ConfigKey::deleteMode, 0);
-    choose(ConfigKey::duplicatePolicy, 1);
-    pressOk();
-    QByteArray expected = before;
-    expected.replace("dataCopyType=1", "dataCopyType=0");
-    QCOMPARE(readFile(m_beside), expected + "\n[import]\nduplicatePolicy=1\n");
-}
-
 void SwimconfigTest::keepsDestinations()
 {
     const QString file = inFolder(QStringLiteral("app/config/dicomsendservice.ini"));
@@ -241,38 +222,6 @@ void SwimconfigTest::keepsDestinations()
     QCOMPARE(now.size(), 2);
     QVERIFY(now.contains(
         {QStringLiteral("Zweigstelle Köln"), QStringLiteral("KOELN"), QStringLiteral("192.0.2.11"), 11112}));
-}
-
-void SwimconfigTest::refusesADestination_data()
-{
-    QTest::addColumn<DicomDestination>("destination");
-    QTest::addColumn<int>("fault");
-    const auto row = [](const char *name, const DicomDestination &destination, DestinationFault fault) {
-        QTest::newRow(name) << destination << int(fault);
-    };
-    const QString ip = QStringLiteral("192.0.2.1");
-    const QString ae = QStringLiteral("AE");
-    row("good", {QStringLiteral("B"), ae, ip, 65535}, DestinationFault::None);
-    row("no name", {QString(), ae, ip, 104}, DestinationFault::NoName);
-    row("slash", {QStringLiteral("a/b"), ae, ip, 104}, DestinationFault::BadName);
-    row("reserved", {QStringLiteral("General"), ae, ip, 104}, DestinationFault::BadName);
-    row("twice", {QStringLiteral("archive"), ae, ip, 104}, DestinationFault::SameName);
-    row("AE of 17", {QStringLiteral("B"), QString(17, QLatin1Char('A')), ip, 104},
-        DestinationFault::BadAeTitle);
-    row("AE not ASCII", {QStringLiteral("B"), QStringLiteral("Ä"), ip, 104}, DestinationFault::BadAeTitle);
-    row("AE of blanks", {QStringLiteral("B"), QStringLiteral("  "), ip, 104}, DestinationFault::BadAeTitle);
-    row("no address", {QStringLiteral("B"), ae, QString(), 104}, DestinationFault::NoAddress);
-    row("port 0", {QStringLiteral("B"), ae, ip, 0}, DestinationFault::BadPort);
-    row("port too high", {QStringLiteral("B"), ae, ip, 65536}, DestinationFault::BadPort);
-}
-
-void SwimconfigTest::refusesADestination()
-{
-    QFETCH(DicomDestination, destination);
-    QFETCH(int, fault);
-    const QVector<DicomDestination> all{
-        {QStringLiteral("Archive"), QStringLiteral("A"), QStringLiteral("a"), 104}, destination};
-    QCOMPARE(int(DestinationSettings::faultOf(all, 1)), fault);
 }
 
 void SwimconfigTest::keepsApplicationsAndCloud()
