@@ -10,6 +10,7 @@
 #include "qpatient.h"
 #include "seriesform.h"
 #include "studyform.h"
+#include "thumbnailloader.h"
 #include "thumbnailmodel.h"
 #include "thumbnailview.h"
 
@@ -67,6 +68,7 @@ PictureController::PictureController(PatientManagerMainWindow *library, QWidget 
     m_refresh.setInterval(refreshMs);
     connect(&m_change, &QTimer::timeout, this, &PictureController::apply);
     connect(&m_refresh, &QTimer::timeout, m_view, &ThumbnailView::refresh);
+    connect(m_view->loader(), &ThumbnailLoader::finished, this, &PictureController::settled);
     connect(m_view, &ThumbnailView::seriesChosen, this, &PictureController::chooseSeries);
     connect(m_view, &ThumbnailView::previewRequested, this, &PictureController::openPreview);
     follow();
@@ -117,6 +119,14 @@ void PictureController::apply()
         showSelected();
     }
     m_keepsPictures = false;
+    if (isSettled()) {
+        emit settled(); // nothing has to be loaded
+    }
+}
+
+bool PictureController::isSettled() const
+{
+    return !m_change.isActive() && !m_view->loader()->isBusy();
 }
 
 void PictureController::showSelected()

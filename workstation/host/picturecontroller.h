@@ -34,6 +34,8 @@ public:
     ~PictureController() override;
 
     ThumbnailView *view() const { return m_view; }
+    /// Whether what was selected last is shown with all its pictures.
+    bool isSettled() const;
     /// The preview that was opened last; null where it is closed.
     PreviewWindow *preview() const;
     /// Asked before a click on a picture would fill tables. Yes at first.
@@ -43,6 +45,10 @@ public slots:
     /// The index has changed: series that are new come in, those that are gone leave.
     void onIndexChanged();
     void openPreview(qlonglong series);
+
+signals:
+    /// isSettled() holds again.
+    void settled();
 
 private:
     void follow();

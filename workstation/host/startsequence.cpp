@@ -6,6 +6,7 @@
 #include "importreporttext.h"
 #include "indexwatcher.h"
 #include "liverefresh.h"
+#include "picturecontroller.h"
 #include "shownpatients.h"
 #include "tablestage.h"
 #include "workstationwindow.h"
@@ -95,16 +96,34 @@ void StartSequence::present()
 
 void StartSequence::finish()
 {
-    if (!m_line.screenshot.isEmpty()) {
-        m_window->stage()->selectFirst();
-        if (m_window->grab().save(m_line.screenshot)) {
-            say(tr("Screenshot: %1").arg(m_line.screenshot));
-        } else {
-            std::fprintf(stderr, "%s\n",
-                tr("The screenshot could not be saved as %1").arg(m_line.screenshot).toUtf8().constData());
-            m_code = 1;
-        }
+    if (m_line.screenshot.isEmpty()) {
+        end();
+        return;
     }
+    m_window->stage()->selectFirst();
+    const PictureController *pictures = m_window->pictures();
+    if (pictures->isSettled()) {
+        takeScreenshot();
+    } else {
+        connect(pictures, &PictureController::settled, this, &StartSequence::takeScreenshot);
+    }
+}
+
+void StartSequence::takeScreenshot()
+{
+    disconnect(m_window->pictures(), nullptr, this, nullptr);
+    if (m_window->grab().save(m_line.screenshot)) {
+        say(tr("Screenshot: %1").arg(m_line.screenshot));
+    } else {
+        std::fprintf(stderr, "%s\n",
+            tr("The screenshot could not be saved as %1").arg(m_line.screenshot).toUtf8().constData());
+        m_code = 1;
+    }
+    end();
+}
+
+void StartSequence::end()
+{
     emit idle();
     if (m_line.quitWhenIdle) {
         emit quitWanted(m_code);

@@ -34,6 +34,8 @@ private:
     void onImportEnded(const ImportReport &report);
     void present();
     void finish();
+    void takeScreenshot();
+    void end();
     void say(const QString &text) const;
 
     const CommandLine m_line;

@@ -56,6 +56,7 @@ void ThumbnailLoader::cancel()
     }
     m_pool.clear();
     m_pending = 0;
+    m_isBusy = false;
 }
 
 void ThumbnailLoader::forget()
@@ -74,6 +75,7 @@ void ThumbnailLoader::load(const RecordKeys &records)
     m_records = records;
     m_stop = std::make_shared<std::atomic<bool>>(false);
     const Token stop = m_stop;
+    m_isBusy = true;
     m_pool.start([this, records, stop] { list(records, stop); });
 }
 
@@ -107,8 +109,14 @@ void ThumbnailLoader::onListed(const SeriesEntries &series, const Token &stop)
         });
     }
     if (m_pending == 0) {
-        emit finished();
+        finish();
     }
+}
+
+void ThumbnailLoader::finish()
+{
+    m_isBusy = false;
+    emit finished();
 }
 
 void ThumbnailLoader::onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop)
@@ -119,7 +127,7 @@ void ThumbnailLoader::onMade(const SeriesEntry &entry, const Thumbnail &thumbnai
     m_made.insert(entry.series, entry.instanceUid);
     emit loaded(entry.series, thumbnail);
     if (--m_pending == 0) {
-        emit finished();
+        finish();
     }
 }
 

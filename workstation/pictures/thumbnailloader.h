@@ -47,6 +47,8 @@ public:
     void cancel();
     /// Cancels, and reports everything anew at the next load().
     void forget();
+    /// From load() to finished() or cancel().
+    bool isBusy() const { return m_isBusy; }
     /// How many pictures were decoded since this object was made; for tests and measuring.
     int decodedCount() const { return *m_decoded; }
 
@@ -65,6 +67,7 @@ private:
     using Token = std::shared_ptr<std::atomic<bool>>;
     void list(const RecordKeys &records, const Token &stop);
     void onListed(const SeriesEntries &series, const Token &stop);
+    void finish();
     void onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop);
 
     const QString m_indexPath;
@@ -75,4 +78,5 @@ private:
     RecordKeys m_records; ///< the selection
     QHash<qlonglong, QString> m_made; ///< its series with a picture reported, and the instance that it shows
     int m_pending = 0;
+    bool m_isBusy = false;
 };
