@@ -6,6 +6,7 @@
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
 #include "patientqueryform.h"
+#include "patienttreeform.h"
 #include "seriesform.h"
 #include "shownpatients.h"
 #include "studyform.h"
@@ -102,12 +103,15 @@ void QueryPanelController::enterAdvanced()
     m_library->getStudyForm()->onInquiryShow();
     m_library->getSeriesForm()->onInquiryShow();
     m_library->getImagesForm()->onInquiryShow();
+    emit m_library->getPatientTreeForm()->deleteThumbView(); // nothing is chosen any more
+    emit told(tr("The patient tree fills the tables."));
 }
 
 /// The tree stays where it stood before.
 void QueryPanelController::leaveAdvanced()
 {
     m_isAdvanced = false;
+    emit told({});
     if (!m_wasTreeOpen && m_tree->toggleAction()->isChecked()) {
         m_tree->setOpen(false);
     }
