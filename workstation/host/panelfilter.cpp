@@ -10,11 +10,17 @@
 
 namespace {
 
+template <int size>
+constexpr QLatin1String part(const char (&text)[size])
+{
+    return QLatin1String(text, size - 1);
+}
+
 /// Where a part of the emitted text begins; each value ends with a quote.
-constexpr QLatin1String conjunction("&&");
-constexpr QLatin1String nameStart("PatientName = '");
-constexpr QLatin1String patientIdStart("PatientID = '");
-constexpr QLatin1String quote("'");
+constexpr QLatin1String conjunction = part("&&");
+constexpr QLatin1String nameStart = part("PatientName = '");
+constexpr QLatin1String patientIdStart = part("PatientID = '");
+constexpr QLatin1String quote = part("'");
 
 /// The values as they were typed.
 struct Values
@@ -46,12 +52,12 @@ bool takeDays(QString *text, Values *values)
 }
 
 /// The value of a text that is one part; nothing where it is not.
-std::optional<QString> valueOf(const QString &part, QLatin1String start)
+std::optional<QString> valueOf(const QString &text, QLatin1String start)
 {
-    if (!part.startsWith(start) || !part.endsWith(quote) || part.size() <= start.size()) {
+    if (!text.startsWith(start) || !text.endsWith(quote) || text.size() <= start.size()) {
         return {};
     }
-    return part.mid(start.size(), part.size() - start.size() - quote.size());
+    return text.mid(start.size(), text.size() - start.size() - quote.size());
 }
 
 bool takeTexts(const QString &text, const PanelRows &rows, Values *values)
