@@ -2,6 +2,7 @@
 #include "testmain.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 #include <QtTest>
 
 class CommandLineTest : public QObject
@@ -55,6 +56,21 @@ private slots:
         const CommandLine line = parse(arguments);
         QCOMPARE(line.answerCode, code);
         QVERIFY2(line.answer.contains(part), qPrintable(line.answer));
+    }
+
+    void listsOfFilesArePreviewed()
+    {
+        const QTemporaryDir folder;
+        const QString list = folder.filePath(QStringLiteral("list.TXT"));
+        QFile file(list);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("/a b.dcm\r\n\r\n\n/c.dcm\n") > 0);
+        file.close();
+        const CommandLine line = parse({QStringLiteral("--preview"), list, QStringLiteral("/d.dcm")});
+        QVERIFY(line.previewOnly);
+        QVERIFY(line.imports.isEmpty());
+        QCOMPARE(line.previews,
+            (QStringList{QStringLiteral("/a b.dcm"), QStringLiteral("/c.dcm"), QStringLiteral("/d.dcm")}));
+        QCOMPARE(parse({QStringLiteral("--preview")}).answerCode, 2);
     }
 
 private:

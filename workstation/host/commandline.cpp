@@ -50,7 +50,10 @@ QStringList listed(const QString &path)
     QStringList paths;
     const QStringList lines = QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &line : lines) {
-        paths.append(absolute(line.endsWith(QLatin1Char('\r')) ? line.chopped(1) : line));
+        const QString name = line.endsWith(QLatin1Char('\r')) ? line.chopped(1) : line;
+        if (!name.isEmpty()) {
+            paths.append(absolute(name));
+        }
     }
     return paths;
 }
