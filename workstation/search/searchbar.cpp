@@ -46,7 +46,11 @@ SearchBar::SearchBar(QWidget *parent)
     row->addWidget(m_badge);
 
     connect(m_text, &QLineEdit::textEdited, this, &SearchBar::textWanted);
-    connect(m_pick, QOverload<int>::of(&QComboBox::activated), this, [this] { emit pickWanted(pick()); });
+    connect(m_pick, QOverload<int>::of(&QComboBox::activated), this, [this] {
+        if (pick() != DatePick::Other) {
+            emit pickWanted(pick());
+        }
+    });
 }
 
 void SearchBar::addPicks()
@@ -60,7 +64,6 @@ void SearchBar::addPicks()
     add(tr("No date"), DatePick::NoDate);
     m_pick->insertSeparator(m_pick->count());
     add(tr("Arrived today"), DatePick::ArrivedToday);
-    m_pick->setPlaceholderText(tr("Other selection"));
 }
 
 void SearchBar::setShown(const QString &text, DatePick pick)
@@ -68,7 +71,19 @@ void SearchBar::setShown(const QString &text, DatePick pick)
     if (m_text->text() != text) {
         m_text->setText(text);
     }
+    offerOther(pick == DatePick::Other);
     m_pick->setCurrentIndex(m_pick->findData(int(pick)));
+}
+
+/// Nothing to choose, so it is there only while it is the case.
+void SearchBar::offerOther(bool isShown)
+{
+    const int place = m_pick->findData(int(DatePick::Other));
+    if (isShown && place < 0) {
+        m_pick->addItem(tr("Other selection"), int(DatePick::Other));
+    } else if (!isShown && place >= 0) {
+        m_pick->removeItem(place);
+    }
 }
 
 void SearchBar::setCount(int found, qint64 total)
@@ -101,7 +116,7 @@ QString SearchBar::text() const
 
 DatePick SearchBar::pick() const
 {
-    return m_pick->currentIndex() < 0 ? DatePick::Other : DatePick(m_pick->currentData().toInt());
+    return DatePick(m_pick->currentData().toInt());
 }
 
 QString SearchBar::badge() const

@@ -46,6 +46,7 @@ protected:
 
 private:
     void addPicks();
+    void offerOther(bool isShown);
     void setBadge(const QString &text);
 
     QLineEdit *const m_text;
