@@ -31,6 +31,7 @@ SearchBar::SearchBar(QWidget *parent)
     m_text->installEventFilter(this);
     m_pick->setObjectName(QStringLiteral("searchDates"));
     m_pick->setAccessibleName(tr("Study date"));
+    m_pick->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_badge->setObjectName(QStringLiteral("searchBadge"));
     m_badge->setMinimumWidth(badgeCharacters * fontMetrics().averageCharWidth());
     m_badge->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
