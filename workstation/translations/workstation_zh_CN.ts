@@ -646,6 +646,10 @@
         <source>The query has found %1 patients.</source>
         <translation>查询找到 %1 位患者。</translation>
     </message>
+    <message>
+        <source>The patient tree fills the tables.</source>
+        <translation>表格内容由患者树提供。</translation>
+    </message>
 </context>
 <context>
     <name>QueryPanelDock</name>
