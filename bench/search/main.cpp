@@ -12,8 +12,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
-#include <ctime>
-
 namespace {
 
 constexpr BigIndexSize whole{100'000, 3, 0, 0, 0, 0};
@@ -30,13 +28,6 @@ QString fill(const QStringList &arguments)
     return error;
 }
 
-double processorMs()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
 /// Processor time of reading the index for the first time, after one write, and what it takes in memory.
 QJsonObject measureReading(const QString &path, int rounds)
 {
@@ -46,14 +37,14 @@ QJsonObject measureReading(const QString &path, int rounds)
     std::vector<double> again;
     std::size_t bytes = 0;
     for (int round = 0; round < rounds; ++round) {
-        double start = processorMs();
+        double start = Measurement::processorMs();
         const auto search = PatientSearch::read(index.database(), nullptr, go);
-        first.push_back(processorMs() - start);
+        first.push_back(Measurement::processorMs() - start);
         QSqlQuery(QSqlDatabase::database())
             .exec(QStringLiteral("UPDATE patient SET PatientComments = 'round %1' WHERE pk = 1").arg(round));
-        start = processorMs();
+        start = Measurement::processorMs();
         PatientSearch::read(index.database(), search.get(), go);
-        again.push_back(processorMs() - start);
+        again.push_back(Measurement::processorMs() - start);
         bytes = search->bytes();
     }
     return {{QStringLiteral("firstMs"), Measurement::median(first)},

@@ -28,6 +28,7 @@ private:
     void typeAll();
     void key(const std::function<void()> &press);
     void turn(const std::function<void()> &action);
+    void beginTurn();
     void endTurn();
 
     WorkstationWindow m_window;
@@ -36,4 +37,6 @@ private:
     std::vector<double> m_keys; ///< milliseconds from each key to its painted answer
     QElapsedTimer m_sinceWait;
     double m_longestTurn = 0; ///< milliseconds in which the GUI answered nothing else
+    double m_processorBefore = 0;
+    double m_longestWork = 0; ///< milliseconds of processor time of the GUI in one turn
 };

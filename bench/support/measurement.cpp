@@ -4,11 +4,19 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 
 void Measurement::print(const QJsonObject &result)
 {
     std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
+}
+
+double Measurement::processorMs()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
 double Measurement::median(std::vector<double> values)

@@ -1,46 +1,20 @@
 #include "pagedtablemodel.h"
 
 #include "columnkind.h"
+#include "keyreader.h"
 #include "readsnapshot.h"
 
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
-#include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStringList>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
 
 constexpr int keyColumn = 0;
-
-/// "12,7,-3" as numbers, without a text object for each of a million.
-QVector<qlonglong> parseKeys(const QByteArray &list)
-{
-    QVector<qlonglong> keys;
-    if (list.isEmpty()) {
-        return keys;
-    }
-    keys.reserve(int(std::count(list.begin(), list.end(), ',')) + 1);
-    qlonglong key = 0;
-    qlonglong sign = 1;
-    for (const char c : list) {
-        if (c == ',') {
-            keys.append(sign * key);
-            key = 0;
-            sign = 1;
-        } else if (c == '-') {
-            sign = -1;
-        } else {
-            key = key * 10 + (c - '0');
-        }
-    }
-    keys.append(sign * key);
-    return keys;
-}
 
 } // namespace
 
@@ -209,23 +183,17 @@ QString PagedTableModel::rowsOfTable() const
     return database().driver()->sqlStatement(QSqlDriver::SelectStatement, tableName(), record(), false);
 }
 
-/// One value for all: a million rows through the driver take ten times as long.
 bool PagedTableModel::readAllKeys(QVector<qlonglong> *keys)
 {
     const QString where = filter().isEmpty() ? QString() : QStringLiteral("WHERE %1\n").arg(filter());
-    QSqlQuery query(database());
-    query.setForwardOnly(true);
-    const bool good =
-        query.exec(QStringLiteral("SELECT CAST(group_concat(k) AS BLOB) FROM (SELECT %1 AS k FROM %2 ")
-                       .arg(columnName(keyColumn), tableName())
-            + where + orderByClause() + QLatin1Char(')'))
-        && query.next();
-    if (!good) {
-        setLastError(query.lastError());
-        return false;
+    const QSqlError error = readKeys(database(),
+        QStringLiteral("SELECT %1 AS k FROM %2 ").arg(columnName(keyColumn), tableName()) + where
+            + orderByClause(),
+        keys);
+    if (error.isValid()) {
+        setLastError(error);
     }
-    *keys = parseKeys(query.value(0).toByteArray());
-    return true;
+    return !error.isValid();
 }
 
 bool PagedTableModel::isRowDirty(int row) const

@@ -159,6 +159,7 @@ ConnectionFailure bringUp(QSqlDatabase &db, const Schema::Identity &identity)
         }
     }
     IndexConnection::setLockWait(db, IndexConnection::lockWaitMs);
+    IndexConnection::keepTablesInMemory(db);
     return readThrough(db);
 }
 

@@ -51,6 +51,12 @@ void IndexConnection::setLockWait(const QSqlDatabase &db, int milliseconds)
     }
 }
 
+void IndexConnection::keepTablesInMemory(const QSqlDatabase &db)
+{
+    constexpr int cacheKib = 32 * 1024;
+    QSqlQuery(db).exec(QStringLiteral("PRAGMA cache_size = -%1").arg(cacheKib));
+}
+
 bool IndexConnection::isInTransaction(const QSqlDatabase &db)
 {
     sqlite3 *native = nativeHandle(db);

@@ -31,6 +31,9 @@ public:
     /// Changes how long statements of a configured connection wait for a lock.
     static void setLockWait(const QSqlDatabase &db, int milliseconds);
 
+    /// For a connection that goes through the same tables again and again, as the GUI's does at every search.
+    static void keepTablesInMemory(const QSqlDatabase &db);
+
     /// Whether a transaction is open on a connection, whoever began it.
     static bool isInTransaction(const QSqlDatabase &db);
 

@@ -86,6 +86,13 @@ std::string_view NativeStatement::utf8(int column) const
     return bytes ? std::string_view(bytes, size) : std::string_view();
 }
 
+std::string_view NativeStatement::blob(int column) const
+{
+    const void *bytes = sqlite3_column_blob(m_statement, column);
+    const auto size = std::size_t(sqlite3_column_bytes(m_statement, column));
+    return bytes ? std::string_view(static_cast<const char *>(bytes), size) : std::string_view();
+}
+
 QVariant NativeStatement::value(int column, TextPool *pool) const
 {
     switch (sqlite3_column_type(m_statement, column)) {

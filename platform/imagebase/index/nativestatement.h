@@ -40,6 +40,8 @@ public:
     QString text(int column) const;
     /// The bytes of a text, empty for NULL; they stay until the next step().
     std::string_view utf8(int column) const;
+    /// The same of a blob.
+    std::string_view blob(int column) const;
     /// By what is stored: a text, a 64-bit integer, a double; invalid where nothing is.
     QVariant value(int column, TextPool *pool) const;
     const QSqlError &error() const { return m_error; }
