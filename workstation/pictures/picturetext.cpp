@@ -66,6 +66,8 @@ const char *sentence(PixelProblem problem)
         return QT_TRANSLATE_NOOP("PictureText", "The file has no such frame.");
     case PixelProblem::UnknownSyntax:
         return QT_TRANSLATE_NOOP("PictureText", "The preview does not know how this image is compressed.");
+    case PixelProblem::Video:
+        return QT_TRANSLATE_NOOP("PictureText", "The preview does not play videos.");
     case PixelProblem::UnsupportedFormat:
         return QT_TRANSLATE_NOOP("PictureText", "The preview does not show images of this pixel format.");
     case PixelProblem::BadData:

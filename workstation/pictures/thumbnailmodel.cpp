@@ -66,8 +66,9 @@ QString ThumbnailModel::letters(const SeriesEntry &entry) const
     if (thumbnail == m_thumbnails.constEnd() || thumbnail->problem == PixelProblem::None) {
         return {};
     }
-    return thumbnail->problem == PixelProblem::NoPixels ? PictureText::shortKind(thumbnail->kind)
-                                                        : QStringLiteral("!");
+    const bool isKind =
+        thumbnail->problem == PixelProblem::NoPixels || thumbnail->problem == PixelProblem::Video;
+    return isKind ? PictureText::shortKind(thumbnail->kind) : QStringLiteral("!");
 }
 
 QString ThumbnailModel::wholeText(const SeriesEntry &entry) const

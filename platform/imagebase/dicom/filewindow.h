@@ -23,6 +23,8 @@ public:
     void close();
 
     qint64 size() const { return m_size; }
+    /// Of memory, until it is closed or a smaller part is asked for.
+    qint64 heldBytes() const { return m_buffer.size(); }
     /// True once the system failed to read what the file should have; errno is kept in error().
     bool failed() const { return m_error != 0; }
     int error() const { return m_error; }

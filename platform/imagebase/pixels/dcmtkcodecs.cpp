@@ -51,6 +51,14 @@ bool isOfSize(const QByteArray &stream, const ImageInfo &info)
     return false;
 }
 
+/// Whether a decoder goes over the picture so often as no encoder asks for: a few bytes a pass could keep it
+/// busy for minutes. Data within a pass never look like the beginning of one.
+bool hasTooManyPasses(const QByteArray &stream)
+{
+    constexpr int mostPasses = 64; // a progressive picture has about ten
+    return stream.count(QByteArrayLiteral("\xff\xda")) > mostPasses;
+}
+
 void describe(const ImageInfo &info, DcmDataset &data)
 {
     data.putAndInsertUint16(DCM_Rows, Uint16(info.rows));
@@ -123,7 +131,7 @@ PixelProblem DcmtkCodecs::decode(const QByteArray &stream, const ImageInfo &info
 {
     registerDecoders();
     const bool hasMarkers = info.transferSyntax != TransferSyntax::rle;
-    if (hasMarkers && !isOfSize(stream, info)) {
+    if (hasMarkers && (!isOfSize(stream, info) || hasTooManyPasses(stream))) {
         return PixelProblem::BadData;
     }
     const DcmXfer syntax(info.transferSyntax.constData());

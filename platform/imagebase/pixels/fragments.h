@@ -19,6 +19,11 @@ public:
     /// @param mostBytes longer ones are not read
     QByteArray frame(FileWindow &file, int number, int frames, qint64 mostBytes) const;
 
+    qint64 heldBytes() const
+    {
+        return m_fragments.size() * qint64(sizeof(Fragment)) + m_offsets.size() * qint64(sizeof(quint32));
+    }
+
 private:
     struct Fragment
     {

@@ -1,6 +1,7 @@
 #include "imagefile.h"
 
 #include "dcmtkcodecs.h"
+#include "decodingshare.h"
 #include "dicomreader.h"
 #include "filewindow.h"
 #include "fragments.h"
@@ -12,10 +13,16 @@
 #include "transfersyntax.h"
 
 #include <QFile>
+#include <QtEndian>
 
 using TransferSyntax::Packing;
 
 namespace {
+
+/// As the standard's own 16 bits.
+constexpr int maximumSide = 65535;
+/// A larger picture would take too much on its way to the screen, where a pixel has four bytes.
+constexpr qint64 maximumPixels = qint64(40) * 1000 * 1000;
 
 bool isReadable(const NativeFrame &native)
 {
@@ -38,6 +45,8 @@ struct ImageFile::Private
     NativeFrame describe() const;
     PixelProblem readNative(int number, NativeFrame &native);
     PixelProblem decode(int number, NativeFrame &native);
+    qint64 decodingBytes(const NativeFrame &native) const;
+    bool hasSwappedBytes() const;
 };
 
 ImageFile::ImageFile()
@@ -49,6 +58,12 @@ ImageFile::~ImageFile() = default;
 const ImageInfo &ImageFile::info() const
 {
     return d->header.info;
+}
+
+qint64 ImageFile::heldBytes() const
+{
+    return d->window.heldBytes() + d->fragments.heldBytes()
+        + qint64(d->header.info.frameValues.size()) * qint64(sizeof(FrameValues));
 }
 
 PixelProblem ImageFile::open(const QString &path)
@@ -87,11 +102,19 @@ PixelProblem ImageFile::Private::check()
         info.kind = info.kind == ObjectKind::Image ? ObjectKind::Unknown : info.kind;
         return PixelProblem::NoPixels;
     }
+    const Packing packing = TransferSyntax::packingOf(info.transferSyntax);
+    if (header.pixels.isEncapsulated && packing == Packing::Video) {
+        info.kind = ObjectKind::Video;
+        return PixelProblem::Video;
+    }
     const NativeFrame native = describe();
     if (info.rows <= 0 || info.columns <= 0 || info.samples <= 0 || info.samples > 4 || !isReadable(native)) {
         return PixelProblem::UnsupportedFormat;
     }
-    if (native.sampleCount() * qMax(8, native.bitsAllocated) / 8 > maximumFrameBytes) {
+    // The sides first: other numbers than 16 bit ones are taken too, and their product could wrap.
+    if (info.rows > maximumSide || info.columns > maximumSide
+        || native.sampleCount() * qMax(8, native.bitsAllocated) / 8 > maximumFrameBytes
+        || qint64(info.rows) * info.columns > maximumPixels || decodingBytes(native) > DecodingShare::whole) {
         return PixelProblem::TooLarge;
     }
     if (info.frames > maximumFrames) {
@@ -104,7 +127,6 @@ PixelProblem ImageFile::Private::check()
     if (!header.pixels.isEncapsulated) {
         return PixelProblem::None;
     }
-    const Packing packing = TransferSyntax::packingOf(info.transferSyntax);
     if (packing == Packing::Unknown || packing == Packing::Native) {
         return packing == Packing::Unknown ? PixelProblem::UnknownSyntax : PixelProblem::BadData;
     }
@@ -146,12 +168,40 @@ PixelProblem ImageFile::Private::readNative(int number, NativeFrame &native)
     native.firstBit = int(firstBit % 8);
     const qint64 needed = native.bytesNeeded();
     const qint64 start = native.bitsAllocated == 1 ? firstBit / 8 : needed * number;
-    const uchar *bytes = start + needed <= present ? window.at(pixels.offset + start, needed) : nullptr;
+    const qint64 before = hasSwappedBytes() ? start % 2 : 0;
+    const qint64 behind = hasSwappedBytes() ? (before + needed) % 2 : 0;
+    const uchar *bytes = start + needed + behind <= present
+        ? window.at(pixels.offset + start - before, before + needed + behind)
+        : nullptr;
     if (!bytes) {
         return PixelProblem::Truncated;
     }
-    native.bytes = QByteArray(reinterpret_cast<const char *>(bytes), int(needed));
+    native.bytes = QByteArray(reinterpret_cast<const char *>(bytes), int(before + needed + behind));
+    if (hasSwappedBytes()) {
+        qbswap<sizeof(quint16)>(native.bytes.constData(), native.bytes.size() / 2, native.bytes.data());
+        native.bytes = native.bytes.mid(int(before), int(needed));
+    }
     return PixelProblem::None;
+}
+
+/// Words of a big endian file hold the second of two bytes first.
+bool ImageFile::Private::hasSwappedBytes() const
+{
+    return header.encoding.isBigEndian && header.pixels.isWords && header.info.bitsAllocated <= 8;
+}
+
+/// As much as decoding a frame takes at a time, roughly, with its stream and what comes out of it.
+qint64 ImageFile::Private::decodingBytes(const NativeFrame &native) const
+{
+    constexpr int timesNative = 4;
+    constexpr int timesStream = 6;
+    constexpr int bytesAWideSample = 12; // 32 bit numbers within the decoder, and copies of 16 bits
+    if (!header.pixels.isEncapsulated) {
+        return native.bytesNeeded() * timesNative;
+    }
+    return TransferSyntax::packingOf(header.info.transferSyntax) == Packing::Jpeg2000
+        ? native.sampleCount() * bytesAWideSample
+        : native.bytesNeeded() * timesStream;
 }
 
 PixelProblem ImageFile::Private::decode(int number, NativeFrame &native)
@@ -159,7 +209,8 @@ PixelProblem ImageFile::Private::decode(int number, NativeFrame &native)
     if (!header.pixels.isEncapsulated) {
         return readNative(number, native);
     }
-    const qint64 mostBytes = 2 * native.bytesNeeded() + 64 * 1024;
+    // What does not pack well may grow a little.
+    const qint64 mostBytes = native.bytesNeeded() + native.bytesNeeded() / 8 + 64 * 1024;
     const QByteArray stream = fragments.frame(window, number, header.info.frames, mostBytes);
     if (stream.isEmpty()) {
         return PixelProblem::Truncated;
@@ -188,6 +239,7 @@ PixelProblem ImageFile::readFrame(int number, PixelFrame &frame)
         return PixelProblem::NoSuchFrame;
     }
     NativeFrame native = d->describe();
+    const DecodingShare share(d->decodingBytes(native));
     const PixelProblem problem = d->decode(number, native);
     return problem == PixelProblem::None
         ? SampleConverter::convert(native, info, info.valuesOf(number), d->header.palette, frame)

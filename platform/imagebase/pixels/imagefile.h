@@ -19,7 +19,8 @@ struct PixelFrame;
 class IMAGEBASE_EXPORT ImageFile
 {
 public:
-    /// No frame takes more; a mammogram takes two thirds of it. Decoding takes several times as much memory.
+    /// No frame takes more; a mammogram takes two thirds of it. Decoding takes several times as much memory,
+    /// of which all instances together take a bounded share: who would take more waits for the others.
     static constexpr qint64 maximumFrameBytes = qint64(64) * 1024 * 1024;
     static constexpr int maximumFrames = 100 * 1000;
 
@@ -31,6 +32,8 @@ public:
     /// @return why the file has no picture; info() then holds what could be read all the same
     PixelProblem open(const QString &path);
     const ImageInfo &info() const;
+    /// Of memory, between two frames.
+    qint64 heldBytes() const;
     /// Decodes one frame, counted from 0. The frame is left alone where there is a problem.
     PixelProblem readFrame(int number, PixelFrame &frame);
 

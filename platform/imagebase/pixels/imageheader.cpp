@@ -2,6 +2,7 @@
 
 #include "boundedparse.h"
 #include "dcmtklog.h"
+#include "decodingshare.h"
 #include "dicomuids.h"
 #include "elementcursor.h"
 #include "headerscanner.h"
@@ -20,9 +21,10 @@ namespace {
 constexpr quint16 metaGroup = 0x0002;
 constexpr qint64 usualHeader = qint64(64) * 1024;
 constexpr qint64 deflatedLimit = qint64(64) * 1024 * 1024;
-constexpr qint64 inflatedLimit = qint64(192) * 1024 * 1024;
+constexpr qint64 inflatedLimit = qint64(96) * 1024 * 1024;
 constexpr int mostPaletteEntries = 1 << 16;
 constexpr int mostWindows = 16;
+constexpr int mostBits = 255;
 /// Elements of multi-frame objects that describe each frame, before the pixels.
 const DcmTagKey perFrame(0x5200, 0x9230);
 const DcmTagKey pixelGroup(0x7fe0, 0x0000);
@@ -183,9 +185,12 @@ void readFormat(DcmItem &data, ImageInfo &info)
     info.columns = wholeNumber(data, DCM_Columns, 0);
     info.frames = std::max(1, wholeNumber(data, DCM_NumberOfFrames, 1));
     info.samples = wholeNumber(data, DCM_SamplesPerPixel, 1);
-    info.bitsAllocated = wholeNumber(data, DCM_BitsAllocated, 0);
-    info.bitsStored = wholeNumber(data, DCM_BitsStored, info.bitsAllocated);
-    info.highBit = wholeNumber(data, DCM_HighBit, info.bitsStored - 1);
+    const auto bits = [&data](const DcmTagKey &tag, int otherwise) {
+        return std::clamp(wholeNumber(data, tag, otherwise), -1, mostBits); // beyond, all are refused alike
+    };
+    info.bitsAllocated = bits(DCM_BitsAllocated, 0);
+    info.bitsStored = bits(DCM_BitsStored, info.bitsAllocated);
+    info.highBit = bits(DCM_HighBit, info.bitsStored - 1);
     info.isSigned = wholeNumber(data, DCM_PixelRepresentation, 0) == 1;
     info.isPlanar = wholeNumber(data, DCM_PlanarConfiguration, 0) == 1;
     info.hasPadding = data.tagExistsWithValue(DCM_PixelPaddingValue);
@@ -287,6 +292,7 @@ PixelProblem unpack(FileWindow &file)
     if (length > deflatedLimit) {
         return PixelProblem::TooLarge;
     }
+    const DecodingShare share(length + inflatedLimit);
     const uchar *bytes = file.at(cursor.position(), length);
     const QByteArray unpacked = bytes ? inflateRaw(bytes, length, inflatedLimit) : QByteArray();
     if (unpacked.isEmpty()) {

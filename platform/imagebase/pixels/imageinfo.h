@@ -22,6 +22,8 @@ struct WindowPreset
 {
     WindowLevel window;
     QString name; ///< the file's explanation; often empty
+
+    bool operator==(const WindowPreset &other) const { return window == other.window && name == other.name; }
 };
 
 /// How the values that are stored become values of the modality (Hounsfield units, ...), and how these are

@@ -114,12 +114,15 @@ PixelProblem Jpeg2000::decode(const QByteArray &stream, NativeFrame &native)
     opj_stream_set_seek_function(input.get(), Source::seek);
     opj_dparameters_t parameters;
     opj_set_default_decoder_parameters(&parameters);
+    // What a file around the stream says of colours would change the components behind our check.
+    parameters.flags |= OPJ_DPARAMETERS_IGNORE_PCLR_CMAP_CDEF_FLAG;
     opj_image_t *opened = nullptr;
     if (!opj_setup_decoder(codec.get(), &parameters) || !opj_read_header(input.get(), codec.get(), &opened)) {
         return PixelProblem::BadData;
     }
     const Image image(opened, opj_image_destroy);
-    if (!fits(*image, native) || !opj_decode(codec.get(), input.get(), image.get())) {
+    if (!fits(*image, native) || !opj_decode(codec.get(), input.get(), image.get())
+        || !fits(*image, native)) {
         return PixelProblem::BadData;
     }
     return take(*image, native) ? PixelProblem::None : PixelProblem::BadData;

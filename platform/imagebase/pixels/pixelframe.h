@@ -10,6 +10,8 @@
  */
 struct PixelFrame
 {
+    static constexpr int greyValues = 1 << 16;
+
     int columns = 0;
     int rows = 0;
     QVector<quint16> grey; ///< empty for a colour frame

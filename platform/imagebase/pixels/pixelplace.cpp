@@ -84,6 +84,7 @@ PixelPlace placeOf(const ElementPlace &element)
                                               : PixelPlace::Kind::Double;
     place.offset = element.value;
     place.length = element.length;
+    place.isWords = element.vr == vrCode('O', 'W');
     place.isEncapsulated = element.length == undefinedLength;
     return place;
 }

@@ -13,6 +13,7 @@ struct PixelPlace
     qint64 offset = 0; ///< of the value
     qint64 length = 0; ///< as declared; the file may be shorter
     bool isEncapsulated = false;
+    bool isWords = false; ///< written as 16 bit numbers, whatever the samples are
 };
 
 /// How the elements of a data set are written.

@@ -13,7 +13,8 @@ enum class PixelProblem : quint8 {
     TooManyFrames, ///< more frames than any object has
     Truncated, ///< the file has fewer bytes than the frame needs
     NoSuchFrame,
-    UnknownSyntax, ///< a transfer syntax that is not read here, or a video
+    UnknownSyntax, ///< a transfer syntax that is not read here
+    Video, ///< an object whose frames are one stream of MPEG or HEVC
     UnsupportedFormat, ///< a combination of samples, bits and colours that is not read here
     BadData ///< the compressed data cannot be decoded, or does not fit the description
 };

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int greyValues = 1 << 16;
+constexpr int greyValues = PixelFrame::greyValues;
 
 template <typename T>
 T sampleAt(const NativeFrame &native, qint64 index)

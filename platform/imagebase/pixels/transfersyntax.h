@@ -8,7 +8,7 @@ namespace TransferSyntax {
 inline constexpr char rle[] = "1.2.840.10008.1.2.5";
 inline constexpr char deflatedFrames[] = "1.2.840.10008.1.2.8.1";
 
-enum class Packing : quint8 { Native, Dcmtk, Jpeg2000, Deflated, Unknown };
+enum class Packing : quint8 { Native, Dcmtk, Jpeg2000, Deflated, Video, Unknown };
 
 inline Packing packingOf(const QByteArray &uid)
 {
@@ -27,7 +27,10 @@ inline Packing packingOf(const QByteArray &uid)
     if (!uid.startsWith(jpegFamily)) {
         return Packing::Unknown;
     }
-    const int number = uid.mid(jpegFamily.size()).toInt();
+    const int number = uid.mid(jpegFamily.size()).split('.').first().toInt(); // videos may have a part more
+    if (number >= 100 && number <= 108) {
+        return Packing::Video;
+    }
     if (number >= 50 && number <= 81) {
         return Packing::Dcmtk;
     }
