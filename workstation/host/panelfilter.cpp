@@ -6,8 +6,6 @@
 #include <QRegularExpression>
 #include <QStringList>
 
-#include <algorithm>
-
 namespace {
 
 template <int size>
@@ -80,20 +78,12 @@ bool takeTexts(const QString &text, const PanelRows &rows, Values *values)
     return name && patientId;
 }
 
-/// Scripts that part no words: what is typed in one piece may be stored as family and given name.
-bool isUnparted(const QString &word)
-{
-    constexpr ushort firstIdeograph = 0x2e80;
-    return std::any_of(
-        word.begin(), word.end(), [](QChar letter) { return letter.unicode() >= firstIdeograph; });
-}
-
 /// By instr(), to which no letter is a wildcard.
 QStringList nameConditions(const QString &name)
 {
     QStringList conditions;
     for (const QString &word : foldedName(name).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
-        const QString stored = isUnparted(word) ? QStringLiteral("replace(foldedname(PatientName), ' ', '')")
+        const QString stored = isUnparted(word) ? QStringLiteral("joinedname(PatientName)")
                                                 : QStringLiteral("foldedname(PatientName)");
         conditions.append(
             QStringLiteral("instr(") + stored + QLatin1String(", ") + literal(word) + QLatin1String(") > 0"));

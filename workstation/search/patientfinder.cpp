@@ -11,6 +11,8 @@ namespace {
 constexpr int threads = 2;
 /// At most a tenth of the time goes into reading while others write.
 constexpr qint64 pauseFactor = 9;
+/// What cannot be read now is tried again, at least that much later.
+constexpr qint64 retryMs = 1000;
 
 } // namespace
 
@@ -94,6 +96,8 @@ void PatientFinder::onRead(const std::shared_ptr<const PatientSearch> &search, q
         answer();
         emit prepared();
     } else {
+        m_isStale = true;
+        m_readPauseMs = std::max(m_readPauseMs, retryMs);
         emit unreadable();
     }
     if (m_isStale && m_question) {

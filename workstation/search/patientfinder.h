@@ -47,7 +47,7 @@ signals:
     void answered(const std::vector<qint64> &keys, bool isFirst);
     /// The index has been read.
     void prepared();
-    /// The index could not be read; it is tried again after its next change.
+    /// The index could not be read; while a question is in force it is tried again after a pause.
     void unreadable();
 
 private:

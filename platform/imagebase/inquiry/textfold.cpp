@@ -62,18 +62,34 @@ Text withPartsApart(Text name)
     return name.simplified();
 }
 
-enum class Folding { Text, Name };
+enum class Folding { Text, Name, JoinedName };
+
+QString folded(const QString &text, Folding folding)
+{
+    switch (folding) {
+    case Folding::Name:
+        return foldedName(text);
+    case Folding::JoinedName:
+        return joinedName(text);
+    case Folding::Text:
+        break;
+    }
+    return foldedText(text);
+}
 
 /// The plain texts, nearly all of an index, never leave their bytes.
 QByteArray folded(const QByteArray &utf8, Folding folding)
 {
     const bool plain = std::all_of(utf8.begin(), utf8.end(), [](char c) { return uchar(c) < 0x80; });
     if (!plain) {
-        const QString text = QString::fromUtf8(utf8);
-        return (folding == Folding::Name ? foldedName(text) : foldedText(text)).toUtf8();
+        return folded(QString::fromUtf8(utf8), folding).toUtf8();
     }
     const QByteArray text = utf8.toLower();
-    return folding == Folding::Name ? withPartsApart<char>(text) : text;
+    if (folding == Folding::Text) {
+        return text;
+    }
+    const QByteArray name = withPartsApart<char>(text);
+    return folding == Folding::Name ? name : QByteArray(name).replace(' ', "");
 }
 
 /// The text folded last: the conditions of an inquiry ask for the same value of a row one after the other.
@@ -141,6 +157,18 @@ QString foldedName(const QString &name)
     return withPartsApart<QLatin1Char>(foldedText(name));
 }
 
+bool isUnparted(const QString &text)
+{
+    constexpr ushort firstIdeograph = 0x2e80; // radicals and kana come with them
+    return std::any_of(
+        text.begin(), text.end(), [](QChar letter) { return letter.unicode() >= firstIdeograph; });
+}
+
+QString joinedName(const QString &name)
+{
+    return foldedName(name).remove(QLatin1Char(' '));
+}
+
 void registerTextFunctions(const QSqlDatabase &db)
 {
     sqlite3 *native = nativeHandle(db);
@@ -149,4 +177,5 @@ void registerTextFunctions(const QSqlDatabase &db)
     }
     define(native, "folded", foldArgument<Folding::Text>);
     define(native, "foldedname", foldArgument<Folding::Name>);
+    define(native, "joinedname", foldArgument<Folding::JoinedName>);
 }

@@ -17,7 +17,8 @@ struct StudyDates
  *
  * The text is split at blanks. Every word must occur somewhere in the patient's name, ID or birth date or in
  * the accession number or description of one of its studies, whatever the case, accents and width. A word
- * that has separators of a person name ("Müller^Jörg", "Müller,") is also found where each of its parts is.
+ * that has separators of a person name ("Müller^Jörg", "Müller,") is also found where each of its parts is,
+ * and one of a script that parts no words ("山田太郎") where the name has it in parts.
  * No character stands for others.
  */
 struct PatientQuestion

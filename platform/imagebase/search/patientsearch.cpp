@@ -84,6 +84,22 @@ QStringList partsOfName(QString word)
     return word.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
+/// The groups of a name whose script parts no words, without what stands between their parts.
+std::string joinedGroups(std::string_view name)
+{
+    const bool isPlain = std::all_of(name.begin(), name.end(), [](char c) { return uchar(c) < 0x80; });
+    if (isPlain) {
+        return {};
+    }
+    QStringList joined;
+    for (const QString &group : QString::fromUtf8(name.data(), int(name.size())).split(QLatin1Char('='))) {
+        if (isUnparted(group)) {
+            joined.append(joinedName(group));
+        }
+    }
+    return joined.join(QLatin1Char('=')).toStdString();
+}
+
 } // namespace
 
 struct PatientSearch::Content
@@ -127,7 +143,9 @@ bool PatientSearch::Content::readPatients(const QSqlDatabase &db, const std::ato
     NativeStatement rows(db, patientRows);
     return eachRow(rows, stop, [&] {
         const std::string_view birthDate = rows.utf8(3);
-        patients.add(rows.integer(0), {rows.utf8(1), rows.utf8(2), birthDate, shownDate(birthDate)});
+        const std::string_view name = rows.utf8(1);
+        patients.add(
+            rows.integer(0), {name, rows.utf8(2), birthDate, shownDate(birthDate), joinedGroups(name)});
     });
 }
 

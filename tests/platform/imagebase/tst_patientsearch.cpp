@@ -96,7 +96,8 @@ void TestPatientSearch::finds_data()
              "thorax muller", "schadel b88 m1", "acc b88"}) {
         row(text, {muller});
     }
-    for (const char *text : {"山田", "yamada", "やまだ", "太郎 yama", "山田^太郎", "=やまだ"}) {
+    for (const char *text :
+        {"山田", "yamada", "やまだ", "太郎 yama", "山田^太郎", "=やまだ", "山田太郎", "やまだたろう"}) {
         row(text, {yamada});
     }
     for (const char *text : {"o'brien", "'", "p^7,x", "P^7", "pat o'"}) {
@@ -110,6 +111,9 @@ void TestPatientSearch::finds_data()
     row("müller yamada", {});
     row("thorax%", {});
     row("m1 1980 x", {muller}); // the x of the thorax
+    for (const char *text : {"yamadatarou", "太郎山田", "太郎やまだ"}) {
+        row(text, {}); // only what is written in one piece
+    }
     row("jorgm1", {}); // nothing reaches over two fields
 }
 
