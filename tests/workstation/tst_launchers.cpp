@@ -242,6 +242,14 @@ void LaunchersTest::selectionIsNamed()
     PatientTreeForm *tree = frame->window->library()->getPatientTreeForm();
     emit tree->selectMutiPK({1, 2}, QStringLiteral("generalstudy"));
     QCOMPARE(text(), QStringLiteral("2 studies"));
+    // The pick in the tree ends with its records, and with a search.
+    frame->index.query(QStringLiteral("DELETE FROM generalstudy WHERE pk = 2"));
+    QTRY_COMPARE(text(), QStringLiteral("1 image"));
+    emit tree->selectMutiPK({1}, QStringLiteral("generalstudy"));
+    frame->action("actionAllPatients")->trigger();
+    QTRY_COMPARE(text(), QStringLiteral("1 image"));
+    emit tree->selectMutiPK({1}, QStringLiteral("generalstudy"));
+    QCOMPARE(text(), QStringLiteral("1 study"));
     // A filter takes the rows away, and with them the selection.
     frame->patients()->onInquiryShow();
     emit frame->patients()->selectPK({}, QStringLiteral("patient"));

@@ -4,10 +4,14 @@
 #include "patientmanagermainwindow.h"
 #include "patientqueryform.h"
 #include "patienttreeform.h"
+#include "picturecontroller.h"
+#include "qpatient.h"
 #include "querypaneldock.h"
 #include "recordform.h"
 #include "statuspanel.h"
 #include "testmain.h"
+#include "thumbnailmodel.h"
+#include "thumbnailview.h"
 #include "treecontroller.h"
 
 #include <QAbstractButton>
@@ -39,6 +43,8 @@ private slots:
     void findsPeopleAsTheyAreTyped();
     void daysFollowTheIndexUntilTheyAreChosen();
     void advancedInquiryTakesTheTablesAndGivesThemBack();
+    void advancedInquiryGivesWayToOtherSearches();
+    void nobodyIsChosenAfterwards();
     void unsavedEditsStay();
     void sectionsAreKept();
 
@@ -50,6 +56,7 @@ private:
     }
     QueryPanelDock *dock() const { return frame->window->findChild<QueryPanelDock *>(); }
     PatientQueryForm *panel() const { return dock()->panel(); }
+    QString said() const { return frame->window->statusPanel()->activityText(); }
     int listed() const { return frame->patients()->tableModel()->rowCount(); }
     QString firstName() const
     {
@@ -74,8 +81,7 @@ void QueryPanelTest::findsPeopleAsTheyAreTyped()
     search(QStringLiteral("o'brien"));
     QCOMPARE(listed(), 1);
     QVERIFY(firstName().startsWith(QLatin1String("O'Brien")));
-    QVERIFY2(frame->window->statusPanel()->activityText().contains(QLatin1String("found 1 patient")),
-        qPrintable(frame->window->statusPanel()->activityText()));
+    QVERIFY2(said().contains(QLatin1String("found 1 patient")), qPrintable(said()));
     for (const RecordForm *form : frame->window->forms()) {
         QVERIFY(form->isVisible());
     }
@@ -141,6 +147,49 @@ void QueryPanelTest::advancedInquiryTakesTheTablesAndGivesThemBack()
     part("AdvanceInquiry")->click();
     part("AdvanceInquiry")->click();
     QVERIFY(tree->isChecked());
+}
+
+void QueryPanelTest::advancedInquiryGivesWayToOtherSearches()
+{
+    search(QStringLiteral("0002"));
+    QVERIFY(said().contains(QLatin1String("found 1 patient")));
+    part("AdvanceInquiry")->click();
+    QVERIFY(said().contains(QLatin1String("patient tree")));
+    frame->action("actionAllPatients")->trigger();
+    QTRY_COMPARE(listed(), 2);
+    QVERIFY(!part("AdvanceInquiry")->isChecked() && part("search")->isEnabled());
+    QVERIFY(!frame->window->tree()->toggleAction()->isChecked());
+    QVERIFY2(said().startsWith(QLatin1String("Ready")), qPrintable(said()));
+    search(QStringLiteral("0001"));
+    frame->action("actionTodaysPatients")->trigger();
+    QVERIFY2(said().startsWith(QLatin1String("Ready")), qPrintable(said()));
+}
+
+/// The chosen patient and the pictures are those of a row that is listed, or none.
+void QueryPanelTest::nobodyIsChosenAfterwards()
+{
+    PatientManagerMainWindow *library = frame->window->library();
+    const QAbstractItemModel *pictures = frame->window->pictures()->view()->model();
+    const auto choose = [&] {
+        QTRY_VERIFY(listed() > 0);
+        Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
+        QTRY_COMPARE(pictures->rowCount(), 1);
+    };
+    const auto isNobody = [&] {
+        return pictures->rowCount() == 0 && library->selectedKeys().isEmpty()
+            && library->getPatient()->getPk() <= 0;
+    };
+    choose();
+    search(QStringLiteral("0002"));
+    QTRY_VERIFY(isNobody());
+    choose();
+    part("AdvanceInquiry")->click();
+    QTRY_VERIFY(isNobody());
+    emit library->getPatientTreeForm()->selectPatientPks({1});
+    choose();
+    part("AdvanceInquiry")->click();
+    QTRY_VERIFY(isNobody());
+    QCOMPARE(listed(), 1);
 }
 
 void QueryPanelTest::unsavedEditsStay()

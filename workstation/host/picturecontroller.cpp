@@ -15,10 +15,13 @@
 #include "thumbnailview.h"
 
 #include <QHeaderView>
+#include <QSqlQuery>
 #include <QSqlTableModel>
 #include <QVBoxLayout>
+#include <QVariant>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -28,16 +31,32 @@ constexpr int keyColumn = 0;
 /// How far a row is looked for: a study has far fewer series, and a list of keys may have very many.
 constexpr int mostRowsSearched = 2000;
 
-bool levelOf(const QString &table, RecordLevel &level)
+/// By the counts that the index holds of each record; the key itself for an image.
+QString imageCountColumn(RecordLevel level)
 {
-    for (const RecordLevel candidate :
-        {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image}) {
-        if (table == QLatin1String(recordTableName(candidate))) {
-            level = candidate;
-            return true;
-        }
+    switch (level) {
+    case RecordLevel::Patient:
+        return QStringLiteral("NumberOfPatientRelatedInstances");
+    case RecordLevel::Study:
+        return QStringLiteral("NumberOfStudyRelatedInstances");
+    case RecordLevel::Series:
+        return QStringLiteral("NumberOfSeriesRelatedInstances");
+    case RecordLevel::Image:
+        break;
     }
-    return false;
+    return QStringLiteral("1");
+}
+
+qlonglong imagesOf(RecordLevel level, const QList<qlonglong> &keys)
+{
+    QStringList texts;
+    for (const qlonglong key : keys) {
+        texts.append(QString::number(key));
+    }
+    QSqlQuery query(QStringLiteral("SELECT sum(%1) FROM %2 WHERE pk IN (%3)")
+                        .arg(imageCountColumn(level), QLatin1String(recordTableName(level)),
+                            texts.join(QLatin1Char(','))));
+    return query.next() ? query.value(0).toLongLong() : 0;
 }
 
 int rowOf(const QAbstractItemModel *model, qlonglong key)
@@ -112,8 +131,7 @@ void PictureController::onReported(const QList<qlonglong> & /*keys*/, const QStr
 
 void PictureController::apply()
 {
-    const QList<qlonglong> keys = m_library->selectedKeys();
-    if (keys.size() <= mostKeysForObjects) {
+    if (mayBecomeObjects()) {
         m_library->updateSelectPatient();
     } else {
         showSelected();
@@ -124,6 +142,15 @@ void PictureController::apply()
     }
 }
 
+/// One record always may: it is what a host is told of.
+bool PictureController::mayBecomeObjects() const
+{
+    const QList<qlonglong> keys = m_library->selectedKeys();
+    const std::optional<RecordLevel> level = recordLevelOf(m_library->selectedTable());
+    return keys.size() < 2 || !level
+        || (keys.size() <= mostKeysForObjects && imagesOf(*level, keys) <= mostImagesForObjects);
+}
+
 bool PictureController::isSettled() const
 {
     return !m_change.isActive() && !m_view->loader()->isBusy();
@@ -131,11 +158,13 @@ bool PictureController::isSettled() const
 
 void PictureController::showSelected()
 {
-    RecordKeys selected;
-    selected.keys = m_library->selectedKeys();
-    if (m_keepsPictures || !levelOf(m_library->selectedTable(), selected.level)) {
+    const std::optional<RecordLevel> level = recordLevelOf(m_library->selectedTable());
+    if (m_keepsPictures || !level) {
         return;
     }
+    RecordKeys selected;
+    selected.level = *level;
+    selected.keys = m_library->selectedKeys();
     if (selected.keys.isEmpty()) {
         m_view->clear();
     } else {

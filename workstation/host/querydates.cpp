@@ -1,5 +1,7 @@
 #include "querydates.h"
 
+#include "querypanelparts.h"
+
 #include <QCheckBox>
 #include <QDate>
 #include <QDateEdit>
@@ -30,10 +32,10 @@ QDate oldestDay()
 
 QueryDates::QueryDates(QWidget *panel)
     : QObject(panel)
-    , m_firstCheck(panel->findChild<QCheckBox *>(QStringLiteral("InPatientNoCheck")))
-    , m_first(panel->findChild<QDateEdit *>(QStringLiteral("InPatientNo")))
-    , m_lastCheck(panel->findChild<QCheckBox *>(QStringLiteral("OutPatientCheck")))
-    , m_last(panel->findChild<QDateEdit *>(QStringLiteral("OutPatient")))
+    , m_firstCheck(panel->findChild<QCheckBox *>(QLatin1String(QueryPanelPart::firstDayCheck)))
+    , m_first(panel->findChild<QDateEdit *>(QLatin1String(QueryPanelPart::firstDay)))
+    , m_lastCheck(panel->findChild<QCheckBox *>(QLatin1String(QueryPanelPart::lastDayCheck)))
+    , m_last(panel->findChild<QDateEdit *>(QLatin1String(QueryPanelPart::lastDay)))
 {
     connect(m_firstCheck, &QAbstractButton::toggled, m_first, &QWidget::setEnabled);
     connect(m_lastCheck, &QAbstractButton::toggled, m_last, &QWidget::setEnabled);

@@ -6,7 +6,7 @@
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
 #include "patientqueryform.h"
-#include "patienttreeform.h"
+#include "querypanelparts.h"
 #include "seriesform.h"
 #include "shownpatients.h"
 #include "studyform.h"
@@ -33,7 +33,13 @@ QueryPanelController::QueryPanelController(PatientQueryForm *panel, PatientManag
         [this] { m_library->findChild<QAction *>(QStringLiteral("actionLoadDir"))->trigger(); });
     connect(tree, &TreeController::left, this, [this] {
         if (m_isAdvanced) {
-            part<QAbstractButton>("AdvanceInquiry")->click();
+            part<QAbstractButton>(QueryPanelPart::advanceInquiry)->click();
+        }
+    });
+    connect(shown, &ShownPatients::asked, this, &QueryPanelController::giveWay);
+    connect(shown, &ShownPatients::changed, this, [this] {
+        if (!m_isAdvanced && m_shown->filter() != m_toldFilter) {
+            emit told({});
         }
     });
     connectKeys();
@@ -53,7 +59,7 @@ bool QueryPanelController::isChecked(const char *box) const
 /// Return searches from every field.
 void QueryPanelController::connectKeys()
 {
-    auto *button = part<QAbstractButton>("search");
+    auto *button = part<QAbstractButton>(QueryPanelPart::search);
     for (const QLineEdit *field : part<QWidget>("QueryItemWidget")->findChildren<QLineEdit *>()) {
         connect(field, &QLineEdit::returnPressed, button, &QAbstractButton::click);
     }
@@ -61,16 +67,16 @@ void QueryPanelController::connectKeys()
 
 void QueryPanelController::search(const QString &filter)
 {
-    const PanelRows rows{isChecked("NameCheck"), isChecked("PatientIDCheck"), isChecked("InPatientNoCheck"),
-        isChecked("OutPatientCheck")};
+    const PanelRows rows{isChecked("NameCheck"), isChecked("PatientIDCheck"),
+        isChecked(QueryPanelPart::firstDayCheck), isChecked(QueryPanelPart::lastDayCheck)};
     const std::optional<QString> condition = PanelFilter::condition(filter, rows);
     if (!condition || !m_edits->mayDropEdits()) {
         return;
     }
     emit allTablesWanted();
-    PatientForm *patients = m_library->getPatientForm();
-    patients->onSearchPatient(*condition);
-    const int found = patients->tableModel()->rowCount();
+    m_shown->showCondition(*condition);
+    m_toldFilter = *condition;
+    const int found = m_shown->count();
     emit told(found == 1 ? tr("The query has found 1 patient.")
                          : tr("The query has found %1 patients.").arg(QLocale().toString(found)));
 }
@@ -85,7 +91,7 @@ void QueryPanelController::setAdvanced(bool on)
     } else if (m_edits->mayDropEdits()) {
         enterAdvanced();
     } else {
-        part<QAbstractButton>("AdvanceInquiry")->click(); // up again
+        part<QAbstractButton>(QueryPanelPart::advanceInquiry)->click(); // up again
     }
 }
 
@@ -95,20 +101,42 @@ void QueryPanelController::enterAdvanced()
     m_isAdvanced = true;
     m_simpleText = m_shown->text();
     m_simplePick = m_shown->pick();
-    m_simpleFilter = m_library->getPatientForm()->tableModel()->filter();
+    m_simpleFilter = m_shown->filter();
     m_wasTreeOpen = m_tree->toggleAction()->isChecked();
     m_wereImagesShown = !m_library->getImagesForm()->isHidden();
     m_tree->setOpen(true);
-    m_library->getPatientForm()->onInquiryShow();
-    m_library->getStudyForm()->onInquiryShow();
-    m_library->getSeriesForm()->onInquiryShow();
-    m_library->getImagesForm()->onInquiryShow();
-    emit m_library->getPatientTreeForm()->deleteThumbView(); // nothing is chosen any more
+    chooseNothing();
     emit told(tr("The patient tree fills the tables."));
 }
 
-/// The tree stays where it stood before.
 void QueryPanelController::leaveAdvanced()
+{
+    restoreView();
+    if (!m_edits->mayDropEdits()) {
+        return;
+    }
+    chooseNothing();
+    if (m_simplePick != DatePick::Other) {
+        m_shown->show(m_simpleText, m_simplePick);
+    } else {
+        m_shown->showCondition(m_simpleFilter);
+    }
+}
+
+/// The user asks for other patients than those of before: the button goes up without bringing those back.
+void QueryPanelController::giveWay()
+{
+    if (m_isAdvanced) {
+        m_isAdvanced = false;
+        part<QAbstractButton>(QueryPanelPart::advanceInquiry)->click();
+        restoreView();
+        chooseNothing();
+    }
+    emit told({});
+}
+
+/// The tree stays where it stood before.
+void QueryPanelController::restoreView()
 {
     m_isAdvanced = false;
     emit told({});
@@ -117,9 +145,14 @@ void QueryPanelController::leaveAdvanced()
     }
     emit allTablesWanted();
     m_library->getImagesForm()->setVisible(m_wereImagesShown);
-    if (m_simplePick != DatePick::Other) {
-        m_shown->show(m_simpleText, m_simplePick);
-    } else if (m_edits->mayDropEdits()) {
-        m_library->getPatientForm()->onSearchPatient(m_simpleFilter);
-    }
+}
+
+/// Empties the tables, and reports that nothing is selected: the pictures and the chosen patient go with it.
+void QueryPanelController::chooseNothing()
+{
+    m_library->getPatientForm()->onInquiryShow();
+    m_library->getStudyForm()->onInquiryShow();
+    m_library->getSeriesForm()->onInquiryShow();
+    m_library->getImagesForm()->onInquiryShow();
+    m_library->getPatientForm()->selectList();
 }

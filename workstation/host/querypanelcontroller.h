@@ -13,7 +13,8 @@ class TreeController;
 
 /**
  * Does what the query panel asks for: searches patients, hands the display to the stored inquiries and takes
- * it back, starts an import. Asks before that would drop unsaved edits. Owned by the frame; GUI thread.
+ * it back, starts an import. Asks before that would drop unsaved edits. The stored inquiries give way as soon
+ * as other patients are asked for elsewhere. Owned by the frame; GUI thread.
  */
 class QueryPanelController : public QObject
 {
@@ -26,7 +27,7 @@ public:
 signals:
     /// All four tables are to be seen.
     void allTablesWanted();
-    /// For the status bar.
+    /// What has filled the tables, for the status bar; empty as soon as that is no longer so.
     void told(const QString &text);
 
 private:
@@ -35,6 +36,9 @@ private:
     void setAdvanced(bool on);
     void enterAdvanced();
     void leaveAdvanced();
+    void giveWay();
+    void restoreView();
+    void chooseNothing();
     template <typename Widget>
     Widget *part(const char *name) const;
     bool isChecked(const char *box) const;
@@ -45,6 +49,7 @@ private:
     EditController *const m_edits;
     TreeController *const m_tree;
     bool m_isAdvanced = false;
+    QString m_toldFilter; ///< of the rows that told() was about
     // What the simple view was like.
     QString m_simpleFilter;
     QString m_simpleText;

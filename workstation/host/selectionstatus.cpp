@@ -7,8 +7,13 @@
 
 #include <QItemSelectionModel>
 #include <QLocale>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QSqlTableModel>
+#include <QVariant>
 
+#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -16,14 +21,18 @@ namespace {
 constexpr RecordLevel levels[]{
     RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series, RecordLevel::Image};
 
-RecordLevel levelOf(const QString &table)
+/// How many records of a pick are looked for each time that the index has changed.
+constexpr int mostKeysChecked = 1000;
+
+bool areThere(RecordLevel level, const QList<qlonglong> &keys)
 {
-    for (const RecordLevel level : levels) {
-        if (table == QLatin1String(recordTableName(level))) {
-            return level;
-        }
-    }
-    return RecordLevel::Patient;
+    QSqlQuery query(QSqlDatabase::database());
+    query.prepare(
+        QStringLiteral("SELECT count(*) FROM %1 WHERE pk = ?").arg(QLatin1String(recordTableName(level))));
+    return std::all_of(keys.begin(), keys.end(), [&query](qlonglong key) {
+        query.bindValue(0, key);
+        return !query.exec() || !query.next() || query.value(0).toInt() > 0;
+    });
 }
 
 } // namespace
@@ -91,9 +100,35 @@ bool SelectionStatus::hasSelection(int level) const
 
 RecordSelection SelectionStatus::current() const
 {
-    const RecordSelection latest{levelOf(m_library->selectedTable()), m_library->selectedKeys()};
-    const bool isOfImages = latest.level == RecordLevel::Image && hasSelection(int(RecordLevel::Image));
-    return m_isFromTree || isOfImages ? latest : forActions();
+    const std::optional<RecordLevel> level = recordLevelOf(m_library->selectedTable());
+    const bool isOfImages = level == RecordLevel::Image && hasSelection(int(RecordLevel::Image));
+    if (level && (m_isFromTree || isOfImages)) {
+        return {*level, m_library->selectedKeys()};
+    }
+    return forActions();
+}
+
+void SelectionStatus::leaveTree()
+{
+    if (!m_isFromTree) {
+        return;
+    }
+    int level = int(RecordLevel::Image);
+    while (level > int(RecordLevel::Patient) && !hasSelection(level)) {
+        --level;
+    }
+    m_forms[level]->selectList();
+}
+
+void SelectionStatus::dropGone()
+{
+    if (!m_isFromTree) {
+        return;
+    }
+    const RecordSelection picked = current();
+    if (!areThere(picked.level, picked.keys.mid(0, mostKeysChecked))) {
+        leaveTree();
+    }
 }
 
 RecordSelection SelectionStatus::forActions() const

@@ -43,6 +43,12 @@ public:
     /// images and of what a click in the tree has listed it knows nothing.
     RecordSelection forActions() const;
 
+public slots:
+    /// Ends what was picked in the tree: the selection of the tables stands again, and is reported.
+    void leaveTree();
+    /// The index has changed: a pick in the tree ends with its records.
+    void dropGone();
+
 signals:
     /// Once for all that happens at a time.
     void changed();

@@ -52,14 +52,47 @@ bool ShownPatients::isSearch() const
 
 bool ShownPatients::show(const QString &text, DatePick pick)
 {
+    if (!showInstead(text, pick)) {
+        return false;
+    }
+    m_wish = {m_text, m_pick};
+    return true;
+}
+
+bool ShownPatients::showInstead(const QString &text, DatePick pick)
+{
+    if (!ask(pick == DatePick::ArrivedToday ? QString() : text, pick)) {
+        return false;
+    }
+    fill();
+    emit changed();
+    return true;
+}
+
+bool ShownPatients::showCondition(const QString &condition)
+{
+    if (!ask(QString(), condition.isEmpty() ? DatePick::AllDates : DatePick::Other)) {
+        return false;
+    }
+    m_isDue = false;
+    m_retry.stop();
+    m_finder.forget();
+    m_filter = condition;
+    m_form->onSearchPatient(condition);
+    m_form->selectList(); // of the rows that were selected none is left
+    emit listed();
+    return true;
+}
+
+bool ShownPatients::ask(QString text, DatePick pick)
+{
     if (!m_edits->mayDropEdits()) {
         return false;
     }
+    emit asked();
     m_onceShown = nullptr;
-    m_text = pick == DatePick::ArrivedToday ? QString() : text;
+    m_text = std::move(text);
     m_pick = pick;
-    fill();
-    emit changed();
     return true;
 }
 

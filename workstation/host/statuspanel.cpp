@@ -62,6 +62,12 @@ void StatusPanel::setCounts(const IndexCounts &counts)
 void StatusPanel::setIdleText(const QString &text)
 {
     m_idleText = text;
+    setListing({});
+}
+
+void StatusPanel::setListing(const QString &text)
+{
+    m_listing = text;
     update();
 }
 
@@ -95,7 +101,8 @@ QString StatusPanel::countsText() const
 void StatusPanel::update()
 {
     const QString running = m_imports->activity();
-    const QString idle = m_treeProblem.isEmpty() ? m_idleText : m_treeProblem;
+    const QString listing = m_listing.isEmpty() ? m_idleText : m_listing;
+    const QString idle = m_treeProblem.isEmpty() ? listing : m_treeProblem;
     const QString said = running.isEmpty() ? idle : running;
     m_activity->setText(m_notice.isEmpty() ? said : said + QStringLiteral("   ") + m_notice);
 }

@@ -21,8 +21,10 @@ public:
 
     void setIndexPath(const QString &path);
     void setCounts(const IndexCounts &counts);
-    /// What to say while nothing runs.
+    /// What to say while nothing runs; takes the place of setListing(), too.
     void setIdleText(const QString &text);
+    /// What has filled the tables last, said before the idle text; empty takes it back.
+    void setListing(const QString &text);
     /// Why the patient tree shows nothing, said before the idle text; empty where there is nothing to say.
     void setTreeProblem(const QString &text);
     /// What waits for that which runs now, said behind it; empty where nothing does.
@@ -43,6 +45,7 @@ private:
     QLabel *const m_path;
     QTimer m_timer;
     QString m_idleText;
+    QString m_listing;
     QString m_treeProblem;
     QString m_notice;
 };

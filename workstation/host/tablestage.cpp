@@ -106,6 +106,7 @@ void TableStage::rejoin()
     const QModelIndexList selected = patients->view()->selectedIndexes();
     if (selected.isEmpty()) {
         m_library->getStudyForm()->onSelectPatient(0);
+        patients->selectList(); // nothing
     } else {
         patients->selectIndex(selected.constFirst());
     }

@@ -154,8 +154,12 @@ void WorkstationWindow::connectQueryPanel()
     const auto *controller = new QueryPanelController(panel, m_library, m_shown, m_edits, m_tree);
     connect(controller, &QueryPanelController::allTablesWanted, m_stage,
         [this] { m_stage->showTable(QString()); });
-    connect(controller, &QueryPanelController::told, m_statusPanel, &StatusPanel::setIdleText);
+    connect(controller, &QueryPanelController::told, m_statusPanel, &StatusPanel::setListing);
     connect(m_watcher, &IndexWatcher::changed, new QueryDates(panel), &QueryDates::update);
+    // Behind the stage, which lets the tables follow their own selection.
+    connect(m_tree, &TreeController::left, m_selection, &SelectionStatus::leaveTree);
+    connect(m_shown, &ShownPatients::listed, m_selection, &SelectionStatus::leaveTree);
+    connect(m_liveRefresh, &LiveRefresh::refreshed, m_selection, &SelectionStatus::dropGone);
     connect(m_selection, &SelectionStatus::changed, m_statusPanel,
         [this] { m_statusPanel->setSelection(m_selection->current().text()); });
     m_pictures = new PictureController(m_library, m_queryPanel->thumbnailBody(), this);
@@ -193,17 +197,25 @@ void WorkstationWindow::reportDamage(const QString &detail)
 
 void WorkstationWindow::restoreLayout()
 {
+    m_isLayoutKept = true;
     m_queryPanel->restore();
     m_layout->restore();
-    m_search->restore();
+    if (m_hasIndex) {
+        m_search->restore();
+    }
 }
 
 void WorkstationWindow::saveLayout() const
 {
-    m_tree->save();
+    if (!m_isLayoutKept) {
+        return;
+    }
     m_layout->save();
     m_queryPanel->save();
-    m_search->save();
+    if (m_hasIndex) {
+        m_tree->save();
+        m_search->save();
+    }
 }
 
 void WorkstationWindow::importDropped(const QStringList &paths)

@@ -54,6 +54,8 @@ public:
     const QVector<RecordForm *> &forms() const { return m_forms; }
 
     void restoreLayout();
+    /// Keeps the layout for the next start. Nothing of a window that has not restored one, and without an index
+    /// nothing that belongs to its tables, their search and the tree: the user's own would be lost.
     void saveLayout() const;
     /// Asks what a user must be asked before another window takes this one's place; nothing may run then.
     bool mayBeReplaced();
@@ -98,5 +100,6 @@ private:
     SelectionStatus *m_selection = nullptr;
     ActionMenus *m_menus = nullptr;
     StatusPanel *m_statusPanel = nullptr;
+    bool m_isLayoutKept = false;
     bool m_closing = false;
 };

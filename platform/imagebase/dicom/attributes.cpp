@@ -111,6 +111,16 @@ const char *recordTableName(RecordLevel level)
     return "";
 }
 
+std::optional<RecordLevel> recordLevelOf(const QString &tableName)
+{
+    for (const RecordLevel level : {L::Patient, L::Study, L::Series, L::Image}) {
+        if (tableName == QLatin1String(recordTableName(level))) {
+            return level;
+        }
+    }
+    return std::nullopt;
+}
+
 const std::array<AttributeInfo, attributeCount> &attributeTable()
 {
     return table;

@@ -2,16 +2,19 @@
 
 #include "imagebase_export.h"
 
-#include <QtGlobal>
+#include <QString>
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 /// The four levels of the index, from the top; also the four record tables.
 enum class RecordLevel : quint8 { Patient, Study, Series, Image };
 
 /// Name of the record table of a level: "patient", "generalstudy", "generalseries", "imageformat".
 IMAGEBASE_EXPORT const char *recordTableName(RecordLevel level);
+/// The level of a record table; nothing for any other name.
+IMAGEBASE_EXPORT std::optional<RecordLevel> recordLevelOf(const QString &tableName);
 
 /// How the value of an attribute enters the index.
 enum class ValueKind : quint8 {

@@ -48,9 +48,8 @@ public:
 private:
     static int levelOf(const QString &group)
     {
-        const auto found = std::find_if(recordLevels.begin(), recordLevels.end(),
-            [&group](RecordLevel level) { return group == QLatin1String(recordTableName(level)); });
-        return found == recordLevels.end() ? -1 : int(*found);
+        const std::optional<RecordLevel> level = recordLevelOf(group);
+        return level ? int(*level) : -1;
     }
 
     /// The logic of the last row of a group joins nothing and may be anything.
