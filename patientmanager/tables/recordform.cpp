@@ -4,6 +4,7 @@
 #include "columnkind.h"
 #include "keyfilter.h"
 #include "kivmessageboxform.h"
+#include "maintenancetext.h"
 #include "ntableview.h"
 #include "pagedtablemodel.h"
 #include "recorddelegate.h"
@@ -168,11 +169,11 @@ void RecordForm::submit()
     QSqlDatabase db = m_model->database();
     db.transaction();
     if (!m_model->submitAll()) {
-        const QString error = m_model->lastError().text();
+        const QString error = MaintenanceText::refused(m_model->lastError());
         db.rollback();
         reportFailure(error);
     } else if (!db.commit()) {
-        const QString error = db.lastError().text();
+        const QString error = MaintenanceText::refused(db.lastError());
         db.rollback();
         m_model->select();
         reportFailure(error);

@@ -1,5 +1,7 @@
 #include "fieldconfiguration.h"
 
+#include "maintenancetext.h"
+
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -66,5 +68,5 @@ QString FieldConfiguration::write(const Flags &flags) const
         query.addBindValue(flag);
     }
     good = good && query.exec();
-    return good ? QString() : query.lastError().text();
+    return good ? QString() : MaintenanceText::refused(query.lastError());
 }

@@ -1,21 +1,21 @@
 #include "indexfacts.h"
 
-#include "indexconnection.h"
+#include "indexworkplace.h"
 #include "readsnapshot.h"
 
 #include <QSqlQuery>
 #include <QVariant>
 
-IndexFacts IndexFacts::of(const QString &databasePath)
+IndexFacts IndexFacts::of(const QString &databasePath, const std::atomic<bool> &stop)
 {
     IndexFacts facts;
-    const IndexConnection connection(databasePath);
-    if (!connection.isOpen()) {
+    const IndexWorkplace place(databasePath, stop);
+    if (!place.isOpen()) {
         return facts;
     }
-    const ReadSnapshot snapshot(connection.database());
+    const ReadSnapshot snapshot(place.database());
     for (const RecordLevel level : {RecordLevel::Patient, RecordLevel::Study, RecordLevel::Series}) {
-        QSqlQuery query(connection.database());
+        QSqlQuery query(place.database());
         const QString sql = QStringLiteral("SELECT Status, count(*) FROM %1 GROUP BY Status")
                                 .arg(QLatin1String(recordTableName(level)));
         if (!query.exec(sql)) {
@@ -27,8 +27,9 @@ IndexFacts IndexFacts::of(const QString &databasePath)
             facts.records[level] += query.value(1).toLongLong();
         }
     }
-    QSqlQuery images(connection.database());
-    facts.isRead = images.exec(QStringLiteral("SELECT count(*) FROM imageformat")) && images.next();
+    QSqlQuery images(place.database());
+    // count(*) would be one single step, which cannot be ended.
+    facts.isRead = images.exec(QStringLiteral("SELECT count(pk) FROM imageformat")) && images.next();
     facts.records[RecordLevel::Image] = facts.isRead ? images.value(0).toLongLong() : 0;
     return facts;
 }

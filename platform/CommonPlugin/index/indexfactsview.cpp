@@ -113,10 +113,11 @@ void IndexFactsView::refresh()
         return;
     }
     delete m_count; // a count that nobody waits for any more
-    m_count =
-        new IndexJob([path](const std::atomic<bool> &,
-                         const IndexJob::Progress &) { return QVariant::fromValue(IndexFacts::of(path)); },
-            this);
+    m_count = new IndexJob(
+        [path](const std::atomic<bool> &stop, const IndexJob::Progress &) {
+            return QVariant::fromValue(IndexFacts::of(path, stop));
+        },
+        this);
     connect(m_count, &IndexJob::finished, this,
         [this](const QVariant &result) { show(result.value<IndexFacts>()); });
     m_count->start();

@@ -1,9 +1,11 @@
 #include "maintenancetext.h"
 
+#include "compaction.h"
 #include "importreporttext.h"
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QSqlError>
 
 namespace {
 
@@ -30,8 +32,8 @@ QString unfinished(const MaintenanceResult &result)
     case End::Stopped:
         return Text::tr("Stopped. The index is as it was.");
     case End::NoSpace:
-        return Text::tr("This needs %1 of free disk space. Nothing was changed.")
-            .arg(size(result.neededBytes));
+        return Text::tr("This needs %1 of free disk space in %2. Nothing was changed.")
+            .arg(size(result.neededBytes), result.folder);
     case End::Failed:
         break;
     }
@@ -84,6 +86,13 @@ QString backedUp(const MaintenanceResult &result)
 {
     return result.end == End::Done ? Text::tr("The backup is complete: %1.").arg(size(result.bytesAfter))
                                    : unfinished(result);
+}
+
+QString refused(const QSqlError &error)
+{
+    return Compaction::isAnyRunning()
+        ? Text::tr("The index is being compacted. Try again when that has ended.")
+        : error.text();
 }
 
 } // namespace MaintenanceText

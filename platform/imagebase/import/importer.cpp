@@ -1,6 +1,7 @@
 #include "importer.h"
 
 #include "boundedqueue.h"
+#include "compaction.h"
 #include "indexwriter.h"
 #include "knownfiles.h"
 #include "orderedbuffer.h"
@@ -44,6 +45,14 @@ struct RunningImport
     RunningImport(const RunningImport &) = delete;
     RunningImport &operator=(const RunningImport &) = delete;
 };
+
+/// Only others may tire an import of waiting: a compaction of this process ends, and can be ended.
+void forgiveCompaction(QElapsedTimer *waiting)
+{
+    if (Compaction::isAnyRunning()) {
+        waiting->restart();
+    }
+}
 
 } // namespace
 
@@ -139,6 +148,7 @@ std::unique_ptr<IndexConnection> Importer::Private::openIndex() const
     for (;;) {
         auto connection = std::make_unique<IndexConnection>(request.databasePath, lockWaitMs);
         const bool locked = connection->failure().reason == ConnectionFailure::Reason::Locked;
+        forgiveCompaction(&waiting);
         if (!locked || cancelled || waiting.elapsed() > longestLockWaitMs) {
             return connection;
         }
@@ -270,6 +280,7 @@ bool Importer::Private::takeTurn(IndexWriter &writer)
     QElapsedTimer waiting;
     waiting.start();
     while (!cancelled) {
+        forgiveCompaction(&waiting);
         const bool lastTry = waiting.elapsed() > longestLockWaitMs;
         if (writer.begin(lastTry)) {
             return true;

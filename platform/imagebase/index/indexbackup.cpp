@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlQuery>
+#include <QTemporaryFile>
 
 #include <cstdio>
 
@@ -43,36 +44,40 @@ bool hasLog(const QString &path)
     return QFileInfo(path + QStringLiteral("-wal")).size() > 0;
 }
 
-/// The file that a copy is written to until it is complete; gone at the end unless it was put in place.
+/// The file that a copy is written to until it is complete, of a name that nobody has yet and as open to
+/// others as its source; gone at the end unless it was put in place.
 class PartialFile
 {
 public:
-    explicit PartialFile(const QString &target)
+    PartialFile(const QString &source, const QString &target)
         : m_target(target)
-        , m_path(target + QStringLiteral(".part"))
+        , m_file(target + QStringLiteral(".XXXXXX"))
+        , m_isMade(m_file.open() && m_file.setPermissions(QFile::permissions(source)))
+    { }
+    ~PartialFile()
     {
-        remove();
+        if (m_isMade) {
+            QFile::remove(path() + QStringLiteral("-journal"));
+        }
     }
-    ~PartialFile() { remove(); }
     PartialFile(const PartialFile &) = delete;
     PartialFile &operator=(const PartialFile &) = delete;
 
-    const QString &path() const { return m_path; }
-    bool putInPlace() const
+    bool isMade() const { return m_isMade; }
+    QString path() const { return m_file.fileName(); }
+    /// @return false where the target cannot be replaced
+    bool putInPlace()
     {
-        return std::rename(QFile::encodeName(m_path).constData(), QFile::encodeName(m_target).constData())
-            == 0;
+        const bool isMoved =
+            std::rename(QFile::encodeName(path()).constData(), QFile::encodeName(m_target).constData()) == 0;
+        m_file.setAutoRemove(!isMoved);
+        return isMoved;
     }
 
 private:
-    void remove() const
-    {
-        QFile::remove(m_path);
-        QFile::remove(m_path + QStringLiteral("-journal"));
-    }
-
-    QString m_target;
-    QString m_path;
+    const QString m_target;
+    QTemporaryFile m_file;
+    const bool m_isMade;
 };
 
 int copyPages(sqlite3_backup *copy, const std::atomic<bool> &stop, const IndexMaintenance::Progress &progress)
@@ -122,7 +127,10 @@ MaintenanceResult backUpIndex(const IndexWorkplace &place, const QString &target
     if (hasLog(target)) {
         return failed(ConnectionFailure::Reason::Locked, target);
     }
-    const PartialFile part(target);
+    PartialFile part(place.database().databaseName(), target);
+    if (!part.isMade()) {
+        return failed(ConnectionFailure::Reason::ReadOnly, target);
+    }
     MaintenanceResult result;
     {
         // Held over all steps: a writer would make the copy begin anew, again and again.

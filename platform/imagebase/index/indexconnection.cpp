@@ -1,5 +1,6 @@
 #include "indexconnection.h"
 
+#include "compaction.h"
 #include "databaseerror.h"
 #include "foundkeys.h"
 #include "nativehandle.h"
@@ -10,16 +11,21 @@
 #include <QSqlQuery>
 #include <QUuid>
 
+#include <algorithm>
+
 #include <unistd.h>
 
 namespace {
 
 constexpr int lockPollMicroseconds = 1000;
+constexpr intptr_t compactionWaitMs = 250; ///< it outlasts whatever one could wait for
 
 /// SQLite's own waiting sleeps up to 100 ms at a time and misses the short gaps that a busy writer leaves.
 int waitForLock(void *milliseconds, int calls)
 {
-    if (calls * lockPollMicroseconds / 1000 >= reinterpret_cast<intptr_t>(milliseconds)) {
+    const auto usual = reinterpret_cast<intptr_t>(milliseconds);
+    const intptr_t longest = Compaction::isAnyRunning() ? std::min(usual, compactionWaitMs) : usual;
+    if (calls * lockPollMicroseconds / 1000 >= longest) {
         return 0;
     }
     usleep(lockPollMicroseconds);

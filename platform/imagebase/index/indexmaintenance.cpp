@@ -1,10 +1,11 @@
 #include "indexmaintenance.h"
 
+#include "compaction.h"
 #include "databaseerror.h"
 #include "indexbackup.h"
 #include "indexworkplace.h"
+#include "sqlitetempfolder.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QSqlQuery>
 #include <QStorageInfo>
@@ -14,8 +15,8 @@ namespace {
 using End = MaintenanceResult::End;
 
 constexpr int damagesTold = 100;
-/// The new file goes through the log before it takes the place of the old one.
-constexpr int roomToCompact = 2;
+/// The log takes the whole new index, besides what stands in it already.
+constexpr int copiesBeside = 2;
 
 MaintenanceResult ended(End end)
 {
@@ -42,6 +43,30 @@ QVector<BrokenReference> brokenReferences(const QSqlDatabase &db)
             {query.value(Table).toString(), query.value(Row).toLongLong(), query.value(Parent).toString()});
     }
     return broken;
+}
+
+/// What a folder has to take, and whether it can.
+MaintenanceResult roomFor(qint64 bytes, const QStorageInfo &device, const QString &folder)
+{
+    MaintenanceResult result = ended(device.bytesAvailable() < bytes ? End::NoSpace : End::Done);
+    result.neededBytes = bytes;
+    result.folder = folder;
+    return result;
+}
+
+/// The new index grows in the folder of temporary files, then goes through the log beside the old one.
+MaintenanceResult roomToCompact(const QString &path, qint64 bytes)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    const QStorageInfo device(folder);
+    const QString tempFolder = sqliteTempFolder();
+    const QStorageInfo tempDevice(tempFolder);
+    const qint64 beside = copiesBeside * bytes;
+    if (device.device() == tempDevice.device() && device.rootPath() == tempDevice.rootPath()) {
+        return roomFor(beside + bytes, device, folder);
+    }
+    const MaintenanceResult result = roomFor(beside, device, folder);
+    return result.end == End::NoSpace ? result : roomFor(bytes, tempDevice, tempFolder);
 }
 
 } // namespace
@@ -77,18 +102,17 @@ MaintenanceResult IndexMaintenance::check() const
 
 MaintenanceResult IndexMaintenance::compact() const
 {
-    MaintenanceResult result;
-    result.bytesBefore = indexSizeOnDisk(m_path);
-    result.neededBytes = roomToCompact * result.bytesBefore;
-    if (QStorageInfo(QFileInfo(m_path).path()).bytesAvailable() < result.neededBytes
-        || QStorageInfo(QDir::tempPath()).bytesAvailable() < result.bytesBefore) {
-        result.end = End::NoSpace;
+    const qint64 before = indexSizeOnDisk(m_path);
+    MaintenanceResult result = roomToCompact(m_path, before);
+    result.bytesBefore = before;
+    if (result.end == End::NoSpace) {
         return result;
     }
     const IndexWorkplace place(m_path, m_stop);
     if (!place.isOpen()) {
         return failed(place.failure());
     }
+    const Compaction running;
     QSqlQuery query(place.database());
     query.exec(QStringLiteral("PRAGMA temp_store = FILE")); // a second index would fill the memory
     if (!query.exec(QStringLiteral("VACUUM"))) {
@@ -96,7 +120,6 @@ MaintenanceResult IndexMaintenance::compact() const
     }
     query.exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
     query.finish();
-    result.end = End::Done;
     result.bytesAfter = indexSizeOnDisk(m_path);
     return result;
 }

@@ -23,7 +23,7 @@ struct MaintenanceResult
     enum class End {
         Done,
         Stopped,
-        NoSpace, ///< nothing was begun: neededBytes are not free
+        NoSpace, ///< nothing was begun: neededBytes are not free in folder
         Failed ///< failure says why; the index is as it was
     };
     End end = End::Failed;
@@ -33,6 +33,7 @@ struct MaintenanceResult
     qint64 bytesBefore = 0; ///< of the index on disk, its log included
     qint64 bytesAfter = 0;
     qint64 neededBytes = 0;
+    QString folder;
 };
 
 /// The index file with what has not been written back into it yet, in bytes.
@@ -54,7 +55,8 @@ public:
 
     /// Reads every page and every reference between records.
     MaintenanceResult check() const;
-    /// Writes the index anew without the room that deleted records left. Nobody else may be writing.
+    /// Writes the index anew without the room that deleted records left. Nobody else may be writing; whoever
+    /// begins to write meanwhile asks Compaction.
     MaintenanceResult compact() const;
     /// Copies the index as it stands at the start, complete or not at all: an existing target is replaced in
     /// one step at the end. Others may write meanwhile. @param target not the index itself

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "imagebase_export.h"
 #include "indexconnection.h"
 
 #include <atomic>
@@ -10,7 +11,7 @@ struct sqlite3;
  * The connection of a long piece of work on an index: every statement ends soon after the stop flag is set,
  * and others that write are waited for only as long as a user waits for an answer. For one thread.
  */
-class IndexWorkplace
+class IMAGEBASE_EXPORT IndexWorkplace
 {
 public:
     /// @param stop must outlive the object

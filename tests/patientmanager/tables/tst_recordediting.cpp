@@ -1,3 +1,4 @@
+#include "compaction.h"
 #include "imageformatform.h"
 #include "indexconnection.h"
 #include "kivmessageboxform.h"
@@ -216,6 +217,15 @@ void RecordEditingTest::keepsEditsThatTheDatabaseRefuses()
     QCOMPARE(
         m_index->query(QStringLiteral("SELECT PatientComments FROM patient WHERE pk = 1")), QVariant("good"));
     QCOMPARE(m_index->query(QStringLiteral("SELECT PatientName FROM patient WHERE pk = 2")), QVariant("C"));
+
+    // As a compaction does, for as long as the index is large.
+    const IndexConnection other(m_index->path());
+    const WriteTransaction writing(other.database());
+    const Compaction compacting;
+    m_form->tableModel()->setData(cell(0, "PatientComments"), QStringLiteral("later"));
+    m_form->submit();
+    QVERIFY2(said.last().contains(QLatin1String("compacted")), qPrintable(said.last()));
+    QVERIFY(m_form->hasUnsavedEdits());
 }
 
 void RecordEditingTest::holdsOffAReload()

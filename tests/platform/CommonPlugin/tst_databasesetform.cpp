@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QSqlQuery>
@@ -168,7 +169,9 @@ void DataBaseSetFormTest::backsTheIndexUp()
         QCOMPARE(query.value(0).toInt(), 20000 + round);
         scene.index.addPatient(QStringLiteral("new"), QString::number(round));
     }
-    QVERIFY(!QFile::exists(target + QStringLiteral(".part")));
+    const QDir folder(scene.index.folder());
+    QCOMPARE(folder.entryList({QStringLiteral("copy.db*")}), QStringList{QStringLiteral("copy.db")});
+    QCOMPARE(QFile::permissions(target), QFile::permissions(scene.index.path()));
 
     FileChooser::setAnswerer([&](const FileChooser::Request &) { return scene.index.path(); });
     work("backup");
@@ -189,6 +192,7 @@ void DataBaseSetFormTest::endsItsWorkWhenAsked()
     part<QPushButton>("compact")->click(); // waits for the other writer
     part<QPushButton>("stop")->click();
     QTRY_VERIFY(!DataBaseSetForm::isAnyWorkRunning());
+    QVERIFY2(shown("result").contains(QStringLiteral("Stopped")), qPrintable(shown("result")));
     QVERIFY(part<QPushButton>("compact")->isEnabled());
     QCOMPARE(scene.index.query(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
 }
