@@ -14,7 +14,8 @@ ChoicePage *ChoicePage::imports(QWidget *parent)
 {
     auto *page = new ChoicePage(tr("Imports"), parent);
     page->add(MainSetting::importMode(), tr("What an import does with the files"),
-        tr("Read when a main window is made: takes effect at the next start of the program."),
+        tr("Takes effect with the next main window: at the next start, or after a change of language or "
+           "index."),
         {tr("Reference files where they are"), tr("Copy files into the store"), tr("Ask at each import")});
     page->add(MainSetting::duplicatePolicy(), tr("Other content under a known identifier"),
         tr("When an import brings other bytes for an image of the index. Takes effect at the next import."),

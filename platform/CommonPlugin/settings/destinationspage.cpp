@@ -10,8 +10,6 @@
 namespace {
 
 constexpr int usualPort = 104;
-constexpr int highestPort = 65535;
-constexpr int longestAeTitle = 16;
 
 } // namespace
 
@@ -57,11 +55,11 @@ QLayout *DestinationsPage::buildFields()
     auto *form = new QFormLayout;
     m_name = addField(form, tr("&Name:"), QStringLiteral("destinationName"));
     m_aeTitle = addField(form, tr("AE &title:"), QStringLiteral("aeTitle"));
-    m_aeTitle->setMaxLength(longestAeTitle);
+    m_aeTitle->setMaxLength(DestinationSettings::longestAeTitle);
     m_ip = addField(form, tr("A&ddress:"), QStringLiteral("ip"));
     m_port = new QSpinBox(this);
     m_port->setObjectName(QStringLiteral("port"));
-    m_port->setRange(1, highestPort);
+    m_port->setSpecialValueText(tr("none")); // at its least value
     m_port->setGroupSeparatorShown(false);
     form->addRow(tr("&Port:"), m_port);
     connect(m_port, QOverload<int>::of(&QSpinBox::valueChanged), this, &DestinationsPage::takeFields);
@@ -79,7 +77,8 @@ QLineEdit *DestinationsPage::addField(QFormLayout *form, const QString &caption,
 
 void DestinationsPage::read()
 {
-    m_destinations = DestinationSettings::read();
+    m_stored = DestinationSettings::read();
+    m_destinations = m_stored;
     fill(m_destinations.isEmpty() ? -1 : 0);
 }
 
@@ -119,6 +118,8 @@ void DestinationsPage::showChosen()
     m_name->setText(shown.name);
     m_aeTitle->setText(shown.aeTitle);
     m_ip->setText(shown.ip);
+    // What was written by hand is shown as it is.
+    m_port->setRange(qMin(0, shown.port), qMax(DestinationSettings::highestPort, shown.port));
     m_port->setValue(shown.port);
     m_showing = false;
     for (QWidget *field : std::initializer_list<QWidget *>{m_name, m_aeTitle, m_ip, m_port, m_remove}) {
@@ -132,14 +133,17 @@ void DestinationsPage::takeFields()
     if (m_showing || chosen < 0) {
         return;
     }
-    m_destinations[chosen] = {
-        m_name->text().trimmed(), m_aeTitle->text(), m_ip->text().trimmed(), m_port->value()};
+    m_destinations[chosen] = {m_name->text().trimmed(), m_aeTitle->text(), m_ip->text().trimmed(),
+        m_port->value(), m_destinations[chosen].storedAs};
     m_list->item(chosen)->setText(m_destinations[chosen].name);
 }
 
 QString DestinationsPage::fault() const
 {
     for (int i = 0; i < m_destinations.size(); ++i) {
+        if (m_stored.contains(m_destinations[i]) && !m_destinations[i].storedAs.isEmpty()) {
+            continue; // somebody wrote it by hand: it is left as it is
+        }
         const QString &name = m_destinations[i].name;
         switch (DestinationSettings::faultOf(m_destinations, i)) {
         case DestinationFault::None:

@@ -33,6 +33,7 @@ private:
     void takeFields();
 
     QVector<DicomDestination> m_destinations;
+    QVector<DicomDestination> m_stored; ///< as they were read
     QListWidget *m_list = nullptr;
     QPushButton *m_remove = nullptr;
     QLineEdit *m_name = nullptr;

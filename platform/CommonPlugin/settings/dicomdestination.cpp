@@ -4,6 +4,7 @@
 #include "inifile.h"
 
 #include <QDir>
+#include <QMap>
 #include <QSettings>
 
 #include <algorithm>
@@ -13,15 +14,13 @@ namespace {
 constexpr char aeTitleKey[] = "AETitle";
 constexpr char ipKey[] = "IP";
 constexpr char portKey[] = "Port";
-constexpr int longestAeTitle = 16;
-constexpr int highestPort = 65535;
 
 bool isAeTitle(const QString &text)
 {
     const auto isAllowed = [](QChar c) {
         return c >= QLatin1Char(' ') && c <= QLatin1Char('~') && c != QLatin1Char('\\');
     };
-    return !text.trimmed().isEmpty() && text.size() <= longestAeTitle
+    return !text.trimmed().isEmpty() && text.size() <= DestinationSettings::longestAeTitle
         && std::all_of(text.begin(), text.end(), isAllowed);
 }
 
@@ -34,6 +33,32 @@ bool isGroupName(const QString &name)
     };
     return std::none_of(name.begin(), name.end(), isForbidden)
         && name.compare(QLatin1String("general"), Qt::CaseInsensitive) != 0;
+}
+
+using Values = QMap<QString, QVariant>;
+
+/// What stands in the file about a destination that is renamed, by key.
+Values storedValues(const QString &file, const DicomDestination &destination)
+{
+    Values values;
+    if (!destination.storedAs.isEmpty() && destination.storedAs != destination.name) {
+        QSettings settings(file, QSettings::IniFormat);
+        settings.beginGroup(destination.storedAs);
+        const QStringList keys = settings.allKeys();
+        for (const QString &key : keys) {
+            values.insert(key, settings.value(key));
+        }
+    }
+    return values;
+}
+
+bool writeValues(const QString &file, const QString &group, const Values &values)
+{
+    bool good = true;
+    for (auto value = values.begin(); value != values.end(); ++value) {
+        good = IniFile::setValue(file, group + QLatin1Char('/') + value.key(), value.value()) && good;
+    }
+    return good;
 }
 
 bool writeOne(const QString &file, const DicomDestination &destination)
@@ -61,7 +86,8 @@ QVector<DicomDestination> read()
     for (const QString &group : groups) {
         settings.beginGroup(group);
         destinations.append({group, settings.value(QLatin1String(aeTitleKey)).toString(),
-            settings.value(QLatin1String(ipKey)).toString(), settings.value(QLatin1String(portKey)).toInt()});
+            settings.value(QLatin1String(ipKey)).toString(), settings.value(QLatin1String(portKey)).toInt(),
+            group});
         settings.endGroup();
     }
     return destinations;
@@ -71,13 +97,23 @@ bool write(const QVector<DicomDestination> &destinations)
 {
     bool good = true;
     const QVector<DicomDestination> before = read();
+    QVector<Values> carried; // taken before anything goes: names may be exchanged
+    for (const DicomDestination &destination : destinations) {
+        carried.append(storedValues(file(), destination));
+    }
     for (const DicomDestination &old : before) {
-        const bool stays = std::any_of(destinations.begin(), destinations.end(),
-            [&old](const DicomDestination &kept) { return kept.name == old.name; });
+        const bool stays =
+            std::any_of(destinations.begin(), destinations.end(), [&old](const DicomDestination &kept) {
+                return kept.name == old.name && kept.storedAs == old.name;
+            });
         good = (stays || IniFile::removeGroup(file(), old.name)) && good;
     }
-    for (const DicomDestination &destination : destinations) {
-        good = (before.contains(destination) || writeOne(file(), destination)) && good;
+    for (int i = 0; i < destinations.size(); ++i) {
+        const DicomDestination &destination = destinations[i];
+        const bool isAsStored = destination.storedAs == destination.name && before.contains(destination);
+        good = (isAsStored
+                   || (writeValues(file(), destination.name, carried[i]) && writeOne(file(), destination)))
+            && good;
     }
     return good;
 }

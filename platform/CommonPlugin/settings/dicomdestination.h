@@ -11,8 +11,10 @@ struct DicomDestination
     QString name; ///< of its group in the file
     QString aeTitle;
     QString ip; ///< an address or a host name
-    int port = 0;
+    int port = 0; ///< 0 where the file has none
+    QString storedAs = {}; ///< its name in the file; empty for a new one
 
+    /// As destinations, wherever they are stored.
     bool operator==(const DicomDestination &other) const
     {
         return name == other.name && aeTitle == other.aeTitle && ip == other.ip && port == other.port;
@@ -31,8 +33,11 @@ enum class DestinationFault {
 };
 
 /// The destinations as dicomsendservice.ini has them: a group each, in the file that forwarding and sending
-/// read. Keys that are not known here stay. GUI thread.
+/// read. Keys that are not known here stay, and go with a destination that gets another name. GUI thread.
 namespace DestinationSettings {
+
+constexpr int longestAeTitle = 16;
+constexpr int highestPort = 65535;
 
 COMMONPLUGIN_EXPORT QVector<DicomDestination> read();
 /// Makes the file hold these and no others. @return whether it does

@@ -12,6 +12,12 @@ namespace {
 
 using Lines = QList<QByteArray>;
 
+/// A file that is there and lets nobody look into it: to write would be to lose what it holds.
+bool isClosed(const QString &path)
+{
+    return QFile::exists(path) && !QFile(path).open(QIODevice::ReadOnly);
+}
+
 Lines linesOf(const QString &path)
 {
     QFile file(path);
@@ -80,6 +86,16 @@ Range groupIn(const Lines &lines, const QByteArray &header)
     return {first, end};
 }
 
+/// The end of a group without the blank lines and comments that lead to the next one.
+int endOfValues(const Lines &lines, const Range &range)
+{
+    int end = range.end;
+    while (end > range.first && (lines[end - 1].trimmed().isEmpty() || lines[end - 1].startsWith(';'))) {
+        --end;
+    }
+    return end;
+}
+
 /// Takes out a line, and those that go on with it.
 void removeLine(Lines *lines, int at)
 {
@@ -146,6 +162,9 @@ namespace IniFile {
 
 bool setValue(const QString &file, const QString &key, const QVariant &value)
 {
+    if (isClosed(file)) {
+        return false;
+    }
     QDir().mkpath(QFileInfo(file).path());
     const Lines entry = encoded(key, value);
     if (entry.size() == 2) {
@@ -164,13 +183,16 @@ bool setValue(const QString &file, const QString &key, const QVariant &value)
 
 bool removeGroup(const QString &file, const QString &group)
 {
+    if (isClosed(file)) {
+        return false;
+    }
     if (!hasGroup(file, group)) {
         return true;
     }
     Lines lines = linesOf(file);
     const Range range = groupIn(lines, encoded(group + QStringLiteral("/x"), 0).value(0));
     if (range.first < lines.size() || range.end > range.first) {
-        lines.erase(lines.begin() + range.first - 1, lines.begin() + range.end);
+        lines.erase(lines.begin() + range.first - 1, lines.begin() + endOfValues(lines, range));
         if (save(file, lines) && !hasGroup(file, group)) {
             return true;
         }

@@ -12,7 +12,8 @@ namespace IniFile {
 /// @param key "group/key"
 /// @return whether the file holds the value now
 COMMONPLUGIN_EXPORT bool setValue(const QString &file, const QString &key, const QVariant &value);
-/// Removes a group with all that stands in it. @return whether the file is without it now
+/// Removes a group with its values, not the comments before the next group. @return whether the file is
+/// without it now
 COMMONPLUGIN_EXPORT bool removeGroup(const QString &file, const QString &group);
 
 } // namespace IniFile

@@ -74,9 +74,9 @@ void SettingsFilesTest::changesOneLine()
 
 void SettingsFilesTest::removesAGroup()
 {
-    const QString path = write("; top\n[a]\nx=1\n[b]\n; inner\ny=1\n\n[c]\nz=1\n");
+    const QString path = write("; top\n[a]\nx=1\n[b]\n; inner\ny=1\n\n; of c\n[c]\nz=1\n");
     QVERIFY(IniFile::removeGroup(path, QStringLiteral("b")));
-    QCOMPARE(read(path), QByteArray("; top\n[a]\nx=1\n[c]\nz=1\n"));
+    QCOMPARE(read(path), QByteArray("; top\n[a]\nx=1\n\n; of c\n[c]\nz=1\n"));
     QVERIFY(IniFile::removeGroup(path, QStringLiteral("b")));
 }
 

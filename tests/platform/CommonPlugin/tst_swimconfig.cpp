@@ -90,6 +90,7 @@ private slots:
     void valueOfNoChoiceIsLeftAlone();
     void saysThatAFileCannotBeWritten();
     void keepsDestinations();
+    void leavesHandWrittenDestinationsAlone();
     void keepsApplicationsAndCloud();
     void tellsOfAnotherLookAtOnce();
 
@@ -222,6 +223,30 @@ void SwimconfigTest::keepsDestinations()
     QCOMPARE(now.size(), 2);
     QVERIFY(now.contains(
         {QStringLiteral("Zweigstelle Köln"), QStringLiteral("KOELN"), QStringLiteral("192.0.2.11"), 11112}));
+}
+
+void SwimconfigTest::leavesHandWrittenDestinationsAlone()
+{
+    const QString file = inFolder(QStringLiteral("app/config/dicomsendservice.ini"));
+    writeFile(file, "[Bad]\nAETitle=BAD\nIP=bad\n\n[Good]\nAETitle=GOOD\nIP=good\nPort=104\nTLS=yes\n");
+    swimconfig::instance()->showPage(swimconfig::Destinations);
+    auto *list = part<QListWidget>("destinations");
+    list->setCurrentRow(0);
+    QCOMPARE(part<QSpinBox>("port")->value(), 0);
+    list->setCurrentRow(1);
+    type("destinationName", QStringLiteral("Better"));
+    pressOk();
+    QVERIFY2(!swimconfig::instance()->isVisible(), qPrintable(part<QLabel>("failure")->text()));
+    QVERIFY(readFile(file).startsWith("[Bad]\nAETitle=BAD\nIP=bad\n\n"));
+    QVERIFY(!readFile(file).contains("Good"));
+    QCOMPARE(valueIn(file, "Better/TLS").toString(), QStringLiteral("yes"));
+    QCOMPARE(valueIn(file, "Better/IP").toString(), QStringLiteral("good"));
+
+    swimconfig::instance()->showPage(swimconfig::Destinations);
+    list->setCurrentRow(0);
+    type("ip", QStringLiteral("changed"));
+    pressOk();
+    QVERIFY2(part<QLabel>("failure")->text().contains(QStringLiteral("65535")), "it is judged once changed");
 }
 
 void SwimconfigTest::keepsApplicationsAndCloud()
