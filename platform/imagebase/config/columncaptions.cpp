@@ -13,15 +13,19 @@ QString &chosenLanguage()
     return language;
 }
 
-QString languageFile()
-{
-    return ConfigLocation::grouped(QStringLiteral("rename.%1.ini").arg(chosenLanguage()));
-}
+using Captions = QHash<QString, QString>;
 
-bool hasLanguageFile()
+Captions captionsIn(const QString &file, const QString &table, bool isUtf8)
 {
-    return !chosenLanguage().isEmpty()
-        && !QSettings(languageFile(), QSettings::IniFormat).childGroups().isEmpty();
+    QSettings settings(file, QSettings::IniFormat);
+    settings.beginGroup(table);
+    Captions captions;
+    const QStringList columns = settings.allKeys();
+    for (const QString &column : columns) {
+        const QByteArray bytes = settings.value(column).toString().toLatin1();
+        captions.insert(column, isUtf8 ? QString::fromUtf8(bytes) : QString::fromLocal8Bit(bytes));
+    }
+    return captions;
 }
 
 } // namespace
@@ -35,16 +39,19 @@ void setLanguage(const QString &language)
 
 QHash<QString, QString> of(const QString &table)
 {
-    const bool isUtf8 = hasLanguageFile();
-    const QString file =
-        isUtf8 ? languageFile() : ConfigLocation::grouped(QLatin1String(ConfigKey::renameIni));
-    QSettings settings(file, QSettings::IniFormat);
-    settings.beginGroup(table);
-    QHash<QString, QString> captions;
-    const QStringList columns = settings.allKeys();
-    for (const QString &column : columns) {
-        const QByteArray bytes = settings.value(column).toString().toLatin1();
-        captions.insert(column, isUtf8 ? QString::fromUtf8(bytes) : QString::fromLocal8Bit(bytes));
+    Captions captions =
+        captionsIn(ConfigLocation::grouped(QLatin1String(ConfigKey::renameIni)), table, false);
+    if (chosenLanguage().isEmpty()) {
+        return captions;
+    }
+    const QString file = QStringLiteral("rename.%1.ini").arg(chosenLanguage());
+    const Captions translated = captionsIn(ConfigLocation::grouped(file), table, true);
+    const Captions shipped = captionsIn(QStringLiteral(":/imagebase/config/rename.ini"), table, false);
+    for (auto caption = translated.begin(); caption != translated.end(); ++caption) {
+        const QString &column = caption.key();
+        if (!captions.contains(column) || captions.value(column) == shipped.value(column)) {
+            captions.insert(column, caption.value());
+        }
     }
     return captions;
 }

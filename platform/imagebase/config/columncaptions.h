@@ -11,8 +11,9 @@ class QSqlTableModel;
  * What the columns of the record tables are called. GUI thread.
  *
  * The captions stand in rename.ini, in the system's local encoding, as they have always been written. A host
- * that speaks another language than that file names it; the captions then come from "rename.<language>.ini",
- * in UTF-8, where a file of that name with any group lies in one of the two folders of rename.ini.
+ * that speaks another language names it; the captions of "rename.<language>.ini", in UTF-8, in one of the two
+ * folders of rename.ini, are then laid over those. A caption that rename.ini has otherwise than the one that
+ * is delivered is the site's own: it stays in every language.
  */
 namespace ColumnCaptions {
 

@@ -1,3 +1,4 @@
+#include "columncaptions.h"
 #include "configlocation.h"
 #include "imageformatform.h"
 #include "patientform.h"
@@ -44,6 +45,7 @@ private slots:
     void shipsACaptionForEveryColumn();
     void shipsTheDefaults();
     void takesCaptionsFromTheFirstFileWithGroups();
+    void laysALanguageOverTheSitesOwn();
 
 private:
     TemporaryIndex m_index;
@@ -122,6 +124,23 @@ void RecordTablesTest::takesCaptionsFromTheFirstFileWithGroups()
     writeFile(base + QStringLiteral("/config/rename.ini"), "[patient]\nPatientID=Number\n");
     QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("PatientName"));
     QCOMPARE(caption(PatientForm(), "PatientID"), QStringLiteral("Number"));
+}
+
+void RecordTablesTest::laysALanguageOverTheSitesOwn()
+{
+    const QTemporaryDir folder;
+    ConfigLocation::setBase(folder.filePath(QStringLiteral("bin")));
+    writeFile(folder.filePath(QStringLiteral("config/rename.ini")),
+        "[patient]\nPatientName=Patient name\nPatientID=Number\nPatientComments=Remarks\n");
+    writeFile(folder.filePath(QStringLiteral("config/rename.zh_CN.ini")),
+        "[patient]\nPatientName=患者姓名\nPatientID=患者编号\nPatientSex=性别\n");
+    ColumnCaptions::setLanguage(QStringLiteral("zh_CN"));
+    const QHash<QString, QString> captions = ColumnCaptions::of(QStringLiteral("patient"));
+    ColumnCaptions::setLanguage(QString());
+    QCOMPARE(captions.value(QStringLiteral("PatientName")), QStringLiteral("患者姓名"));
+    QCOMPARE(captions.value(QStringLiteral("PatientSex")), QStringLiteral("性别"));
+    QCOMPARE(captions.value(QStringLiteral("PatientID")), QStringLiteral("Number"));
+    QCOMPARE(captions.value(QStringLiteral("PatientComments")), QStringLiteral("Remarks"));
 }
 
 PM_TEST_MAIN(RecordTablesTest)
