@@ -103,6 +103,12 @@ QPalette dark()
     return paletteOf(darkColours, darkDisabledText, darkDisabledHighlight);
 }
 
+bool isDark(const QPalette &palette)
+{
+    constexpr int middleLightness = 128;
+    return palette.color(QPalette::Window).lightness() < middleLightness;
+}
+
 double contrast(const QColor &one, const QColor &other)
 {
     const double a = luminance(one) + 0.05;

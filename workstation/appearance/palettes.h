@@ -9,6 +9,9 @@ namespace Palettes {
 QPalette light();
 QPalette dark();
 
+/// Whether light texts belong on this palette, whoever made it.
+bool isDark(const QPalette &palette);
+
 /// WCAG's contrast of two opaque colours: 1 to 21.
 double contrast(const QColor &one, const QColor &other);
 

@@ -8,15 +8,9 @@
 #include <QApplication>
 #include <QToolTip>
 
-namespace {
-
-constexpr int middleLightness = 128;
-
-} // namespace
-
 ThemeController::ThemeController(QObject *parent)
     : QObject(parent)
-    , m_startedDark(QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness)
+    , m_startedDark(Palettes::isDark(QGuiApplication::palette()))
 {
     // The one style of Qt's that takes every colour from the palette.
     QApplication::setStyle(new WorkstationStyle);

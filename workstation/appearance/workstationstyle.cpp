@@ -1,12 +1,13 @@
 #include "workstationstyle.h"
 
+#include "palettes.h"
+
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
 
 namespace {
 
-constexpr int middleLightness = 128;
 constexpr qreal cornerRadius = 2;
 /// Contrast of 3 and more to all grounds of the dark theme.
 constexpr QRgb lightLine = 0xff868d97;
@@ -28,7 +29,7 @@ void WorkstationStyle::drawPrimitive(
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isRound = element == PE_IndicatorRadioButton;
-    const bool isDark = option->palette.color(QPalette::Window).lightness() < middleLightness;
+    const bool isDark = Palettes::isDark(option->palette);
     const bool isFocused = element == PE_FrameLineEdit && (option->state & State_HasFocus);
     const bool isEnabled = option->state & State_Enabled;
     if (!isDark || !isEnabled || isFocused || !(isRound || isFrame(element))) {
