@@ -145,6 +145,7 @@ private slots:
         QCOMPARE(m_session->window(), window);
         QVERIFY(forms()[0]->hasUnsavedEdits());
         QCOMPARE(m_rebuilt->count(), 0);
+        QTRY_COMPARE(AppearanceSettings::language(), QStringLiteral("en"));
     }
 
 private:

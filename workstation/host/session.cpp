@@ -51,12 +51,18 @@ void WorkstationSession::start()
 {
     // Between two windows there is none, and no end either.
     QApplication::setQuitOnLastWindowClosed(false);
-    m_language.speak(AppearanceSettings::spokenLanguage());
+    speak();
     build();
     show();
     auto *sequence = new StartSequence(m_line, m_window.get());
     connect(sequence, &StartSequence::quitWanted, this, &WorkstationSession::quitWanted);
     QTimer::singleShot(0, sequence, &StartSequence::begin);
+}
+
+void WorkstationSession::speak()
+{
+    m_keptLanguage = AppearanceSettings::language();
+    m_language.speak(AppearanceSettings::spokenLanguage());
 }
 
 void WorkstationSession::build()
@@ -135,6 +141,8 @@ void WorkstationSession::tryChange()
     m_window->statusPanel()->setNotice({});
     if (m_window->mayBeReplaced()) {
         change();
+    } else if (m_wantsLanguage) {
+        AppearanceSettings::setLanguage(m_keptLanguage); // else the next start would speak it after all
     }
     m_wantsLanguage = false;
     m_wantedIndex.clear();
@@ -146,7 +154,7 @@ void WorkstationSession::change()
     const QString oldIndex = databasePath();
     m_window->saveLayout();
     dismantle();
-    m_language.speak(AppearanceSettings::spokenLanguage());
+    speak();
     ConnectionFailure failure;
     if (!m_wantedIndex.isEmpty()) {
         failure = changeIndex(oldIndex);

@@ -32,7 +32,8 @@ public:
 public slots:
     /// Works on another index, made where there is none, as soon as nothing runs.
     void openIndex(const QString &path);
-    /// Speaks the language of the settings as soon as nothing runs.
+    /// Speaks the language of the settings as soon as nothing runs. Where the user rather keeps unsaved
+    /// edits, the settings get the old one back.
     void changeLanguage();
 
 signals:
@@ -42,6 +43,7 @@ signals:
     void rebuilt();
 
 private:
+    void speak();
     void build();
     void show();
     void dismantle();
@@ -59,4 +61,5 @@ private:
     QTimer m_look; ///< runs while a change waits
     QString m_wantedIndex; ///< empty where the index stays
     bool m_wantsLanguage = false;
+    QString m_keptLanguage; ///< of the settings, when it was last spoken
 };
