@@ -82,10 +82,6 @@
         <translation>导入时如何处理文件</translation>
     </message>
     <message>
-        <source>Read when a main window is made: takes effect at the next start of the program.</source>
-        <translation>主窗口创建时读取: 下次启动程序时生效。</translation>
-    </message>
-    <message>
         <source>Reference files where they are</source>
         <translation>引用原位置的文件</translation>
     </message>
@@ -132,6 +128,10 @@
     <message>
         <source>Remove referenced files too</source>
         <translation>同时删除被引用的文件</translation>
+    </message>
+    <message>
+        <source>Takes effect with the next main window: at the next start, or after a change of language or index.</source>
+        <translation>在下一个主窗口生效: 下次启动时，或更换语言或索引之后。</translation>
     </message>
 </context>
 <context>
@@ -308,6 +308,10 @@
     <message>
         <source>The port of %1 must be 1 to 65535.</source>
         <translation>%1 的端口必须在 1 到 65535 之间。</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
     </message>
 </context>
 <context>
@@ -836,10 +840,6 @@
         <translation>已停止。索引保持不变。</translation>
     </message>
     <message>
-        <source>This needs %1 of free disk space. Nothing was changed.</source>
-        <translation>需要 %1 的可用磁盘空间。未作任何更改。</translation>
-    </message>
-    <message>
         <source>%1, row %2: its record in %3 is missing</source>
         <translation>%1 第 %2 行: 其在 %3 中的上级记录缺失</translation>
     </message>
@@ -862,6 +862,14 @@
     <message>
         <source>The backup is complete: %1.</source>
         <translation>备份完成: %1。</translation>
+    </message>
+    <message>
+        <source>This needs %1 of free disk space in %2. Nothing was changed.</source>
+        <translation>%2 需要 %1 的可用磁盘空间。未作任何更改。</translation>
+    </message>
+    <message>
+        <source>The index is being compacted. Try again when that has ended.</source>
+        <translation>正在压缩索引。请在结束后重试。</translation>
     </message>
 </context>
 <context>
