@@ -1,3 +1,4 @@
+#include "createconnection.h"
 #include "frame.h"
 #include "ntableview.h"
 #include "patientmanagermainwindow.h"
@@ -30,6 +31,7 @@ private slots:
         QList<int> heights;
         {
             const Frame frame(3);
+            frame.window->restoreLayout();
             frame.window->setGeometry(20, 30, 700, 550);
             QHeaderView *header = frame.patientView()->horizontalHeader();
             header->moveSection(header->visualIndex(column(frame, "PatientID")), 0);
@@ -59,11 +61,47 @@ private slots:
         QCOMPARE(header->visualIndex(column(frame, "PatientID")), 0);
     }
 
+    /// A start without an index, or one that shows the first layout, does not cost the user's own.
+    void keepsOnlyWhatWasThere()
+    {
+        {
+            const Frame frame(1);
+            frame.window->restoreLayout();
+            frame.window->shownPatients()->show(QStringLiteral("kept"), DatePick::Week);
+            frame.window->saveLayout();
+        }
+        const QStringList keys{QStringLiteral("tables/patient/columns"), QStringLiteral("search/text"),
+            QStringLiteral("search/dates"), QStringLiteral("window/tableHeights")};
+        const auto kept = [&keys] {
+            QVariantList values;
+            for (const QString &key : keys) {
+                values.append(QSettings().value(key));
+            }
+            return values;
+        };
+        const QVariantList before = kept();
+        QCOMPARE(before.at(1).toString(), QStringLiteral("kept"));
+        {
+            const Frame frame(1);
+            frame.window->saveLayout();
+        }
+        QCOMPARE(kept(), before);
+        const QTemporaryDir folder;
+        setDatabasePath(folder.path()); // a folder is no index
+        QVERIFY(!createConnection());
+        WorkstationWindow window;
+        QVERIFY(!window.hasIndex());
+        window.restoreLayout();
+        window.saveLayout();
+        QCOMPARE(kept(), before);
+    }
+
     /// Settings of another machine, another version or another program.
     void survivesForeignSettings()
     {
         {
             const Frame frame(1);
+            frame.window->restoreLayout();
             frame.window->move(-5000, 9000);
             frame.window->saveLayout();
         }

@@ -5,10 +5,22 @@
 #include "workstationwindow.h"
 
 ChosenRecords::ChosenRecords(const WorkstationWindow &window)
+    : m_shown{window.shownPatients()->text(), window.shownPatients()->pick()}
+    , m_filter(window.shownPatients()->count() > 0 ? window.shownPatients()->filter() : QString())
 {
     for (const RecordForm *form : window.forms()) {
         const QList<qlonglong> keys = form->selectedKeys();
         m_keys.append(QSet<qlonglong>(keys.begin(), keys.end()));
+    }
+}
+
+void ChosenRecords::listIn(const WorkstationWindow &window) const
+{
+    ShownPatients *shown = window.shownPatients();
+    if (m_shown.pick != DatePick::Other) {
+        shown->showInstead(m_shown.text, m_shown.pick);
+    } else if (!m_filter.isEmpty()) {
+        shown->showCondition(m_filter);
     }
 }
 

@@ -121,6 +121,9 @@ void LayoutKeeper::save() const
     QSettings settings;
     settings.setValue(QLatin1String(geometryKey), m_frame->saveGeometry());
     settings.setValue(QLatin1String(frameKey), m_frame->saveState());
+    if (m_forms.first()->tableModel()->record().isEmpty()) {
+        return; // no index: tables without columns, and no tree
+    }
     settings.setValue(QLatin1String(libraryKey), m_library->saveState());
     settings.setValue(QLatin1String(heightsKey), texts(m_stage->heights()));
     for (const RecordForm *form : m_forms) {

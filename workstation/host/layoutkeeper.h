@@ -24,6 +24,7 @@ public:
         QVector<RecordForm *> forms, QObject *parent);
 
     void restore();
+    /// Without an index only what stands around the library.
     void save() const;
 
 private:

@@ -106,8 +106,8 @@ void SearchController::restore()
 void SearchController::save() const
 {
     QSettings settings;
-    settings.setValue(QLatin1String(textKey), m_shown->text());
-    settings.setValue(QLatin1String(datesKey), datePickName(m_shown->pick()));
+    settings.setValue(QLatin1String(textKey), m_shown->wish().text);
+    settings.setValue(QLatin1String(datesKey), datePickName(m_shown->wish().pick));
 }
 
 void SearchController::prepareWhenIdle(const ImportCentre *imports)

@@ -24,7 +24,7 @@ public:
 
     /// "Find Patients…": leads to the bar.
     QAction *findAction() const { return m_findAction; }
-    /// Lists what was listed when the window was closed last.
+    /// Lists what was asked for last when the window was closed.
     void restore();
     void save() const;
     /// Reads the patients for the first search, once the start is over and unless an import runs.

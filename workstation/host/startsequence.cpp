@@ -84,7 +84,7 @@ void StartSequence::present()
     ShownPatients *shown = m_window->shownPatients();
     m_window->liveRefresh()->refreshNow();
     if (shown->pick() == DatePick::ArrivedToday && shown->count() == 0 && !indexIsEmpty()) {
-        shown->show({}, DatePick::AllDates);
+        shown->showInstead({}, DatePick::AllDates);
     }
     // The picture shows the counts, too, which another thread takes.
     connect(m_window->indexWatcher(), &IndexWatcher::counted, this, [this] {
