@@ -26,8 +26,9 @@ class PictureController : public QObject
     Q_OBJECT
 
 public:
-    /// Objects are made of a selection up to this size; beyond it the pictures alone follow.
+    /// Objects are made of one record, and of more up to this size; beyond it the pictures alone follow.
     static constexpr int mostKeysForObjects = 200;
+    static constexpr int mostImagesForObjects = 10'000;
 
     /// @param body what the thumbnails fill; without a layout of its own, or with an empty one
     PictureController(PatientManagerMainWindow *library, QWidget *body, QObject *parent);
@@ -54,6 +55,7 @@ private:
     void follow();
     void onReported(const QList<qlonglong> &keys, const QString &table);
     void apply();
+    bool mayBecomeObjects() const;
     void showSelected();
     void chooseSeries(qlonglong series);
     bool selectRow(RecordForm *form, qlonglong key, bool report);
