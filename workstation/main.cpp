@@ -21,6 +21,8 @@ constexpr int offscreenPointSize = 10;
 CommandLine commandLineOf(int argc, char **argv)
 {
     const QCoreApplication withoutScreen(argc, argv);
+    UiLanguage language;
+    language.speak(AppearanceSettings::spokenLanguage());
     return CommandLine::parse(QCoreApplication::arguments());
 }
 

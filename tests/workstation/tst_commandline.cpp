@@ -71,6 +71,11 @@ private slots:
         QCOMPARE(line.previews,
             (QStringList{QStringLiteral("/a b.dcm"), QStringLiteral("/c.dcm"), QStringLiteral("/d.dcm")}));
         QCOMPARE(parse({QStringLiteral("--preview")}).answerCode, 2);
+
+        QFile::resize(list, 17 << 20); // zeros: no text, whatever it is called
+        QCOMPARE(parse({QStringLiteral("--preview"), list}).previews, QStringList(list));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(17 << 20, '\n')) > 0);
+        QCOMPARE(parse({QStringLiteral("--preview"), list}).answerCode, 2);
     }
 
 private:

@@ -75,6 +75,10 @@ private slots:
         qputenv("QT_QPA_PLATFORM", "offscreen");
         QCOMPARE(run.code, 0);
         QVERIFY(run.output.contains(QStringLiteral("--database")));
+        qputenv("LANGUAGE", "zh_CN");
+        QVERIFY(
+            runProgram(path({}), {QStringLiteral("--help")}).output.contains(QStringLiteral("文件和文件夹")));
+        qunsetenv("LANGUAGE");
     }
 
     void importsTheSamplesIntoAnEmptyIndexAndLeavesAPicture()

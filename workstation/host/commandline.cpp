@@ -5,9 +5,13 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <optional>
+
 namespace {
 
 constexpr int wrongUse = 2;
+/// A list of files: some 100,000 long paths. A preview of more makes no sense.
+constexpr qint64 mostListBytes = 16 << 20;
 
 struct Options
 {
@@ -40,15 +44,29 @@ QString absolute(const QString &path)
     return path.isEmpty() ? path : QFileInfo(path).absoluteFilePath();
 }
 
-/// The lines of a list of files; other files name themselves.
-QStringList listed(const QString &path)
+/// A text has no zero byte, and every DICOM file has, whatever it is called.
+bool isList(const QString &path, QByteArray *text)
 {
-    QFile list(path);
-    if (!path.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive) || !list.open(QIODevice::ReadOnly)) {
-        return {absolute(path)};
+    QFile file(path);
+    if (!path.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive) || !file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    *text = file.read(mostListBytes + 1);
+    return !text->contains('\0');
+}
+
+/// The lines of a list of files; other files name themselves. Nothing for a list that is too long.
+std::optional<QStringList> listed(const QString &path)
+{
+    QByteArray text;
+    if (!isList(path, &text)) {
+        return QStringList(absolute(path));
+    }
+    if (text.size() > mostListBytes) {
+        return {};
     }
     QStringList paths;
-    const QStringList lines = QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList lines = QString::fromUtf8(text).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &line : lines) {
         const QString name = line.endsWith(QLatin1Char('\r')) ? line.chopped(1) : line;
         if (!name.isEmpty()) {
@@ -88,11 +106,18 @@ CommandLine CommandLine::parse(const QStringList &arguments)
     CommandLine line;
     line.previewOnly = parser.isSet(options.preview);
     for (const QString &path : parser.positionalArguments()) {
-        if (line.previewOnly) {
-            line.previews += listed(path);
-        } else {
+        if (!line.previewOnly) {
             line.imports.append(absolute(path));
+            continue;
         }
+        const std::optional<QStringList> files = listed(path);
+        if (!files) {
+            return answering(
+                QCoreApplication::translate("CommandLine", "The list %1 is longer than 16 MiB.").arg(path)
+                    + QLatin1Char('\n'),
+                wrongUse);
+        }
+        line.previews += *files;
     }
     if (line.previewOnly && line.previews.isEmpty()) {
         return answering(

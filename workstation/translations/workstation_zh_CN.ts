@@ -178,6 +178,10 @@
         <source>--preview needs files to show.</source>
         <translation>--preview 需要指定要显示的文件。</translation>
     </message>
+    <message>
+        <source>The list %1 is longer than 16 MiB.</source>
+        <translation>列表 %1 超过 16 MiB。</translation>
+    </message>
 </context>
 <context>
     <name>EditController</name>
@@ -231,6 +235,10 @@
         <translation>打开 %1</translation>
     </message>
     <message>
+        <source>Is being started…</source>
+        <translation>正在启动…</translation>
+    </message>
+    <message>
         <source>Is running</source>
         <translation>正在运行</translation>
     </message>
@@ -268,6 +276,14 @@
     <message>
         <source>The index names no image files of what is selected (%1).</source>
         <translation>索引中没有所选内容 (%1) 的图像文件。</translation>
+    </message>
+    <message>
+        <source>The program is not started: the value &quot;%1&quot; of the selected records would be taken for an option.</source>
+        <translation>程序未启动：所选记录的值“%1”会被当作选项。</translation>
+    </message>
+    <message>
+        <source>The list of the selected files cannot be written to the folder %1.</source>
+        <translation>无法将所选文件的列表写入文件夹 %1。</translation>
     </message>
     <message>
         <source>The program for &quot;%1&quot; did not come up: %2
@@ -449,6 +465,10 @@
     <message>
         <source>The compressed image is damaged and cannot be decoded.</source>
         <translation>压缩图像已损坏，无法解码。</translation>
+    </message>
+    <message>
+        <source>The preview does not play videos.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -924,6 +944,10 @@ Built with Qt %2</source>
     <message>
         <source>An import is running. Stop it and quit? What has been imported stays; importing the same folder again completes it.</source>
         <translation>正在导入。是否停止并退出? 已导入的内容会保留；再次导入同一文件夹即可完成。</translation>
+    </message>
+    <message>
+        <source>The index is being checked, compacted or backed up. Stop that and quit? The index stays as it was; an unfinished backup is removed.</source>
+        <translation>正在检查、压缩或备份索引。是否停止并退出? 索引保持原样；未完成的备份会被删除。</translation>
     </message>
     <message>
         <source>Stopping…</source>
