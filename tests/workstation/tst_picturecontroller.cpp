@@ -80,7 +80,7 @@ void PictureControllerTest::clickSelectsTheSeries()
     QListView *list = m_pictures->view()->list();
     for (int row = 2; row >= 0; --row) { // the last is in the other study
         const qlonglong series = m_pictures->view()->model()->at(row).series;
-        list->setCurrentIndex(m_pictures->view()->model()->index(row));
+        emit list->clicked(m_pictures->view()->model()->index(row));
         QCOMPARE(form->getSelectList(), QList<qlonglong>{series});
         QCOMPARE(m_frame->window->library()->selectedKeys(), QList<qlonglong>{series});
     }

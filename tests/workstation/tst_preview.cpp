@@ -23,6 +23,8 @@ private slots:
     void playsInALoop();
     void otherImagesGoOn();
     void corpusInTurn();
+    void framesByTheBytesThereAre();
+    void windowsOfLaterFrames();
     void closesByKey();
 
 private:
@@ -194,6 +196,43 @@ void PreviewTest::corpusInTurn()
         pictures += isPicture ? 1 : 0;
     }
     QVERIFY(pictures > 140);
+}
+
+void PreviewTest::framesByTheBytesThereAre()
+{
+    DicomFileBuilder().set(0x00280008, QStringLiteral("99999")).write(m_files.at(0));
+    DicomFileBuilder().set(0x00280008, QStringLiteral("3")).write(m_files.at(1));
+    open({m_files.at(0), m_files.at(1), m_files.at(2)});
+    QCOMPARE(m_preview->count(), 1 + 3 + 1);
+    m_preview->goTo(4);
+    QTRY_COMPARE(m_preview->shown(), 4);
+    QVERIFY(!m_preview->view()->picture().isNull());
+}
+
+/// The first of two frames cannot be decoded; the second has its windows all the same.
+void PreviewTest::windowsOfLaterFrames()
+{
+    DicomFileBuilder().set(0x00280008, QStringLiteral("2")).write(m_files.at(0));
+    QFile file(m_files.at(0));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QByteArray bytes = file.readAll().chopped(2 + 4 + 32); // behind the name of the pixels
+    file.close();
+    const QByteArray item("\xfe\xff\x00\xe0", 4);
+    const QByteArray plane = '\x0f' + QByteArray(16, '\1') + '\x80';
+    const QByteArray good =
+        QByteArray("\2\0\0\0\x40\0\0\0\x52\0\0\0", 12) + QByteArray(52, '\0') + plane + plane;
+    bytes.replace("1.2.840.10008.1.2.1", "1.2.840.10008.1.2.5");
+    bytes += QByteArray(2, '\0') + QByteArray(4, '\xff') + item + QByteArray(4, '\0') + item
+        + QByteArray("\4\0\0\0oops", 8) + item + char(good.size()) + QByteArray(3, '\0') + good;
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    file.close();
+    open({m_files.at(0)});
+    QVERIFY(m_preview->view()->picture().isNull());
+    press(Qt::Key_PageDown);
+    QTRY_COMPARE(m_preview->shown(), 1);
+    QVERIFY2(!m_preview->view()->picture().isNull(), qPrintable(m_preview->view()->accessibleDescription()));
+    press(Qt::Key_4);
+    QCOMPARE(m_preview->windowLevel(), (WindowLevel{-600, 1500}));
 }
 
 void PreviewTest::closesByKey()

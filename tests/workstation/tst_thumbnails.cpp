@@ -98,8 +98,10 @@ void ThumbnailsTest::storeBelongsToTheFile()
     QVERIFY(file.open(QIODevice::Append) && file.write("two") == 3);
     file.close();
     QVERIFY(store.find(QStringLiteral("1.2"), QFileInfo(path)).isNull());
-    store.remove({QStringLiteral("1.2")});
-    QCOMPARE(filesBelow(store.folder()), 0);
+    store.put(QStringLiteral("1.3/.."), QFileInfo(path), plain(8));
+    store.sweep([](const QString &uid) { return uid == QLatin1String("1.3/.."); }, false);
+    QCOMPARE(filesBelow(store.folder()), 1);
+    QVERIFY(!store.find(QStringLiteral("1.3/.."), QFileInfo(path)).isNull());
     // No cache is no failure.
     ThumbnailStore nowhere(QStringLiteral("/proc/nowhere/index.db"));
     nowhere.put(QStringLiteral("1.2"), QFileInfo(path), plain(8));
@@ -115,6 +117,9 @@ void ThumbnailsTest::storeIsBounded()
     for (int i = 0; i < 25; ++i) {
         store.put(QString::number(i), QFileInfo(m_index->path()), plain(64));
     }
+    QVERIFY(store.wantsPruning());
+    store.prune();
+    QVERIFY(!store.wantsPruning());
     QVERIFY(filesBelow(store.folder()) <= 10);
     QVERIFY(filesBelow(store.folder()) >= 8);
 }
@@ -122,8 +127,8 @@ void ThumbnailsTest::storeIsBounded()
 void ThumbnailsTest::middleImageOfEachSeries()
 {
     const qlonglong patient = addPatient(2);
-    const SeriesEntries series =
-        readSeriesEntries(m_index->path(), {RecordLevel::Patient, {patient}}, ThumbnailLoader::mostSeries);
+    const SeriesEntries series = readSeriesEntries(
+        m_index->path(), {RecordLevel::Patient, {patient}}, ThumbnailLoader::mostSeries, false);
     QCOMPARE(series.entries.size(), 2);
     QCOMPARE(series.entries[0].instanceUid, QStringLiteral("1.2.1.2"));
     QCOMPARE(series.entries[1].images, 3);
@@ -135,8 +140,11 @@ void ThumbnailsTest::middleImageOfEachSeries()
         loader.load({RecordLevel::Patient, {patient}});
         QVERIFY(finished.wait());
         QCOMPARE(loader.decodedCount(), 2);
-        QCOMPARE(filesBelow(loader.store().folder()), 2);
+        QTRY_COMPARE(filesBelow(loader.store().folder()), 2);
     }
+    m_index->query(QStringLiteral("DELETE FROM generalseries WHERE SeriesNumber = 1"));
+    loader.sweep();
+    QTRY_COMPARE(filesBelow(loader.store().folder()), 1);
 }
 
 void ThumbnailsTest::leftSelectionIsNotDecoded()
@@ -179,6 +187,12 @@ void ThumbnailsTest::listByMouseAndKeys()
     const QModelIndex second = view.model()->index(1);
     QVERIFY(!second.data(ThumbnailModel::PictureRole).value<QImage>().isNull());
     QCOMPARE(second.data(Qt::AccessibleTextRole).toString(), QStringLiteral("CT 2, 3 image(s)"));
+    QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+    QApplication::sendEvent(list, &focus);
+    QVERIFY(list->currentIndex().isValid()); // by itself, which is nobody's choice
+    QVERIFY(chosen.isEmpty());
+    QTest::keyClick(list, Qt::Key_Space);
+    QCOMPARE(chosen.takeLast().at(0).toLongLong(), view.model()->at(0).series);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(second).center());
     QCOMPARE(chosen.takeLast().at(0).toLongLong(), view.model()->at(1).series);
     QTest::keyClick(list, Qt::Key_Right);
@@ -209,6 +223,14 @@ void ThumbnailsTest::refreshKeepsWhatStays()
     QCOMPARE(view.model()->rowCount(), 3);
     QCOMPARE(view.list()->currentIndex().row(), 1);
     QVERIFY(!wasEmpty);
+    // Another file in the place of one that is shown.
+    QVERIFY(QFile::resize(imageFile(QStringLiteral("1.2.1.2")), 10));
+    int loaded = 0;
+    connect(view.loader(), &ThumbnailLoader::loaded, this, [&] { ++loaded; });
+    view.refresh();
+    QVERIFY(finished.wait());
+    QCOMPARE(loaded, 2); // and the one that has no file
+    QCOMPARE(view.model()->index(0).data(ThumbnailModel::LettersRole).toString(), QStringLiteral("!"));
     QVERIFY(chosen.isEmpty());
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int greyValues = 1 << 16;
+constexpr int greyValues = PixelFrame::greyValues;
 /// Share of the pixels at either end that the automatic window leaves out.
 constexpr double leftOut = 0.005;
 
@@ -80,6 +80,32 @@ WindowLevel FrameImage::autoWindow(const PixelFrame &frame)
 WindowLevel FrameImage::defaultWindow(const PixelFrame &frame)
 {
     return frame.windows.isEmpty() ? autoWindow(frame) : frame.windows.first().window;
+}
+
+PixelFrame FrameImage::reduced(const PixelFrame &frame, const QSize &size)
+{
+    if (frame.columns <= size.width() || frame.rows <= size.height()) {
+        return frame;
+    }
+    PixelFrame small = frame;
+    small.columns = size.width();
+    small.rows = size.height();
+    small.grey.clear();
+    small.rgb.clear();
+    for (int row = 0; row < small.rows; ++row) {
+        const int line = int(qint64(row) * frame.rows / small.rows) * frame.columns;
+        for (int column = 0; column < small.columns; ++column) {
+            const int from = line + int(qint64(column) * frame.columns / small.columns);
+            if (!frame.isColour()) {
+                small.grey.append(frame.grey.at(from));
+                continue;
+            }
+            for (int colour = 0; colour < 3; ++colour) {
+                small.rgb.append(frame.rgb.at(from * 3 + colour));
+            }
+        }
+    }
+    return small;
 }
 
 QImage FrameImage::render(const PixelFrame &frame, const WindowLevel &window, bool invert)

@@ -12,6 +12,9 @@ namespace FrameImage {
 WindowLevel autoWindow(const PixelFrame &frame);
 /// The file's first window, else the automatic one.
 WindowLevel defaultWindow(const PixelFrame &frame);
+/// The same with fewer pixels, some of the frame's own: as many as a size has, where it has more in both
+/// directions.
+PixelFrame reduced(const PixelFrame &frame, const QSize &size);
 /// A picture as large as the frame, in the 32 bit format that painters scale fastest.
 /// @param invert black for white, on top of what the frame asks for
 QImage render(const PixelFrame &frame, const WindowLevel &window, bool invert = false);

@@ -35,6 +35,7 @@ FrameLoader::~FrameLoader()
 
 void FrameLoader::setList(const ImageList &list)
 {
+    m_files.clear();
     const QMutexLocker lock(&m_mutex);
     m_list = list;
     ++m_generation;

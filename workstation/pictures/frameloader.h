@@ -33,7 +33,7 @@ class FrameLoader : public QObject
     Q_OBJECT
 
 public:
-    static constexpr qint64 defaultCacheBytes = qint64(256) * 1024 * 1024;
+    static constexpr qint64 defaultCacheBytes = qint64(192) * 1024 * 1024;
 
     explicit FrameLoader(QObject *parent = nullptr, qint64 cacheBytes = defaultCacheBytes);
     ~FrameLoader() override;

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr int wheelStep = 120;
-constexpr double zoomStep = 1.25;
 constexpr double leastScale = 0.02;
 constexpr double mostScale = 32;
 constexpr QSize usualSize{760, 640};

@@ -12,6 +12,9 @@ class ImageView : public QWidget
     Q_OBJECT
 
 public:
+    /// By which it grows or shrinks at a time.
+    static constexpr double zoomStep = 1.25;
+
     explicit ImageView(QWidget *parent = nullptr);
 
     /// @param pixelHeight how high a pixel is for each unit of its width

@@ -1,10 +1,13 @@
 #include "openfiles.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 constexpr std::size_t mostIdle = 4;
-}
+/// Room for one that is deflated: it is unpacked as a whole.
+constexpr qint64 mostIdleBytes = qint64(100) * 1024 * 1024;
+} // namespace
 
 std::unique_ptr<OpenFiles::Entry> OpenFiles::take(const QString &path)
 {
@@ -31,7 +34,17 @@ void OpenFiles::giveBack(std::unique_ptr<Entry> entry)
     }
     const QMutexLocker lock(&m_mutex);
     m_idle.push_back(std::move(entry));
-    if (m_idle.size() > mostIdle) {
+    const auto bytes = [this] {
+        return std::accumulate(m_idle.begin(), m_idle.end(), qint64(0),
+            [](qint64 sum, const auto &idle) { return sum + idle->file.heldBytes(); });
+    };
+    while (m_idle.size() > mostIdle || (!m_idle.empty() && bytes() > mostIdleBytes)) {
         m_idle.erase(m_idle.begin());
     }
+}
+
+void OpenFiles::clear()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_idle.clear();
 }

@@ -9,8 +9,8 @@
 #include <vector>
 
 /**
- * Image files that stay open for their next frame, since a multi-frame file's description can be long. A
- * file is lent to one thread at a time. May be used by several threads.
+ * Image files, a few and within a bound of memory, that stay open for their next frame, since a multi-frame
+ * file's description can be long. A file is lent to one thread at a time. May be used by several threads.
  */
 class OpenFiles
 {
@@ -26,6 +26,7 @@ public:
     std::unique_ptr<Entry> take(const QString &path);
     /// Keeps it for the next one who asks, where it has several frames.
     void giveBack(std::unique_ptr<Entry> entry);
+    void clear();
 
 private:
     QMutex m_mutex;

@@ -1,5 +1,7 @@
 #include "previewactions.h"
 
+#include "imageview.h"
+
 #include <QAction>
 #include <QMenu>
 #include <QSpinBox>
@@ -8,7 +10,6 @@
 
 namespace {
 
-constexpr double zoomStep = 1.25;
 constexpr int leastRate = 1;
 constexpr int mostRate = 60;
 constexpr int usualRate = 15;
@@ -88,6 +89,9 @@ void PreviewActions::addWindows()
     button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::TabFocus);
     m_presetButton = m_bar->addWidget(button);
+    m_presetButton->setEnabled(false);
+    // Not at once: what was picked is still to be triggered.
+    connect(m_presets, &QMenu::aboutToHide, this, &PreviewActions::listWindows, Qt::QueuedConnection);
     m_invert = add(tr("Invert"), tr("Black for white"), keys({Qt::Key_I}), true);
     m_invert->setCheckable(true);
     connect(m_invert, &QAction::toggled, this, &PreviewActions::invertToggled);
@@ -101,9 +105,9 @@ void PreviewActions::addZoom()
     connect(add(tr("1:1"), tr("One pixel of the image for one of the screen"), keys({Qt::Key_O}), true),
         &QAction::triggered, this, &PreviewActions::actualSizeRequested);
     connect(add(tr("−"), tr("Smaller"), keys({Qt::Key_Minus}), true), &QAction::triggered, this,
-        [this] { emit zoomRequested(1 / zoomStep); });
+        [this] { emit zoomRequested(1 / ImageView::zoomStep); });
     connect(add(tr("+"), tr("Larger"), keys({Qt::Key_Plus, Qt::Key_Equal}), true), &QAction::triggered, this,
-        [this] { emit zoomRequested(zoomStep); });
+        [this] { emit zoomRequested(ImageView::zoomStep); });
 }
 
 void PreviewActions::addPlay()
@@ -134,12 +138,24 @@ QAction *PreviewActions::addPreset(const QString &name, int key)
 
 void PreviewActions::setWindows(const QVector<WindowPreset> &fileWindows, bool isTomography, bool isGrey)
 {
+    m_wanted = {fileWindows.mid(1), isTomography, isGrey};
+    if (!m_presets->isVisible()) {
+        listWindows();
+    }
+}
+
+void PreviewActions::listWindows()
+{
+    if (m_wanted == m_listed) {
+        return;
+    }
+    m_listed = m_wanted;
     for (QAction *old : m_presets->actions()) {
         m_window->removeAction(old);
     }
     m_presets->clear();
-    m_presetButton->setEnabled(isGrey);
-    if (!isGrey) {
+    m_presetButton->setEnabled(m_listed.isGrey);
+    if (!m_listed.isGrey) {
         return;
     }
     int key = 1;
@@ -151,15 +167,15 @@ void PreviewActions::setWindows(const QVector<WindowPreset> &fileWindows, bool i
         connect(addPreset(QStringLiteral("%1 (%2/%3)").arg(name).arg(window.centre).arg(window.width), key++),
             &QAction::triggered, this, [this, window] { emit windowRequested(window); });
     };
-    if (isTomography) {
+    if (m_listed.isTomography) {
         for (const NamedWindow &named : WindowChoice::tomographyWindows()) {
             addFixed(named.name, named.window);
         }
     }
-    for (int i = 1; i < fileWindows.size() && key <= mostPresets; ++i) {
-        const WindowPreset &preset = fileWindows.at(i);
+    for (int i = 0; i < m_listed.others.size() && key <= mostPresets; ++i) {
+        const WindowPreset &preset = m_listed.others.at(i);
         QString name = preset.name.left(40).replace(QLatin1Char('&'), QLatin1String("&&"));
-        addFixed(name.isEmpty() ? tr("File, %1").arg(i + 1) : name, preset.window);
+        addFixed(name.isEmpty() ? tr("File, %1").arg(i + 2) : name, preset.window);
     }
 }
 

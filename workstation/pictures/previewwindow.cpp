@@ -10,7 +10,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSlider>
-#include <QThread>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -21,6 +20,7 @@ namespace {
 
 constexpr QSize usualSize{900, 800};
 constexpr int secondMs = 1000;
+constexpr int mostListers = 8;
 const QLatin1String tomography("CT");
 
 double pixelHeight(const ImageInfo &info)
@@ -35,7 +35,9 @@ PreviewWindow::PreviewWindow(QWidget *parent)
     , m_loader(new FrameLoader(this))
     , m_view(new ImageView(this))
     , m_banner(new PreviewBanner(this))
+    , m_stopListing(std::make_shared<std::atomic<bool>>(false))
 {
+    m_listers.setMaxThreadCount(mostListers);
     setObjectName(QStringLiteral("PreviewWindow"));
     setWindowTitle(tr("Preview (not for diagnosis)"));
     resize(usualSize);
@@ -58,9 +60,9 @@ PreviewWindow::PreviewWindow(QWidget *parent)
 
 PreviewWindow::~PreviewWindow()
 {
-    if (m_lister) {
-        m_lister->wait();
-    }
+    *m_stopListing = true;
+    m_listers.clear();
+    m_listers.waitForDone(); // for one file
 }
 
 void PreviewWindow::build()
@@ -129,33 +131,33 @@ void PreviewWindow::connectActions()
 
 void PreviewWindow::showSeries(const QString &indexPath, qlonglong series)
 {
-    openList([indexPath, series] { return ImageLists::ofSeries(indexPath, series); });
+    openList([indexPath, series](
+                 const std::atomic<bool> &stop) { return ImageLists::ofSeries(indexPath, series, stop); });
 }
 
 void PreviewWindow::showFiles(const QStringList &paths)
 {
-    openList([paths] { return ImageLists::ofFiles(paths); });
+    openList([paths](const std::atomic<bool> &stop) { return ImageLists::ofFiles(paths, stop); });
 }
 
-void PreviewWindow::openList(const std::function<ImageList()> &read)
+void PreviewWindow::openList(const ListReader &read)
 {
-    if (m_lister) {
-        m_lister->wait();
-    }
+    *m_stopListing = true;
+    m_stopListing = std::make_shared<std::atomic<bool>>(false);
     setList({});
     m_view->setMessage(tr("Loading…"));
-    auto list = std::make_shared<ImageList>();
-    QThread *lister = QThread::create([list, read] { *list = read(); });
-    lister->setParent(this);
-    m_lister = lister;
-    connect(lister, &QThread::finished, this, [this, list, lister] {
-        lister->deleteLater();
-        if (m_lister == lister) {
-            setList(*list);
-            emit opened();
-        }
+    m_listers.start([this, read, stop = m_stopListing] {
+        const ImageList list = read(*stop);
+        QMetaObject::invokeMethod(
+            this,
+            [this, list, stop] {
+                if (!*stop) {
+                    setList(list);
+                    emit opened();
+                }
+            },
+            Qt::QueuedConnection);
     });
-    lister->start();
 }
 
 void PreviewWindow::setList(const ImageList &list)
@@ -213,9 +215,9 @@ void PreviewWindow::showLoaded(int index, const LoadedFramePtr &loaded)
     const ImageInfo &info = loaded->info;
     if (isOtherFile) {
         m_banner->show(info);
-        m_actions->setWindows(loaded->frame.windows, info.header[Attribute::Modality] == tomography,
-            !loaded->frame.grey.isEmpty());
     }
+    m_actions->setWindows(
+        loaded->frame.windows, info.header[Attribute::Modality] == tomography, !loaded->frame.grey.isEmpty());
     if (isFirst && info.frameMs > 0) {
         m_actions->setFramesPerSecond(int(std::lround(secondMs / info.frameMs)));
     }

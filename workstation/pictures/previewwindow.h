@@ -4,17 +4,18 @@
 #include "windowchoice.h"
 
 #include <QMainWindow>
-#include <QPointer>
+#include <QThreadPool>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
+#include <memory>
 
 class ImageView;
 class PreviewActions;
 class PreviewBanner;
 class QLabel;
 class QSlider;
-class QThread;
 
 /**
  * Looks through the images of a series or through a list of files: a preview, not for diagnosis.
@@ -62,7 +63,8 @@ protected:
 private:
     void build();
     void connectActions();
-    void openList(const std::function<ImageList()> &read);
+    using ListReader = std::function<ImageList(const std::atomic<bool> &stop)>;
+    void openList(const ListReader &read);
     void setList(const ImageList &list);
     void showLoaded(int index, const LoadedFramePtr &loaded);
     void render();
@@ -82,7 +84,8 @@ private:
     ImageList m_list;
     LoadedFramePtr m_loaded; ///< of the picture on screen
     WindowChoice m_choice;
-    QPointer<QThread> m_lister;
+    QThreadPool m_listers; ///< several, so that nothing waits for a slow one that is no longer wanted
+    std::shared_ptr<std::atomic<bool>> m_stopListing;
     int m_current = -1;
     int m_shown = -1;
     int m_direction = 1;

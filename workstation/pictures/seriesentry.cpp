@@ -1,9 +1,8 @@
 #include "seriesentry.h"
 
 #include "indexconnection.h"
+#include "recordsql.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -26,15 +25,6 @@ QString condition(RecordLevel level)
     return QStringLiteral("s.pk IN (SELECT series_fk FROM imageformat WHERE pk IN %1)").arg(keys);
 }
 
-QString jsonOf(const QList<qlonglong> &keys)
-{
-    QJsonArray array;
-    for (const qlonglong key : keys) {
-        array.append(key);
-    }
-    return QString::fromLatin1(QJsonDocument(array).toJson(QJsonDocument::Compact));
-}
-
 void addMiddleImage(QSqlQuery &query, SeriesEntry &entry)
 {
     query.bindValue(0, entry.series);
@@ -49,14 +39,8 @@ void addMiddleImage(QSqlQuery &query, SeriesEntry &entry)
 
 } // namespace
 
-bool SeriesEntry::operator==(const SeriesEntry &other) const
-{
-    return series == other.series && study == other.study && modality == other.modality
-        && number == other.number && description == other.description && images == other.images
-        && instanceUid == other.instanceUid && filePath == other.filePath;
-}
-
-SeriesEntries readSeriesEntries(const QString &indexPath, const RecordKeys &records, int most)
+SeriesEntries readSeriesEntries(
+    const QString &indexPath, const RecordKeys &records, int most, const std::atomic<bool> &stop)
 {
     const IndexConnection index(indexPath);
     SeriesEntries result;
@@ -70,13 +54,14 @@ SeriesEntries readSeriesEntries(const QString &indexPath, const RecordKeys &reco
                                   "FROM generalseries s JOIN generalstudy t ON t.pk = s.study_fk WHERE %1 "
                                   "ORDER BY t.StudyDate, t.pk, s.SeriesNumber, s.pk")
                        .arg(condition(records.level)));
-    series.addBindValue(jsonOf(records.keys));
+    series.addBindValue(RecordSql::keyList(records.keys));
     series.exec();
     QSqlQuery image(index.database());
     image.setForwardOnly(true);
-    image.prepare(QStringLiteral("SELECT SOPInstanceUID, SOPClassUID, FilePath FROM imageformat "
-                                 "WHERE series_fk = ? ORDER BY InstanceNumber, pk LIMIT 1 OFFSET ?"));
-    while (series.next()) {
+    image.prepare(QStringLiteral("SELECT SOPInstanceUID, SOPClassUID, FilePath FROM imageformat AS image "
+                                 "WHERE series_fk = ? ORDER BY %1 LIMIT 1 OFFSET ?")
+                      .arg(QLatin1String(RecordSql::imageOrder)));
+    while (!stop && series.next()) {
         if (result.entries.size() >= most) {
             ++result.more;
             continue;

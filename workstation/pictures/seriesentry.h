@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
+
 /// A series as its thumbnail tells of it, with the image that stands for it.
 struct SeriesEntry
 {
@@ -18,8 +20,6 @@ struct SeriesEntry
     QString instanceUid; ///< of the middle image; empty where the series has none
     QString classUid;
     QString filePath;
-
-    bool operator==(const SeriesEntry &other) const;
 };
 
 /// Records by their level and keys: a selection.
@@ -40,4 +40,6 @@ struct SeriesEntries
 
 /// Reads them on a connection of its own: for a worker thread.
 /// @param most how many; the rest is only counted
-SeriesEntries readSeriesEntries(const QString &indexPath, const RecordKeys &records, int most);
+/// @param stop where it is set they end early
+SeriesEntries readSeriesEntries(
+    const QString &indexPath, const RecordKeys &records, int most, const std::atomic<bool> &stop);

@@ -1,9 +1,7 @@
 #include "thumbnailloader.h"
 
-#include "frameimage.h"
-#include "imagefile.h"
-#include "pixelframe.h"
 #include "thumbnailstore.h"
+#include "thumbnailsweep.h"
 
 #include <QFileInfo>
 #include <QThread>
@@ -14,38 +12,31 @@ namespace {
 
 constexpr int leastThreads = 2;
 
-QImage scaled(const QImage &image, const QSizeF &spacing)
-{
-    QSizeF shape(image.size());
-    if (!spacing.isEmpty()) {
-        shape.setHeight(shape.height() * spacing.height() / spacing.width());
-    }
-    const QSize size = shape.scaled(ThumbnailLoader::side, ThumbnailLoader::side, Qt::KeepAspectRatio)
-                           .toSize()
-                           .expandedTo({1, 1});
-    // Near the final size without smoothing first: a mammogram would take a tenth of a second.
-    const QSize near = size * 4;
-    const QImage small = image.width() > near.width() && image.height() > near.height()
-        ? image.scaled(near, Qt::IgnoreAspectRatio, Qt::FastTransformation)
-        : image;
-    return small.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
+constexpr int sweepMs = 5000;
 
 } // namespace
 
 ThumbnailLoader::ThumbnailLoader(const QString &indexPath, QObject *parent)
     : QObject(parent)
     , m_indexPath(indexPath)
-    , m_store(std::make_shared<ThumbnailStore>(indexPath))
-    , m_decoded(std::make_shared<std::atomic<int>>(0))
+    , m_store(std::make_unique<ThumbnailStore>(indexPath))
 {
+    m_lister.setMaxThreadCount(1);
+    m_chores.setMaxThreadCount(1);
     m_pool.setMaxThreadCount(std::max(leastThreads, QThread::idealThreadCount()));
+    m_sweep.setSingleShot(true);
+    m_sweep.setInterval(sweepMs);
+    connect(&m_sweep, &QTimer::timeout, this, &ThumbnailLoader::sweep);
+    m_sweep.start();
 }
 
 ThumbnailLoader::~ThumbnailLoader()
 {
     cancel();
+    m_stopChores = true;
+    m_lister.waitForDone();
     m_pool.waitForDone();
+    m_chores.waitForDone();
 }
 
 void ThumbnailLoader::cancel()
@@ -54,6 +45,7 @@ void ThumbnailLoader::cancel()
         m_stop->store(true);
         m_stop.reset();
     }
+    m_lister.clear();
     m_pool.clear();
     m_pending = 0;
     m_isBusy = false;
@@ -76,7 +68,10 @@ void ThumbnailLoader::load(const RecordKeys &records)
     m_stop = std::make_shared<std::atomic<bool>>(false);
     const Token stop = m_stop;
     m_isBusy = true;
-    m_pool.start([this, records, stop] { list(records, stop); });
+    m_lister.start([this, records, stop] { list(records, stop); });
+    if (!m_sweep.isActive()) {
+        m_sweep.start();
+    }
 }
 
 /// On a worker thread; `this` lives until the pool is done.
@@ -85,7 +80,7 @@ void ThumbnailLoader::list(const RecordKeys &records, const Token &stop)
     if (*stop) {
         return;
     }
-    const SeriesEntries series = readSeriesEntries(m_indexPath, records, mostSeries);
+    const SeriesEntries series = readSeriesEntries(m_indexPath, records, mostSeries, *stop);
     QMetaObject::invokeMethod(
         this, [this, series, stop] { onListed(series, stop); }, Qt::QueuedConnection);
 }
@@ -97,16 +92,9 @@ void ThumbnailLoader::onListed(const SeriesEntries &series, const Token &stop)
     }
     emit listed(series);
     for (const SeriesEntry &entry : series.entries) {
-        if (m_made.value(entry.series) == entry.instanceUid && m_made.contains(entry.series)) {
-            continue;
-        }
         ++m_pending;
-        m_pool.start([this, entry, stop] {
-            const Thumbnail thumbnail = make(entry, *m_store, *stop, *m_decoded);
-            QMetaObject::invokeMethod(
-                this, [this, entry, thumbnail, stop] { onMade(entry, thumbnail, stop); },
-                Qt::QueuedConnection);
-        });
+        const QString shown = m_made.value(entry.series);
+        m_pool.start([this, entry, shown, stop] { make(entry, shown, stop); });
     }
     if (m_pending == 0) {
         finish();
@@ -119,46 +107,60 @@ void ThumbnailLoader::finish()
     emit finished();
 }
 
-void ThumbnailLoader::onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop)
+/// On a worker thread. The picture is told of before it goes to the disk.
+void ThumbnailLoader::make(const SeriesEntry &entry, const QString &shown, const Token &stop)
+{
+    const QFileInfo file(entry.filePath);
+    const QString stamp = ThumbnailMaker::stampOf(entry, file);
+    if (!stamp.isEmpty() && stamp == shown) {
+        QMetaObject::invokeMethod(
+            this, [this, stop] { onSame(stop); }, Qt::QueuedConnection);
+        return;
+    }
+    bool isNew = false;
+    const Thumbnail thumbnail = ThumbnailMaker::make(entry, file, *m_store, *stop, isNew);
+    m_decoded += isNew ? 1 : 0;
+    QMetaObject::invokeMethod(
+        this,
+        [this, series = entry.series, stamp, thumbnail, stop] { onMade(series, stamp, thumbnail, stop); },
+        Qt::QueuedConnection);
+    if (isNew && !thumbnail.picture.isNull()) {
+        m_store->put(entry.instanceUid, file, thumbnail.picture);
+        pruneSoon();
+    }
+}
+
+/// A file that could not be opened is looked at again the next time.
+void ThumbnailLoader::onMade(
+    qlonglong series, const QString &stamp, const Thumbnail &thumbnail, const Token &stop)
 {
     if (*stop) {
         return;
     }
-    m_made.insert(entry.series, entry.instanceUid);
-    emit loaded(entry.series, thumbnail);
-    if (--m_pending == 0) {
+    m_made.insert(series, thumbnail.problem == PixelProblem::CannotOpen ? QString() : stamp);
+    emit loaded(series, thumbnail);
+    onSame(stop);
+}
+
+void ThumbnailLoader::onSame(const Token &stop)
+{
+    if (!*stop && --m_pending == 0) {
         finish();
     }
 }
 
-Thumbnail ThumbnailLoader::make(
-    const SeriesEntry &entry, ThumbnailStore &store, const std::atomic<bool> &stop, std::atomic<int> &decoded)
+/// From any thread.
+void ThumbnailLoader::pruneSoon()
 {
-    Thumbnail thumbnail;
-    if (stop || entry.filePath.isEmpty()) {
-        thumbnail.problem = PixelProblem::CannotOpen;
-        return thumbnail;
+    if (m_store->wantsPruning() && !m_isPruning.exchange(true)) {
+        m_chores.start([this] {
+            m_store->prune();
+            m_isPruning = false;
+        });
     }
-    const QFileInfo info(entry.filePath);
-    thumbnail.picture = store.find(entry.instanceUid, info);
-    if (!thumbnail.picture.isNull()) {
-        return thumbnail;
-    }
-    ImageFile file;
-    thumbnail.problem = file.open(entry.filePath);
-    thumbnail.kind = file.info().kind;
-    if (stop || thumbnail.problem != PixelProblem::None) {
-        return thumbnail;
-    }
-    ++decoded;
-    PixelFrame frame;
-    thumbnail.problem = file.readFrame(file.info().frames / 2, frame);
-    if (stop || thumbnail.problem != PixelProblem::None) {
-        return thumbnail;
-    }
-    thumbnail.picture =
-        scaled(FrameImage::render(frame, FrameImage::defaultWindow(frame)), file.info().spacing)
-            .convertToFormat(frame.isColour() ? QImage::Format_RGB32 : QImage::Format_Grayscale8);
-    store.put(entry.instanceUid, info, thumbnail.picture);
-    return thumbnail;
+}
+
+void ThumbnailLoader::sweep()
+{
+    m_chores.start([this] { sweepThumbnails(*m_store, m_indexPath, m_stopChores); });
 }

@@ -1,30 +1,22 @@
 #pragma once
 
-#include "objectkind.h"
-#include "pixelproblem.h"
 #include "seriesentry.h"
+#include "thumbnailmaker.h"
 
 #include <QHash>
-#include <QImage>
 #include <QObject>
 #include <QThreadPool>
+#include <QTimer>
 
 #include <atomic>
 #include <memory>
 
 class ThumbnailStore;
 
-/// What a series shows instead of itself: a picture, or what it is and why there is none.
-struct Thumbnail
-{
-    QImage picture;
-    ObjectKind kind = ObjectKind::Image;
-    PixelProblem problem = PixelProblem::None;
-};
-
 /**
  * Lists the series of a selection and makes their thumbnails, on worker threads. A new selection ends the one
- * before: what is not decoded by then never is, and its results are not reported.
+ * before: what is not decoded by then never is, and its results are not reported. Keeps the folder of
+ * pictures within its bounds, too.
  *
  * GUI thread; the signals come there too. The destructor waits for what is being decoded.
  */
@@ -33,8 +25,6 @@ class ThumbnailLoader : public QObject
     Q_OBJECT
 
 public:
-    /// Of either side of a picture, in pixels.
-    static constexpr int side = 128;
     /// How many series one selection shows.
     static constexpr int mostSeries = 400;
 
@@ -42,7 +32,8 @@ public:
     ~ThumbnailLoader() override;
 
     ThumbnailStore &store() { return *m_store; }
-    /// Pictures of this selection that were reported already are not reported again.
+    /// Pictures of this selection that were reported already are not reported again, unless their files have
+    /// changed.
     void load(const RecordKeys &records);
     void cancel();
     /// Cancels, and reports everything anew at the next load().
@@ -50,12 +41,9 @@ public:
     /// From load() to finished() or cancel().
     bool isBusy() const { return m_isBusy; }
     /// How many pictures were decoded since this object was made; for tests and measuring.
-    int decodedCount() const { return *m_decoded; }
-
-    /// Makes one thumbnail here and now, from the store where it has it.
-    /// @param stop looked at before anything is decoded
-    static Thumbnail make(const SeriesEntry &entry, ThumbnailStore &store, const std::atomic<bool> &stop,
-        std::atomic<int> &decoded);
+    int decodedCount() const { return m_decoded; }
+    /// Removes the pictures of images that the index no longer has; happens by itself some time after load().
+    void sweep();
 
 signals:
     void listed(const SeriesEntries &series);
@@ -68,15 +56,23 @@ private:
     void list(const RecordKeys &records, const Token &stop);
     void onListed(const SeriesEntries &series, const Token &stop);
     void finish();
-    void onMade(const SeriesEntry &entry, const Thumbnail &thumbnail, const Token &stop);
+    void make(const SeriesEntry &entry, const QString &shown, const Token &stop);
+    void onMade(qlonglong series, const QString &stamp, const Thumbnail &thumbnail, const Token &stop);
+    void onSame(const Token &stop);
+    void pruneSoon();
 
     const QString m_indexPath;
-    const std::shared_ptr<ThumbnailStore> m_store;
-    const std::shared_ptr<std::atomic<int>> m_decoded;
+    const std::unique_ptr<ThumbnailStore> m_store;
+    std::atomic<int> m_decoded{0};
+    std::atomic<bool> m_isPruning{false};
+    std::atomic<bool> m_stopChores{false};
+    QThreadPool m_lister; ///< apart, so that a new list does not wait for pictures of the one before
     QThreadPool m_pool;
+    QThreadPool m_chores; ///< care of the store
+    QTimer m_sweep;
     Token m_stop; ///< set once the selection it belongs to is left
     RecordKeys m_records; ///< the selection
-    QHash<qlonglong, QString> m_made; ///< its series with a picture reported, and the instance that it shows
+    QHash<qlonglong, QString> m_made; ///< the stamps of the series whose picture was reported
     int m_pending = 0;
     bool m_isBusy = false;
 };

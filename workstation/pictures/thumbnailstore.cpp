@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QUrl>
 
 #include <algorithm>
 #include <vector>
@@ -17,11 +18,9 @@ constexpr char fileSuffix[] = ".png";
 /// Pruning leaves some room, so that not every picture prunes.
 constexpr double keptShare = 0.9;
 
-QString hashOf(const QString &instanceUid)
-{
-    return QString::fromLatin1(
-        QCryptographicHash::hash(instanceUid.toUtf8(), QCryptographicHash::Sha1).toHex());
-}
+/// Between the parts of a file's name; never within one, as instances are percent-encoded.
+const QLatin1Char separator('+');
+constexpr int nameParts = 3;
 
 } // namespace
 
@@ -30,14 +29,14 @@ ThumbnailStore::ThumbnailStore(const QString &indexPath, qint64 limitBytes)
     , m_limit(limitBytes)
 { }
 
+/// The name tells the instance, so that sweep() can ask for it; folders of a few hundred files each.
 QString ThumbnailStore::pathOf(const QString &instanceUid, const QFileInfo &file) const
 {
-    const QString hash = hashOf(instanceUid);
-    return QStringLiteral("%1/%2/%3-%4-%5")
-               .arg(m_folder, hash.left(2), hash)
-               .arg(file.size())
-               .arg(file.lastModified().toMSecsSinceEpoch())
-        + QLatin1String(fileSuffix);
+    const QByteArray hash = QCryptographicHash::hash(instanceUid.toUtf8(), QCryptographicHash::Sha1).toHex();
+    const QStringList name{QString::fromLatin1(QUrl::toPercentEncoding(instanceUid)),
+        QString::number(file.size()), QString::number(file.lastModified().toMSecsSinceEpoch())};
+    return QDir(m_folder).filePath(QString::fromLatin1(hash.left(2))) + QLatin1Char('/')
+        + name.join(separator) + QLatin1String(fileSuffix);
 }
 
 QImage ThumbnailStore::find(const QString &instanceUid, const QFileInfo &file) const
@@ -59,15 +58,17 @@ void ThumbnailStore::put(const QString &instanceUid, const QFileInfo &file, cons
     if (!out.commit()) {
         return;
     }
-    const QMutexLocker lock(&m_mutex);
-    m_bytes = m_bytes < 0 ? pruned(m_limit) : m_bytes + size;
-    if (m_bytes > m_limit) {
-        m_bytes = pruned(qint64(m_limit * keptShare));
+    if (m_bytes >= 0) {
+        m_bytes += size;
     }
 }
 
-/// Removes the oldest until the rest fits. @return the bytes of the rest
-qint64 ThumbnailStore::pruned(qint64 mostBytes) const
+bool ThumbnailStore::wantsPruning() const
+{
+    return m_bytes < 0 || m_bytes > m_limit;
+}
+
+void ThumbnailStore::prune()
 {
     struct File
     {
@@ -84,21 +85,27 @@ qint64 ThumbnailStore::pruned(qint64 mostBytes) const
         bytes += files.back().size;
     }
     std::sort(files.begin(), files.end(), [](const File &a, const File &b) { return a.time < b.time; });
+    const qint64 mostBytes = bytes > m_limit ? qint64(double(m_limit) * keptShare) : m_limit;
     for (auto file = files.begin(); bytes > mostBytes && file != files.end(); ++file) {
         if (QFile::remove(file->path)) {
             bytes -= file->size;
         }
     }
-    return bytes;
+    m_bytes = bytes;
 }
 
-void ThumbnailStore::remove(const QStringList &instanceUids)
+void ThumbnailStore::sweep(
+    const std::function<bool(const QString &instanceUid)> &isKnown, const std::atomic<bool> &stop)
 {
-    for (const QString &uid : instanceUids) {
-        const QString hash = hashOf(uid);
-        QDir folder(m_folder + QLatin1Char('/') + hash.left(2));
-        for (const QString &name : folder.entryList({hash + QLatin1Char('*')}, QDir::Files)) {
-            folder.remove(name);
+    QDirIterator walk(m_folder, QDir::Files, QDirIterator::Subdirectories);
+    while (!stop && walk.hasNext()) {
+        const QString path = walk.next();
+        const QStringList name = walk.fileName().split(separator);
+        const bool isOurs = name.size() == nameParts && walk.fileName().endsWith(QLatin1String(fileSuffix));
+        const qint64 size = walk.fileInfo().size();
+        if (isOurs && !isKnown(QUrl::fromPercentEncoding(name.first().toLatin1())) && QFile::remove(path)
+            && m_bytes >= size) {
+            m_bytes -= size;
         }
     }
 }

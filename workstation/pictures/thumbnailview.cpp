@@ -1,29 +1,35 @@
 #include "thumbnailview.h"
 
 #include "thumbnaildelegate.h"
+#include "thumbnaillist.h"
 #include "thumbnailloader.h"
 #include "thumbnailmodel.h"
 
-#include <QItemSelectionModel>
 #include <QLabel>
-#include <QListView>
 #include <QVBoxLayout>
 
 ThumbnailView::ThumbnailView(const QString &indexPath, QWidget *parent)
     : QWidget(parent)
     , m_loader(new ThumbnailLoader(indexPath, this))
     , m_model(new ThumbnailModel(this))
-    , m_list(new QListView(this))
+    , m_list(new ThumbnailList(this))
     , m_note(new QLabel(this))
 {
     build();
     connect(m_loader, &ThumbnailLoader::listed, this, &ThumbnailView::onListed);
     connect(m_loader, &ThumbnailLoader::loaded, m_model, &ThumbnailModel::setThumbnail);
-    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, &ThumbnailView::choose);
-    connect(m_list, &QListView::clicked, this, [this](const QModelIndex &index) { choose(index); });
-    connect(m_list, &QListView::activated, this,
-        [this](const QModelIndex &index) { emit previewRequested(m_model->at(index.row()).series); });
+    connect(m_list, &ThumbnailList::chosenByKey, this, &ThumbnailView::choose);
+    connect(m_list, &QListView::clicked, this, &ThumbnailView::choose);
+    connect(m_list, &QListView::activated, this, [this](const QModelIndex &index) {
+        choose(index);
+        emit previewRequested(m_model->at(index.row()).series);
+    });
     clear();
+}
+
+QListView *ThumbnailView::list() const
+{
+    return m_list;
 }
 
 void ThumbnailView::build()
@@ -74,13 +80,11 @@ void ThumbnailView::onListed(const SeriesEntries &series)
 {
     const QModelIndex current = m_list->currentIndex();
     const qlonglong chosen = current.isValid() ? m_model->at(current.row()).series : 0;
-    m_isFilling = true;
     m_model->setSeries(series.entries);
     const int row = m_model->rowOf(chosen);
     if (row >= 0) {
         m_list->setCurrentIndex(m_model->index(row));
     }
-    m_isFilling = false;
     m_note->setText(series.more > 0 ? tr("… and %n more series", nullptr, series.more)
                                     : tr("The selection has no series."));
     m_note->setVisible(series.more > 0 || series.entries.isEmpty());
@@ -88,7 +92,7 @@ void ThumbnailView::onListed(const SeriesEntries &series)
 
 void ThumbnailView::choose(const QModelIndex &index)
 {
-    if (index.isValid() && !m_isFilling) {
+    if (index.isValid()) {
         emit seriesChosen(m_model->at(index.row()).series);
     }
 }

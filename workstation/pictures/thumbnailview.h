@@ -7,6 +7,7 @@
 class QLabel;
 class QListView;
 class QModelIndex;
+class ThumbnailList;
 class ThumbnailLoader;
 class ThumbnailModel;
 
@@ -21,7 +22,7 @@ public:
     explicit ThumbnailView(const QString &indexPath, QWidget *parent = nullptr);
 
     ThumbnailLoader *loader() const { return m_loader; }
-    QListView *list() const { return m_list; }
+    QListView *list() const;
     ThumbnailModel *model() const { return m_model; }
     const RecordKeys &shown() const { return m_shown; }
 
@@ -33,7 +34,7 @@ public:
     void clear();
 
 signals:
-    /// A series was picked by a click or by the arrow keys.
+    /// A series was picked by a click or a key.
     void seriesChosen(qlonglong series);
     /// A double click, or Enter.
     void previewRequested(qlonglong series);
@@ -45,8 +46,7 @@ private:
 
     ThumbnailLoader *const m_loader;
     ThumbnailModel *const m_model;
-    QListView *const m_list;
+    ThumbnailList *const m_list;
     QLabel *const m_note; ///< what there is instead of pictures, or besides them
     RecordKeys m_shown;
-    bool m_isFilling = false;
 };

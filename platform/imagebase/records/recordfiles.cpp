@@ -1,22 +1,11 @@
 #include "recordfiles.h"
 
+#include "recordsql.h"
+
 #include <QSqlQuery>
 #include <QVariant>
 
 namespace {
-
-/// Any number of keys as one bound value.
-QString jsonList(const QList<qlonglong> &keys)
-{
-    QString list(QLatin1Char('['));
-    for (const qlonglong key : keys) {
-        list += QString::number(key) + QLatin1Char(',');
-    }
-    if (!keys.isEmpty()) {
-        list.chop(1);
-    }
-    return list + QLatin1Char(']');
-}
 
 QString statement(RecordLevel level)
 {
@@ -29,17 +18,18 @@ QString statement(RecordLevel level)
         "JOIN imageformat AS image ON image.series_fk = series.pk "
         "WHERE %1.pk = chosen.value AND image.FilePath <> '' "
         "ORDER BY patient.pk, study.StudyDate DESC, study.StudyTime DESC, study.pk, "
-        "series.SeriesNumber IS NULL, series.SeriesNumber, series.pk, "
-        "image.InstanceNumber IS NULL, image.InstanceNumber, image.pk")
+        "series.SeriesNumber IS NULL, series.SeriesNumber, series.pk, %2")
         .arg(level == RecordLevel::Patient     ? QLatin1String("patient")
                 : level == RecordLevel::Study  ? QLatin1String("study")
                 : level == RecordLevel::Series ? QLatin1String("series")
-                                               : QLatin1String("image"));
+                                               : QLatin1String("image"),
+            QLatin1String(RecordSql::imageOrder));
 }
 
 } // namespace
 
-RecordFiles recordFiles(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
+RecordFiles recordFiles(
+    const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys, const std::atomic<bool> *stop)
 {
     RecordFiles files;
     QSqlQuery query(db);
@@ -47,9 +37,9 @@ RecordFiles recordFiles(const QSqlDatabase &db, RecordLevel level, const QList<q
     if (!query.prepare(statement(level))) {
         return files;
     }
-    query.addBindValue(jsonList(keys));
+    query.addBindValue(RecordSql::keyList(keys));
     query.exec();
-    while (query.next()) {
+    while (!(stop && *stop) && query.next()) {
         if (files.paths.isEmpty()) {
             files.patientId = query.value(1).toString();
             files.studyUid = query.value(2).toString();

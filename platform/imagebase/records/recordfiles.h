@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
+
 /// The files of some records, and what the first of them belongs to.
 struct RecordFiles
 {
@@ -22,5 +24,6 @@ struct RecordFiles
 
 /// Reads the files of the records of one level with one query; keys that are not there have none. Empty where
 /// the index cannot be read. On the thread of the connection.
-IMAGEBASE_EXPORT RecordFiles recordFiles(
-    const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys);
+/// @param stop ends the reading early when it becomes true; may be null
+IMAGEBASE_EXPORT RecordFiles recordFiles(const QSqlDatabase &db, RecordLevel level,
+    const QList<qlonglong> &keys, const std::atomic<bool> *stop = nullptr);

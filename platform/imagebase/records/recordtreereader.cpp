@@ -5,6 +5,7 @@
 #include "qstudy.h"
 #include "readsnapshot.h"
 #include "recordcolumns.h"
+#include "recordsql.h"
 #include "textfold.h"
 
 #include <QHash>
@@ -55,16 +56,7 @@ SqlCondition among(const QString &column, const QString &wanted, RecordLevel lev
 /// The keys as one bound value, however many there are.
 SqlCondition amongKeys(const QString &column, const std::vector<qint64> &keys)
 {
-    QString list;
-    list.reserve(int(keys.size()) * 8 + 2);
-    list += QLatin1Char('[');
-    for (const qint64 key : keys) {
-        list += QString::number(key) + QLatin1Char(',');
-    }
-    if (!keys.empty()) {
-        list.chop(1);
-    }
-    return {column + QStringLiteral(" IN (SELECT value FROM json_each(?))"), {list + QLatin1Char(']')}};
+    return {column + QStringLiteral(" IN (SELECT value FROM json_each(?))"), {RecordSql::keyList(keys)}};
 }
 
 /// What orders the records of a level and tells them apart, whether or not it is shown.
