@@ -459,6 +459,10 @@
         <translation>预览不支持此图像的压缩方式。</translation>
     </message>
     <message>
+        <source>The preview does not play videos.</source>
+        <translation>预览不能播放视频。</translation>
+    </message>
+    <message>
         <source>The preview does not show images of this pixel format.</source>
         <translation>预览不支持此像素格式的图像。</translation>
     </message>
