@@ -10,12 +10,14 @@
 #include "recordform.h"
 #include "session.h"
 #include "settingsnotifier.h"
+#include "shownpatients.h"
 #include "statuspanel.h"
 #include "temporaryindex.h"
 #include "testmain.h"
 #include "workstationwindow.h"
 
 #include <QMenuBar>
+#include <QSettings>
 #include <QSqlQuery>
 #include <QSqlTableModel>
 #include <QtTest>
@@ -84,6 +86,30 @@ private slots:
         QCOMPARE(firstMenu(*m_session), QStringLiteral("&File"));
     }
 
+    /// Nobody arrived today: that all are listed is not the user's wish, and yet survives the new window.
+    void keepsWhatIsListed()
+    {
+        m_index->query(QStringLiteral("UPDATE patient SET updated_time = '2015-01-01 10:00:00'"));
+        QTRY_COMPARE(shown()->pick(), DatePick::AllDates);
+        choosePatient(1);
+        speak(QStringLiteral("zh_CN"));
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QCOMPARE(shown()->pick(), DatePick::AllDates);
+        QCOMPARE(shown()->wish().pick, DatePick::ArrivedToday);
+        QCOMPARE(forms()[0]->selectedKeys(), QList<qlonglong>{2});
+
+        shown()->show(QStringLiteral("p1"), DatePick::AllDates);
+        shown()->showCondition(QStringLiteral("PatientID > '1'"));
+        QCOMPARE(shown()->pick(), DatePick::Other);
+        choosePatient(1);
+        speak(QStringLiteral("en"));
+        QTRY_COMPARE(m_rebuilt->count(), 2);
+        QCOMPARE(shown()->count(), 2);
+        QCOMPARE(forms()[0]->selectedKeys(), QList<qlonglong>{3});
+        QCOMPARE(shown()->wish().text, QStringLiteral("p1"));
+        QSettings().clear();
+    }
+
     void opensAnotherIndexAndKeepsItForTheNextStart()
     {
         const QString other = m_index->folder() + QStringLiteral("/other.db");
@@ -145,11 +171,13 @@ private slots:
         QCOMPARE(m_session->window(), window);
         QVERIFY(forms()[0]->hasUnsavedEdits());
         QCOMPARE(m_rebuilt->count(), 0);
-        QTRY_COMPARE(AppearanceSettings::language(), QStringLiteral("en"));
+        QTRY_COMPARE(AppearanceSettings::language(), QStringLiteral("en")); // at the next start, too
     }
 
 private:
     const QVector<RecordForm *> &forms() const { return m_session->window()->forms(); }
+
+    ShownPatients *shown() const { return m_session->window()->shownPatients(); }
 
     /// As a click does, down to the study.
     void choosePatient(int row) const

@@ -162,6 +162,7 @@ void WorkstationSession::change()
     build();
     show();
     if (databasePath() == oldIndex) {
+        chosen.listIn(*m_window);
         // The rows of a search come in later.
         m_window->shownPatients()->onceShown([chosen, window = m_window.get()] { chosen.selectIn(*window); });
     }
