@@ -470,10 +470,6 @@
         <source>The compressed image is damaged and cannot be decoded.</source>
         <translation>压缩图像已损坏，无法解码。</translation>
     </message>
-    <message>
-        <source>The preview does not play videos.</source>
-        <translation type="unfinished"></translation>
-    </message>
 </context>
 <context>
     <name>PreviewActions</name>
