@@ -1,3 +1,4 @@
+#include "databasesetform.h"
 #include "dicomfilebuilder.h"
 #include "frame.h"
 #include "importcentre.h"
@@ -8,6 +9,7 @@
 #include "testmain.h"
 
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSqlTableModel>
 #include <QtTest>
@@ -72,6 +74,19 @@ private slots:
         const ImportReport report = Importer(again).run();
         QCOMPARE(report.of(FileVerdict::New), qint64(fileCount - kept));
         QCOMPARE(images(frame), fileCount);
+    }
+
+    void asksBeforeWorkOnTheIndexIsStopped()
+    {
+        const Frame frame(1);
+        answerWith(kivMessageBoxForm::AnswerCancel);
+        const auto *form = DataBaseSetForm::instance();
+        form->findChild<QPushButton *>(QStringLiteral("check"))->click();
+        QVERIFY(!frame.window->close());
+        QCOMPARE(m_questions.size(), 1);
+        QTRY_VERIFY(!DataBaseSetForm::isAnyWorkRunning());
+        QVERIFY(frame.window->close());
+        QCOMPARE(m_questions.size(), 1);
     }
 
     void endsItsThreadsWhereTheWindowIsDestroyedDuringAnImport()

@@ -5,10 +5,12 @@
 #include "launchedprogram.h"
 #include "launchercentre.h"
 #include "launchersettings.h"
+#include "launchfolder.h"
 #include "ntableview.h"
 #include "patientmanagermainwindow.h"
 #include "patienttreeform.h"
 #include "recordform.h"
+#include "runningprograms.h"
 #include "selectionstatus.h"
 #include "testmain.h"
 
@@ -102,6 +104,16 @@ void LaunchersTest::placeholdersBecomeArguments()
     QCOMPARE(LaunchCommand::program(QStringLiteral("{workstation}"), values), values.workstation);
     QVERIFY(LaunchCommand::needsSelection({QStringLiteral("-x"), QStringLiteral("-l={fileList}")}));
     QVERIFY(!LaunchCommand::needsSelection({QStringLiteral("{index}"), QStringLiteral("{workstation}")}));
+    // A value may not become an option of its own.
+    LaunchValues hostile = values;
+    hostile.patientId = QStringLiteral("--config=/evil");
+    const auto stray = [&hostile](const char *argument) {
+        return LaunchCommand::strayOption({QStringLiteral("-v"), QLatin1String(argument)}, hostile);
+    };
+    QCOMPARE(stray("{patientID}"), hostile.patientId);
+    QCOMPARE(stray("{patientID}{files}"), hostile.patientId + QStringLiteral("/a b"));
+    QCOMPARE(stray("--patient={patientID}"), QString());
+    QCOMPARE(stray("{files}"), QString());
 }
 
 void LaunchersTest::settingsComeBack()
@@ -149,8 +161,15 @@ void LaunchersTest::refusalsSayWhatIsMissing()
     frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = ''"));
     Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
     press();
+    press(); // still looking for the files
+    QTRY_COMPARE(messages.size(), 3);
     QVERIFY2(messages.value(2).contains(QLatin1String("1 patient")), qPrintable(messages.value(2)));
-    QCOMPARE(messages.size(), 3);
+    configure(shell, {QStringLiteral("{patientID}")});
+    frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = '/a'"));
+    frame->index.query(QStringLiteral("UPDATE patient SET PatientID = '-c'"));
+    press();
+    QTRY_COMPARE(messages.size(), 4);
+    QVERIFY2(messages[3].contains(QLatin1String("\"-c\"")), qPrintable(messages[3]));
     QVERIFY(centre()->running().isEmpty());
 }
 
@@ -209,16 +228,37 @@ void LaunchersTest::outlivesTheWindow()
     const QString result = folder->filePath(QStringLiteral("result"));
     configure(shell,
         {QStringLiteral("-c"),
-            QStringLiteral("while [ ! -e \"$1\" ]; do sleep 0.05; done; echo x >&2 && cat \"$2\" > \"$0\""),
+            QStringLiteral(
+                "while [ ! -e \"$1\" ]; do sleep 0.05; done; "
+                "echo x >&2 && echo \"$2\" > \"$0.new\" && cat \"$2\" >> \"$0.new\" && mv \"$0.new\" \"$0\""),
             result, gate, QStringLiteral("{fileList}")});
+    auto programs = std::make_unique<RunningPrograms>();
+    frame->window = std::make_unique<WorkstationWindow>(programs.get());
+    frame->window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(frame->window.get()));
     Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
+    QCOMPARE(status()->current().text(), QStringLiteral("1 patient"));
     press();
-    QTRY_COMPARE(centre()->running().size(), 1);
-    frame->window->close();
+    QTRY_COMPARE(programs->running().size(), 1);
+    QCOMPARE(messages, QStringList());
+    frame->window.reset();
+    frame->window = std::make_unique<WorkstationWindow>(programs.get()); // of another language
+    QVERIFY(!frame->window->findChild<QWidget *>(QStringLiteral("runningPrograms"))->isHidden());
     frame.reset();
+    programs.reset();
+    // The next start leaves alone what is still needed, and removes it once nobody needs it.
+    LaunchFolder::sweep();
     QFile open(gate);
     QVERIFY(open.open(QIODevice::WriteOnly));
-    QTRY_VERIFY(QFileInfo(result).size() > 0);
+    QTRY_VERIFY(QFile::exists(result));
+    QFile file(result);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    QCOMPARE(lines.value(1), QStringLiteral("/files/it's 1"));
+    const QFileInfo kept(QFileInfo(lines.value(0)).path());
+    QVERIFY(kept.exists());
+    QCOMPARE(int(kept.permissions() & (QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther)), 0);
+    QTRY_VERIFY((LaunchFolder::sweep(), !QFileInfo::exists(kept.filePath())));
 }
 
 void LaunchersTest::selectionIsNamed()

@@ -60,6 +60,26 @@ QStringList LaunchCommand::arguments(const QStringList &configured, const Launch
     return filled;
 }
 
+bool LaunchCommand::uses(const QStringList &configured, const char *placeholder)
+{
+    return std::any_of(configured.begin(), configured.end(),
+        [placeholder](const QString &argument) { return argument.contains(QLatin1String(placeholder)); });
+}
+
+QString LaunchCommand::strayOption(const QStringList &configured, const LaunchValues &values)
+{
+    const QLatin1Char sign('-');
+    for (const QString &argument : configured) {
+        const QStringList filled = argument.startsWith(sign) ? QStringList() : arguments({argument}, values);
+        for (const QString &text : filled) {
+            if (text.startsWith(sign)) {
+                return text;
+            }
+        }
+    }
+    return {};
+}
+
 bool LaunchCommand::needsSelection(const QStringList &configured)
 {
     const QStringList always{

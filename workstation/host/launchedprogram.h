@@ -1,18 +1,18 @@
 #pragma once
 
 #include "launchersettings.h"
+#include "launchfolder.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
-#include <QTemporaryDir>
-
-#include <memory>
+#include <QTimer>
 
 /**
  * One program that a launcher has started: a process of its own, which goes on when this object and the whole
- * workstation end. What it complains of goes to a file, so that no broken pipe ends it then.
+ * workstation end. What it complains of goes to a file, so that no broken pipe ends it then; the file is
+ * emptied whenever it has become large, as long as a workstation runs.
  *
  * Deletes itself once the program has ended. GUI thread.
  */
@@ -26,9 +26,8 @@ public:
 
     LauncherId launcher() const { return m_launcher; }
     qint64 processId() const { return m_process->processId(); }
-    /// Writes a text file that names these files, one path a line; it stays while the program runs. @return
-    /// its path, empty where it cannot be written
-    QString writeFileList(const QStringList &files) const;
+    /// As LaunchFolder; it stays while the program runs.
+    QString writeFileList(const QStringList &files) const { return m_folder.writeFileList(files); }
     /// started() or failed() answers.
     void start(const QString &program, const QStringList &arguments);
     /// Asks the program to end, and ends it when asked a second time.
@@ -47,12 +46,13 @@ signals:
 private:
     void onErrorOccurred(QProcess::ProcessError error);
     void onFinished(int exitCode, QProcess::ExitStatus status);
-    QString complaints() const;
+    void trimComplaints() const;
     void end();
 
     const LauncherId m_launcher;
-    const std::unique_ptr<QTemporaryDir> m_folder;
+    LaunchFolder m_folder;
     QProcess *const m_process; ///< without a parent: deleting it while it runs would end the program
     QElapsedTimer m_sinceStart;
+    QTimer m_look;
     bool m_isStopping = false;
 };

@@ -81,6 +81,12 @@ void LauncherButtons::describe(LauncherId id)
     const bool runs = m_centre->isRunning(id);
     QString tip =
         selected.isEmpty() ? tr("Opens what is selected; nothing is.") : tr("Opens %1").arg(selected);
+    if (m_centre->isPreparing(id)) {
+        button->setCursor(Qt::BusyCursor);
+        tip += QLatin1Char('\n') + tr("Is being started…");
+    } else {
+        button->unsetCursor();
+    }
     if (runs) {
         tip += QLatin1Char('\n') + tr("Is running");
     }
@@ -96,6 +102,7 @@ void LauncherButtons::describeInertButtons()
     for (const char *name : {"pushButton_swim", "pushButton_ich", "pushButton_flow"}) {
         if (auto *button = m_panel->findChild<QPushButton *>(QLatin1String(name))) {
             button->setToolTip(tr("%1 is not available.").arg(button->accessibleName()));
+            button->setEnabled(false);
         }
     }
 }

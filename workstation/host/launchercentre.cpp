@@ -4,92 +4,108 @@
 #include "kivmessageboxform.h"
 #include "launchcommand.h"
 #include "launchedprogram.h"
-#include "recordfiles.h"
+#include "launchfiles.h"
+#include "runningprograms.h"
 #include "selectionstatus.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QSqlDatabase>
 #include <QWidget>
 
-#include <algorithm>
-
-LauncherCentre::LauncherCentre(const SelectionStatus *selection, QWidget *window)
+LauncherCentre::LauncherCentre(RunningPrograms *programs, const SelectionStatus *selection, QWidget *window)
     : QObject(window)
+    , m_programs(programs)
     , m_selection(selection)
     , m_window(window)
-{ }
+{
+    connect(programs, &RunningPrograms::changed, this, &LauncherCentre::runningChanged);
+    connect(programs, &RunningPrograms::failed, this,
+        [this](LauncherId id, const QString &command, const QString &reason) {
+            tell(id,
+                tr("The program for \"%1\" did not come up: %2\n%3")
+                    .arg(LauncherSettings::caption(id), command, reason));
+        });
+}
 
 LauncherCentre::~LauncherCentre() = default;
 
+const QVector<LaunchedProgram *> &LauncherCentre::running() const
+{
+    return m_programs->running();
+}
+
 bool LauncherCentre::isRunning(LauncherId id) const
 {
-    return std::any_of(m_running.begin(), m_running.end(),
-        [id](const LaunchedProgram *program) { return program->launcher() == id; });
+    return m_programs->isRunning(id);
 }
 
 void LauncherCentre::start(LauncherId id)
 {
-    const Launcher launcher = LauncherSettings::read(id);
-    const RecordSelection selected = m_selection->current();
-    const RecordFiles files = selected.isEmpty()
-        ? RecordFiles()
-        : recordFiles(QSqlDatabase::database(), selected.level, selected.keys);
-    if (!mayStart(id, launcher, files)) {
+    if (isPreparing(id)) {
         return;
     }
-    LaunchedProgram *program = makeProgram(id);
-    const LaunchValues values{files.paths, program->writeFileList(files.paths), files.studyUid,
-        files.seriesUid, files.patientId, QDir::toNativeSeparators(databasePath()),
-        QCoreApplication::applicationFilePath()};
+    const Launcher launcher = LauncherSettings::read(id);
+    const RecordSelection selected = m_selection->current();
+    if (!launcher.isConfigured()) {
+        tell(id,
+            tr("No program is configured for \"%1\". Choose one under Tools > Settings > Applications.")
+                .arg(LauncherSettings::caption(id)));
+    } else if (!LaunchCommand::needsSelection(launcher.arguments)) {
+        launch(id, launcher, {});
+    } else if (selected.isEmpty()) {
+        tell(id, tr("Nothing is selected. Select patients, studies, series or images first."));
+    } else {
+        prepare(id, launcher, selected);
+    }
+}
+
+void LauncherCentre::prepare(LauncherId id, const Launcher &launcher, const RecordSelection &selected)
+{
+    auto *reader = new LaunchFiles(databasePath(), selected, this);
+    m_preparing.insert(id, reader);
+    emit runningChanged();
+    connect(reader, &LaunchFiles::finished, this, [this, id, launcher, reader, name = selected.text()] {
+        const RecordFiles files = reader->files();
+        m_preparing.remove(id);
+        reader->deleteLater();
+        emit runningChanged();
+        if (files.paths.isEmpty()) {
+            tell(id, tr("The index names no image files of what is selected (%1).").arg(name));
+        } else {
+            launch(id, launcher, files);
+        }
+    });
+}
+
+void LauncherCentre::launch(LauncherId id, const Launcher &launcher, const RecordFiles &files)
+{
+    LaunchValues values{files.paths, QString(), files.studyUid, files.seriesUid, files.patientId,
+        QDir::toNativeSeparators(databasePath()), QCoreApplication::applicationFilePath()};
+    const QString option = LaunchCommand::strayOption(launcher.arguments, values);
+    if (!option.isEmpty()) {
+        tell(id,
+            tr("The program is not started: the value \"%1\" of the selected records would be taken for an "
+               "option.")
+                .arg(option));
+        return;
+    }
+    LaunchedProgram *program = m_programs->make(id);
+    if (LaunchCommand::uses(launcher.arguments, LauncherPlaceholder::fileList)) {
+        values.fileList = program->writeFileList(files.paths);
+        if (values.fileList.isEmpty()) {
+            delete program;
+            tell(id,
+                tr("The list of the selected files cannot be written to the folder %1.")
+                    .arg(QDir::toNativeSeparators(QDir::tempPath())));
+            return;
+        }
+    }
     program->start(LaunchCommand::program(launcher.program, values),
         LaunchCommand::arguments(launcher.arguments, values));
 }
 
-bool LauncherCentre::mayStart(LauncherId id, const Launcher &launcher, const RecordFiles &files)
+void LauncherCentre::tell(LauncherId id, const QString &text)
 {
-    const QString caption = LauncherSettings::caption(id);
-    if (!launcher.isConfigured()) {
-        tell(caption,
-            tr("No program is configured for \"%1\". Choose one under Tools > Settings > Applications.")
-                .arg(caption));
-        return false;
-    }
-    if (!LaunchCommand::needsSelection(launcher.arguments) || !files.paths.isEmpty()) {
-        return true;
-    }
-    const QString selected = m_selection->current().text();
-    tell(caption,
-        selected.isEmpty() ? tr("Nothing is selected. Select patients, studies, series or images first.")
-                           : tr("The index names no image files of what is selected (%1).").arg(selected));
-    return false;
-}
-
-LaunchedProgram *LauncherCentre::makeProgram(LauncherId id)
-{
-    auto *program = new LaunchedProgram(id, this);
-    const QString caption = LauncherSettings::caption(id);
-    connect(program, &LaunchedProgram::started, this, [this, program] {
-        m_running.append(program);
-        emit runningChanged();
-    });
-    connect(program, &LaunchedProgram::ended, this, [this, program] {
-        if (m_running.removeOne(program)) {
-            emit runningChanged();
-        }
-    });
-    // Queued: the message box runs events, while the program is about to be deleted.
-    connect(
-        program, &LaunchedProgram::failed, this,
-        [this, caption](const QString &command, const QString &reason) {
-            tell(caption, tr("The program for \"%1\" did not come up: %2\n%3").arg(caption, command, reason));
-        },
-        Qt::QueuedConnection);
-    return program;
-}
-
-void LauncherCentre::tell(const QString &caption, const QString &text)
-{
-    kivMessageBoxForm::warning(
-        m_window, caption, text, kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    kivMessageBoxForm::warning(m_window, LauncherSettings::caption(id), text, kivMessageBoxForm::OkOnly,
+        kivMessageBoxForm::AnswerOk);
 }

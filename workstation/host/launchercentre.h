@@ -2,47 +2,56 @@
 
 #include "launchersettings.h"
 
+#include <QMap>
 #include <QObject>
 #include <QVector>
 
+class LaunchFiles;
 class LaunchedProgram;
 class QWidget;
+class RunningPrograms;
 class SelectionStatus;
 struct LaunchValues;
 struct RecordFiles;
+struct RecordSelection;
 
 /**
  * Starts the applications of the query panel for what is selected, and tells the user clearly where that
  * cannot be: none is configured, nothing is selected, the program does not start or dies at once.
  *
- * A launcher may run more than once. What runs goes on when the window closes. Owned by the window; GUI
- * thread.
+ * The files of the selection are read on another thread; the launcher is being prepared meanwhile, and is not
+ * started a second time. A launcher may run more than once. Owned by the window; GUI thread.
  */
 class LauncherCentre : public QObject
 {
     Q_OBJECT
 
 public:
+    /// @param programs knows what runs
     /// @param window below which messages stand
-    LauncherCentre(const SelectionStatus *selection, QWidget *window);
+    LauncherCentre(RunningPrograms *programs, const SelectionStatus *selection, QWidget *window);
     ~LauncherCentre() override;
 
     /// What runs, in the order of its start.
-    const QVector<LaunchedProgram *> &running() const { return m_running; }
+    const QVector<LaunchedProgram *> &running() const;
     bool isRunning(LauncherId id) const;
+    /// Whether the files for it are being read.
+    bool isPreparing(LauncherId id) const { return m_preparing.contains(id); }
 
 public slots:
     void start(LauncherId id);
 
 signals:
+    /// What runs or is being prepared.
     void runningChanged();
 
 private:
-    bool mayStart(LauncherId id, const Launcher &launcher, const RecordFiles &files);
-    LaunchedProgram *makeProgram(LauncherId id);
-    void tell(const QString &caption, const QString &text);
+    void prepare(LauncherId id, const Launcher &launcher, const RecordSelection &selected);
+    void launch(LauncherId id, const Launcher &launcher, const RecordFiles &files);
+    void tell(LauncherId id, const QString &text);
 
+    RunningPrograms *const m_programs;
     const SelectionStatus *const m_selection;
     QWidget *const m_window;
-    QVector<LaunchedProgram *> m_running;
+    QMap<LauncherId, LaunchFiles *> m_preparing;
 };

@@ -2,6 +2,7 @@
 
 #include "commandline.h"
 #include "connectionfailure.h"
+#include "runningprograms.h"
 #include "uilanguage.h"
 
 #include <QObject>
@@ -57,6 +58,7 @@ private:
 
     const CommandLine m_line;
     UiLanguage m_language;
+    RunningPrograms m_programs;
     std::unique_ptr<WorkstationWindow> m_window;
     QTimer m_look; ///< runs while a change waits
     QString m_wantedIndex; ///< empty where the index stays

@@ -2,6 +2,7 @@
 
 #include "actionmenus.h"
 #include "createconnection.h"
+#include "databasesetform.h"
 #include "dropimport.h"
 #include "editcontroller.h"
 #include "imageformatform.h"
@@ -25,6 +26,7 @@
 #include "querypanelcontroller.h"
 #include "querypaneldock.h"
 #include "rowkeys.h"
+#include "runningprograms.h"
 #include "searchbar.h"
 #include "searchcontroller.h"
 #include "selectionstatus.h"
@@ -48,11 +50,14 @@ namespace {
 
 constexpr int idleLookMs = 50;
 constexpr QSize firstSize{1440, 900};
+/// What window managers add around a window, so that the first one fits the screen.
+constexpr QSize roomOfFrame{16, 48};
 
 } // namespace
 
-WorkstationWindow::WorkstationWindow(QWidget *parent)
+WorkstationWindow::WorkstationWindow(RunningPrograms *programs, QWidget *parent)
     : QMainWindow(parent)
+    , m_programs(programs ? programs : new RunningPrograms(this))
     , m_library(new PatientManagerMainWindow(this))
     , m_hasIndex(connectionFailure().reason == ConnectionFailure::Reason::None)
     , m_forms{m_library->getPatientForm(), m_library->getStudyForm(), m_library->getSeriesForm(),
@@ -62,7 +67,7 @@ WorkstationWindow::WorkstationWindow(QWidget *parent)
     setWindowTitle(tr("Patient Data Manager[*]"));
     // A picture taken without a display keeps its size, whatever the platform calls its screen.
     const bool onScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
-    resize(onScreen ? firstSize.boundedTo(screen()->availableSize()) : firstSize);
+    resize(onScreen ? firstSize.boundedTo(screen()->availableSize() - roomOfFrame) : firstSize);
     build();
     connectParts();
     m_stage->arrange();
@@ -165,7 +170,7 @@ void WorkstationWindow::connectQueryPanel()
     m_pictures = new PictureController(m_library, m_queryPanel->thumbnailBody(), this);
     m_pictures->setGuard([this] { return m_edits->mayDropEdits(); });
     connect(m_liveRefresh, &LiveRefresh::refreshed, m_pictures, &PictureController::onIndexChanged);
-    new LauncherButtons(panel, statusBar(), m_selection, new LauncherCentre(m_selection, this));
+    new LauncherButtons(panel, statusBar(), m_selection, new LauncherCentre(m_programs, m_selection, this));
 }
 
 void WorkstationWindow::reportIndex()
@@ -249,14 +254,24 @@ bool WorkstationWindow::mayClose()
         return false;
     }
     if (m_imports->isRunning()
-        && kivMessageBoxForm::question(this, tr("Quit"),
-               tr("An import is running. Stop it and quit? What has been imported stays; importing the same "
-                  "folder again completes it."),
-               kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
-            == kivMessageBoxForm::AnswerCancel) {
+        && !mayStop(
+            tr("An import is running. Stop it and quit? What has been imported stays; importing the same "
+               "folder again completes it."))) {
+        return false;
+    }
+    if (DataBaseSetForm::isAnyWorkRunning()
+        && !mayStop(tr("The index is being checked, compacted or backed up. Stop that and quit? The index "
+                       "stays as it was; an unfinished backup is removed."))) {
         return false;
     }
     return m_edits->mayDropEdits();
+}
+
+bool WorkstationWindow::mayStop(const QString &question)
+{
+    return kivMessageBoxForm::question(
+               this, tr("Quit"), question, kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
+        != kivMessageBoxForm::AnswerCancel;
 }
 
 bool WorkstationWindow::mayBeReplaced()

@@ -17,6 +17,7 @@ class PatientManagerMainWindow;
 class PictureController;
 class QueryPanelDock;
 class RecordForm;
+class RunningPrograms;
 class SearchBar;
 class SearchController;
 class SelectionStatus;
@@ -35,7 +36,8 @@ class WorkstationWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    explicit WorkstationWindow(QWidget *parent = nullptr);
+    /// @param programs knows what launchers have started, and outlives the window; null for its own
+    explicit WorkstationWindow(RunningPrograms *programs = nullptr, QWidget *parent = nullptr);
     ~WorkstationWindow() override;
 
     bool hasIndex() const { return m_hasIndex; }
@@ -54,8 +56,8 @@ public:
     const QVector<RecordForm *> &forms() const { return m_forms; }
 
     void restoreLayout();
-    /// Keeps the layout for the next start. Nothing of a window that has not restored one, and without an index
-    /// nothing that belongs to its tables, their search and the tree: the user's own would be lost.
+    /// Keeps the layout for the next start. Nothing of a window that has not restored one, and without an
+    /// index nothing that belongs to its tables, their search and the tree: the user's own would be lost.
     void saveLayout() const;
     /// Asks what a user must be asked before another window takes this one's place; nothing may run then.
     bool mayBeReplaced();
@@ -75,11 +77,13 @@ private:
     void connectSearch();
     void connectQueryPanel();
     bool mayClose();
+    bool mayStop(const QString &question);
     void closeOnceIdle();
     void importDropped(const QStringList &paths);
     void showResult(const ImportReport &report);
     void showAbout();
 
+    RunningPrograms *const m_programs;
     PatientManagerMainWindow *const m_library;
     const bool m_hasIndex;
     QVector<RecordForm *> m_forms;

@@ -1,0 +1,22 @@
+#include "launchfiles.h"
+
+#include "indexconnection.h"
+#include "selectionstatus.h"
+
+LaunchFiles::LaunchFiles(const QString &indexPath, const RecordSelection &selection, QObject *parent)
+    : QObject(parent)
+{
+    m_reader = std::thread([this, indexPath, selection] {
+        {
+            const IndexConnection index(indexPath);
+            m_files = recordFiles(index.database(), selection.level, selection.keys, &m_stop);
+        }
+        emit finished(); // queued to receivers on the GUI thread
+    });
+}
+
+LaunchFiles::~LaunchFiles()
+{
+    m_stop = true;
+    m_reader.join();
+}
