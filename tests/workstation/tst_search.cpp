@@ -135,6 +135,19 @@ private slots:
         QCOMPARE(search.rows(), 2);
     }
 
+    void triesAgainWhatCannotBeRead()
+    {
+        const Searching search(1);
+        const QString later = search.frame.index.folder() + QStringLiteral("/later.db");
+        PatientFinder finder(later);
+        QSignalSpy unreadable(&finder, &PatientFinder::unreadable);
+        QSignalSpy answered(&finder, &PatientFinder::answered);
+        finder.ask({});
+        QTRY_VERIFY(!unreadable.isEmpty());
+        search.frame.index.query(QStringLiteral("VACUUM INTO '%1'").arg(later));
+        QTRY_COMPARE(answered.count(), 1);
+    }
+
     /// What comes in is found, whoever writes it.
     void followsTheIndex()
     {
