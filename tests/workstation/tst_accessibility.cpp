@@ -14,6 +14,7 @@
 #include "swimconfig.h"
 #include "tablestage.h"
 #include "testmain.h"
+#include "textcontrast.h"
 #include "themecontroller.h"
 #include "treecontroller.h"
 #include "uilanguage.h"
@@ -138,7 +139,7 @@ private:
         for (const Theme theme : {Theme::Light, Theme::Dark}) {
             AppearanceSettings::setTheme(theme);
             emit SettingsNotifier::instance()->themeChanged();
-            check(window, WidgetWalk::faintTexts(window));
+            check(window, TextContrast::faintTexts(window));
         }
         check(window, WidgetWalk::unreachedByTab(window));
     }

@@ -1,25 +1,18 @@
 #include "widgetwalk.h"
 
-#include "palettes.h"
-
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QHash>
-#include <QImage>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolBar>
-#include <QToolButton>
 #include <QtTest>
 
 namespace {
-
-constexpr double leastContrast = 4.5;
 
 QString describe(const QWidget *widget)
 {
@@ -50,42 +43,6 @@ bool isControl(const QWidget *widget)
     }
     return (widget->focusPolicy() != Qt::NoFocus || qobject_cast<const QAbstractButton *>(widget))
         && !widget->isWindow() && !isPartOfAControl(widget);
-}
-
-QString textOf(const QWidget *widget)
-{
-    if (const auto *label = qobject_cast<const QLabel *>(widget)) {
-        return label->pixmap(Qt::ReturnByValue).isNull() ? label->text() : QString();
-    }
-    const auto *tool = qobject_cast<const QToolButton *>(widget);
-    if (tool && tool->toolButtonStyle() == Qt::ToolButtonIconOnly && !tool->icon().isNull()) {
-        return {};
-    }
-    if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
-        return button->text();
-    }
-    const auto *field = qobject_cast<const QLineEdit *>(widget);
-    return field ? field->text() : QString();
-}
-
-/// The best contrast of any pixel to the colour that most have.
-double inkContrast(const QImage &picture)
-{
-    QHash<QRgb, int> counts;
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            ++counts[picture.pixel(x, y)];
-        }
-    }
-    QRgb ground = 0;
-    for (auto colour = counts.constBegin(); colour != counts.constEnd(); ++colour) {
-        ground = colour.value() > counts.value(ground) ? colour.key() : ground;
-    }
-    double best = 1;
-    for (auto colour = counts.constBegin(); colour != counts.constEnd(); ++colour) {
-        best = qMax(best, Palettes::contrast(QColor(colour.key()), QColor(ground)));
-    }
-    return best;
 }
 
 QString mnemonicOf(const QString &text)
@@ -134,25 +91,6 @@ QStringList unnamedControls(const QWidget &window)
             if (!face || face->text(QAccessible::Name).trimmed().isEmpty()) {
                 faults.append(describe(widget));
             }
-        }
-    }
-    return faults;
-}
-
-QStringList faintTexts(QWidget &window)
-{
-    const QImage whole = window.grab().toImage();
-    QStringList faults;
-    for (const QWidget *widget : window.findChildren<QWidget *>()) {
-        if (!widget->isVisible() || !widget->isEnabled() || textOf(widget).trimmed().isEmpty()
-            || widget->visibleRegion().isEmpty()) {
-            continue;
-        }
-        const QRect place(widget->mapTo(&window, QPoint()), widget->size());
-        const double contrast = inkContrast(whole.copy(place & whole.rect()));
-        if (contrast < leastContrast) {
-            faults.append(
-                QStringLiteral("%1: %2 in \"%3\"").arg(describe(widget)).arg(contrast).arg(textOf(widget)));
         }
     }
     return faults;
