@@ -211,6 +211,10 @@
         <source>This file cannot be written: %1</source>
         <translation>无法写入此文件: %1</translation>
     </message>
+    <message>
+        <source>There is no index %1. Make a new, empty one?</source>
+        <translation>没有索引 %1。是否新建一个空索引?</translation>
+    </message>
 </context>
 <context>
     <name>DataSaveTypeForm</name>
@@ -351,6 +355,13 @@
     <message>
         <source>The database reported an error: %1</source>
         <translation>数据库报告错误: %1</translation>
+    </message>
+</context>
+<context>
+    <name>FileChooser</name>
+    <message>
+        <source>Open</source>
+        <translation>打开</translation>
     </message>
 </context>
 <context>
