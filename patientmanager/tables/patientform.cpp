@@ -8,6 +8,7 @@
 #include "recordtable.h"
 
 #include <QDebug>
+#include <QScrollBar>
 #include <QSqlDatabase>
 #include <QSqlRecord>
 
@@ -56,6 +57,7 @@ void PatientForm::onSearchPatient(const QString &filter)
 {
     m_filter = filter;
     showWhere(filter);
+    showNames();
     m_reported = 0;
     emit selectPatient(0);
 }
@@ -65,12 +67,19 @@ void PatientForm::showFound(const QString &filter)
     const bool isComplete = narrowTo(filter);
     if (!selectedKeys().contains(m_reported)) {
         ui->tableView->clearSelection();
+        showNames();
         m_reported = 0;
         emit selectPatient(0);
     }
     if (!isComplete) {
         emit selectPK(selectedKeys(), QLatin1String(patientTable.name));
     }
+}
+
+/// What tells other patients apart stands at the left.
+void PatientForm::showNames()
+{
+    ui->tableView->horizontalScrollBar()->setValue(0);
 }
 
 void PatientForm::onPatient(const QList<qlonglong> &pks)

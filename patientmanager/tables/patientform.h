@@ -57,6 +57,8 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void showNames();
+
     std::unique_ptr<Ui::PatientForm> ui;
     HttpUploadFile *m_cloud;
     int m_loginUserType = 0;

@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QLocale>
+#include <QSqlTableModel>
 
 namespace {
 
@@ -45,6 +46,16 @@ RecordDelegate::RecordDelegate(ColumnKind kind, QObject *parent)
 QString RecordDelegate::displayText(const QVariant &value, const QLocale &) const
 {
     return columnText(m_kind, value);
+}
+
+void RecordDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto *model = qobject_cast<const QSqlTableModel *>(index.model());
+    if (model && model->isDirty() && model->isDirty(index)) {
+        option->font.setBold(true);
+        option->font.setItalic(true);
+    }
 }
 
 QWidget *RecordDelegate::createEditor(

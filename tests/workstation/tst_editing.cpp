@@ -2,6 +2,7 @@
 #include "frame.h"
 #include "kivmessageboxform.h"
 #include "ntableview.h"
+#include "patientmanagermainwindow.h"
 #include "recordform.h"
 #include "testmain.h"
 
@@ -36,7 +37,7 @@ private slots:
         QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
     }
 
-    void arrowKeysChooseARecordAsClicksDo()
+    void keysAndTheRightButtonChooseARecordAsClicksDo()
     {
         const Frame frame(3);
         NTableView *patients = frame.patientView();
@@ -47,6 +48,16 @@ private slots:
         QTest::keyClick(patients, Qt::Key_Down);
         QTRY_COMPARE(shownPatient(), keyOf(patients, QStringLiteral("pk"), 1));
         QVERIFY(shownPatient() != first);
+        QTest::keyClick(patients, Qt::Key_End, Qt::ControlModifier);
+        QTRY_COMPARE(shownPatient(), keyOf(patients, QStringLiteral("pk"), 2));
+        QTest::keyClick(patients, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(frame.window->library()->selectedKeys().size(), 3);
+        const QPoint second = patients->visualRect(patients->model()->index(1, 2)).center();
+        QTest::mouseClick(patients->viewport(), Qt::RightButton, Qt::NoModifier, second);
+        QCOMPARE(shownPatient(), keyOf(patients, QStringLiteral("pk"), 1));
+        QTest::keyClick(patients, Qt::Key_Tab);
+        QVERIFY(!patients->hasFocus());
+        patients->setFocus();
         // Not where that would drop edits of the table below.
         frame.studies()->tableModel()->setData(
             frame.studyView()->model()->index(

@@ -117,10 +117,23 @@ void PictureController::follow()
     followForm(m_library->getImagesForm());
     if (const QPointer<PatientTreeForm> tree = m_library->getPatientTreeForm()) {
         connect(tree, &PatientTreeForm::selectMutiPK, this, &PictureController::onReported);
+        connect(tree, &PatientTreeForm::selectStudyPks, this, &PictureController::showListed);
+        connect(tree, &PatientTreeForm::selectSeriesPks, this, &PictureController::showListed);
+        connect(tree, &PatientTreeForm::selectSeriesPk, this, &PictureController::showListed);
         connect(tree, &PatientTreeForm::deleteThumbView, m_view, &ThumbnailView::clear);
     }
     connect(m_library, &PatientManagerMainWindow::patientChanged, this, &PictureController::showSelected);
     connect(m_library, &PatientManagerMainWindow::thumbViewReflash, m_view, &ThumbnailView::refresh);
+}
+
+/// A click in the tree: the tables list the parts of another record than the one that is selected.
+void PictureController::showListed(const QList<qlonglong> &keys, const QString &table)
+{
+    const std::optional<RecordLevel> level = recordLevelOf(table);
+    if (level && !keys.isEmpty()) {
+        m_change.stop();
+        m_view->show({*level, keys});
+    }
 }
 
 void PictureController::onReported(const QList<qlonglong> & /*keys*/, const QString & /*table*/)

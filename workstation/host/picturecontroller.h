@@ -53,6 +53,7 @@ signals:
 
 private:
     void follow();
+    void showListed(const QList<qlonglong> &keys, const QString &table);
     void onReported(const QList<qlonglong> &keys, const QString &table);
     void apply();
     bool mayBecomeObjects() const;

@@ -5,41 +5,65 @@
 
 #include <QItemSelectionModel>
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
-
-namespace {
-
-bool movesRow(const QKeyEvent &key)
-{
-    const bool plain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    const bool moves = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down || key.key() == Qt::Key_PageUp
-        || key.key() == Qt::Key_PageDown;
-    return plain && moves;
-}
-
-} // namespace
 
 RowKeys::RowKeys(QVector<RecordForm *> forms, QObject *parent)
     : QObject(parent)
     , m_forms(std::move(forms))
 {
     for (RecordForm *form : m_forms) {
+        form->view()->setTabKeyNavigation(false);
         form->view()->installEventFilter(this);
+        form->view()->viewport()->installEventFilter(this);
     }
+}
+
+int RowKeys::levelOf(const QObject *watched) const
+{
+    const auto isWatched = [watched](const RecordForm *form) {
+        return watched == form->view() || watched == form->view()->viewport();
+    };
+    return int(std::find_if(m_forms.begin(), m_forms.end(), isWatched) - m_forms.begin());
+}
+
+RowKeys::Highlight RowKeys::highlight(int level) const
+{
+    const NTableView *view = m_forms[level]->view();
+    Highlight now{view->currentIndex().row(), 0};
+    for (const QItemSelectionRange &range : view->selectionModel()->selection()) {
+        now.selected += range.height();
+    }
+    return now;
 }
 
 bool RowKeys::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyRelease) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        for (int level = 0; level < m_forms.size(); ++level) {
-            if (watched == m_forms[level]->view() && !key->isAutoRepeat() && movesRow(*key)) {
-                choose(level);
-            }
-        }
+    const int level = levelOf(watched);
+    if (level == m_forms.size()) {
+        return QObject::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        onKey(level, *static_cast<QKeyEvent *>(event));
+    } else if (event->type() == QEvent::MouseButtonRelease
+        && static_cast<QMouseEvent *>(event)->button() == Qt::RightButton) {
+        choose(level);
     }
     return QObject::eventFilter(watched, event);
+}
+
+void RowKeys::onKey(int level, const QKeyEvent &key)
+{
+    if (key.isAutoRepeat()) {
+        return;
+    }
+    if (key.type() == QEvent::KeyPress) {
+        m_before = highlight(level);
+    } else if (highlight(level) != m_before) {
+        m_before = highlight(level);
+        choose(level);
+    }
 }
 
 void RowKeys::choose(int level) const

@@ -69,14 +69,28 @@ SelectionStatus::SelectionStatus(
     for (RecordForm *form : m_forms) {
         watch(form);
     }
-    const auto setSource = [this](bool isTree) {
-        m_isFromTree = isTree;
+    watchTree();
+}
+
+/// A click lists the parts of one record, and is the first half of the double click that picks it. The tree's
+/// buttons list everything, which selects nothing.
+void SelectionStatus::watchTree()
+{
+    const PatientTreeForm *tree = m_library->getPatientTreeForm();
+    const auto listed = [this](const QList<qlonglong> &keys, const QString &table) {
+        const std::optional<RecordLevel> level = recordLevelOf(table);
+        m_isFromTree = false;
+        m_listed = level ? RecordSelection{*level, keys} : RecordSelection();
         m_change.start();
     };
-    const PatientTreeForm *tree = library->getPatientTreeForm();
-    // A click lists other records, and is the first half of the double click that picks them.
-    connect(tree, &PatientTreeForm::selectTable, this, [setSource] { setSource(false); });
-    connect(tree, &PatientTreeForm::selectMutiPK, this, [setSource] { setSource(true); });
+    connect(tree, &PatientTreeForm::selectPatientPks, this, listed);
+    connect(tree, &PatientTreeForm::selectStudyPks, this, listed);
+    connect(tree, &PatientTreeForm::selectSeriesPks, this, listed);
+    connect(tree, &PatientTreeForm::selectSeriesPk, this, listed);
+    connect(tree, &PatientTreeForm::selectMutiPK, this, [this] {
+        m_isFromTree = true;
+        m_change.start();
+    });
 }
 
 /// A reset says nothing of the selection that it clears.
@@ -84,6 +98,7 @@ void SelectionStatus::watch(RecordForm *form)
 {
     const auto report = [this] {
         m_isFromTree = false;
+        m_listed = {};
         m_change.start();
     };
     connect(form, &RecordForm::selectPK, this, report);
@@ -105,12 +120,12 @@ RecordSelection SelectionStatus::current() const
     if (level && (m_isFromTree || isOfImages)) {
         return {*level, m_library->selectedKeys()};
     }
-    return forActions();
+    return m_listed.isEmpty() ? forActions() : m_listed;
 }
 
 void SelectionStatus::leaveTree()
 {
-    if (!m_isFromTree) {
+    if (!m_isFromTree && m_listed.isEmpty()) {
         return;
     }
     int level = int(RecordLevel::Image);
@@ -122,7 +137,7 @@ void SelectionStatus::leaveTree()
 
 void SelectionStatus::dropGone()
 {
-    if (!m_isFromTree) {
+    if (!m_isFromTree && m_listed.isEmpty()) {
         return;
     }
     const RecordSelection picked = current();

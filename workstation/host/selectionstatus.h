@@ -37,7 +37,8 @@ public:
     SelectionStatus(
         const PatientManagerMainWindow *library, QVector<RecordForm *> forms, QObject *parent = nullptr);
 
-    /// The latest selection: records picked in the tree by a double click, images, or what forActions() says.
+    /// The latest selection: records picked in the tree by a double click, or listed by a click on what they
+    /// belong to; images; or what forActions() says.
     RecordSelection current() const;
     /// What an action of the library works on: the selected series, else the studies, else the patients. Of
     /// images and of what a click in the tree has listed it knows nothing.
@@ -55,10 +56,12 @@ signals:
 
 private:
     void watch(RecordForm *form);
+    void watchTree();
     bool hasSelection(int level) const;
 
     const PatientManagerMainWindow *const m_library;
     const QVector<RecordForm *> m_forms;
     QTimer m_change;
     bool m_isFromTree = false; ///< whether the latest selection was made in the tree
+    RecordSelection m_listed; ///< by the latest click in the tree, until somebody else reports
 };

@@ -49,6 +49,7 @@ void ThumbnailDelegate::paint(
     QStyleOptionViewItem item(option);
     initStyleOption(&item, index);
     item.text.clear();
+    item.showDecorationSelected = true; // the mark fills the whole item, which has no text of its own
     const QWidget *widget = option.widget;
     const QStyle *style = widget ? widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &item, painter, widget);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QApplication>
 #include <QPointer>
+#include <QShortcut>
 #include <QWidget>
 
 /// A window that accompanies others and is made once: shown, or brought back where it is minimised.
@@ -21,4 +23,13 @@ void forgetClosed(QPointer<Window> &window)
         window->deleteLater();
         window.clear();
     }
+}
+
+/// Esc closes the window, or the list of choices that is open in it.
+inline void closeOnEscape(QWidget *window)
+{
+    QObject::connect(new QShortcut(Qt::Key_Escape, window), &QShortcut::activated, window, [window] {
+        QWidget *popup = QApplication::activePopupWidget();
+        (popup ? popup : window)->close();
+    });
 }

@@ -1,9 +1,11 @@
 #include "databasesetform.h"
 
+#include "companionwindow.h"
 #include "createconnection.h"
 #include "filechooser.h"
 #include "indexcare.h"
 #include "indexfactsview.h"
+#include "kivmessageboxform.h"
 #include "mainsetting.h"
 #include "settingsnotifier.h"
 #include "sharedwindow.h"
@@ -16,7 +18,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -72,7 +73,7 @@ void DataBaseSetForm::build()
     layout->addWidget(m_said);
     layout->addStretch();
     layout->addWidget(buildButtons());
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(this);
 }
 
 QDialogButtonBox *DataBaseSetForm::buildButtons()
@@ -109,11 +110,21 @@ void DataBaseSetForm::refresh()
     m_facts->refresh();
 }
 
+/// A mistyped name must not end in an empty index without a word.
+bool DataBaseSetForm::mayMake(const QString &path)
+{
+    return QFileInfo::exists(path)
+        || kivMessageBoxForm::question(this, tr("Open Index"),
+               tr("There is no index %1. Make a new, empty one?").arg(path), kivMessageBoxForm::OkAndCancel,
+               kivMessageBoxForm::AnswerCancel)
+        == kivMessageBoxForm::AnswerOk;
+}
+
 void DataBaseSetForm::openAnother()
 {
     const QString path = FileChooser::toOpenOrMake(
         this, {tr("Open Index"), databasePath(), tr("Indexes (*.db);;All files (*)")});
-    if (path.isEmpty() || QFileInfo(path) == QFileInfo(databasePath())) {
+    if (path.isEmpty() || QFileInfo(path) == QFileInfo(databasePath()) || !mayMake(path)) {
         return;
     }
     SettingsNotifier *notifier = SettingsNotifier::instance();

@@ -28,6 +28,7 @@ public:
 public slots:
     void refresh();
     /// Asks for the file of another index.
+    bool mayMake(const QString &path);
     void openAnother();
 
 protected:

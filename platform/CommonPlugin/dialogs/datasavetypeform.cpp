@@ -1,11 +1,11 @@
 #include "datasavetypeform.h"
 
+#include "companionwindow.h"
 #include "importrequest.h"
 #include "sharedwindow.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 DataSaveTypeForm *DataSaveTypeForm::instance()
@@ -44,7 +44,7 @@ void DataSaveTypeForm::build()
     cancel->setObjectName(QStringLiteral("cancel"));
     layout->addWidget(cancel, 0, Qt::AlignRight);
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(this);
 }
 
 void DataSaveTypeForm::ask(QObject *asker, const std::function<void(int)> &answer)

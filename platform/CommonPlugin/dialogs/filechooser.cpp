@@ -21,6 +21,9 @@ QString ask(QWidget *parent, const FileChooser::Request &request, QFileDialog::A
     dialog.setAcceptMode(mode);
     dialog.setFileMode(files);
     dialog.setOptions(options);
+    if (options & QFileDialog::DontConfirmOverwrite) {
+        dialog.setLabelText(QFileDialog::Accept, QCoreApplication::translate("FileChooser", "Open"));
+    }
     if (!start.isDir()) {
         dialog.selectFile(start.fileName());
     }

@@ -1,11 +1,11 @@
 #include "selecthideform.h"
 
 #include "attributes.h"
+#include "companionwindow.h"
 #include "fieldpage.h"
 
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -34,7 +34,7 @@ void selectHideForm::build()
     auto *buttons = new QDialogButtonBox(this);
     buttons->addButton(QDialogButtonBox::Close)->setText(tr("Close"));
     connect(buttons, &QDialogButtonBox::rejected, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(this);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_pages);
     layout->addWidget(buttons);

@@ -1,5 +1,6 @@
 #include "importprogresswidget.h"
 
+#include "companionwindow.h"
 #include "importer.h"
 #include "importprogresspage.h"
 #include "importreportpage.h"
@@ -7,7 +8,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMetaMethod>
-#include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -33,7 +33,7 @@ ImportProgressWidget::ImportProgressWidget(QWidget *parent)
     connect(m_progressPage, &ImportProgressPage::cancelRequested, this, &ImportProgressWidget::cancel);
     connect(m_reportPage, &ImportReportPage::retryRequested, this, &ImportProgressWidget::tryAgain);
     connect(m_reportPage, &ImportReportPage::closeRequested, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+    closeOnEscape(this);
     // A report that is still open when the program ends has no one else to delete it.
     connect(qApp, &QCoreApplication::aboutToQuit, this, &QObject::deleteLater);
 }

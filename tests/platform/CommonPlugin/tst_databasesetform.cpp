@@ -4,6 +4,7 @@
 #include "filechooser.h"
 #include "importscene.h"
 #include "indexconnection.h"
+#include "kivmessageboxform.h"
 #include "mainsetting.h"
 #include "settingsnotifier.h"
 #include "testmain.h"
@@ -205,6 +206,11 @@ void DataBaseSetFormTest::leavesAnotherIndexToTheHost()
     const QString other = scene.index.folder() + QStringLiteral("/other.db");
     FileChooser::setAnswerer([&](const FileChooser::Request &) { return other; });
     DataBaseSetForm::instance()->show();
+    int answer = kivMessageBoxForm::AnswerCancel; // there is no such index yet: a mistyped name makes none
+    kivMessageBoxForm::setAnswerer([&answer](const kivMessageBoxForm::Request &) { return answer; });
+    part<QPushButton>("openAnother")->click();
+    QVERIFY(MainSetting::databasePath().value().toString() != other);
+    answer = kivMessageBoxForm::AnswerOk;
     part<QPushButton>("openAnother")->click();
     QCOMPARE(MainSetting::databasePath().value().toString(), other);
     QVERIFY(shown("said").contains(other));
@@ -213,6 +219,7 @@ void DataBaseSetFormTest::leavesAnotherIndexToTheHost()
     part<QPushButton>("openAnother")->click();
     QCOMPARE(wanted.count(), 1);
     QCOMPARE(wanted.first().first().toString(), other);
+    kivMessageBoxForm::setAnswerer({});
     ConfigLocation::setBase(QString());
 }
 
