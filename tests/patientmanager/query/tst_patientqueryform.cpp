@@ -23,6 +23,9 @@ private slots:
     {
         index.emplace();
         form = std::make_unique<PatientQueryForm>();
+        QFont desktop = form->font();
+        desktop.setPointSize(10);
+        form->setFont(desktop);
         form->resize(300, 800);
         form->show();
         QVERIFY(QTest::qWaitForWindowExposed(form.get()));
