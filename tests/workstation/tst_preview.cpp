@@ -94,6 +94,9 @@ void PreviewTest::scrollsByKeysWheelAndSlider()
     QTRY_COMPARE(m_preview->shown(), 7);
     QVERIFY(m_preview->statusText().startsWith(QLatin1String("Image 8 of 12")));
     const auto labels = m_preview->findChildren<QLabel *>();
+    for (const QLabel *label : labels) {
+        QVERIFY2(label->width() >= label->sizeHint().width() || label->wordWrap(), qPrintable(label->text()));
+    }
     const auto shows = [&](const char *text) {
         return std::any_of(labels.begin(), labels.end(),
             [&](const QLabel *label) { return label->text().contains(QLatin1String(text)); });

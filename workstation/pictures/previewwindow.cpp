@@ -81,8 +81,7 @@ void PreviewWindow::build()
     // Wide enough for all that comes, so that nothing moves while images go by.
     for (const auto &[label, widest] : {std::pair(m_position, tr("Image %1 of %2").arg(99999).arg(99999)),
              std::pair(m_level, QStringLiteral("W 99999  L -99999   9999 %"))}) {
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(widest));
+        label->setFixedWidth(label->fontMetrics().horizontalAdvance(widest));
     }
     m_level->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto *centre = new QWidget(this);
