@@ -7,6 +7,7 @@
 #include "picturecontroller.h"
 #include "previewwindow.h"
 #include "recordform.h"
+#include "selectionstatus.h"
 #include "seriesform.h"
 #include "testmain.h"
 #include "thumbnailmodel.h"
@@ -120,7 +121,14 @@ void PictureControllerTest::liveRowsKeepEverything()
 void PictureControllerTest::treeAndDeletionClear()
 {
     PatientManagerMainWindow *library = m_frame->window->library();
+    clickPatient(0);
+    QTRY_COMPARE(rows(), 1);
+    // A click on another patient in the tree: its pictures, and its studies for the applications.
+    emit library->getPatientTreeForm()->selectStudyPks({2, 4}, QStringLiteral("generalstudy"));
+    QTRY_COMPARE(rows(), 3);
+    QCOMPARE(m_frame->window->selection()->current().keys, (QList<qlonglong>{2, 4}));
     clickPatient(1);
+    QCOMPARE(m_frame->window->selection()->current().level, RecordLevel::Patient);
     QTRY_COMPARE(rows(), 3);
     m_frame->index.query(QStringLiteral("DELETE FROM generalseries WHERE SeriesInstanceUID = '1.2.2.2'"));
     emit library->thumbViewReflash();
