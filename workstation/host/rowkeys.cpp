@@ -13,19 +13,14 @@ RowKeys::RowKeys(QVector<RecordForm *> forms, QObject *parent)
     : QObject(parent)
     , m_forms(std::move(forms))
 {
-    for (RecordForm *form : m_forms) {
-        form->view()->setTabKeyNavigation(false);
-        form->view()->installEventFilter(this);
-        form->view()->viewport()->installEventFilter(this);
+    for (int level = 0; level < m_forms.size(); ++level) {
+        NTableView *view = m_forms[level]->view();
+        view->setTabKeyNavigation(false);
+        for (QObject *watched : {static_cast<QObject *>(view), static_cast<QObject *>(view->viewport())}) {
+            watched->installEventFilter(this);
+            m_levels.insert(watched, level);
+        }
     }
-}
-
-int RowKeys::levelOf(const QObject *watched) const
-{
-    const auto isWatched = [watched](const RecordForm *form) {
-        return watched == form->view() || watched == form->view()->viewport();
-    };
-    return int(std::find_if(m_forms.begin(), m_forms.end(), isWatched) - m_forms.begin());
 }
 
 RowKeys::Highlight RowKeys::highlight(int level) const
@@ -40,10 +35,8 @@ RowKeys::Highlight RowKeys::highlight(int level) const
 
 bool RowKeys::eventFilter(QObject *watched, QEvent *event)
 {
-    const int level = levelOf(watched);
-    if (level == m_forms.size()) {
-        return QObject::eventFilter(watched, event);
-    }
+    // Views get events also while their form is being destroyed: the form is asked for keys and clicks alone.
+    const int level = m_levels.value(watched);
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
         onKey(level, *static_cast<QKeyEvent *>(event));
     } else if (event->type() == QEvent::MouseButtonRelease

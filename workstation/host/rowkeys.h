@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QVector>
 
@@ -36,11 +37,11 @@ private:
         }
     };
 
-    int levelOf(const QObject *watched) const;
     Highlight highlight(int level) const;
     void onKey(int level, const QKeyEvent &key);
     void choose(int level) const;
 
     const QVector<RecordForm *> m_forms;
+    QHash<const QObject *, int> m_levels; ///< of each view and its viewport
     Highlight m_before; ///< when the key went down
 };
