@@ -4,19 +4,22 @@
 
 namespace {
 
-constexpr quint32 undefinedLength = 0xffffffff;
 constexpr quint32 itemTag = 0xfffee000;
 constexpr quint32 itemEndTag = 0xfffee00d;
 constexpr quint32 sequenceEndTag = 0xfffee0dd;
 constexpr quint16 delimiterGroup = 0xfffe;
 constexpr quint16 sequenceVr = vrCode('S', 'Q');
 constexpr quint16 unknownVr = vrCode('U', 'N');
-constexpr qint64 shortHeader = 8;
-constexpr qint64 longHeader = 12;
 /// Far more than any object has; above it the file is somebody's trap.
 constexpr int maximumDepth = 1 << 16;
 
-enum class LengthField : quint8 { Unknown, Short, Long };
+bool isLetters(quint16 vr)
+{
+    const auto isLetter = [](int c) { return c >= 'A' && c <= 'Z'; };
+    return isLetter(vr >> 8) && isLetter(vr & 0xff);
+}
+
+} // namespace
 
 LengthField lengthField(quint16 vr)
 {
@@ -61,14 +64,6 @@ LengthField lengthField(quint16 vr)
         return LengthField::Unknown;
     }
 }
-
-bool isLetters(quint16 vr)
-{
-    const auto isLetter = [](int c) { return c >= 'A' && c <= 'Z'; };
-    return isLetter(vr >> 8) && isLetter(vr & 0xff);
-}
-
-} // namespace
 
 ElementCursor::ElementCursor(FileWindow &file, qint64 position, Encoding encoding)
     : m_file(file)

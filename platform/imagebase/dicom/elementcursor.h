@@ -16,6 +16,16 @@ constexpr quint16 vrCode(char first, char second)
     return static_cast<quint16>((static_cast<quint16>(first) << 8) | static_cast<quint16>(second));
 }
 
+/// The length of an element whose end is marked instead.
+constexpr quint32 undefinedLength = 0xffffffff;
+/// Bytes of an element's header: implicit ones and those with a short length field, and the others.
+constexpr qint64 shortHeader = 8;
+constexpr qint64 longHeader = 12;
+
+/// How an explicit VR writes its length: in two bytes, or in four after two reserved ones.
+enum class LengthField : quint8 { Unknown, Short, Long };
+LengthField lengthField(quint16 vr);
+
 /**
  * Walks over the elements of a little endian data set one by one, stepping over nested data without
  * recursion. It stops at the first thing that is not plain: unknown VRs, odd lengths, lengths beyond the

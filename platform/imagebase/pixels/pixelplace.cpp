@@ -6,39 +6,14 @@
 
 namespace {
 
-constexpr quint32 undefinedLength = 0xffffffff;
 constexpr quint32 floatPixels = 0x7fe00008;
 constexpr quint32 doublePixels = 0x7fe00009;
 constexpr quint32 integerPixels = 0x7fe00010;
-constexpr qint64 shortHeader = 8;
-constexpr qint64 longHeader = 12;
 
 template <typename T>
 T number(const uchar *bytes, bool bigEndian)
 {
     return bigEndian ? qFromBigEndian<T>(bytes) : qFromLittleEndian<T>(bytes);
-}
-
-bool isLongVr(quint16 vr)
-{
-    switch (vr) {
-    case vrCode('O', 'B'):
-    case vrCode('O', 'D'):
-    case vrCode('O', 'F'):
-    case vrCode('O', 'L'):
-    case vrCode('O', 'V'):
-    case vrCode('O', 'W'):
-    case vrCode('S', 'Q'):
-    case vrCode('S', 'V'):
-    case vrCode('U', 'C'):
-    case vrCode('U', 'N'):
-    case vrCode('U', 'R'):
-    case vrCode('U', 'T'):
-    case vrCode('U', 'V'):
-        return true;
-    default:
-        return false;
-    }
 }
 
 /// Unlike the cursor's own, it takes lengths that go beyond the end of a file that was cut.
@@ -56,7 +31,7 @@ bool readHeader(FileWindow &file, qint64 position, ElementEncoding encoding, Ele
         element.length = number<quint32>(bytes + 4, big);
         return true;
     }
-    if (!isLongVr(element.vr)) {
+    if (lengthField(element.vr) != LengthField::Long) {
         element.length = number<quint16>(bytes + 6, big);
         return true;
     }
