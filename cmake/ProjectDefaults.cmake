@@ -19,9 +19,13 @@ endif()
 
 # Precompiled headers are cached only with these two: their macros and times then no longer count.
 find_program(CCACHE_PROGRAM ccache)
+set(PM_CCACHE_BASEDIR ${PROJECT_SOURCE_DIR})
+if(DEFINED ENV{CCACHE_BASEDIR}) # several build folders can share one cache by a folder above them all
+  set(PM_CCACHE_BASEDIR $ENV{CCACHE_BASEDIR})
+endif()
 if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros
-    CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} ${CCACHE_PROGRAM})
+    CCACHE_BASEDIR=${PM_CCACHE_BASEDIR} ${CCACHE_PROGRAM})
   add_compile_options(-fpch-preprocess)
 endif()
 

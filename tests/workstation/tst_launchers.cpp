@@ -160,9 +160,10 @@ void LaunchersTest::refusalsSayWhatIsMissing()
     QVERIFY2(messages.value(1).contains(QLatin1String("Nothing is selected")), qPrintable(messages.value(1)));
     frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = ''"));
     Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
-    press();
-    press(); // still looking for the files
+    centre()->start(LauncherId::Vessel);
+    centre()->start(LauncherId::Vessel); // still looking for the files
     QTRY_COMPARE(messages.size(), 3);
+    QTRY_VERIFY(!centre()->isPreparing(LauncherId::Vessel));
     QVERIFY2(messages.value(2).contains(QLatin1String("1 patient")), qPrintable(messages.value(2)));
     configure(shell, {QStringLiteral("{patientID}")});
     frame->index.query(QStringLiteral("UPDATE imageformat SET FilePath = '/a'"));
