@@ -1,13 +1,16 @@
 #include "filestore.h"
 
+#include "filecopy.h"
+#include "filedescriptor.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QSqlQuery>
 #include <QVariant>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -20,85 +23,9 @@ namespace {
 constexpr char incomingFolder[] = ".incoming";
 /// Some file systems take long to find room for one more file in a folder that had thousands.
 constexpr int filesOfIncomingFolder = 64;
-constexpr std::size_t copyStep = 4U << 20U;
 constexpr char fileSuffix[] = ".dcm";
 constexpr int identityDigits = 10;
 constexpr int longestReadable = 40;
-
-class Descriptor
-{
-public:
-    explicit Descriptor(int fd)
-        : m_fd(fd)
-    { }
-    ~Descriptor()
-    {
-        if (m_fd >= 0) {
-            close(m_fd);
-        }
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    operator int() const { return m_fd; }
-
-private:
-    int m_fd;
-};
-
-int writeAll(int to, const char *bytes, std::size_t size)
-{
-    while (size > 0) {
-        const ssize_t written = write(to, bytes, size);
-        if (written < 0) {
-            return errno;
-        }
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return 0;
-}
-
-/// Where the kernel cannot copy between these two files.
-int copyThroughMemory(int from, int to, const std::atomic<bool> &cancelled)
-{
-    constexpr std::size_t bufferSize = 256U << 10U;
-    thread_local std::array<char, bufferSize> buffer;
-    for (;;) {
-        const ssize_t count = read(from, buffer.data(), buffer.size());
-        if (count == 0) {
-            return 0;
-        }
-        const int error = count < 0 ? errno : writeAll(to, buffer.data(), static_cast<std::size_t>(count));
-        if (error != 0) {
-            return error;
-        }
-        if (cancelled) {
-            return ECANCELED;
-        }
-    }
-}
-
-int copyBytes(int from, int to, const std::atomic<bool> &cancelled)
-{
-    bool any = false;
-    for (;;) {
-        const ssize_t count = copy_file_range(from, nullptr, to, nullptr, copyStep, 0);
-        if (count == 0 && any) {
-            return 0;
-        }
-        if (count <= 0) {
-            // Nothing copied yet: special file systems answer 0 or an error here and are read plainly.
-            const bool unable = !any
-                && (count == 0 || errno == EXDEV || errno == EINVAL || errno == EOPNOTSUPP
-                    || errno == ENOSYS);
-            return unable ? copyThroughMemory(from, to, cancelled) : errno;
-        }
-        any = true;
-        if (cancelled) {
-            return ECANCELED;
-        }
-    }
-}
 
 /// Part of a folder name that people recognise: the safe characters of an id.
 QString readable(const QString &id)
@@ -122,6 +49,19 @@ QString patientFolder(const DicomHeader &header)
     }
     return readable(header[Attribute::PatientID]) + QLatin1Char('-')
         + QString::fromLatin1(hash.result().toHex().left(identityDigits));
+}
+
+bool knowsNoSecondNames(int error)
+{
+    return error == EPERM || error == EXDEV || error == EOPNOTSUPP || error == ENOSYS || error == EMLINK;
+}
+
+void syncPath(const QByteArray &path)
+{
+    const FileDescriptor file(open(path.constData(), O_RDONLY | O_CLOEXEC));
+    if (file >= 0) {
+        fsync(file);
+    }
 }
 
 } // namespace
@@ -162,7 +102,7 @@ QByteArray FileStore::incomingFolderOf(int number) const
 FileStore::Copy FileStore::copyIn(const QByteArray &source, const std::atomic<bool> &cancelled)
 {
     Copy copy;
-    const Descriptor from(open(source.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const FileDescriptor from(open(source.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (from < 0) {
         copy.systemError = errno;
         return copy;
@@ -174,7 +114,7 @@ FileStore::Copy FileStore::copyIn(const QByteArray &source, const std::atomic<bo
     if (fd < 0 && errno == ENOENT && QDir().mkpath(QFile::decodeName(folder))) {
         fd = open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
     }
-    const Descriptor to(fd);
+    const FileDescriptor to(fd);
     copy.systemError = to < 0 ? errno : copyBytes(from, to, cancelled);
     if (copy.systemError == 0) {
         copy.temporaryPath = name;
@@ -193,17 +133,63 @@ QString FileStore::placeFor(const DicomHeader &header) const
 
 int FileStore::place(const QByteArray &temporaryPath, const QString &path)
 {
-    const QString folder = path.left(path.lastIndexOf(QLatin1Char('/')));
-    const auto rename = [&] {
+    return inFolderOf(path, [&] {
         return std::rename(temporaryPath.constData(), QFile::encodeName(path).constData()) == 0 ? 0 : errno;
-    };
+    });
+}
+
+/// Runs what answers errno, and again with the folder made where that was missing.
+int FileStore::inFolderOf(const QString &path, const std::function<int()> &action)
+{
+    const QString folder = path.left(path.lastIndexOf(QLatin1Char('/')));
     // The folder made last is most often the one wanted, unless somebody emptied and removed it since.
-    int error = folder == m_lastFolder ? rename() : ENOENT;
+    int error = folder == m_lastFolder ? action() : ENOENT;
     if (error == ENOENT) {
-        error = QDir().mkpath(folder) ? rename() : EACCES;
+        error = QDir().mkpath(folder) ? action() : EACCES;
         m_lastFolder = folder;
     }
     return error;
+}
+
+int FileStore::take(const QByteArray &source, const QString &path, const std::atomic<bool> &cancelled)
+{
+    const QByteArray target = QFile::encodeName(path);
+    struct stat status = {};
+    if (source == target || lstat(source.constData(), &status) != 0) {
+        return source == target ? EINVAL : errno;
+    }
+    return inFolderOf(path, [&] {
+        // A rename over another name of the same file would do nothing, so what lies there goes first.
+        unlink(target.constData());
+        // Of a link the file behind it is wanted, and not its name.
+        const bool linked = S_ISREG(status.st_mode) && link(source.constData(), target.constData()) == 0;
+        if (linked || (S_ISREG(status.st_mode) && !knowsNoSecondNames(errno))) {
+            return linked ? 0 : errno;
+        }
+        const int error = copyIntoPlace(source, target, cancelled);
+        if (error == 0) {
+            syncPath(target);
+        }
+        return error;
+    });
+}
+
+void FileStore::syncNames(const QStringList &paths) const
+{
+    QSet<QString> folders;
+    for (const QString &path : paths) {
+        QString folder = path;
+        while (folder.size() > m_folder.size()) {
+            folder.truncate(folder.lastIndexOf(QLatin1Char('/')));
+            if (folders.contains(folder)) {
+                break;
+            }
+            folders.insert(folder);
+        }
+    }
+    for (const QString &folder : qAsConst(folders)) {
+        syncPath(QFile::encodeName(folder));
+    }
 }
 
 void FileStore::discard(const QByteArray &temporaryPath)

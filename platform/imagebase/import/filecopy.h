@@ -1,0 +1,18 @@
+#pragma once
+
+#include "imagebase_export.h"
+
+#include <QByteArray>
+
+#include <atomic>
+
+/// Copies what one open file holds into another, in the kernel where it can. Any thread.
+/// @return errno, 0 for success, ECANCELED where cancelled was set
+int copyBytes(int from, int to, const std::atomic<bool> &cancelled);
+
+/// Copies a regular file under a passing name beside target and renames it to target, which is replaced in
+/// one step: whenever it ends, target is the old file or the whole new one. Any thread.
+/// @param source, target in the system's bytes, without a zero byte
+/// @return errno, 0 for success
+IMAGEBASE_EXPORT int copyIntoPlace(
+    const QByteArray &source, const QByteArray &target, const std::atomic<bool> &cancelled);
