@@ -13,7 +13,9 @@
  * The folder beside the index that holds copied files: store/patient/study/series/file.
  *
  * A file is copied under a temporary name into one folder of the store, and renamed to its place by the
- * writer just before its record is committed. Copying is for any thread; the rest for the writer's.
+ * writer just before its record is committed. A file that is taken gets a second name in the store and loses
+ * its first one by the caller once the record is committed: at no moment has it none. Copying is for any
+ * thread; the rest for the writer's.
  */
 class FileStore
 {
@@ -48,12 +50,18 @@ public:
     /// Renames a temporary file to its place, making the folders. @return errno, 0 for success
     int place(const QByteArray &temporaryPath, const QString &path);
     static void discard(const QByteArray &temporaryPath);
+    /// Gives a file a second name at its place, making the folders; copies it where the file system knows no
+    /// second names. @return errno, 0 for success
+    int take(const QByteArray &source, const QString &path, const std::atomic<bool> &cancelled);
+    /// Makes sure that these names of files in the store survive a power cut.
+    void syncNames(const QStringList &paths) const;
 
     /// Removes the files that committed replacements noted as obsolete.
     static void removeObsolete(const QSqlDatabase &db);
 
 private:
     QByteArray incomingFolderOf(int number) const;
+    int inFolderOf(const QString &path, const std::function<int()> &action);
 
     QString m_folder;
     QByteArray m_incoming;

@@ -219,12 +219,14 @@ void Importer::Private::readInto(ReadFile &file, DicomReader &reader, KnownFiles
         return;
     }
     noteCurrent(file.file.path);
-    file.known = known.contains(file.file);
+    file.known = request.mode != ImportMode::Take && known.contains(file.file);
     if (file.known) {
         return;
     }
     file.result = reader.read(file.file.path);
-    if (request.mode == ImportMode::Copy && file.result.outcome == DicomReadResult::Outcome::Image) {
+    const bool isImage = file.result.outcome == DicomReadResult::Outcome::Image;
+    file.taken = isImage && request.mode == ImportMode::Take;
+    if (isImage && request.mode == ImportMode::Copy) {
         FileStore::Copy copy = store.copyIn(file.file.path, cancelled);
         file.temporaryPath = copy.temporaryPath;
         file.copyError = copy.systemError;

@@ -62,7 +62,12 @@ IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &co
     , m_cancelled(cancelled)
     , m_dataVersion(dataVersion())
     , m_records(m_db)
-{ }
+{
+    // What was taken has no other copy: its record must last before its first name goes.
+    if (request.mode == ImportMode::Take && request.synced) {
+        IndexConnection::syncEveryCommit(m_db);
+    }
+}
 
 IndexWriter::~IndexWriter()
 {
@@ -153,7 +158,7 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
     }
     const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
     if (same && !toBeCopied) {
-        FileStore::discard(file.temporaryPath);
+        drop(file);
         m_batch.count(FileVerdict::AlreadyThere);
         return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
     }
@@ -184,16 +189,15 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
     FilePlace place;
     place.filePath = QFile::decodeName(file.file.path);
     place.stamp = file.file.stamp;
-    if (!file.temporaryPath.isEmpty()) {
-        place.sourcePath = place.filePath;
+    if (file.taken || !file.temporaryPath.isEmpty()) {
+        place.sourcePath = file.taken ? QString() : place.filePath;
         place.copied = true;
         place.filePath = placeFor(file, known);
-        const int error = m_store.place(file.temporaryPath, place.filePath);
+        const int error = bringIn(file, place.filePath);
         if (error != 0) {
             failOnCopy(error);
             return false;
         }
-        file.temporaryPath.clear();
         m_placed.append(place.filePath);
     }
     const bool written = known ? m_records.replace(*known, file.result.header, place)
@@ -206,6 +210,30 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
         return m_records.noteObsolete(known->place.filePath) || failOnDatabase();
     }
     return true;
+}
+
+/// @return errno, 0 for success
+int IndexWriter::bringIn(ReadFile &file, const QString &path)
+{
+    if (file.taken) {
+        const int error = m_store.take(file.file.path, path, m_cancelled);
+        m_taken.append(file.file.path);
+        return error;
+    }
+    const int error = m_store.place(file.temporaryPath, path);
+    if (error == 0) {
+        file.temporaryPath.clear();
+    }
+    return error;
+}
+
+/// The index has these bytes already.
+void IndexWriter::drop(ReadFile &file)
+{
+    FileStore::discard(file.temporaryPath);
+    if (file.taken) {
+        m_taken.append(file.file.path);
+    }
 }
 
 QString IndexWriter::placeFor(const ReadFile &file, const KnownInstance *known) const
@@ -228,6 +256,9 @@ bool IndexWriter::refreshPlace(const ReadFile &file, const KnownInstance &known)
 
 bool IndexWriter::commit()
 {
+    if (m_request.mode == ImportMode::Take && m_request.synced) {
+        m_store.syncNames(m_placed);
+    }
     if (!m_transaction->commit()) {
         failOn(m_transaction->error());
         abandon();
@@ -237,6 +268,10 @@ bool IndexWriter::commit()
     m_report.add(m_batch);
     m_batch = {};
     m_placed.clear();
+    for (const QByteArray &path : qAsConst(m_taken)) {
+        FileStore::discard(path);
+    }
+    m_taken.clear();
     if (m_obsolete) {
         FileStore::removeObsolete(m_db);
         m_obsolete = false;
@@ -251,6 +286,7 @@ void IndexWriter::abandon()
         QFile::remove(path);
     }
     m_placed.clear();
+    m_taken.clear();
     m_batch = {};
     m_obsolete = false;
     m_records.forgetParents();

@@ -49,6 +49,8 @@ private:
     bool put(ReadFile &file, const KnownInstance *known);
     QString placeFor(const ReadFile &file, const KnownInstance *known) const;
     bool refreshPlace(const ReadFile &file, const KnownInstance &known);
+    int bringIn(ReadFile &file, const QString &path);
+    void drop(ReadFile &file);
     void failOn(const QSqlError &error);
     bool failOnDatabase();
     void failOnCopy(int systemError);
@@ -65,6 +67,7 @@ private:
     ImportReport m_report;
     ImportReport m_batch; ///< of the open transaction
     QStringList m_placed; ///< files that the open transaction put into the store
+    QVector<QByteArray> m_taken; ///< files that leave their place once the open transaction is committed
     bool m_obsolete = false; ///< the open transaction noted files to remove
     ImportEnd m_end = ImportEnd::Complete;
     QString m_endDetail;

@@ -13,6 +13,7 @@ struct ReadFile
     DicomReadResult result;
     QByteArray temporaryPath; ///< copy mode: the copy that waits for its place
     int copyError = 0; ///< errno of a failed copy
+    bool taken = false; ///< the file itself goes into the store
 };
 
 using ReadChunk = std::vector<ReadFile>;

@@ -63,6 +63,11 @@ void IndexConnection::keepTablesInMemory(const QSqlDatabase &db)
     QSqlQuery(db).exec(QStringLiteral("PRAGMA cache_size = -%1").arg(cacheKib));
 }
 
+void IndexConnection::syncEveryCommit(const QSqlDatabase &db)
+{
+    QSqlQuery(db).exec(QStringLiteral("PRAGMA synchronous = FULL"));
+}
+
 bool IndexConnection::isInTransaction(const QSqlDatabase &db)
 {
     sqlite3 *native = nativeHandle(db);

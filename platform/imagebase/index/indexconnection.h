@@ -34,6 +34,9 @@ public:
     /// For a connection that goes through the same tables again and again, as the GUI's does at every search.
     static void keepTablesInMemory(const QSqlDatabase &db);
 
+    /// Whoever writes what has no other copy: a commit that has returned survives a power cut.
+    static void syncEveryCommit(const QSqlDatabase &db);
+
     /// Whether a transaction is open on a connection, whoever began it.
     static bool isInTransaction(const QSqlDatabase &db);
 

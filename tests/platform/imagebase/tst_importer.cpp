@@ -12,6 +12,7 @@
 
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 
 Q_DECLARE_METATYPE(ImportMode)
 
@@ -100,6 +101,7 @@ private slots:
     void doesOnlyWhatIsMissing_data();
     void doesOnlyWhatIsMissing();
     void copiesIntoTheStore();
+    void takesFiles();
     void followsThePolicyForOtherBytes();
     void takesAFileThatMovedOrChanged();
     void keepsStrangersApart();
@@ -205,6 +207,41 @@ void TestImporter::copiesIntoTheStore()
     const ImportReport report = Importer(again).run();
     QCOMPARE(report.of(FileVerdict::New), 0);
     QCOMPARE(scene.count(QStringLiteral("imageformat")), 1);
+}
+
+void TestImporter::takesFiles()
+{
+    Scene scene;
+    scene.request.mode = ImportMode::Take;
+    scene.dicom(QStringLiteral("1.dcm"), 1);
+    const QByteArray first = bytesOf(scene.file(QStringLiteral("1.dcm")));
+    QVERIFY(QFile::link(scene.file(QStringLiteral("1.dcm")), scene.file(QStringLiteral("0 link.dcm"))));
+    scene.write(QStringLiteral("notes.txt"), "some text\n");
+    QCOMPARE(summary(scene.import()), QStringLiteral("1 1 0 0 1 0 0 0"));
+    QCOMPARE(scene.stored(), QStringList{scene.filePath(1)});
+    QVERIFY(!QFileInfo(scene.filePath(1)).isSymLink());
+    QCOMPARE(bytesOf(scene.filePath(1)), first);
+    QVERIFY(!QFile::exists(scene.file(QStringLiteral("1.dcm"))));
+    QVERIFY(QFile::exists(scene.file(QStringLiteral("notes.txt"))));
+    QCOMPARE(scene.index.query(QStringLiteral("SELECT IrradiationEventUID FROM imageformat")).toString(),
+        QStringLiteral("copy"));
+
+    // A second name that a killed import left in the store is no obstacle; other bytes stay where they are.
+    scene.dicom(QStringLiteral("2.dcm"), 2);
+    const QString orphan = QFileInfo(scene.filePath(1)).path() + QStringLiteral("/1.2.3.4.2.dcm");
+    QCOMPARE(link(QFile::encodeName(scene.file(QStringLiteral("2.dcm"))), QFile::encodeName(orphan)), 0);
+    scene.dicom(QStringLiteral("3 other.dcm"), 1, QStringLiteral("second"));
+    QCOMPARE(summary(scene.import()), QStringLiteral("1 1 0 0 1 0 0 0"));
+    QCOMPARE(scene.stored(), (QStringList{scene.filePath(1), orphan}));
+    QVERIFY(!QFile::exists(scene.file(QStringLiteral("2.dcm"))));
+    QVERIFY(QFile::exists(scene.file(QStringLiteral("3 other.dcm"))));
+    QCOMPARE(bytesOf(scene.filePath(1)), first);
+
+    scene.request.policy = DuplicatePolicy::TakeNew;
+    QCOMPARE(summary(scene.import()), QStringLiteral("0 0 1 0 1 0 0 0"));
+    QVERIFY(!QFile::exists(scene.file(QStringLiteral("3 other.dcm"))));
+    QCOMPARE(scene.stored().size(), 2);
+    QVERIFY(bytesOf(scene.filePath(1)) != first);
 }
 
 void TestImporter::followsThePolicyForOtherBytes()
