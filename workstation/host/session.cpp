@@ -67,7 +67,7 @@ void WorkstationSession::speak()
 
 void WorkstationSession::build()
 {
-    m_window = std::make_unique<WorkstationWindow>(&m_programs);
+    m_window = std::make_unique<WorkstationWindow>(&m_services);
     connect(m_window.get(), &WorkstationWindow::closed, this, [this] { emit quitWanted(0); });
 }
 

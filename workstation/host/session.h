@@ -2,7 +2,7 @@
 
 #include "commandline.h"
 #include "connectionfailure.h"
-#include "runningprograms.h"
+#include "sessionservices.h"
 #include "uilanguage.h"
 
 #include <QObject>
@@ -58,7 +58,7 @@ private:
 
     const CommandLine m_line;
     UiLanguage m_language;
-    RunningPrograms m_programs;
+    SessionServices m_services;
     std::unique_ptr<WorkstationWindow> m_window;
     QTimer m_look; ///< runs while a change waits
     QString m_wantedIndex; ///< empty where the index stays

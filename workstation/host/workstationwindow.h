@@ -1,30 +1,11 @@
 #pragma once
 
-#include <QMainWindow>
-#include <QVector>
+#include "windowparts.h"
 
-class ActionMenus;
-class DropImport;
-class EditController;
-class ImportCentre;
+#include <QMainWindow>
+
 class ImportReport;
-class IndexBanner;
-class IndexHealth;
-class IndexWatcher;
-class LayoutKeeper;
-class LiveRefresh;
-class PatientManagerMainWindow;
-class PictureController;
-class QueryPanelDock;
-class RecordForm;
-class RunningPrograms;
-class SearchBar;
-class SearchController;
-class SelectionStatus;
-class ShownPatients;
-class StatusPanel;
-class TableStage;
-class TreeController;
+class SessionServices;
 
 /**
  * The workstation's frame around the patient manager: menus, status bar, dropped files, live rows, and an end
@@ -36,24 +17,24 @@ class WorkstationWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// @param programs knows what launchers have started, and outlives the window; null for its own
-    explicit WorkstationWindow(RunningPrograms *programs = nullptr, QWidget *parent = nullptr);
+    /// @param services outlive the window; null for its own
+    explicit WorkstationWindow(SessionServices *services = nullptr, QWidget *parent = nullptr);
     ~WorkstationWindow() override;
 
     bool hasIndex() const { return m_hasIndex; }
-    PatientManagerMainWindow *library() const { return m_library; }
-    ImportCentre *imports() const { return m_imports; }
-    LiveRefresh *liveRefresh() const { return m_liveRefresh; }
-    IndexWatcher *indexWatcher() const { return m_watcher; }
-    TreeController *tree() const { return m_tree; }
-    TableStage *stage() const { return m_stage; }
-    ShownPatients *shownPatients() const { return m_shown; }
-    StatusPanel *statusPanel() const { return m_statusPanel; }
-    QueryPanelDock *queryPanel() const { return m_queryPanel; }
-    PictureController *pictures() const { return m_pictures; }
-    SelectionStatus *selection() const { return m_selection; }
+    PatientManagerMainWindow *library() const { return m_parts.library; }
+    ImportCentre *imports() const { return m_parts.imports; }
+    LiveRefresh *liveRefresh() const { return m_parts.liveRefresh; }
+    IndexWatcher *indexWatcher() const { return m_parts.watcher; }
+    TreeController *tree() const { return m_parts.tree; }
+    TableStage *stage() const { return m_parts.stage; }
+    ShownPatients *shownPatients() const { return m_parts.shown; }
+    StatusPanel *statusPanel() const { return m_parts.status; }
+    QueryPanelDock *queryPanel() const { return m_parts.queryPanel; }
+    PictureController *pictures() const { return m_parts.pictures; }
+    SelectionStatus *selection() const { return m_parts.selection; }
     /// The patient, study, series and image form.
-    const QVector<RecordForm *> &forms() const { return m_forms; }
+    const QVector<RecordForm *> &forms() const { return m_parts.forms; }
 
     void restoreLayout();
     /// Keeps the layout for the next start. Nothing of a window that has not restored one, and without an
@@ -71,39 +52,19 @@ protected:
 
 private:
     void build();
+    void buildParts();
     void connectParts();
+    void guardWork();
     void reportIndex();
     void reportDamage(const QString &detail);
-    void connectSearch();
-    void connectQueryPanel();
-    bool mayClose();
-    bool mayStop(const QString &question);
     void closeOnceIdle();
     void importDropped(const QStringList &paths);
     void showResult(const ImportReport &report);
     void showAbout();
 
-    RunningPrograms *const m_programs;
-    PatientManagerMainWindow *const m_library;
-    const bool m_hasIndex;
-    QVector<RecordForm *> m_forms;
-    IndexBanner *m_banner = nullptr;
-    ImportCentre *m_imports = nullptr;
-    IndexWatcher *m_watcher = nullptr;
-    IndexHealth *m_health = nullptr;
-    LiveRefresh *m_liveRefresh = nullptr;
-    EditController *m_edits = nullptr;
-    TreeController *m_tree = nullptr;
-    TableStage *m_stage = nullptr;
-    SearchBar *m_searchBar = nullptr;
-    ShownPatients *m_shown = nullptr;
-    SearchController *m_search = nullptr;
-    LayoutKeeper *m_layout = nullptr;
-    QueryPanelDock *m_queryPanel = nullptr;
-    PictureController *m_pictures = nullptr;
-    SelectionStatus *m_selection = nullptr;
-    ActionMenus *m_menus = nullptr;
-    StatusPanel *m_statusPanel = nullptr;
+    SessionServices *const m_services;
+    WindowParts m_parts;
+    bool m_hasIndex = false;
     bool m_isLayoutKept = false;
     bool m_closing = false;
 };

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QVector>
+
+class ActionMenus;
+class EditController;
+class ImportCentre;
+class IndexBanner;
+class IndexHealth;
+class IndexWatcher;
+class LayoutKeeper;
+class LiveRefresh;
+class PatientManagerMainWindow;
+class PictureController;
+class QueryPanelDock;
+class RecordForm;
+class SearchBar;
+class SearchController;
+class SelectionStatus;
+class ShownPatients;
+class StatusPanel;
+class TableStage;
+class TreeController;
+class WindowClosing;
+
+/// The parts of a workstation window, all owned by it. What each is for stands in its header.
+struct WindowParts
+{
+    PatientManagerMainWindow *library = nullptr;
+    /// The patient, study, series and image form.
+    QVector<RecordForm *> forms;
+    IndexBanner *banner = nullptr;
+    ImportCentre *imports = nullptr;
+    IndexWatcher *watcher = nullptr;
+    IndexHealth *health = nullptr;
+    LiveRefresh *liveRefresh = nullptr;
+    EditController *edits = nullptr;
+    TreeController *tree = nullptr;
+    TableStage *stage = nullptr;
+    SearchBar *searchBar = nullptr;
+    ShownPatients *shown = nullptr;
+    SearchController *search = nullptr;
+    LayoutKeeper *layout = nullptr;
+    QueryPanelDock *queryPanel = nullptr;
+    PictureController *pictures = nullptr;
+    SelectionStatus *selection = nullptr;
+    ActionMenus *menus = nullptr;
+    StatusPanel *status = nullptr;
+    WindowClosing *closing = nullptr;
+};
