@@ -1,5 +1,7 @@
 #pragma once
 
+#include "thumbnailfiles.h"
+
 #include <QImage>
 #include <QString>
 
@@ -22,7 +24,7 @@ public:
 
     explicit ThumbnailStore(const QString &indexPath, qint64 limitBytes = defaultLimit);
 
-    QString folder() const { return m_folder; }
+    QString folder() const { return m_files.folder(); }
     /// Null where there is none.
     QImage find(const QString &instanceUid, const QFileInfo &file) const;
     void put(const QString &instanceUid, const QFileInfo &file, const QImage &picture);
@@ -35,9 +37,7 @@ public:
     void sweep(const std::function<bool(const QString &instanceUid)> &isKnown, const std::atomic<bool> &stop);
 
 private:
-    QString pathOf(const QString &instanceUid, const QFileInfo &file) const;
-
-    const QString m_folder;
+    const ThumbnailFiles m_files;
     const qint64 m_limit;
     std::atomic<qint64> m_bytes{-1}; ///< in the folder, as far as this object knows; -1 before it has looked
 };

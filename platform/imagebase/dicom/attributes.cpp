@@ -121,6 +121,21 @@ std::optional<RecordLevel> recordLevelOf(const QString &tableName)
     return std::nullopt;
 }
 
+const char *recordParentColumn(RecordLevel level)
+{
+    switch (level) {
+    case RecordLevel::Patient:
+        break;
+    case RecordLevel::Study:
+        return "patient_fk";
+    case RecordLevel::Series:
+        return "study_fk";
+    case RecordLevel::Image:
+        return "series_fk";
+    }
+    return nullptr;
+}
+
 const std::array<AttributeInfo, attributeCount> &attributeTable()
 {
     return table;

@@ -16,6 +16,9 @@ IMAGEBASE_EXPORT const char *recordTableName(RecordLevel level);
 /// The level of a record table; nothing for any other name.
 IMAGEBASE_EXPORT std::optional<RecordLevel> recordLevelOf(const QString &tableName);
 
+/// The column that names the parent of a record of this level ("patient_fk" of a study); null for a patient.
+IMAGEBASE_EXPORT const char *recordParentColumn(RecordLevel level);
+
 /// How the value of an attribute enters the index.
 enum class ValueKind : quint8 {
     Text, ///< decoded by the Specific Character Set

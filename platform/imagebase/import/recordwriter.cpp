@@ -19,25 +19,10 @@ std::size_t at(RecordLevel level)
     return static_cast<std::size_t>(level);
 }
 
-const char *parentColumn(RecordLevel level)
-{
-    switch (level) {
-    case RecordLevel::Study:
-        return "patient_fk";
-    case RecordLevel::Series:
-        return "study_fk";
-    case RecordLevel::Image:
-        return "series_fk";
-    case RecordLevel::Patient:
-        break;
-    }
-    return nullptr;
-}
-
 QStringList columnsOf(RecordLevel level)
 {
     QStringList columns;
-    if (const char *parent = parentColumn(level)) {
+    if (const char *parent = recordParentColumn(level)) {
         columns.append(QLatin1String(parent));
     }
     for (const AttributeInfo &info : attributeTable()) {

@@ -90,15 +90,5 @@ SqlCondition RowReader::keyIs(const QString &column, qint64 key)
 
 QString RowReader::parentColumn(RecordLevel level)
 {
-    switch (level) {
-    case RecordLevel::Patient:
-        break;
-    case RecordLevel::Study:
-        return QStringLiteral("patient_fk");
-    case RecordLevel::Series:
-        return QStringLiteral("study_fk");
-    case RecordLevel::Image:
-        return QStringLiteral("series_fk");
-    }
-    return {};
+    return QLatin1String(recordParentColumn(level));
 }
