@@ -8,7 +8,8 @@
 void silenceDcmtk()
 {
     static const bool silenced = [] {
-        for (const char *logger : {"dcmtk.dcmdata", "dcmtk.dcmjpeg", "dcmtk.dcmjpls", "dcmtk.ofstd"}) {
+        for (const char *logger :
+            {"dcmtk.dcmdata", "dcmtk.dcmjpeg", "dcmtk.dcmjpls", "dcmtk.dcmnet", "dcmtk.ofstd"}) {
             OFLog::getLogger(logger).setLogLevel(OFLogger::OFF_LOG_LEVEL);
         }
         return true;

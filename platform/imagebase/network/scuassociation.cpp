@@ -1,0 +1,280 @@
+#include "scuassociation.h"
+
+#include "dcmtklog.h"
+#include "scuconnection.h"
+
+#include <dcmtk/config/osconfig.h>
+#include <dcmtk/dcmnet/assoc.h>
+#include <dcmtk/dcmnet/cond.h>
+#include <dcmtk/dcmnet/dimse.h>
+
+namespace {
+
+constexpr int longestAeTitle = 16;
+constexpr int highestPort = 65535;
+
+int seconds(int milliseconds)
+{
+    return (milliseconds + 999) / 1000;
+}
+
+bool isAeTitle(const QString &title)
+{
+    const QString text = title.trimmed();
+    return !text.isEmpty() && text.size() <= longestAeTitle && !text.contains(QLatin1Char('\\'))
+        && QString::fromLatin1(text.toLatin1()) == text;
+}
+
+NetworkFailure rejection(T_ASC_Parameters *parameters)
+{
+    T_ASC_RejectParameters reject = {};
+    ASC_getRejectParameters(parameters, &reject);
+    OFString words;
+    ASC_printRejectParameters(words, &reject);
+    const QString detail = QString::fromLatin1(words.c_str()).simplified();
+    switch (reject.reason) {
+    case ASC_REASON_SU_CALLINGAETITLENOTRECOGNIZED:
+        return {NetworkProblem::RejectedCalling, detail};
+    case ASC_REASON_SU_CALLEDAETITLENOTRECOGNIZED:
+        return {NetworkProblem::RejectedCalled, detail};
+    case ASC_REASON_SP_PRES_TEMPORARYCONGESTION:
+    case ASC_REASON_SP_PRES_LOCALLIMITEXCEEDED:
+        return {NetworkProblem::RejectedBusy, detail};
+    default:
+        return {NetworkProblem::RejectedOther, detail};
+    }
+}
+
+OFCondition addContext(T_ASC_Parameters *parameters, int number, const ScuContext &context)
+{
+    QVector<const char *> syntaxes;
+    for (const QByteArray &syntax : context.transferSyntaxes) {
+        syntaxes.append(syntax.constData());
+    }
+    // Odd numbers from 1 on.
+    return ASC_addPresentationContext(parameters, static_cast<T_ASC_PresentationContextID>(2 * number + 1),
+        context.abstractSyntax.constData(), syntaxes.data(), syntaxes.size(),
+        context.weProvide ? ASC_SC_ROLE_SCP : ASC_SC_ROLE_DEFAULT);
+}
+
+} // namespace
+
+struct ScuAssociation::Private
+{
+    const DicomNode node;
+    const ScuOptions options;
+    AbortSwitch abort;
+    std::unique_ptr<ScuTransport> transport;
+    T_ASC_Network *network = nullptr;
+    T_ASC_Association *association = nullptr;
+    QVector<ScuContext> offered;
+
+    bool isAddressGood() const;
+    OFCondition prepare(T_ASC_Parameters **parameters) const;
+    NetworkFailure request();
+    void drop();
+};
+
+bool ScuAssociation::Private::isAddressGood() const
+{
+    return isAeTitle(node.aeTitle) && isAeTitle(options.ownAeTitle) && !node.host.trimmed().isEmpty()
+        && node.port > 0 && node.port <= highestPort;
+}
+
+OFCondition ScuAssociation::Private::prepare(T_ASC_Parameters **parameters) const
+{
+    OFCondition result = ASC_createAssociationParameters(parameters, options.longestPdu);
+    if (result.bad()) {
+        return result;
+    }
+    ASC_setAPTitles(*parameters, options.ownAeTitle.trimmed().toLatin1().constData(),
+        node.aeTitle.trimmed().toLatin1().constData(), nullptr);
+    ASC_setPresentationAddresses(*parameters, "localhost", transport->address().constData());
+    for (int number = 0; number < offered.size() && result.good(); ++number) {
+        result = addContext(*parameters, number, offered[number]);
+    }
+    return result;
+}
+
+NetworkFailure ScuAssociation::Private::request()
+{
+    T_ASC_Parameters *parameters = nullptr;
+    OFCondition result = ASC_initializeNetwork(NET_REQUESTOR, 0, seconds(options.associationMs), &network);
+    if (result.good()) {
+        DUL_setTransportLayer(network->network, transport.get(), 0);
+        result = prepare(&parameters);
+    }
+    if (result.good()) {
+        result = ASC_requestAssociation(
+            network, parameters, &association, nullptr, nullptr, DUL_NOBLOCK, seconds(options.associationMs));
+    } else if (parameters) {
+        ASC_destroyAssociationParameters(&parameters);
+    }
+    if (abort.isTriggered()) {
+        return {NetworkProblem::Stopped, {}};
+    }
+    if (result == DUL_ASSOCIATIONREJECTED && association) {
+        return rejection(association->params);
+    }
+    if (result.good() && ASC_countAcceptedPresentationContexts(association->params) == 0) {
+        ASC_abortAssociation(association);
+        return {NetworkProblem::NoContext, {}};
+    }
+    if (result.bad()) {
+        const bool isSilent = transport->timedOut();
+        return {isSilent ? NetworkProblem::NoAnswer : NetworkProblem::PeerGone,
+            QString::fromLatin1(result.text())};
+    }
+    return {};
+}
+
+void ScuAssociation::Private::drop()
+{
+    if (association) {
+        ASC_dropAssociation(association);
+        ASC_destroyAssociation(&association);
+    }
+    if (network) {
+        ASC_dropNetwork(&network);
+    }
+    association = nullptr;
+    network = nullptr;
+    transport.reset();
+}
+
+ScuAssociation::ScuAssociation(DicomNode node, ScuOptions options)
+    : d(new Private{std::move(node), std::move(options), {}, {}, nullptr, nullptr, {}})
+{
+    silenceDcmtk();
+}
+
+ScuAssociation::~ScuAssociation()
+{
+    release();
+}
+
+const DicomNode &ScuAssociation::node() const
+{
+    return d->node;
+}
+
+const ScuOptions &ScuAssociation::options() const
+{
+    return d->options;
+}
+
+NetworkFailure ScuAssociation::open(const QVector<ScuContext> &contexts)
+{
+    close();
+    Q_ASSERT(contexts.size() <= mostContexts);
+    if (!d->isAddressGood()) {
+        return {NetworkProblem::BadAddress, {}};
+    }
+    if (isAborted()) {
+        return {NetworkProblem::Stopped, {}};
+    }
+    NetworkFailure failure;
+    OwnedSocket socket = connectTo(d->node, d->options.connectMs, d->abort, failure);
+    if (!failure.isNone()) {
+        return failure;
+    }
+    d->offered = contexts;
+    d->transport = std::make_unique<ScuTransport>(std::move(socket), d->abort, d->options.requestMs);
+    failure = d->request();
+    if (!failure.isNone()) {
+        d->drop();
+    }
+    return failure;
+}
+
+bool ScuAssociation::isOpen() const
+{
+    return d->association != nullptr;
+}
+
+const QVector<ScuContext> &ScuAssociation::offered() const
+{
+    return d->offered;
+}
+
+int ScuAssociation::contextFor(const QByteArray &abstractSyntax, const QByteArray &transferSyntax) const
+{
+    for (int number = 0; number < d->offered.size() && d->association; ++number) {
+        if (d->offered[number].abstractSyntax != abstractSyntax) {
+            continue;
+        }
+        const auto id = static_cast<T_ASC_PresentationContextID>(2 * number + 1);
+        T_ASC_PresentationContext context = {};
+        if (ASC_findAcceptedPresentationContext(d->association->params, id, &context).good()
+            && transferSyntax == context.acceptedTransferSyntax) {
+            return id;
+        }
+    }
+    return 0;
+}
+
+bool ScuAssociation::accepts(const QByteArray &abstractSyntax) const
+{
+    return d->association
+        && ASC_findAcceptedPresentationContextID(d->association, abstractSyntax.constData()) != 0;
+}
+
+void ScuAssociation::release()
+{
+    if (d->association && !isAborted()) {
+        ASC_releaseAssociation(d->association);
+    }
+    d->drop();
+}
+
+void ScuAssociation::close()
+{
+    if (d->association && !isAborted()) {
+        ASC_abortAssociation(d->association);
+    }
+    d->drop();
+}
+
+void ScuAssociation::abort()
+{
+    d->abort.trigger();
+}
+
+bool ScuAssociation::isAborted() const
+{
+    return d->abort.isTriggered();
+}
+
+bool ScuAssociation::waitForData(int milliseconds) const
+{
+    auto *line = d->association
+        ? dynamic_cast<ScuConnection *>(DUL_getTransportConnection(d->association->DULassociation))
+        : nullptr;
+    return line && line->waitForData(milliseconds);
+}
+
+T_ASC_Association *ScuAssociation::native() const
+{
+    return d->association;
+}
+
+NetworkFailure ScuAssociation::failureOf(const OFCondition &condition) const
+{
+    if (condition.good()) {
+        return {};
+    }
+    const QString detail = QString::fromLatin1(condition.text());
+    if (isAborted()) {
+        return {NetworkProblem::Stopped, {}};
+    }
+    if ((d->transport && d->transport->timedOut()) || condition == DUL_READTIMEOUT
+        || condition == DIMSE_NODATAAVAILABLE) {
+        return {NetworkProblem::NoAnswer, detail};
+    }
+    if (condition == DUL_PEERABORTEDASSOCIATION) {
+        return {NetworkProblem::PeerAborted, detail};
+    }
+    const bool isLine = condition == DUL_NETWORKCLOSED || condition == DUL_PEERREQUESTEDRELEASE
+        || condition.code() == DULC_TCPIOERROR || condition == DIMSE_SENDFAILED;
+    return {isLine ? NetworkProblem::PeerGone : NetworkProblem::BadAnswer, detail};
+}

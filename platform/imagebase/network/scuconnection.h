@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tcpconnect.h"
+
+#include <dcmtk/config/osconfig.h>
+#include <dcmtk/dcmnet/dcmlayer.h>
+#include <dcmtk/dcmnet/dcmtrans.h>
+
+/**
+ * The line of an association that we request: every wait on it has a time-out and ends when the switch is
+ * triggered, writing included, and a peer that is gone raises no signal.
+ */
+class ScuConnection : public DcmTCPConnection
+{
+public:
+    /// @param socket connected; becomes the object's own. @param abort outlives the object
+    ScuConnection(int socket, const AbortSwitch &abort, int milliseconds, bool *timedOut);
+
+    ssize_t read(void *buffer, size_t length) override;
+    /// All of it, or -1.
+    ssize_t write(void *buffer, size_t length) override;
+    OFBool networkDataAvailable(int seconds) override;
+    /// Looks only: silence is no failure. False after the switch was triggered too.
+    bool waitForData(int milliseconds);
+
+private:
+    bool wait(short events);
+
+    const AbortSwitch &m_abort;
+    const int m_milliseconds;
+    bool *const m_timedOut;
+};
+
+/**
+ * Hands a socket that is already connected to DCMTK, which has no way of taking one from a requestor: it
+ * connects to a listener on the loopback device that nobody accepts from, and what it got is replaced here.
+ * So we know why a connection failed, can stop waiting for it, and reach IPv6 addresses.
+ */
+class ScuTransport : public DcmTransportLayer
+{
+public:
+    ScuTransport(OwnedSocket socket, const AbortSwitch &abort, int milliseconds);
+
+    /// What DCMTK is to connect to, as "address:port"; empty where the system refuses.
+    QByteArray address() const { return m_address; }
+    /// Whether the line was silent for too long.
+    bool timedOut() const { return m_timedOut; }
+
+    DcmTransportConnection *createConnection(DcmNativeSocketType openSocket, OFBool useSecureLayer) override;
+
+private:
+    OwnedSocket m_socket;
+    OwnedSocket m_listener;
+    QByteArray m_address;
+    const AbortSwitch &m_abort;
+    const int m_milliseconds;
+    bool m_timedOut = false;
+};
