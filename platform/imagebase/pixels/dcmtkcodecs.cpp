@@ -17,19 +17,6 @@
 
 namespace {
 
-/// Once for the process; they stay.
-void registerDecoders()
-{
-    static const bool registered = [] {
-        silenceDcmtk();
-        DcmRLEDecoderRegistration::registerCodecs();
-        DJDecoderRegistration::registerCodecs();
-        DJLSDecoderRegistration::registerCodecs();
-        return true;
-    }();
-    Q_UNUSED(registered)
-}
-
 /// Whether a JPEG or JPEG-LS stream says to be as large as its object: a decoder reserves what the stream
 /// says.
 bool isOfSize(const QByteArray &stream, const ImageInfo &info)
@@ -126,6 +113,18 @@ PixelProblem takeSamples(DcmDataset &data, NativeFrame &native)
 }
 
 } // namespace
+
+void DcmtkCodecs::registerDecoders()
+{
+    static const bool registered = [] {
+        silenceDcmtk();
+        DcmRLEDecoderRegistration::registerCodecs();
+        DJDecoderRegistration::registerCodecs();
+        DJLSDecoderRegistration::registerCodecs();
+        return true;
+    }();
+    Q_UNUSED(registered)
+}
 
 PixelProblem DcmtkCodecs::decode(const QByteArray &stream, const ImageInfo &info, NativeFrame &native)
 {
