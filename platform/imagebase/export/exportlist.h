@@ -1,0 +1,26 @@
+#pragma once
+
+#include "exportrequest.h"
+#include "imagebase_export.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+
+#include <atomic>
+
+/// The files of the records that a request names, each with its place below the target, by patient, study,
+/// series and instance number. Any thread.
+/// @param stop ends the reading early
+/// @param error why the index could not be read; untouched otherwise
+QVector<ExportItem> listExport(
+    const QSqlDatabase &db, const ExportRequest &request, const std::atomic<bool> &stop, QSqlError *error);
+
+/// How much there is to export.
+struct ExportSize
+{
+    qint64 files = 0;
+    qint64 bytes = 0; ///< as the index knows it
+};
+/// Asked of the index alone; of no records nothing. On the thread of the connection.
+IMAGEBASE_EXPORT ExportSize exportSize(
+    const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys);

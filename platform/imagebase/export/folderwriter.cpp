@@ -1,0 +1,87 @@
+#include "folderwriter.h"
+
+#include "filecompare.h"
+#include "filecopy.h"
+#include "filedescriptor.h"
+#include "mediawriter.h"
+#include "writeproblem.h"
+#include "zipwriter.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+
+namespace {
+
+bool isFull(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT;
+}
+
+} // namespace
+
+ExportWriter::Outcome notWritten(int systemError)
+{
+    return {ExportProblem::NotWritten, QString::fromLocal8Bit(std::strerror(systemError)),
+        isFull(systemError), false};
+}
+
+ExportWriter::Outcome notRead(int systemError)
+{
+    const bool missing = systemError == ENOENT || systemError == ENOTDIR;
+    return {missing ? ExportProblem::SourceMissing : ExportProblem::SourceUnreadable,
+        missing ? QString() : QString::fromLocal8Bit(std::strerror(systemError)), false, false};
+}
+
+void forgetCached(const QString &path)
+{
+    const FileDescriptor file(open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC));
+    if (file >= 0) {
+        posix_fadvise(file, 0, 0, POSIX_FADV_DONTNEED);
+    }
+}
+
+std::unique_ptr<ExportWriter> ExportWriter::make(
+    const ExportRequest &request, const ExportStage &stage, const std::atomic<bool> &cancelled)
+{
+    switch (request.format) {
+    case ExportFormat::Zip:
+        return std::make_unique<ZipWriter>(request, stage, cancelled);
+    case ExportFormat::Media:
+        return std::make_unique<MediaWriter>(stage, cancelled);
+    case ExportFormat::KeyFolders:
+    case ExportFormat::NamedFolders:
+        break;
+    }
+    return std::make_unique<FolderWriter>(stage, cancelled);
+}
+
+FolderWriter::FolderWriter(const ExportStage &stage, const std::atomic<bool> &cancelled)
+    : m_stage(stage)
+    , m_cancelled(cancelled)
+{ }
+
+ExportWriter::Outcome FolderWriter::write(const ExportItem &item)
+{
+    const QByteArray source = QFile::encodeName(item.source);
+    if (access(source.constData(), R_OK) != 0) {
+        return notRead(errno);
+    }
+    int error = m_stage.makeFolderOf(item.name);
+    if (error == 0) {
+        error = copyIntoPlace(source, QFile::encodeName(m_stage.path(item.name)), m_cancelled);
+    }
+    return error == 0 ? Outcome() : notWritten(error);
+}
+
+ExportWriter::Outcome FolderWriter::check(const ExportItem &item)
+{
+    const QString copy = m_stage.path(item.name);
+    forgetCached(copy);
+    if (sameBytes(QFile::encodeName(copy), QFile::encodeName(item.source), m_cancelled) || m_cancelled) {
+        return {};
+    }
+    return {ExportProblem::Differs, {}, false, false};
+}
