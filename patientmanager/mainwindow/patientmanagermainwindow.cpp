@@ -1,6 +1,8 @@
 #include "patientmanagermainwindow.h"
 
 #include "createconnection.h"
+#include "dicomsend.h"
+#include "deletionnotifier.h"
 #include "directoryviewer.h"
 #include "imageformatform.h"
 #include "importsettings.h"
@@ -39,6 +41,7 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
     : QMainWindow(parent)
     , ui(std::make_unique<Ui::PatientManagerMainWindow>())
 {
+    deletionNotifier = new DeletionNotifier(this);
     ui->setupUi(this);
     createConnection();
     createForms();
@@ -57,6 +60,7 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
 PatientManagerMainWindow::~PatientManagerMainWindow()
 {
     delete directoryViewer;
+    delete sendDialog;
     // Never shown in a dock, and not taken by the host, also not as a window: it goes after this one.
     if (patientTreeForm && !patientTreeForm->parent() && patientTreeForm->isHidden()) {
         patientTreeForm->deleteLater();

@@ -13,6 +13,7 @@
 #include <memory>
 
 class DataBaseSetForm;
+class DeletionNotifier;
 class DirectoryViewer;
 class ImageformatForm;
 class NRunnable;
@@ -22,6 +23,7 @@ class QDcmRecvFile;
 class QPatient;
 class SeriesForm;
 class StudyForm;
+class dicomSend;
 class selectHideForm;
 class tableInfoForm;
 
@@ -92,6 +94,13 @@ public:
     /// True from the start of an import, by an action or by a drop on a table, until its end has been
     /// handled.
     bool isImporting() const;
+    /// Removes the files that a file query finds for each selected key, and the folders that this empties, by
+    /// the setting of deletions; the records stay.
+    void deleteDataFloder(QString sql);
+    /// Tells how deletions end; there for as long as the window.
+    DeletionNotifier *deletions() const;
+    /// What onUpLoadFlag() was told last.
+    bool isUploadToCloudByManual() const;
     /// Stops this window's imports, waiting ones too; each still ends with its report and a refresh.
     void cancelImports();
 
@@ -104,6 +113,10 @@ public slots:
     void onShowTable(QString tableName);
     /// Imports the path taken last: 0 references files in place, 1 copies them into the store.
     void onLoadDir(int type);
+    /// Whether an upload runs, and deletions are refused: the answer to uploadFlag().
+    void onUpLoadFlag(bool isUploading);
+    /// Deletes what is selected without asking; returns when it is gone.
+    void onDeleteSelected();
 
 signals:
     void patientChanged(QPatient *patient);
@@ -128,6 +141,9 @@ private slots:
     void on_actionSubmit_triggered();
     void on_actionRevertall_triggered();
     void on_actionTest_triggered();
+    void on_actionDelete_triggered();
+    void on_actionSendDicom_triggered();
+    void on_actionSaveDicom_triggered();
 
 private:
     Q_INVOKABLE void getSelectPatientPk(); // by name for tests, and for nobody else
@@ -136,6 +152,7 @@ private:
     void createTreeDock();
     void startReceiver();
     void stackForms();
+    void showSendDialog();
     void openPrivateConnection();
     void closePrivateConnection();
     void startLoader(const QStringList &paths, int type);
@@ -154,9 +171,13 @@ private:
     QList<QSharedPointer<QPatient>> patients; ///< empty, or the one that is filled at each request
     QStringList loadList;
     int dataCopyType = 0;
+    bool uploadByManual = false;
+    bool isDeleting = false;
+    DeletionNotifier *deletionNotifier = nullptr;
     DataBaseSetForm *databaseSetForm = nullptr;
     QPointer<selectHideForm> fieldForm;
     QPointer<DirectoryViewer> directoryViewer;
+    QPointer<dicomSend> sendDialog;
     std::unique_ptr<Ui::PatientManagerMainWindow> ui;
     QString connectionName;
     QDcmRecvFile *recvFile = nullptr;

@@ -26,33 +26,16 @@ QString tableOf(RecordLevel level)
     return QLatin1String(recordTableName(level));
 }
 
-/// The keys of a level whose parents are those of an SQL list.
-QString childrenOf(RecordLevel level, const QString &parents)
-{
-    return QStringLiteral("SELECT pk FROM %1 WHERE %2 IN (%3)")
-        .arg(tableOf(level), QLatin1String(recordParentColumn(level)), parents);
-}
-
-/// The keys of all records of a lower level below those of a level, whose keys are the bound list.
-QString keysBelow(RecordLevel level, RecordLevel lower)
-{
-    QString keys = QStringLiteral("SELECT value FROM json_each(:keys)");
-    for (int next = int(level) + 1; next <= int(lower); ++next) {
-        keys = childrenOf(RecordLevel(next), keys);
-    }
-    return keys;
-}
-
 /// The keys of the series that go with the records: of images, those that lose all of theirs.
 QString seriesThatGo(RecordLevel level)
 {
     if (level != RecordLevel::Image) {
-        return keysBelow(level, RecordLevel::Series);
+        return RecordSql::keysBelow(level, RecordLevel::Series);
     }
     return QStringLiteral("SELECT series_fk FROM imageformat WHERE pk IN (%1) EXCEPT "
                           "SELECT series_fk FROM imageformat WHERE pk NOT IN (%1) AND series_fk IN "
                           "(SELECT series_fk FROM imageformat WHERE pk IN (%1))")
-        .arg(keysBelow(level, level));
+        .arg(RecordSql::keysBelow(level, level));
 }
 
 } // namespace
@@ -74,7 +57,7 @@ bool DabaseHelper::DeleteDBTable(int level, const QString & /*sql*/, const QList
     }
     const QString keys = RecordSql::keyList(pks);
     const QString uids = QStringLiteral("SELECT SOPInstanceUID FROM imageformat WHERE pk IN (%1)")
-                             .arg(keysBelow(*records, RecordLevel::Image));
+                             .arg(RecordSql::keysBelow(*records, RecordLevel::Image));
     QSet<QString> instances;
     QSqlQuery query(m_db);
     query.setForwardOnly(true);
@@ -137,7 +120,8 @@ QList<qlonglong> DabaseHelper::getPkFromFk(int level, qlonglong fk) const
     }
     QSqlQuery query(m_db);
     query.setForwardOnly(true);
-    query.prepare(childrenOf(*records, QStringLiteral("?")) + QLatin1String(" ORDER BY pk"));
+    query.prepare(QStringLiteral("SELECT pk FROM %1 WHERE %2 = ? ORDER BY pk")
+                      .arg(tableOf(*records), QLatin1String(recordParentColumn(*records))));
     query.addBindValue(fk);
     query.exec();
     while (query.next()) {

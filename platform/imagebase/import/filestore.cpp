@@ -66,8 +66,13 @@ void syncPath(const QByteArray &path)
 
 } // namespace
 
+QString storeFolder(const QString &databasePath)
+{
+    return QFileInfo(databasePath).absoluteDir().absoluteFilePath(QStringLiteral("store"));
+}
+
 FileStore::FileStore(const QString &databasePath)
-    : m_folder(QFileInfo(databasePath).absoluteDir().absoluteFilePath(QStringLiteral("store")))
+    : m_folder(storeFolder(databasePath))
     , m_incoming(QFile::encodeName(m_folder) + '/' + incomingFolder)
 { }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dicomheader.h"
+#include "imagebase_export.h"
 
 #include <QByteArray>
 #include <QSqlDatabase>
@@ -8,6 +9,9 @@
 
 #include <atomic>
 #include <functional>
+
+/// The store of an index: a folder beside it, absolute, whether or not it exists.
+IMAGEBASE_EXPORT QString storeFolder(const QString &databasePath);
 
 /**
  * The folder beside the index that holds copied files: store/patient/study/series/file.

@@ -17,6 +17,7 @@
 
 namespace {
 
+constexpr char syncAtCheckpoints[] = "PRAGMA synchronous = NORMAL";
 constexpr int lockPollMicroseconds = 1000;
 constexpr intptr_t compactionWaitMs = 250; ///< it outlasts whatever one could wait for
 
@@ -42,7 +43,7 @@ QSqlError IndexConnection::configure(QSqlDatabase &db, int waitMs)
     QSqlQuery query(db);
     const bool good = query.exec(QStringLiteral("PRAGMA foreign_keys = ON"))
         && query.exec(QStringLiteral("PRAGMA journal_mode = WAL"))
-        && query.exec(QStringLiteral("PRAGMA synchronous = NORMAL"))
+        && query.exec(QLatin1String(syncAtCheckpoints))
         // What a statement could have to undo, triggers included, is kept in memory and not in a file.
         && query.exec(QStringLiteral("PRAGMA temp_store = MEMORY"));
     return good ? QSqlError() : query.lastError();
@@ -66,6 +67,11 @@ void IndexConnection::keepTablesInMemory(const QSqlDatabase &db)
 void IndexConnection::syncEveryCommit(const QSqlDatabase &db)
 {
     QSqlQuery(db).exec(QStringLiteral("PRAGMA synchronous = FULL"));
+}
+
+void IndexConnection::syncSeldom(const QSqlDatabase &db)
+{
+    QSqlQuery(db).exec(QLatin1String(syncAtCheckpoints));
 }
 
 bool IndexConnection::isInTransaction(const QSqlDatabase &db)

@@ -36,6 +36,8 @@ public:
 
     /// Whoever writes what has no other copy: a commit that has returned survives a power cut.
     static void syncEveryCommit(const QSqlDatabase &db);
+    /// As configured: a commit survives the end of the process, a power cut may take the latest ones back.
+    static void syncSeldom(const QSqlDatabase &db);
 
     /// Whether a transaction is open on a connection, whoever began it.
     static bool isInTransaction(const QSqlDatabase &db);

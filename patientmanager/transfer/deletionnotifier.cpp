@@ -1,0 +1,5 @@
+#include "deletionnotifier.h"
+
+DeletionNotifier::DeletionNotifier(QObject *parent)
+    : QObject(parent)
+{ }

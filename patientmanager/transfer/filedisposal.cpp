@@ -1,0 +1,145 @@
+#include "filedisposal.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QLatin1Char separator('/');
+constexpr int foldersAbove = 2;
+
+QString folderOf(const QString &path)
+{
+    return path.left(std::max(0, path.lastIndexOf(separator)));
+}
+
+/// Whether it names one place, and not another one to the system than it seems to.
+bool isPlain(const QString &path)
+{
+    return QDir::isAbsolutePath(path) && QDir::cleanPath(path) == path && !path.contains(QChar(0));
+}
+
+/// @return errno, 0 where the file is gone
+int removeNow(const QString &path)
+{
+    if (unlink(QFile::encodeName(path).constData()) == 0) {
+        return 0;
+    }
+    return errno == ENOENT || errno == ENOTDIR ? 0 : errno;
+}
+
+/// In doubt it is there, as where its folder may not be looked into.
+bool isOnDisk(const QString &path)
+{
+    struct stat found
+    {
+    };
+    return lstat(QFile::encodeName(path).constData(), &found) == 0 || (errno != ENOENT && errno != ENOTDIR);
+}
+
+QVector<FileLeft> stillThere(QVector<FileLeft> files)
+{
+    const auto isGone = [](const FileLeft &file) { return !isOnDisk(file.path); };
+    files.erase(std::remove_if(files.begin(), files.end(), isGone), files.end());
+    return files;
+}
+
+} // namespace
+
+FileDisposal::FileDisposal(QString store, bool everyFile, QSet<QString> shared)
+    : m_store(std::move(store))
+    , m_everyFile(everyFile)
+    , m_shared(std::move(shared))
+{ }
+
+void FileDisposal::removeFile(const QString &path, bool isCopy)
+{
+    if (!isToGo(path, isCopy)) {
+        return;
+    }
+    const int error = removeNow(path);
+    if (error == 0) {
+        ++m_removed;
+    } else {
+        m_failed.append({path, error});
+    }
+    m_touched.insert(folderOf(path));
+}
+
+bool FileDisposal::isToGo(const QString &path, bool isCopy)
+{
+    if (!isPlain(path)) {
+        return false;
+    }
+    return m_everyFile || (isCopy && !m_shared.contains(path) && isOurs(path));
+}
+
+bool FileDisposal::isOurs(const QString &path)
+{
+    if (path.startsWith(m_store + separator)) {
+        return isOwnFolder(folderOf(path));
+    }
+    constexpr int levelsOfStore = 5; // store/patient/study/series/file
+    return path.section(separator, -levelsOfStore, -levelsOfStore) != m_store.section(separator, -1);
+}
+
+bool FileDisposal::isOwnFolder(const QString &folder)
+{
+    const auto known = m_ownFolders.constFind(folder);
+    if (known != m_ownFolders.constEnd()) {
+        return *known;
+    }
+    const QString real = QFileInfo(folder).canonicalFilePath();
+    // One that cannot be followed has nothing that could be removed, or will say why.
+    const bool own =
+        real.isEmpty() || real == QFileInfo(m_store).canonicalFilePath() + folder.mid(m_store.size());
+    m_ownFolders.insert(folder, own);
+    return own;
+}
+
+void FileDisposal::removeFolders(const QString &lastPath, bool lastWasCopy)
+{
+    for (const QString &folder : qAsConst(m_touched)) {
+        removeFolder(folder);
+    }
+    m_touched.clear();
+    if (!lastWasCopy || !isToGo(lastPath, lastWasCopy)) {
+        return;
+    }
+    QString folder = folderOf(lastPath);
+    for (int i = 0; i < foldersAbove; ++i) {
+        folder = folderOf(folder);
+        removeFolder(folder);
+    }
+}
+
+void FileDisposal::removeFolder(const QString &folder) const
+{
+    const bool holdsStore = folder.isEmpty() || (m_store + separator).startsWith(folder + separator);
+    if (!holdsStore) {
+        rmdir(QFile::encodeName(folder).constData());
+    }
+}
+
+QVector<FileLeft> FileDisposal::tryAgain(const QVector<FileLeft> &files)
+{
+    QVector<FileLeft> failed;
+    for (const FileLeft &file : files) {
+        const int error = removeNow(file.path);
+        if (error != 0) {
+            failed.append({file.path, error});
+        }
+    }
+    return stillThere(failed);
+}
+
+QVector<FileLeft> FileDisposal::left() const
+{
+    return stillThere(m_failed);
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "patientmanager_export.h"
+
+#include <QHash>
+#include <QMetaType>
+#include <QSet>
+#include <QString>
+#include <QVector>
+
+/// A file that a deletion was to remove and that is still there.
+struct FileLeft
+{
+    QString path;
+    int systemError = 0; ///< errno of the attempt
+};
+Q_DECLARE_METATYPE(FileLeft)
+
+/**
+ * Removes the files of records and the folders that this empties.
+ *
+ * Files that are copies of ours go, others stay, unless every file is to go. A copy of ours stays, too, where
+ * another record names it, where its folder is reached by a link and so may be anybody's, and where it lies
+ * in the store of another index. A link is removed itself, never what it leads to; folders only where they
+ * are empty, and never the store. Any thread, one at a time.
+ */
+class PATIENTMANAGER_EXPORT FileDisposal
+{
+public:
+    /// @param store the store's folder, absolute
+    /// @param shared copies that other records name
+    FileDisposal(QString store, bool everyFile, QSet<QString> shared);
+
+    /// Removes the file of a record where it is to go; one that is not there counts as removed.
+    void removeFile(const QString &path, bool isCopy);
+    /// Removes the folders that removeFile() has emptied, and where the last file of a record was a copy the
+    /// two above that one's.
+    void removeFolders(const QString &lastPath, bool lastWasCopy);
+    /// Tries once more. @return what is left then
+    static QVector<FileLeft> tryAgain(const QVector<FileLeft> &files);
+
+    /// What was to go and is still on the disk: looked up now.
+    QVector<FileLeft> left() const;
+    qint64 removed() const { return m_removed; }
+
+private:
+    bool isToGo(const QString &path, bool isCopy);
+    bool isOurs(const QString &path);
+    bool isOwnFolder(const QString &folder);
+    void removeFolder(const QString &folder) const;
+
+    const QString m_store;
+    const bool m_everyFile;
+    const QSet<QString> m_shared;
+    QHash<QString, bool> m_ownFolders; ///< of the store: whether no link leads there
+    QSet<QString> m_touched;
+    QVector<FileLeft> m_failed;
+    qint64 m_removed = 0;
+};
