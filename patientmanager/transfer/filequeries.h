@@ -21,6 +21,7 @@ PATIENTMANAGER_EXPORT QString ofExport(RecordLevel level);
 
 /// For a send: FilePath, PatientName, Modality of the series. Of a patient, a study and a series.
 PATIENTMANAGER_EXPORT QString ofSend(RecordLevel level);
+enum SendColumn { SendFilePath, SendPatientName, SendModality };
 
 /// For a deletion: FilePath, IrradiationEventUID (the marker of a copy) and, but for an image,
 /// SOPInstanceUID and SeriesInstanceUID. Of every level.

@@ -1,5 +1,6 @@
 #include "importprogresspage.h"
 
+#include "durationtext.h"
 #include "elidedlabel.h"
 #include "importer.h"
 
@@ -16,17 +17,6 @@ constexpr int barSteps = 1000;
 QString number(qint64 value)
 {
     return QLocale().toString(value);
-}
-
-/// Minutes and seconds, with hours where there are any.
-QString duration(qint64 milliseconds)
-{
-    const qint64 seconds = milliseconds / 1000;
-    const QLatin1Char zero('0');
-    const QString tail = QStringLiteral(":%1").arg(seconds % 60, 2, 10, zero);
-    const qint64 minutes = seconds / 60;
-    return minutes < 60 ? QString::number(minutes) + tail
-                        : QStringLiteral("%1:%2").arg(minutes / 60).arg(minutes % 60, 2, 10, zero) + tail;
 }
 
 } // namespace
@@ -119,9 +109,9 @@ void ImportProgressPage::showTimes(const ImportProgress &progress)
 {
     m_rate.add(m_time.elapsed(), progress.done);
     m_speed->setText(tr("%1 files/s").arg(number(qRound64(m_rate.filesPerSecond()))));
-    m_elapsed->setText(duration(m_time.elapsed()));
+    m_elapsed->setText(durationText(m_time.elapsed()));
     const qint64 left = progress.walking ? -1 : m_rate.millisecondsFor(progress.found - progress.done);
-    m_left->setText(left < 0 ? tr("–") : duration(left));
+    m_left->setText(left < 0 ? tr("–") : durationText(left));
 }
 
 void ImportProgressPage::showCancelling()

@@ -1,6 +1,10 @@
 #include "destinationspage.h"
 
+#include "echocheck.h"
+#include "transfertext.h"
+
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -63,6 +67,16 @@ QLayout *DestinationsPage::buildFields()
     m_port->setGroupSeparatorShown(false);
     form->addRow(tr("&Port:"), m_port);
     connect(m_port, QOverload<int>::of(&QSpinBox::valueChanged), this, &DestinationsPage::takeFields);
+    m_check = new QPushButton(tr("&Check Connection"), this);
+    m_check->setObjectName(QStringLiteral("echo"));
+    m_check->setToolTip(tr("Ask this destination whether it answers"));
+    connect(m_check, &QPushButton::clicked, this, &DestinationsPage::checkConnection);
+    m_answer = new QLabel(this);
+    m_answer->setObjectName(QStringLiteral("answer"));
+    m_answer->setWordWrap(true);
+    m_answer->setTextFormat(Qt::PlainText);
+    form->addRow(QString(), m_check);
+    form->addRow(QString(), m_answer);
     return form;
 }
 
@@ -122,7 +136,9 @@ void DestinationsPage::showChosen()
     m_port->setRange(qMin(0, shown.port), qMax(DestinationSettings::highestPort, shown.port));
     m_port->setValue(shown.port);
     m_showing = false;
-    for (QWidget *field : std::initializer_list<QWidget *>{m_name, m_aeTitle, m_ip, m_port, m_remove}) {
+    forgetAnswer();
+    for (QWidget *field :
+        std::initializer_list<QWidget *>{m_name, m_aeTitle, m_ip, m_port, m_remove, m_check}) {
         field->setEnabled(isOne);
     }
 }
@@ -133,6 +149,7 @@ void DestinationsPage::takeFields()
     if (m_showing || chosen < 0) {
         return;
     }
+    forgetAnswer();
     m_destinations[chosen] = {m_name->text().trimmed(), m_aeTitle->text(), m_ip->text().trimmed(),
         m_port->value(), m_destinations[chosen].storedAs};
     m_list->item(chosen)->setText(m_destinations[chosen].name);
@@ -144,26 +161,37 @@ QString DestinationsPage::fault() const
         if (m_stored.contains(m_destinations[i]) && !m_destinations[i].storedAs.isEmpty()) {
             continue; // somebody wrote it by hand: it is left as it is
         }
-        const QString &name = m_destinations[i].name;
-        switch (DestinationSettings::faultOf(m_destinations, i)) {
-        case DestinationFault::None:
-            break;
-        case DestinationFault::NoName:
-            return tr("A destination needs a name.");
-        case DestinationFault::BadName:
-            return tr("The name %1 of a destination has a character that is not allowed.").arg(name);
-        case DestinationFault::SameName:
-            return tr("Two destinations are called %1.").arg(name);
-        case DestinationFault::BadAeTitle:
-            return tr("The AE title of %1 must be 1 to 16 characters of plain ASCII without backslash.")
-                .arg(name);
-        case DestinationFault::NoAddress:
-            return tr("The destination %1 needs an address.").arg(name);
-        case DestinationFault::BadPort:
-            return tr("The port of %1 must be 1 to 65535.").arg(name);
+        const DestinationFault fault = DestinationSettings::faultOf(m_destinations, i);
+        if (fault != DestinationFault::None) {
+            return TransferText::ofFault(fault, m_destinations[i].name);
         }
     }
     return {};
+}
+
+/// The node as it is typed, stored or not.
+void DestinationsPage::checkConnection()
+{
+    const int chosen = m_list->currentRow();
+    if (chosen < 0) {
+        return;
+    }
+    const DicomDestination &asked = m_destinations[chosen];
+    m_answer->setText(tr("Asking…"));
+    delete m_echo;
+    m_echo = new EchoCheck({asked.aeTitle, asked.ip, asked.port}, this);
+    connect(m_echo, &EchoCheck::answered, this, [this](const NetworkFailure &failure, qint64 milliseconds) {
+        m_answer->setText(TransferText::ofEcho(failure, milliseconds));
+    });
+    m_echo->start();
+}
+
+/// What was answered is not about what stands there now.
+void DestinationsPage::forgetAnswer()
+{
+    delete m_echo;
+    m_echo = nullptr;
+    m_answer->clear();
 }
 
 QStringList DestinationsPage::write()

@@ -3,13 +3,15 @@
 #include "dicomdestination.h"
 #include "settingspage.h"
 
+class EchoCheck;
 class QFormLayout;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QSpinBox;
 
-/// The DICOM destinations: a list, and the fields of the chosen one.
+/// The DICOM destinations: a list, the fields of the chosen one, and whether it answers.
 class DestinationsPage : public SettingsPage
 {
     Q_OBJECT
@@ -31,6 +33,8 @@ private:
     void fill(int chosen);
     void showChosen();
     void takeFields();
+    void checkConnection();
+    void forgetAnswer();
 
     QVector<DicomDestination> m_destinations;
     QVector<DicomDestination> m_stored; ///< as they were read
@@ -40,5 +44,8 @@ private:
     QLineEdit *m_aeTitle = nullptr;
     QLineEdit *m_ip = nullptr;
     QSpinBox *m_port = nullptr;
+    QPushButton *m_check = nullptr;
+    QLabel *m_answer = nullptr;
+    EchoCheck *m_echo = nullptr; ///< the latest one asked
     bool m_showing = false; ///< fields are being filled, not typed in
 };

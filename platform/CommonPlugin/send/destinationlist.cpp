@@ -1,0 +1,169 @@
+#include "destinationlist.h"
+
+#include "echocheck.h"
+#include "transfertext.h"
+
+#include <QHeaderView>
+#include <QPushButton>
+#include <QSet>
+#include <QSignalBlocker>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int visibleRows = 4;
+constexpr int nameCharacters = 22;
+constexpr int titleCharacters = 18;
+constexpr int addressCharacters = 24;
+
+} // namespace
+
+DestinationList::DestinationList(QWidget *parent)
+    : QWidget(parent)
+{
+    build();
+}
+
+DestinationList::~DestinationList() = default;
+
+void DestinationList::build()
+{
+    m_list = new QTreeWidget(this);
+    m_list->setObjectName(QStringLiteral("destinations"));
+    m_list->setAccessibleName(tr("Destinations"));
+    m_list->setHeaderLabels({tr("Destination"), tr("AE title"), tr("Address"), tr("Connection")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setTabKeyNavigation(false);
+    const int character = m_list->fontMetrics().averageCharWidth();
+    m_list->setColumnWidth(NameColumn, nameCharacters * character);
+    m_list->setColumnWidth(AeTitleColumn, titleCharacters * character);
+    m_list->setColumnWidth(AddressColumn, addressCharacters * character);
+    m_list->setMinimumHeight(visibleRows * m_list->fontMetrics().height() * 3 / 2);
+    connect(m_list, &QTreeWidget::itemChanged, this, &DestinationList::chosenChanged);
+    m_check = new QPushButton(tr("&Check Connection"), this);
+    m_check->setObjectName(QStringLiteral("echo"));
+    m_check->setToolTip(
+        tr("Ask the checked destinations, or all where none is checked, whether they answer"));
+    m_check->setAutoDefault(false);
+    connect(m_check, &QPushButton::clicked, this, &DestinationList::checkConnections);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_check, 0, Qt::AlignLeft);
+}
+
+void DestinationList::setDestinations(const QVector<DicomDestination> &destinations)
+{
+    QSet<QString> kept;
+    for (const DicomDestination &destination : chosen()) {
+        kept.insert(destination.name);
+    }
+    for (const DicomDestination &destination : qAsConst(m_destinations)) {
+        if (!destinations.contains(destination)) {
+            m_results.remove(destination.name); // what was asked is not what stands there now
+        }
+    }
+    const bool isFirst = m_destinations.isEmpty();
+    m_destinations = destinations;
+    {
+        const QSignalBlocker blocker(m_list);
+        m_list->clear();
+        for (int place = 0; place < destinations.size(); ++place) {
+            QTreeWidgetItem *item = makeItem(place);
+            const bool isChosen =
+                kept.contains(destinations[place].name) || (isFirst && destinations.size() == 1);
+            if (isUsable(place)) {
+                item->setCheckState(NameColumn, isChosen ? Qt::Checked : Qt::Unchecked);
+            }
+            m_list->addTopLevelItem(item);
+        }
+        m_list->setCurrentItem(m_list->topLevelItem(0));
+    }
+    m_check->setEnabled(!destinations.isEmpty());
+    emit chosenChanged();
+}
+
+QTreeWidgetItem *DestinationList::makeItem(int place)
+{
+    const DicomDestination &destination = m_destinations[place];
+    auto *item = new QTreeWidgetItem({destination.name, destination.aeTitle,
+        QStringLiteral("%1:%2").arg(destination.ip).arg(destination.port),
+        m_results.value(destination.name)});
+    if (isUsable(place)) {
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+    } else {
+        item->setFlags(Qt::ItemIsSelectable);
+        const DestinationFault fault = DestinationSettings::faultOf(m_destinations, place);
+        item->setText(ConnectionColumn, TransferText::ofFault(fault, destination.name));
+    }
+    item->setToolTip(ConnectionColumn, item->text(ConnectionColumn));
+    return item;
+}
+
+bool DestinationList::isUsable(int place) const
+{
+    switch (DestinationSettings::faultOf(m_destinations, place)) {
+    case DestinationFault::BadAeTitle:
+    case DestinationFault::NoAddress:
+    case DestinationFault::BadPort:
+        return false;
+    default: // its name was good enough to be read
+        return true;
+    }
+}
+
+QVector<DicomDestination> DestinationList::chosen() const
+{
+    QVector<DicomDestination> chosen;
+    for (int place = 0; place < m_destinations.size(); ++place) {
+        const QTreeWidgetItem *item = m_list->topLevelItem(place);
+        if (isUsable(place) && item && item->checkState(NameColumn) == Qt::Checked) {
+            chosen.append(m_destinations[place]);
+        }
+    }
+    return chosen;
+}
+
+void DestinationList::checkConnections()
+{
+    const QVector<DicomDestination> checked = chosen();
+    for (int place = 0; place < m_destinations.size(); ++place) {
+        if (isUsable(place) && (checked.isEmpty() || checked.contains(m_destinations[place]))) {
+            check(place);
+        }
+    }
+}
+
+void DestinationList::check(int place)
+{
+    const DicomDestination destination = m_destinations[place];
+    if (m_running.contains(destination.name)) {
+        return;
+    }
+    tell(destination.name, tr("Asking…"));
+    auto *echo = new EchoCheck({destination.aeTitle, destination.ip, destination.port}, this);
+    m_running.insert(destination.name, echo);
+    connect(echo, &EchoCheck::answered, this,
+        [this, echo, destination](const NetworkFailure &failure, qint64 milliseconds) {
+            m_running.remove(destination.name);
+            echo->deleteLater();
+            if (m_destinations.contains(destination)) {
+                tell(destination.name, TransferText::ofEcho(failure, milliseconds));
+            }
+        });
+    echo->start();
+}
+
+void DestinationList::tell(const QString &name, const QString &result)
+{
+    m_results.insert(name, result);
+    const QSignalBlocker blocker(m_list);
+    for (int place = 0; place < m_destinations.size(); ++place) {
+        if (m_destinations[place].name == name) {
+            m_list->topLevelItem(place)->setText(ConnectionColumn, result);
+            m_list->topLevelItem(place)->setToolTip(ConnectionColumn, result);
+        }
+    }
+}
