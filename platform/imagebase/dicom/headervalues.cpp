@@ -1,6 +1,7 @@
 #include "headervalues.h"
 
 #include "dicomreader.h"
+#include "personname.h"
 
 #include <QStringList>
 
@@ -72,25 +73,6 @@ QString firstNumber(const char *bytes, int length)
     bool converts = false;
     const double value = plain ? number.toDouble(&converts) : 0;
     return converts && std::isfinite(value) ? QString::fromLatin1(number) : QString();
-}
-
-/// Groups without trailing blanks and empty components, and no empty groups at the end.
-QString tidyPersonName(const QString &name)
-{
-    if (!name.endsWith(QLatin1Char('^')) && !name.endsWith(QLatin1Char('='))
-        && !name.contains(QStringLiteral("^=")) && !name.contains(QStringLiteral(" ="))) {
-        return name;
-    }
-    QStringList groups = name.split(QLatin1Char('='));
-    for (QString &group : groups) {
-        while (group.endsWith(QLatin1Char('^')) || group.endsWith(QLatin1Char(' '))) {
-            group.chop(1);
-        }
-    }
-    while (!groups.isEmpty() && groups.last().isEmpty()) {
-        groups.removeLast();
-    }
-    return groups.join(QLatin1Char('='));
 }
 
 } // namespace

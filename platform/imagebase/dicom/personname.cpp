@@ -72,3 +72,21 @@ QString personNameForDisplay(const QString &dicomName)
     }
     return joined(names, QStringLiteral("; "));
 }
+
+QString tidyPersonName(const QString &name)
+{
+    if (!name.endsWith(QLatin1Char('^')) && !name.endsWith(QLatin1Char('='))
+        && !name.contains(QStringLiteral("^=")) && !name.contains(QStringLiteral(" ="))) {
+        return name;
+    }
+    QStringList groups = name.split(QLatin1Char('='));
+    for (QString &group : groups) {
+        while (group.endsWith(QLatin1Char('^')) || group.endsWith(QLatin1Char(' '))) {
+            group.chop(1);
+        }
+    }
+    while (!groups.isEmpty() && groups.last().isEmpty()) {
+        groups.removeLast();
+    }
+    return groups.join(QLatin1Char('='));
+}

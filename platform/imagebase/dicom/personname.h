@@ -7,3 +7,7 @@
 /// A DICOM person name as people read it: "Yamada^Tarou=山田^太郎" becomes "Yamada, Tarou (山田 太郎)";
 /// prefix and suffix stand where people put them, and neither '^' nor '=' is left.
 IMAGEBASE_EXPORT QString personNameForDisplay(const QString &dicomName);
+
+/// A DICOM person name whose groups have no trailing blanks and empty components, and no empty groups at the
+/// end.
+QString tidyPersonName(const QString &dicomName);

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int longestAeTitle = 16;
 constexpr int highestPort = 65535;
+/// How long a peer that is told of the end may take to close the line itself.
+constexpr int closingMs = 1000;
 
 int seconds(int milliseconds)
 {
@@ -72,8 +74,16 @@ struct ScuAssociation::Private
     bool isAddressGood() const;
     OFCondition prepare(T_ASC_Parameters **parameters) const;
     NetworkFailure request();
+    ScuConnection *line() const;
     void drop();
 };
+
+ScuConnection *ScuAssociation::Private::line() const
+{
+    return association
+        ? dynamic_cast<ScuConnection *>(DUL_getTransportConnection(association->DULassociation))
+        : nullptr;
+}
 
 bool ScuAssociation::Private::isAddressGood() const
 {
@@ -230,6 +240,9 @@ void ScuAssociation::release()
 void ScuAssociation::close()
 {
     if (d->association && !isAborted()) {
+        if (ScuConnection *line = d->line()) {
+            line->setPatience(closingMs);
+        }
         ASC_abortAssociation(d->association);
     }
     d->drop();
@@ -247,9 +260,7 @@ bool ScuAssociation::isAborted() const
 
 bool ScuAssociation::waitForData(int milliseconds) const
 {
-    auto *line = d->association
-        ? dynamic_cast<ScuConnection *>(DUL_getTransportConnection(d->association->DULassociation))
-        : nullptr;
+    ScuConnection *line = d->line();
     return line && line->waitForData(milliseconds);
 }
 

@@ -77,8 +77,8 @@ public:
     void abort();
     bool isAborted() const;
 
-    /// Whether the peer has said something, or has gone, within a time; false after abort() too. What it says is read
-    /// by the services.
+    /// Whether the peer has said something, or has gone, within a time; false after abort() too. What it says
+    /// is read by the services.
     bool waitForData(int milliseconds) const;
 
     /// DCMTK's association while it is open, for the services built on this class; else null.

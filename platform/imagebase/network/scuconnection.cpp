@@ -84,7 +84,8 @@ ssize_t ScuConnection::write(void *buffer, size_t length)
 
 OFBool ScuConnection::networkDataAvailable(int seconds)
 {
-    const AbortSwitch::Wait wait = m_abort.waitFor(getSocket(), POLLIN, seconds * msPerSecond);
+    const int milliseconds = qMin(seconds * msPerSecond, m_milliseconds);
+    const AbortSwitch::Wait wait = m_abort.waitFor(getSocket(), POLLIN, milliseconds);
     *m_timedOut = *m_timedOut || (wait == AbortSwitch::Wait::TimedOut && seconds > 0);
     return wait != AbortSwitch::Wait::TimedOut; // else reading tells what is wrong
 }

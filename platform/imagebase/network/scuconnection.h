@@ -22,12 +22,14 @@ public:
     OFBool networkDataAvailable(int seconds) override;
     /// Looks only: silence is no failure. False after the switch was triggered too.
     bool waitForData(int milliseconds);
+    /// From now on every wait is this long at most.
+    void setPatience(int milliseconds) { m_milliseconds = milliseconds; }
 
 private:
     bool wait(short events);
 
     const AbortSwitch &m_abort;
-    const int m_milliseconds;
+    int m_milliseconds;
     bool *const m_timedOut;
 };
 

@@ -1,0 +1,173 @@
+#include "datatruth.h"
+#include "dicomservers.h"
+#include "queryscu.h"
+#include "testmain.h"
+
+#include <QtTest>
+
+#include <future>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+using Maker = std::unique_ptr<DicomServer> (*)();
+
+std::unique_ptr<DicomServer> makeDcmqrscp()
+{
+    return DicomServer::dcmqrscp();
+}
+
+std::unique_ptr<DicomServer> makeOrthanc()
+{
+    return DicomServer::orthanc();
+}
+
+DicomNode nodeOf(const DicomServer &server)
+{
+    return {server.aeTitle(), DicomServer::host(), server.port()};
+}
+
+QueryRequest patientsCalled(const QString &name)
+{
+    return {RecordLevel::Study,
+        {{QueryTag::patientName, name}, {QueryTag::patientId, {}}, {QueryTag::studyUid, {}}}, 1000};
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Maker)
+
+/// Queries of real archives with real files, and of peers that are none.
+class QueryScuTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void namesComeAsTheyAre_data();
+    void namesComeAsTheyAre();
+    void levelsNarrowDown_data() { archives(); }
+    void levelsNarrowDown();
+    void aLimitIsTold_data() { archives(); }
+    void aLimitIsTold();
+    void aSilentArchiveIsLeft();
+
+private:
+    static void archives();
+};
+
+void QueryScuTest::initTestCase()
+{
+    if (sharedData().isEmpty()) {
+        QSKIP("The shared corpus is not there.");
+    }
+}
+
+void QueryScuTest::archives()
+{
+    QTest::addColumn<Maker>("make");
+    QTest::newRow("dcmqrscp") << &makeDcmqrscp;
+    QTest::newRow("orthanc") << &makeOrthanc;
+}
+
+void QueryScuTest::namesComeAsTheyAre_data()
+{
+    archives();
+}
+
+/// Every character set of the corpus, by what independent readers found. Names are asked for by themselves
+/// too.
+void QueryScuTest::namesComeAsTheyAre()
+{
+    QFETCH(const Maker, make);
+    QFETCH(const QString, files);
+    const auto archive = make();
+    const QRegularExpression wanted(QStringLiteral("^02-charsets/") + files);
+    QMap<QString, QString> names; // by patient
+    QStringList paths;
+    for (const DataTruth &truth : readDataTruth()) {
+        if (wanted.match(truth.path).hasMatch() && truth.verdict == QLatin1String("index")) {
+            names.insert(truth.values[Attribute::PatientID], truth.values[Attribute::PatientName]);
+            paths.append(sharedData() + QLatin1Char('/') + truth.path);
+        }
+    }
+    QVERIFY(names.size() > 5);
+    archive->fill(paths);
+    QueryScu scu(nodeOf(*archive));
+    const QueryResult all = scu.find(patientsCalled({}));
+    QVERIFY(all.isGood());
+    for (const QueryRecord &record : all.records) {
+        const QString id = record[QueryTag::patientId];
+        QCOMPARE(record[QueryTag::patientName], names.take(id));
+    }
+    QVERIFY2(names.isEmpty(), qPrintable(names.keys().join(' ')));
+}
+
+void QueryScuTest::levelsNarrowDown()
+{
+    QFETCH(const Maker, make);
+    const auto archive = make();
+    archive->fill({sharedData() + QStringLiteral("/01-series/ct-head")});
+    QueryScu scu(nodeOf(*archive));
+    const auto only = [&scu](RecordLevel level, const QueryRecord &keys) {
+        const QueryResult result = scu.find({level, keys, 1000});
+        return result.isGood() && result.records.size() == 1 ? result.records.first() : QueryRecord();
+    };
+    const QueryRecord patient = only(
+        RecordLevel::Patient, {{QueryTag::patientId, QStringLiteral("877*")}, {QueryTag::patientName, {}}});
+    QCOMPARE(patient[QueryTag::patientName], QStringLiteral("Austrialian"));
+    const QueryRecord study = only(
+        RecordLevel::Study, {{QueryTag::patientId, QStringLiteral("8775070")}, {QueryTag::studyUid, {}}});
+    QVERIFY(!study[QueryTag::studyUid].isEmpty());
+    const QueryRecord series = only(RecordLevel::Series,
+        {{QueryTag::studyUid, study[QueryTag::studyUid]}, {QueryTag::seriesUid, {}},
+            {QueryTag::modality, {}}});
+    QCOMPARE(series[QueryTag::modality], QStringLiteral("CT"));
+    const QueryResult images = scu.find({RecordLevel::Image,
+        {{QueryTag::studyUid, study[QueryTag::studyUid]}, {QueryTag::seriesUid, series[QueryTag::seriesUid]},
+            {QueryTag::instanceUid, {}}, {QueryTag::instanceNumber, {}}},
+        1000});
+    QSet<QString> uids;
+    for (const QueryRecord &image : images.records) {
+        uids.insert(image[QueryTag::instanceUid]);
+    }
+    QVERIFY(images.isGood() && !images.isCutOff);
+    QCOMPARE(uids.size(), 93);
+}
+
+/// The archive is stopped at the limit, and the same association answers the next question.
+void QueryScuTest::aLimitIsTold()
+{
+    QFETCH(const Maker, make);
+    const auto archive = make();
+    archive->fill({sharedData() + QStringLiteral("/02-charsets/chrFren.dcm"),
+        sharedData() + QStringLiteral("/02-charsets/chrGerm.dcm"),
+        sharedData() + QStringLiteral("/02-charsets/chrRuss.dcm")});
+    QueryScu scu(nodeOf(*archive));
+    QueryRequest request = patientsCalled({});
+    request.limit = 2;
+    const QueryResult some = scu.find(request);
+    QVERIFY(some.isGood() && some.isCutOff);
+    QCOMPARE(some.records.size(), 2);
+    request.limit = 3;
+    const QueryResult all = scu.find(request);
+    QVERIFY(all.isGood() && !all.isCutOff);
+    QCOMPARE(all.records.size(), 3);
+}
+
+void QueryScuTest::aSilentArchiveIsLeft()
+{
+    const auto archive = DicomServer::dcmqrscp();
+    QueryScu scu(nodeOf(*archive));
+    QVERIFY(scu.find(patientsCalled({})).isGood());
+    archive->suspend();
+    auto asked = std::async(std::launch::async, [&scu] { return scu.find(patientsCalled({})); });
+    scu.cancel();
+    QCOMPARE(asked.wait_for(20s), std::future_status::ready);
+    QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
+    QCOMPARE(scu.find(patientsCalled({})).failure.problem, NetworkProblem::Stopped);
+}
+
+PM_TEST_MAIN(QueryScuTest)
+#include "tst_queryscu.moc"
