@@ -3,6 +3,7 @@
 #include "filequeries.h"
 
 #include <QSet>
+#include <QVariant>
 
 SendSelection SendSelection::read(RecordLevel level, const QList<qlonglong> &keys)
 {
