@@ -50,6 +50,25 @@ QString toOpenOrMake(QWidget *parent, const Request &request)
         parent, request, QFileDialog::AcceptSave, QFileDialog::AnyFile, QFileDialog::DontConfirmOverwrite);
 }
 
+QString toFolder(QWidget *parent, const Request &request)
+{
+    if (answererInUse()) {
+        return answererInUse()(request);
+    }
+    QFileDialog dialog(parent, request.title, request.start, request.filter);
+    dialog.setFileMode(QFileDialog::Directory);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+QStringList toOpenSeveral(QWidget *parent, const Request &request)
+{
+    if (answererInUse()) {
+        const QString answer = answererInUse()(request);
+        return answer.isEmpty() ? QStringList() : QStringList(answer);
+    }
+    return QFileDialog::getOpenFileNames(parent, request.title, request.start, request.filter);
+}
+
 void setAnswerer(const std::function<QString(const Request &)> &answerer)
 {
     answererInUse() = answerer;

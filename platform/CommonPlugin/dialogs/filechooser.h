@@ -2,13 +2,13 @@
 
 #include "commonplugin_export.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
 class QWidget;
 
-/// Asks the user for one file. Each waits; empty where the user gives up. GUI thread.
+/// Asks the user for files or a folder. Each waits; empty where the user gives up. GUI thread.
 namespace FileChooser {
 
 /// What a dialog asks for.
@@ -25,6 +25,11 @@ COMMONPLUGIN_EXPORT QString toOpen(QWidget *parent, const Request &request);
 COMMONPLUGIN_EXPORT QString toReplace(QWidget *parent, const Request &request);
 /// A file that is there, or the name of one to be made.
 COMMONPLUGIN_EXPORT QString toOpenOrMake(QWidget *parent, const Request &request);
+
+/// A folder, by the dialog that shows files, too.
+COMMONPLUGIN_EXPORT QString toFolder(QWidget *parent, const Request &request);
+/// Files that are there; an answerer gives one.
+COMMONPLUGIN_EXPORT QStringList toOpenSeveral(QWidget *parent, const Request &request);
 
 /// For tests: answers in place of every dialog until it is unset by an empty function.
 COMMONPLUGIN_EXPORT void setAnswerer(const std::function<QString(const Request &)> &answerer);
