@@ -61,6 +61,14 @@ QString plainReason(FileReason reason)
         return Text::tr("Could not be read");
     case FileReason::CopyFailed:
         return Text::tr("Could not be copied into the store");
+    case FileReason::ArchiveEncrypted:
+        return Text::tr("Encrypted in its archive");
+    case FileReason::ArchiveDamaged:
+        return Text::tr("Damaged in its archive, or the archive itself is damaged");
+    case FileReason::ArchiveNested:
+        return Text::tr("An archive too deep within archives");
+    case FileReason::ArchiveTooLarge:
+        return Text::tr("The archive grows beyond all measure and was left here");
     case FileReason::DatabaseFailed:
         return Text::tr("The index refused it");
     }

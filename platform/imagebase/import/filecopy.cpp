@@ -12,19 +12,6 @@ namespace {
 
 constexpr std::size_t copyStep = 4U << 20U;
 
-int writeAll(int to, const char *bytes, std::size_t size)
-{
-    while (size > 0) {
-        const ssize_t written = write(to, bytes, size);
-        if (written < 0) {
-            return errno;
-        }
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return 0;
-}
-
 /// Where the kernel cannot copy between these two files.
 int copyThroughMemory(int from, int to, const std::atomic<bool> &cancelled)
 {
@@ -54,6 +41,19 @@ QByteArray passingName(const QByteArray &target)
 }
 
 } // namespace
+
+int writeAll(int to, const char *bytes, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t written = write(to, bytes, size);
+        if (written < 0) {
+            return errno;
+        }
+        bytes += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return 0;
+}
 
 int copyBytes(int from, int to, const std::atomic<bool> &cancelled)
 {

@@ -6,6 +6,9 @@
 
 #include <atomic>
 
+/// Writes all of it, however many calls that takes. @return errno, 0 for success
+int writeAll(int to, const char *bytes, std::size_t size);
+
 /// Copies what one open file holds into another, in the kernel where it can. Any thread.
 /// @return errno, 0 for success, ECANCELED where cancelled was set
 int copyBytes(int from, int to, const std::atomic<bool> &cancelled);

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSet>
 #include <QSqlQuery>
+#include <QStorageInfo>
 #include <QVariant>
 
 #include <cerrno>
@@ -112,21 +113,37 @@ FileStore::Copy FileStore::copyIn(const QByteArray &source, const std::atomic<bo
         copy.systemError = errno;
         return copy;
     }
-    const int number = m_serial++;
-    const QByteArray folder = incomingFolderOf(number);
-    QByteArray name = folder + '/' + QByteArray::number(number);
-    int fd = open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    if (fd < 0 && errno == ENOENT && QDir().mkpath(QFile::decodeName(folder))) {
-        fd = open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-    }
-    const FileDescriptor to(fd);
-    copy.systemError = to < 0 ? errno : copyBytes(from, to, cancelled);
+    const Temporary temporary = makeTemporary();
+    const FileDescriptor to(temporary.descriptor);
+    copy.systemError = to < 0 ? temporary.systemError : copyBytes(from, to, cancelled);
     if (copy.systemError == 0) {
-        copy.temporaryPath = name;
+        copy.temporaryPath = temporary.path;
     } else {
-        discard(name);
+        discard(temporary.path);
     }
     return copy;
+}
+
+FileStore::Temporary FileStore::makeTemporary()
+{
+    const int number = m_serial++;
+    const QByteArray folder = incomingFolderOf(number);
+    Temporary made;
+    made.path = folder + '/' + QByteArray::number(number);
+    const auto make = [&made] {
+        made.descriptor = open(made.path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+        made.systemError = made.descriptor < 0 ? errno : 0;
+    };
+    make();
+    if (made.systemError == ENOENT && QDir().mkpath(QFile::decodeName(folder))) {
+        make();
+    }
+    return made;
+}
+
+qint64 FileStore::bytesFree() const
+{
+    return QStorageInfo(QFileInfo(m_folder).path()).bytesAvailable();
 }
 
 QString FileStore::placeFor(const DicomHeader &header) const

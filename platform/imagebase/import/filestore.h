@@ -41,6 +41,17 @@ public:
         QByteArray temporaryPath; ///< empty where it failed
         int systemError = 0; ///< errno of a failure; ECANCELED where cancelled was set
     };
+    struct Temporary
+    {
+        QByteArray path;
+        int descriptor = -1; ///< open for writing, the caller's to close; negative where it failed
+        int systemError = 0; ///< errno of a failure
+    };
+    /// Makes an empty file under a temporary name. Any thread.
+    Temporary makeTemporary();
+    /// How much room its disk has. Any thread.
+    qint64 bytesFree() const;
+
     /// Copies a file under a temporary name. Any thread.
     Copy copyIn(const QByteArray &source, const std::atomic<bool> &cancelled);
 

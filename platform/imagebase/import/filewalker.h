@@ -6,6 +6,7 @@
 #include <QSet>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 /// What tells one version of a file from another.
@@ -21,6 +22,8 @@ struct FileStamp
     }
 };
 
+struct ArchiveMember;
+
 /// A file that the walk met: either worth reading, or with the reason why not.
 struct WalkedFile
 {
@@ -28,6 +31,8 @@ struct WalkedFile
     FileStamp stamp;
     FileReason reason = FileReason::None;
     QString detail;
+    std::shared_ptr<ArchiveMember> member; ///< where it comes out of an archive: path is its label then
+    int systemError = 0; ///< errno of a member that could not be unpacked
 };
 
 /**

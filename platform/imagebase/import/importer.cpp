@@ -1,5 +1,7 @@
 #include "importer.h"
 
+#include "archivemember.h"
+#include "archivereader.h"
 #include "boundedqueue.h"
 #include "compaction.h"
 #include "indexwriter.h"
@@ -177,10 +179,16 @@ void Importer::Private::walk()
         chunk.number = number + 1;
         return taken;
     };
-    FileWalker walker(QFile::encodeName(store.folder()), [&](WalkedFile file) {
+    const FileWalker::Sink put = [&](WalkedFile file) {
         ++found;
         chunk.files.push_back(std::move(file));
         return !cancelled && (chunk.files.size() < chunkSize || flush());
+    };
+    ArchiveReader archives(store, cancelled, put);
+    FileWalker walker(QFile::encodeName(store.folder()), [&](WalkedFile file) {
+        const bool isArchive = file.reason == FileReason::None && request.mode != ImportMode::Take
+            && ArchiveReader::isArchive(file.path);
+        return isArchive ? archives.read(file) : put(std::move(file));
     });
     for (const QString &path : qAsConst(request.paths)) {
         const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
@@ -219,6 +227,13 @@ void Importer::Private::readInto(ReadFile &file, DicomReader &reader, KnownFiles
         return;
     }
     noteCurrent(file.file.path);
+    if (file.file.member) {
+        // It is in the store already, and has no other place.
+        file.result = reader.read(file.file.member->path);
+        file.temporaryPath =
+            file.result.outcome == DicomReadResult::Outcome::Image ? file.file.member->path : QByteArray();
+        return;
+    }
     file.known = request.mode != ImportMode::Take && known.contains(file.file);
     if (file.known) {
         return;

@@ -2,6 +2,11 @@
 
 #include <numeric>
 
+QString archiveMemberLabel(const QString &archive, const QString &member)
+{
+    return archive + QStringLiteral(" › ") + member;
+}
+
 void ImportReport::count(FileVerdict verdict)
 {
     ++m_counts[static_cast<std::size_t>(verdict)];
@@ -38,9 +43,11 @@ QStringList ImportReport::retryPaths() const
         const bool hopeless = issue.verdict == FileVerdict::NotDicom
             || issue.verdict == FileVerdict::MediaDirectory || issue.reason == FileReason::Hidden
             || issue.reason == FileReason::LinkLoop || issue.reason == FileReason::NotARegularFile
-            || issue.reason == FileReason::InsideStore || issue.reason == FileReason::OtherContentKept;
-        if (!hopeless) {
-            paths.append(issue.path);
+            || issue.reason == FileReason::InsideStore || issue.reason == FileReason::OtherContentKept
+            || issue.reason == FileReason::ArchiveNested || issue.reason == FileReason::ArchiveTooLarge;
+        const QString &path = issue.archive.isEmpty() ? issue.path : issue.archive;
+        if (!hopeless && (issue.archive.isEmpty() || !paths.contains(path))) {
+            paths.append(path);
         }
     }
     return paths;

@@ -39,8 +39,15 @@ enum class FileReason : quint8 {
     OtherContentKept, ///< other bytes under a known UID; the indexed file was kept
     ReadFailed,
     CopyFailed,
+    ArchiveEncrypted,
+    ArchiveDamaged, ///< an archive, or a member whose bytes cannot be unpacked
+    ArchiveNested, ///< an archive within an archive within an archive
+    ArchiveTooLarge, ///< grows beyond all measure
     DatabaseFailed
 };
+
+/// What a member of an archive is called: "/folder/archive.zip › member".
+QString archiveMemberLabel(const QString &archive, const QString &member);
 
 /// A file that the report names. detail is the system's or the parser's own words, or the other file's path.
 struct ImportIssue
@@ -49,6 +56,7 @@ struct ImportIssue
     FileVerdict verdict = FileVerdict::Skipped;
     FileReason reason = FileReason::None;
     QString detail;
+    QString archive = {}; ///< the file that it came out of, where path is the label of a member
 };
 
 /// How an import ended.

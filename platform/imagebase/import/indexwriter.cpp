@@ -1,5 +1,6 @@
 #include "indexwriter.h"
 
+#include "archivemember.h"
 #include "databaseerror.h"
 #include "filecompare.h"
 
@@ -101,6 +102,10 @@ qint64 IndexWriter::dataVersion() const
 
 bool IndexWriter::write(ReadFile &file)
 {
+    if (isDiskFull(file.file.systemError)) {
+        failOnCopy(file.file.systemError);
+        return false;
+    }
     if (file.file.reason != FileReason::None) {
         countIssue(file, FileVerdict::Skipped, file.file.reason, file.file.detail);
         return true;
@@ -180,7 +185,8 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
 bool IndexWriter::isSameContent(const ReadFile &file, const KnownInstance &known) const
 {
     const QByteArray indexed = QFile::encodeName(known.place.filePath);
-    return indexed == file.file.path || sameBytes(indexed, file.file.path, m_cancelled);
+    const QByteArray &own = file.temporaryPath.isEmpty() ? file.file.path : file.temporaryPath;
+    return indexed == own || sameBytes(indexed, own, m_cancelled);
 }
 
 /// Brings the file to its place and writes its record: a new one, or known's.
@@ -315,5 +321,6 @@ void IndexWriter::failOnCopy(int systemError)
 void IndexWriter::countIssue(
     const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail)
 {
-    m_batch.count(ImportIssue{QFile::decodeName(file.file.path), verdict, reason, detail});
+    const QString archive = file.file.member ? file.file.member->archive : QString();
+    m_batch.count(ImportIssue{QFile::decodeName(file.file.path), verdict, reason, detail, archive});
 }
