@@ -1,0 +1,69 @@
+#pragma once
+
+#include "imagebase_export.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <atomic>
+#include <memory>
+
+class SpoolFile;
+
+/**
+ * The folder beside an index in which received objects wait for their record.
+ *
+ * Each running program has a folder of its own in it, held by a lock that the system gives back when the
+ * program dies: so the next one knows whose objects nobody indexes any more. Names in it are numbers; nothing
+ * that a peer says becomes part of a path. create() and hasRoom() are for any thread, the rest for one.
+ */
+class IMAGEBASE_EXPORT ObjectSpool
+{
+public:
+    /// @param synced whether an object is to survive a power cut once it is kept
+    explicit ObjectSpool(const QString &databasePath, bool synced = true);
+    /// Removes its folders where nothing waits in them.
+    ~ObjectSpool();
+    ObjectSpool(const ObjectSpool &) = delete;
+    ObjectSpool &operator=(const ObjectSpool &) = delete;
+
+    /// Where the spool of an index lies, whether or not it exists.
+    static QString folderOf(const QString &databasePath);
+
+    /// Makes and locks the folder. @return errno, 0 for success
+    int open();
+    bool isOpen() const { return m_lock >= 0; }
+    /// A new file that an object is written into. @return null with the reason in error
+    std::unique_ptr<SpoolFile> create(int *error);
+    /// Whether there is room for this many bytes, and some to spare for the index.
+    bool hasRoom(qint64 bytes) const;
+    void setReserve(qint64 bytes) { m_reserve = bytes; }
+
+    /// The complete objects that programs which are gone left behind, now ours; what they had not completed
+    /// is removed. Of the root folder too, where something interrupted this before.
+    QVector<QByteArray> adopt();
+    /// Moves an object to where nobody looks for it but people. @return its new path, empty where that failed
+    QString keepAside(const QByteArray &path) const;
+    QString asideFolder() const;
+
+private:
+    int lockFolder(const QString &folder) const;
+    void leave(const QString &folder, int lock) const;
+
+    struct Adopted
+    {
+        QString folder;
+        int lock;
+    };
+
+    const QString m_root;
+    const bool m_synced;
+    qint64 m_reserve;
+    QString m_folder;
+    int m_lock = -1;
+    int m_folderDescriptor = -1;
+    QVector<Adopted> m_adopted;
+    std::atomic<int> m_serial{0};
+};

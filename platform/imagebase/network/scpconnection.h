@@ -1,0 +1,61 @@
+#pragma once
+
+#include "scuconnection.h"
+
+#include <QDeadlineTimer>
+
+#include <dcmtk/ofstd/ofcond.h>
+
+struct T_ASC_Association;
+struct T_ASC_Network;
+
+/**
+ * The line of an association that a peer requested. What it may send is bounded in bytes and in time while
+ * its request or a command is read; the data of an object are not.
+ */
+class ScpConnection : public ScuConnection
+{
+public:
+    ScpConnection(int socket, const AbortSwitch &abort, int milliseconds);
+
+    /// From now on the peer may send this much, within this time.
+    void limit(qint64 bytes, int milliseconds);
+    void unlimit();
+
+    ssize_t read(void *buffer, size_t length) override;
+
+private:
+    bool m_timedOut = false;
+    qint64 m_allowed = -1; ///< bytes; negative for any number
+    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
+};
+
+/**
+ * Hands sockets that we have accepted ourselves to DCMTK. It takes them from a variable of the process: that
+ * is set only for the moment until it has made its connection, so a peer that never speaks holds up nobody.
+ * Lives on the thread of one association.
+ */
+class ScpTransport : public DcmTransportLayer
+{
+public:
+    ScpTransport(OwnedSocket socket, const AbortSwitch &abort, int milliseconds);
+    ~ScpTransport() override;
+
+    /// Waits for the association request and reads it. @return DCMTK's condition; the association may be
+    /// there even where it is bad, and is the caller's
+    OFCondition receive(T_ASC_Association **association, int seconds, long longestPdu);
+    /// Good as long as the association is.
+    ScpConnection *connection() const { return m_connection; }
+
+    DcmTransportConnection *createConnection(DcmNativeSocketType openSocket, OFBool useSecureLayer) override;
+
+private:
+    void giveBack();
+
+    OwnedSocket m_socket;
+    const AbortSwitch &m_abort;
+    const int m_milliseconds;
+    T_ASC_Network *m_network = nullptr;
+    ScpConnection *m_connection = nullptr;
+    bool m_holdsVariable = false;
+};
