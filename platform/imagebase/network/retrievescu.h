@@ -1,0 +1,70 @@
+#pragma once
+
+#include "attributes.h"
+#include "scuassociation.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class StoreProvider;
+
+/// What is fetched from an archive: a whole study, or one of its series.
+struct RetrieveRequest
+{
+    RecordLevel level = RecordLevel::Study; ///< Study or Series
+    QString patientId; ///< for archives that know studies only below their patients
+    QString studyUid;
+    QString seriesUid; ///< of a series
+    QStringList modalities; ///< what is known of them, so that the right services are offered
+    QStringList classes;
+};
+
+/// How far the archive is, as it says.
+struct RetrieveProgress
+{
+    int remaining = -1; ///< -1 where it does not say
+    int completed = 0;
+    int failed = 0;
+    int warned = 0;
+};
+
+struct RetrieveResult
+{
+    NetworkFailure failure; ///< Stopped after cancel() too
+    quint16 status = 0; ///< the archive's own word where it refused or something failed; 0 otherwise
+    RetrieveProgress progress;
+    QStringList failedInstances; ///< UIDs, where it names them, and of what we refused; at most a thousand
+
+    bool isGood() const { return failure.isNone() && status == 0 && progress.failed == 0; }
+};
+
+/**
+ * Fetches objects from an archive, over the association that asks for them (C-GET) or over one that the
+ * archive makes to a receiver (C-MOVE). One request at a time, on the caller's thread, which it blocks; an
+ * association for each.
+ */
+class IMAGEBASE_EXPORT RetrieveScu
+{
+public:
+    explicit RetrieveScu(const DicomNode &node, const ScuOptions &options = {});
+    ~RetrieveScu();
+
+    /// Called on the thread of get() and move() whenever the archive tells how far it is.
+    void setListener(std::function<void(const RetrieveProgress &)> listener);
+
+    /// Fails with NoContext where the archive does not offer it. @param provider takes the objects
+    RetrieveResult get(const RetrieveRequest &request, const StoreProvider &provider);
+    /// @param destination the AE title of the receiver, which the archive must know
+    RetrieveResult move(const RetrieveRequest &request, const QString &destination);
+
+    /// Any thread: asks the archive to end; for good.
+    void cancel();
+    /// Any thread: get() and move() end within milliseconds; for good.
+    void abort();
+
+private:
+    struct Private;
+    const std::unique_ptr<Private> d;
+};
