@@ -1,6 +1,7 @@
 #include "echocheck.h"
 
 #include "echoscu.h"
+#include "receivesettings.h"
 
 #include <QElapsedTimer>
 
@@ -10,6 +11,7 @@ namespace {
 ScuOptions patience()
 {
     ScuOptions options;
+    options.ownAeTitle = ReceiveSettings::ownAeTitle();
     options.connectMs = 5'000;
     options.associationMs = 10'000;
     options.requestMs = 10'000;

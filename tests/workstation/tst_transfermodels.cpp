@@ -1,0 +1,114 @@
+#include "sendjobmodel.h"
+#include "sendlogmodel.h"
+#include "testmain.h"
+
+#include <QAbstractItemModelTester>
+#include <QPersistentModelIndex>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+SendJob makeJob(qint64 id, SendJobState state, qint64 accepted, qint64 failed)
+{
+    SendJob job;
+    job.id = id;
+    job.node = {QStringLiteral("ARCHIVE"), QStringLiteral("pacs"), 104};
+    job.state = state;
+    job.total = 400;
+    job.accepted = accepted;
+    job.failed = failed;
+    return job;
+}
+
+SendObject makeObject(qint64 id)
+{
+    SendObject object;
+    object.id = id;
+    object.path = QStringLiteral("/%1.dcm").arg(id);
+    object.state = SendObjectState::Failed;
+    object.outcome.problem = StoreProblem::OutOfResources;
+    object.outcome.status = 0xA700;
+    return object;
+}
+
+} // namespace
+
+/// What the transfers window lists: jobs whose rows stay, and a log that is read as it comes into sight.
+class TransferModelsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void jobsKeepTheirRows()
+    {
+        SendJobModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setJobs({makeJob(1, SendJobState::Ended, 398, 2), makeJob(2, SendJobState::Sending, 100, 0)});
+        QCOMPARE(model.job(0).id, 2); // the latest first
+        const QPersistentModelIndex chosen = model.index(0, SendJobModel::StateColumn);
+        model.setJobs({makeJob(2, SendJobState::Sending, 200, 0), makeJob(3, SendJobState::Waiting, 0, 0)});
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(chosen.row(), 1);
+        QCOMPARE(model.index(1, SendJobModel::ProgressColumn).data(SendJobModel::shareRole).toDouble(), 0.5);
+        QVERIFY(model.index(1, SendJobModel::CountColumn)
+                    .data()
+                    .toString()
+                    .contains(QStringLiteral("200 of 400")));
+        QCOMPARE(model.rowOf(1), -1);
+    }
+
+    void aJobSaysWhyItWaits()
+    {
+        SendJobModel model;
+        SendJob job = makeJob(1, SendJobState::Waiting, 0, 0);
+        job.trouble.problem = NetworkProblem::Refused;
+        job.nextTry = QDateTime::currentDateTime();
+        model.setJobs({job});
+        QVERIFY(model.index(0, SendJobModel::NoticeColumn)
+                    .data()
+                    .toString()
+                    .startsWith(QStringLiteral("Nothing listens")));
+        job.state = SendJobState::Cancelled; // it waits for nothing any more
+        job.skippedFiles = 3;
+        model.setJobs({job});
+        QVERIFY(!model.index(0, SendJobModel::NoticeColumn)
+                     .data()
+                     .toString()
+                     .contains(QStringLiteral("Nothing listens")));
+    }
+
+    void theLogIsReadAsItComesIntoSight()
+    {
+        constexpr int length = 100'000;
+        QVector<int> reads;
+        SendLogModel model;
+        model.show(
+            [&reads](int first, int count) {
+                reads += first;
+                QVector<SendObject> page;
+                for (int i = first; i < qMin(first + count, length); ++i) {
+                    page += makeObject(i + 1);
+                }
+                return page;
+            },
+            length);
+        const auto text = [&model](
+                              int row, int column) { return model.index(row, column).data().toString(); };
+        QCOMPARE(text(0, SendLogModel::FileColumn), QStringLiteral("/1.dcm"));
+        QCOMPARE(text(0, SendLogModel::ReasonColumn), QStringLiteral("Out of resources (A700)"));
+        QCOMPARE(text(length - 1, SendLogModel::FileColumn), QStringLiteral("/100000.dcm"));
+        QCOMPARE(reads.size(), 2);
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        model.refresh(length + 5); // its rows are not there yet: a job that is still being listed
+        QCOMPARE(model.rowCount(), length + 5);
+        QVERIFY(text(length + 4, SendLogModel::FileColumn).isEmpty());
+        QCOMPARE(resets.count(), 0);
+        model.refresh(2); // failures that are tried again
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(text(1, SendLogModel::FileColumn), QStringLiteral("/2.dcm"));
+    }
+};
+
+PM_TEST_MAIN(TransferModelsTest)
+#include "tst_transfermodels.moc"

@@ -1,0 +1,93 @@
+#include "transfercontroller.h"
+
+#include "companionwindow.h"
+#include "sendservice.h"
+#include "transferswindow.h"
+#include "transfertext.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QStatusBar>
+#include <QToolButton>
+
+TransferController::TransferController(SendService *sends, QMainWindow *window)
+    : QObject(window)
+    , m_sends(sends)
+    , m_window(window)
+    , m_action(new QAction(tr("&Transfers…"), this))
+    , m_status(new QToolButton(window->statusBar()))
+{
+    m_action->setObjectName(QStringLiteral("actionTransfers"));
+    m_action->setShortcut(QKeySequence(tr("Ctrl+Shift+T")));
+    m_action->setEnabled(sends);
+    connect(m_action, &QAction::triggered, this, &TransferController::showTransfers);
+    m_status->setObjectName(QStringLiteral("statusTransfers"));
+    m_status->setAutoRaise(true);
+    m_status->setToolTip(tr("Show the transfers"));
+    m_status->hide();
+    window->statusBar()->addPermanentWidget(m_status);
+    connect(m_status, &QToolButton::clicked, this, &TransferController::showTransfers);
+    if (m_sends) {
+        connect(m_sends, &SendService::changed, this, &TransferController::update);
+        update();
+    }
+}
+
+void TransferController::showTransfers()
+{
+    if (!m_sends) {
+        return;
+    }
+    if (!m_transfers) {
+        m_transfers = new TransfersWindow(m_sends, m_window);
+    }
+    bringUp(m_transfers);
+    m_transfers->raise();
+    m_transfers->activateWindow();
+    update();
+}
+
+void TransferController::update()
+{
+    if (m_transfers && m_transfers->isVisible()) {
+        m_seenFailures = failures();
+    }
+    m_seenFailures = qMin(m_seenFailures, failures()); // some were tried again, or removed
+    const QString text = statusText();
+    m_status->setText(text);
+    m_status->setAccessibleName(text);
+    m_status->setVisible(!text.isEmpty());
+}
+
+QString TransferController::statusText() const
+{
+    qint64 total = 0;
+    qint64 sent = 0;
+    bool isSending = false;
+    bool isWaiting = false;
+    for (const SendJob &job : m_sends->jobs()) {
+        if (!job.isOver()) {
+            total += job.total;
+            sent += job.accepted;
+            isSending = isSending || job.state == SendJobState::Sending;
+            isWaiting = true;
+        }
+    }
+    const qint64 unseen = failures() - m_seenFailures;
+    if (isSending) {
+        return TransferText::ofCounts(sent, total, unseen);
+    }
+    if (unseen > 0) {
+        return tr("%n image(s) could not be sent", nullptr, int(unseen));
+    }
+    return isWaiting ? tr("Sends are waiting") : QString();
+}
+
+qint64 TransferController::failures() const
+{
+    qint64 failed = 0;
+    for (const SendJob &job : m_sends->jobs()) {
+        failed += job.failed;
+    }
+    return failed;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QAction;
+class QMainWindow;
+class QToolButton;
+class SendService;
+class TransfersWindow;
+
+/// The window of the transfers, the action that shows it, and what the status bar says of sends: shown while
+/// something is sent, or has failed since somebody looked. Owned by the window; GUI thread.
+class TransferController : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param sends null where there is no index
+    TransferController(SendService *sends, QMainWindow *window);
+
+    QAction *action() const { return m_action; }
+    /// Shows the window, or brings it back.
+    void showTransfers();
+
+private:
+    void update();
+    QString statusText() const;
+    qint64 failures() const;
+
+    SendService *const m_sends;
+    QMainWindow *const m_window;
+    QAction *const m_action;
+    QToolButton *const m_status;
+    QPointer<TransfersWindow> m_transfers;
+    qint64 m_seenFailures = 0;
+};
