@@ -76,19 +76,6 @@ QList<qlonglong> imagesUpTo(
     return images;
 }
 
-/// What is interrupted is not undone: where a record has got new images only the old ones go.
-BegunDeletion withoutLaterImages(const QSqlDatabase &db, BegunDeletion deletion)
-{
-    bool hasLater = false;
-    const QList<qlonglong> images =
-        imagesUpTo(db, deletion.level, deletion.keys, deletion.lastImage, &hasLater);
-    if (hasLater) {
-        deletion.level = RecordLevel::Image;
-        deletion.keys = images;
-    }
-    return deletion;
-}
-
 bool isCopy(const QSqlQuery &row)
 {
     return row.value(FileQueries::DeletionMarker).toString() == QLatin1String(copiedFileMarker);
@@ -143,7 +130,7 @@ DeletionReport RecordDeletion::carryOut(const BegunDeletion &deletion)
         report.isPending = !journal.forget(deletion.pk);
         return report;
     }
-    const bool good = runBranch(deletion.level, deletion.keys) && journal.forget(deletion.pk);
+    const bool good = deleteAsBegun(deletion) && journal.forget(deletion.pk);
     if (!good || !transaction.commit()) {
         report.error = good ? transaction.error() : m_helper->lastError();
         report.isPending = true;
@@ -162,7 +149,7 @@ DeletionReport RecordDeletion::finishBegun(const QSqlDatabase &db)
     DeletionReport all;
     for (const BegunDeletion &begun : DeletionJournal(db).begun()) {
         RecordDeletion deletion(db, begun.everyFile);
-        const DeletionReport report = deletion.carryOut(withoutLaterImages(db, begun));
+        const DeletionReport report = deletion.carryOut(begun);
         all.left += report.left;
         all.removedFiles += report.removedFiles;
         if (report.error.isValid()) {
@@ -171,6 +158,21 @@ DeletionReport RecordDeletion::finishBegun(const QSqlDatabase &db)
         }
     }
     return all;
+}
+
+/// Records that have got images since the deletion began keep these, and so stay themselves.
+bool RecordDeletion::deleteAsBegun(const BegunDeletion &deletion)
+{
+    bool hasLater = false;
+    const QList<qlonglong> images =
+        imagesUpTo(m_db, deletion.level, deletion.keys, deletion.lastImage, &hasLater);
+    if (!hasLater) {
+        return runBranch(deletion.level, deletion.keys);
+    }
+    beginFiles(RecordLevel::Image, images);
+    removeCopies(images);
+    return cleanUp(RecordLevel::Image, FileQueries::nameOfImagesPatient(), images)
+        && deleteRecords(RecordLevel::Image, images);
 }
 
 bool RecordDeletion::runBranch(RecordLevel level, const QList<qlonglong> &keys)

@@ -66,6 +66,7 @@ signals:
 
 private:
     DeletionReport carryOut(const BegunDeletion &deletion);
+    bool deleteAsBegun(const BegunDeletion &deletion);
     bool runBranch(RecordLevel level, const QList<qlonglong> &keys);
     bool deletePatients(const QList<qlonglong> &keys);
     bool deleteStudies(const QList<qlonglong> &keys);

@@ -3,6 +3,7 @@
 #include <QVector>
 
 class ActionMenus;
+class DeletionController;
 class EditController;
 class ImportCentre;
 class IndexBanner;
@@ -46,5 +47,6 @@ struct WindowParts
     SelectionStatus *selection = nullptr;
     ActionMenus *menus = nullptr;
     StatusPanel *status = nullptr;
+    DeletionController *deletions = nullptr;
     WindowClosing *closing = nullptr;
 };

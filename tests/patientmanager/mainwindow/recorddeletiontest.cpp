@@ -1,0 +1,424 @@
+#include "recorddeletion.h"
+#include "deletionjournal.h"
+#include "dicomfilebuilder.h"
+#include "importer.h"
+#include "indexconnection.h"
+#include "ordinaryuser.h"
+#include "storesweep.h"
+#include "temporaryindex.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString patientTable = QStringLiteral("patient");
+const QString studyTable = QStringLiteral("generalstudy");
+const QString seriesTable = QStringLiteral("generalseries");
+const QString imageTable = QStringLiteral("imageformat");
+
+QStringList filesBelow(const QString &folder)
+{
+    QStringList files;
+    QDirIterator walk(folder, QDir::Files | QDir::System, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        files.append(walk.next());
+    }
+    files.sort();
+    return files;
+}
+
+void writeFile(const QString &path)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1) {
+        qFatal("%s cannot be written", qPrintable(path));
+    }
+}
+
+} // namespace
+
+/// Deletions on a real index with imported files: two patients, the first with two studies, the first of
+/// these with two series of two images; all others hold one of each. Keys are those of the order of import.
+class RecordDeletionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup() { m_index.reset(); }
+
+    void eachBranchTakesWhatItNames_data();
+    void eachBranchTakesWhatItNames();
+    void theFirstKeyDecidesAboutParents_data();
+    void theFirstKeyDecidesAboutParents();
+    void referencedFilesGoBySettingAlone_data();
+    void referencedFilesGoBySettingAlone();
+    void thousandsOfKeysAreOneDeletion();
+    void whatIsNotOursStays_data();
+    void whatIsNotOursStays();
+    void aLockedFolderIsTold();
+    void aBusyIndexLosesNothing();
+    void whatWasInterruptedIsFinished();
+    void imagesThatCameLaterSurviveTheFinish();
+    void strayFilesAreSweptAndNothingElse();
+    void anOlderIndexKeepsTheStore();
+
+private:
+    void import(ImportMode mode) const;
+    QString source(const QString &name) const
+    {
+        return m_index->folder() + QStringLiteral("/source/") + name;
+    }
+    QString store() const { return m_index->folder() + QStringLiteral("/store"); }
+    QString pathOf(qlonglong image) const
+    {
+        return m_index->query(QStringLiteral("SELECT FilePath FROM imageformat WHERE pk = ?"), {image})
+            .toString();
+    }
+    QString counts() const;
+    DeletionReport run(const QString &table, const QList<qlonglong> &keys, bool everyFile = false);
+
+    std::unique_ptr<TemporaryIndex> m_index;
+    QStringList m_changed; ///< tables told by the last deletion, in their order
+};
+
+void RecordDeletionTest::init()
+{
+    m_index = std::make_unique<TemporaryIndex>();
+    DicomFileBuilder builder;
+    int number = 0;
+    const auto write = [&](const char *patient, const char *study, const char *series) {
+        const QString uid = QStringLiteral("1.2.%1").arg(++number);
+        builder.patient(QLatin1String(patient), QLatin1String(patient));
+        builder.uids(QLatin1String(study), QLatin1String(series), uid);
+        builder.write(source(QStringLiteral("%1.dcm").arg(number)));
+    };
+    write("A", "1.1", "1.1.1");
+    write("A", "1.1", "1.1.1");
+    write("A", "1.1", "1.1.2");
+    write("A", "1.1", "1.1.2");
+    write("A", "1.9", "1.9.1");
+    write("B", "1.5", "1.5.1");
+    m_changed.clear();
+}
+
+void RecordDeletionTest::import(ImportMode mode) const
+{
+    ImportRequest request;
+    request.paths = QStringList{m_index->folder() + QStringLiteral("/source")};
+    request.mode = mode;
+    request.databasePath = m_index->path();
+    QCOMPARE(Importer(request).run().of(FileVerdict::New), 6);
+}
+
+/// Patients, studies, series, images, files of the store.
+QString RecordDeletionTest::counts() const
+{
+    QStringList numbers;
+    for (const QString &table : {patientTable, studyTable, seriesTable, imageTable}) {
+        numbers.append(m_index->query(QStringLiteral("SELECT count(*) FROM %1").arg(table)).toString());
+    }
+    numbers.append(QString::number(filesBelow(store()).size()));
+    return numbers.join(QLatin1Char(' '));
+}
+
+DeletionReport RecordDeletionTest::run(const QString &table, const QList<qlonglong> &keys, bool everyFile)
+{
+    RecordDeletion deletion(m_index->database(), everyFile);
+    m_changed.clear();
+    connect(&deletion, &RecordDeletion::tableChanged, this,
+        [this](const QString &name) { m_changed.append(name); });
+    return deletion.run(table, keys);
+}
+
+void RecordDeletionTest::eachBranchTakesWhatItNames_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QList<qlonglong>>("keys");
+    QTest::addColumn<QString>("left");
+    QTest::addColumn<QStringList>("told");
+    const auto row = [](const char *name, const QString &table, const QList<qlonglong> &keys,
+                         const char *left, const QStringList &told) {
+        QTest::newRow(name) << table << keys << QString::fromLatin1(left) << told;
+    };
+    row("patient", patientTable, {1}, "1 1 1 1 1", {imageTable, seriesTable, studyTable, patientTable});
+    row("study of two", studyTable, {1}, "2 2 2 2 2", {imageTable, seriesTable, studyTable});
+    row("only study", studyTable, {3}, "1 2 3 5 5", {patientTable, imageTable, seriesTable, studyTable});
+    row("series of two", seriesTable, {1}, "2 3 3 4 4", {seriesTable, imageTable});
+    row("only series of a study of two", seriesTable, {3}, "2 2 3 5 5",
+        {studyTable, seriesTable, imageTable});
+    row("only series of all", seriesTable, {4}, "1 2 3 5 5",
+        {patientTable, studyTable, seriesTable, imageTable});
+    row("image of two", imageTable, {1}, "2 3 4 5 5", {imageTable});
+    row("all images of a series", imageTable, {1, 2}, "2 3 3 4 4", {seriesTable, imageTable});
+    row("only image of all", imageTable, {6}, "1 2 3 5 5",
+        {patientTable, studyTable, seriesTable, imageTable});
+    row("no image", imageTable, {}, "2 3 4 6 6", {imageTable});
+    row("unknown table", QStringLiteral("images"), {1}, "2 3 4 6 6", {});
+}
+
+void RecordDeletionTest::eachBranchTakesWhatItNames()
+{
+    QFETCH(QString, table);
+    QFETCH(QList<qlonglong>, keys);
+    import(ImportMode::Copy);
+    for (const char *uid : {"1.2.1", "1.2.6"}) {
+        m_index->query(
+            QStringLiteral("INSERT INTO images (SOPInstanceUID) VALUES (?)"), {QLatin1String(uid)});
+    }
+    const DeletionReport report = run(table, keys);
+    QVERIFY(!report.error.isValid() && report.left.isEmpty());
+    QTEST(counts(), "left");
+    QTEST(m_changed, "told");
+    QCOMPARE(m_index
+                 ->query(QStringLiteral("SELECT count(*) FROM images WHERE SOPInstanceUID NOT IN "
+                                        "(SELECT SOPInstanceUID FROM imageformat)"))
+                 .toInt(),
+        0);
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM deletion")).toInt(), 0);
+    for (const QString &file : filesBelow(store())) {
+        QVERIFY(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat WHERE FilePath = ?"), {file})
+                    .toInt());
+    }
+    // The folders of what has gone have gone, too; those of images stay.
+    const int patients = m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt();
+    const QStringList folders = QDir(store()).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    QCOMPARE(folders.size(), table == imageTable ? 2 : patients);
+}
+
+void RecordDeletionTest::theFirstKeyDecidesAboutParents_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<QList<qlonglong>>("keys");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("two of two studies leave the patient")
+        << studyTable << QList<qlonglong>{1, 2} << QStringLiteral("2 1 1 1 1");
+    QTest::newRow("the first study has a sister")
+        << studyTable << QList<qlonglong>{1, 3} << QStringLiteral("2 1 1 1 1");
+    QTest::newRow("the first study is the only one")
+        << studyTable << QList<qlonglong>{3, 1} << QStringLiteral("1 1 1 1 1");
+    QTest::newRow("two of two series leave the study")
+        << seriesTable << QList<qlonglong>{1, 2} << QStringLiteral("2 3 2 2 2");
+}
+
+void RecordDeletionTest::theFirstKeyDecidesAboutParents()
+{
+    QFETCH(QString, table);
+    QFETCH(QList<qlonglong>, keys);
+    import(ImportMode::Copy);
+    QVERIFY(!run(table, keys).error.isValid());
+    QTEST(counts(), "left");
+}
+
+void RecordDeletionTest::referencedFilesGoBySettingAlone_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<bool>("everyFile");
+    QTest::addColumn<int>("left");
+    QTest::newRow("patient, copies") << patientTable << false << 6;
+    QTest::newRow("patient, all") << patientTable << true << 1;
+    QTest::newRow("study, all") << studyTable << true << 2;
+    QTest::newRow("series, all") << seriesTable << true << 4;
+    QTest::newRow("image, all") << imageTable << true << 6;
+}
+
+void RecordDeletionTest::referencedFilesGoBySettingAlone()
+{
+    QFETCH(QString, table);
+    QFETCH(bool, everyFile);
+    import(ImportMode::Reference);
+    QVERIFY(run(table, {1}, everyFile).left.isEmpty());
+    const QStringList files = filesBelow(m_index->folder() + QStringLiteral("/source"));
+    QTEST(files.size(), "left");
+}
+
+void RecordDeletionTest::thousandsOfKeysAreOneDeletion()
+{
+    constexpr int images = 10'000;
+    const qlonglong series =
+        m_index->addSeries(m_index->addStudy(m_index->addPatient(QStringLiteral("Big"), QStringLiteral("9")),
+                               QStringLiteral("9")),
+            QStringLiteral("9.1"));
+    m_index->query(
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < ?) "
+                       "INSERT INTO imageformat (series_fk, SOPInstanceUID, FilePath) "
+                       "SELECT ?, '9.1.' || i, '/nowhere/' || i FROM n"),
+        {images, series});
+    QList<qlonglong> keys;
+    for (qlonglong key = 2; key <= images; ++key) {
+        keys.append(key);
+    }
+    QVERIFY(!run(imageTable, keys).error.isValid());
+    QCOMPARE(
+        m_index->query(QStringLiteral("SELECT NumberOfPatientRelatedInstances FROM patient")).toInt(), 1);
+}
+
+void RecordDeletionTest::whatIsNotOursStays_data()
+{
+    QTest::addColumn<QString>("change"); ///< of the index, with %1 for the folder of the test
+    QTest::addColumn<QString>("kept"); ///< a file below that folder
+    const QString path = QStringLiteral("UPDATE imageformat SET FilePath = '%1/%2' WHERE pk = 1");
+    QTest::newRow("another record names it")
+        << path.arg(QLatin1String("%1"), QLatin1String("store/B/x/y/z")) + QLatin1String("; ")
+            + QStringLiteral("UPDATE imageformat SET FilePath = '%1/store/B/x/y/z' WHERE pk = 6")
+        << QStringLiteral("store/B/x/y/z");
+    QTest::newRow("a reference names it")
+        << path.arg(QLatin1String("%1"), QLatin1String("store/B/x/y/z")) + QLatin1String("; ")
+            + QStringLiteral("UPDATE imageformat SET FilePath = '%1/store/B/x/y/z', SourcePath = NULL, "
+                             "IrradiationEventUID = NULL WHERE pk = 6")
+        << QStringLiteral("store/B/x/y/z");
+    QTest::newRow("reached by a link") << path.arg(QLatin1String("%1"), QLatin1String("store/link/file"))
+                                       << QStringLiteral("elsewhere/file");
+    QTest::newRow("reached by dots") << path.arg(
+        QLatin1String("%1"), QLatin1String("store/../elsewhere/file"))
+                                     << QStringLiteral("elsewhere/file");
+    QTest::newRow("of another index")
+        << path.arg(QLatin1String("%1"), QLatin1String("other/store/p/s/e/file"))
+        << QStringLiteral("other/store/p/s/e/file");
+    QTest::newRow("not copied") << path.arg(QLatin1String("%1"), QLatin1String("elsewhere/file"))
+            + QLatin1String("; ")
+            + QStringLiteral("UPDATE imageformat SET IrradiationEventUID = '1.2.3' WHERE pk = 1")
+                                << QStringLiteral("elsewhere/file");
+    QTest::newRow("a link is removed, not what it leads to")
+        << path.arg(QLatin1String("%1"), QLatin1String("store/filelink")) << QStringLiteral("elsewhere/file");
+}
+
+void RecordDeletionTest::whatIsNotOursStays()
+{
+    QFETCH(QString, change);
+    QFETCH(QString, kept);
+    import(ImportMode::Copy);
+    const QString folder = m_index->folder();
+    const QString file = folder + QLatin1Char('/') + kept;
+    writeFile(file);
+    writeFile(folder + QStringLiteral("/elsewhere/file"));
+    QVERIFY(QFile::link(folder + QStringLiteral("/elsewhere"), store() + QStringLiteral("/link")));
+    QVERIFY(QFile::link(folder + QStringLiteral("/elsewhere/file"), store() + QStringLiteral("/filelink")));
+    for (const QString &statement : change.split(QStringLiteral("; "))) {
+        m_index->query(QString(statement).replace(QLatin1String("%1"), folder));
+    }
+    const DeletionReport report = run(patientTable, {1});
+    QVERIFY(!report.error.isValid() && report.left.isEmpty());
+    QVERIFY(QFile::exists(file));
+    QVERIFY(QDir(store()).exists());
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 1);
+}
+
+void RecordDeletionTest::aLockedFolderIsTold()
+{
+    import(ImportMode::Copy);
+    const QString locked = QFileInfo(pathOf(1)).path();
+    const QString missing = pathOf(5);
+    QVERIFY(QFile::remove(missing));
+    QFile::setPermissions(m_index->folder(), QFile::Permissions(0x7755));
+    QStringList own{store()};
+    QDirIterator walk(store(), QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        own.append(walk.next());
+    }
+    QFile::setPermissions(locked, QFile::ReadOwner | QFile::ExeOwner);
+    DeletionReport report;
+    {
+        const OrdinaryUser user(own);
+        QVERIFY(user.isReady());
+        report = run(patientTable, {1});
+    }
+    QVERIFY(!report.error.isValid());
+    QCOMPARE(report.left.size(), 2);
+    QCOMPARE(QFileInfo(report.left.first().path).path(), locked);
+    QCOMPARE(report.left.first().systemError, EACCES);
+    QCOMPARE(counts(), QStringLiteral("1 1 1 1 3"));
+    QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QVERIFY(FileDisposal::tryAgain(report.left).isEmpty());
+    QCOMPARE(counts(), QStringLiteral("1 1 1 1 1"));
+}
+
+void RecordDeletionTest::aBusyIndexLosesNothing()
+{
+    import(ImportMode::Copy);
+    const IndexConnection other(m_index->path());
+    const WriteTransaction writing(other.database());
+    QVERIFY(writing.isActive());
+    IndexConnection::setLockWait(m_index->database(), 1);
+    const DeletionReport report = run(patientTable, {1});
+    QVERIFY(report.error.isValid() && !report.isPending);
+    QCOMPARE(counts(), QStringLiteral("2 3 4 6 6"));
+}
+
+void RecordDeletionTest::whatWasInterruptedIsFinished()
+{
+    import(ImportMode::Copy);
+    BegunDeletion begun;
+    begun.level = RecordLevel::Study;
+    begun.keys = QList<qlonglong>{1, 2};
+    QVERIFY(!DeletionJournal(m_index->database()).note(&begun).isValid());
+    QVERIFY(QFile::remove(pathOf(3)));
+    const DeletionReport report = RecordDeletion::finishBegun(m_index->database());
+    QVERIFY(!report.error.isValid());
+    QCOMPARE(counts(), QStringLiteral("2 1 1 1 1"));
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM deletion")).toInt(), 0);
+}
+
+void RecordDeletionTest::imagesThatCameLaterSurviveTheFinish()
+{
+    import(ImportMode::Copy);
+    BegunDeletion begun;
+    begun.keys = QList<qlonglong>{1};
+    QVERIFY(!DeletionJournal(m_index->database()).note(&begun).isValid());
+    const QString later = store() + QStringLiteral("/A/1.1/1.1.1/later.dcm");
+    writeFile(later);
+    m_index->addImage(1, QStringLiteral("1.2.99"), 9, later);
+    RecordDeletion::finishBegun(m_index->database());
+    QVERIFY(QFile::exists(later));
+    QCOMPARE(
+        m_index->query(QStringLiteral("SELECT count(*) FROM imageformat WHERE series_fk = 1")).toInt(), 1);
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 2);
+}
+
+void RecordDeletionTest::strayFilesAreSweptAndNothingElse()
+{
+    import(ImportMode::Copy);
+    const QString stray = store() + QStringLiteral("/A/b/c/stray.dcm");
+    const QString incoming = store() + QStringLiteral("/.incoming/1-2-3/4");
+    const QString outside = m_index->folder() + QStringLiteral("/source/outside.dcm");
+    writeFile(stray);
+    writeFile(incoming);
+    writeFile(outside);
+    QVERIFY(QFile::link(m_index->folder() + QStringLiteral("/source"), store() + QStringLiteral("/link")));
+    const std::atomic<bool> stop{false};
+    const StoreSweep sweep = sweepStore(m_index->path(), stop);
+    QVERIFY(sweep.left.isEmpty());
+    QVERIFY(sweep.removed.contains(stray));
+    QVERIFY(!QFile::exists(stray) && !QFileInfo::exists(store() + QStringLiteral("/A")));
+    QVERIFY(QFile::exists(incoming) && QFile::exists(outside));
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 6);
+    for (qlonglong image = 1; image <= 6; ++image) {
+        QVERIFY(QFile::exists(pathOf(image)));
+    }
+    QVERIFY(QFile::copy(m_index->path(), m_index->folder() + QStringLiteral("/another.db")));
+    writeFile(stray);
+    QCOMPARE(sweepStore(m_index->path(), stop).left, QStringList{stray});
+}
+
+/// A backup in the place of the index knows nothing of later images: their files are all that there is.
+void RecordDeletionTest::anOlderIndexKeepsTheStore()
+{
+    import(ImportMode::Copy);
+    const std::atomic<bool> stop{false};
+    QVERIFY(sweepStore(m_index->path(), stop).removed.isEmpty());
+    m_index->query(QStringLiteral("DELETE FROM patient"));
+    m_index->query(QStringLiteral("UPDATE sqlite_sequence SET seq = 2 WHERE name = 'imageformat'"));
+    const StoreSweep sweep = sweepStore(m_index->path(), stop);
+    QVERIFY(sweep.removed.isEmpty());
+    QCOMPARE(sweep.left.size(), 6);
+    QCOMPARE(filesBelow(store()).size(), 6);
+}
+
+PM_TEST_MAIN(RecordDeletionTest)
+#include "recorddeletiontest.moc"

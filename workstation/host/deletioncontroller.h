@@ -1,0 +1,51 @@
+#pragma once
+
+#include "filedisposal.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QVector>
+
+class DeletionLeftovers;
+class EditController;
+class PatientManagerMainWindow;
+class QWidget;
+class SelectionStatus;
+class StatusPanel;
+class StoreCare;
+struct DeletionReport;
+struct StoreSweep;
+struct WindowParts;
+
+/**
+ * What the host adds to the library's deletion: a question before unsaved edits are lost, the answer whether
+ * an upload runs, a window of the files that could not be removed, and after a start the end of what was
+ * interrupted. Also names beside the actions of deletion, export and send what each will touch. Owned by the
+ * window; GUI thread.
+ */
+class DeletionController : public QObject
+{
+    Q_OBJECT
+
+public:
+    DeletionController(const WindowParts &parts, QWidget *window);
+
+    /// Puts the store of an index in order, in the background.
+    void begin(const QString &databasePath);
+
+private:
+    void takeOverDelete();
+    void nameSelection();
+    void tell(const char *actionName, const QString &text) const;
+    void showEnd(const DeletionReport &report);
+    void showLeft(const QVector<FileLeft> &files);
+    void showCare(const DeletionReport &deletions, const StoreSweep &sweep);
+
+    QWidget *const m_window;
+    PatientManagerMainWindow *const m_library;
+    EditController *const m_edits;
+    SelectionStatus *const m_selection;
+    StatusPanel *const m_status;
+    StoreCare *const m_care;
+    QPointer<DeletionLeftovers> m_leftovers;
+};

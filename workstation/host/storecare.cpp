@@ -1,0 +1,36 @@
+#include "storecare.h"
+
+#include "indexconnection.h"
+
+StoreCare::StoreCare(QObject *parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<DeletionReport>("DeletionReport");
+    qRegisterMetaType<StoreSweep>("StoreSweep");
+}
+
+StoreCare::~StoreCare()
+{
+    m_stop = true;
+    if (m_worker.joinable()) {
+        m_worker.join();
+    }
+}
+
+void StoreCare::begin(const QString &databasePath)
+{
+    m_worker = std::thread([this, databasePath] {
+        DeletionReport deletions;
+        {
+            const IndexConnection index(databasePath);
+            if (!index.isOpen()) {
+                return;
+            }
+            deletions = RecordDeletion::finishBegun(index.database());
+        }
+        const StoreSweep sweep = sweepStore(databasePath, m_stop);
+        if (!m_stop) {
+            emit finished(deletions, sweep); // queued to receivers on the GUI thread
+        }
+    });
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "recorddeletion.h"
+#include "storesweep.h"
+
+#include <QMetaType>
+#include <QObject>
+
+#include <atomic>
+#include <thread>
+
+Q_DECLARE_METATYPE(StoreSweep)
+
+/**
+ * Puts the store in order after a start, in the background: finishes deletions that were interrupted, and
+ * removes files whose record is gone. GUI thread; the destructor ends the work and waits for it.
+ */
+class StoreCare : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StoreCare(QObject *parent = nullptr);
+    ~StoreCare() override;
+
+    /// Begins with the index file; once.
+    void begin(const QString &databasePath);
+
+signals:
+    /// Sent once, where it was not ended.
+    void finished(const DeletionReport &deletions, const StoreSweep &sweep);
+
+private:
+    std::atomic<bool> m_stop{false};
+    std::thread m_worker;
+};
