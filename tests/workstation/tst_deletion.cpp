@@ -1,0 +1,130 @@
+#include "deletionleftovers.h"
+#include "frame.h"
+#include "kivmessageboxform.h"
+#include "namedcontrols.h"
+#include "ntableview.h"
+#include "patientmanagermainwindow.h"
+#include "recordform.h"
+#include "statuspanel.h"
+#include "testmain.h"
+
+#include <QAction>
+#include <QDir>
+#include <QPushButton>
+#include <QSqlTableModel>
+#include <QTableWidget>
+#include <QtTest>
+
+/// What the host adds to a deletion.
+class DeletionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_asked = 0;
+        m_answer = kivMessageBoxForm::AnswerOk;
+        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &) {
+            ++m_asked;
+            return m_answer;
+        });
+    }
+    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
+
+    void theTextBesideAnActionNamesWhatItTouches()
+    {
+        const Frame frame(3);
+        const QAction *action = frame.action("actionDelete");
+        const QString before = action->statusTip();
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        QTRY_COMPARE(action->statusTip(), QStringLiteral("Delete 1 patient"));
+        frame.patientView()->selectAll();
+        QTRY_COMPARE(action->toolTip(), QStringLiteral("Delete 3 patients"));
+        QCOMPARE(frame.action("actionSaveDicom")->statusTip(), QStringLiteral("Export 3 patients"));
+        frame.patientView()->clearSelection();
+        QTRY_COMPARE(action->statusTip(), before);
+    }
+
+    void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
+    {
+        const Frame frame(3);
+        Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
+        frame.window->activateWindow();
+        frame.patientView()->setFocus();
+        QTest::keyClick(frame.patientView(), Qt::Key_Delete);
+        QTRY_COMPARE(frame.patientView()->model()->rowCount(), 2);
+        QCOMPARE(m_asked, 1);
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT group_concat(PatientID) FROM patient")).toString(),
+            QStringLiteral("S1,S3"));
+        QCOMPARE(frame.studyView()->model()->rowCount(), 0);
+    }
+
+    void editsAreAskedForBeforeRecordsGo()
+    {
+        const Frame frame(2);
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        const int column = Frame::columnOf(frame.patientView(), QStringLiteral("PatientComments"));
+        QAbstractItemModel *rows = frame.patientView()->model();
+        QVERIFY(rows->setData(rows->index(0, column), QStringLiteral("edited")));
+        m_answer = kivMessageBoxForm::AnswerCancel;
+        frame.action("actionDelete")->trigger();
+        QCOMPARE(m_asked, 1);
+        QVERIFY(frame.patients()->hasUnsavedEdits());
+        m_answer = kivMessageBoxForm::AnswerOk;
+        frame.action("actionDelete")->trigger();
+        QCOMPARE(m_asked, 3);
+        QVERIFY(!frame.patients()->hasUnsavedEdits());
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 1);
+    }
+
+    /// A folder where a file should be cannot be removed, by anybody.
+    void whatIsLeftIsOfferedAgain()
+    {
+        const Frame frame(1);
+        const QString path = frame.index.folder() + QStringLiteral("/store/p/t/s/1.dcm");
+        QVERIFY(QDir().mkpath(path));
+        frame.index.query(
+            QStringLiteral("UPDATE imageformat SET IrradiationEventUID = 'copy', FilePath = ?"), {path});
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        frame.action("actionDelete")->trigger();
+        const auto *left = frame.window->findChild<DeletionLeftovers *>();
+        QVERIFY(left && left->isVisible());
+        const auto *table = left->findChild<QTableWidget *>();
+        QCOMPARE(table->item(0, 0)->text(), path);
+        QVERIFY(!table->item(0, 1)->text().isEmpty());
+        QCOMPARE(unnamedControl(*left), QString());
+        auto *again = left->findChild<QPushButton *>();
+        again->click();
+        QCOMPARE(table->rowCount(), 1);
+        QVERIFY(QDir().rmdir(path));
+        again->click();
+        QCOMPARE(table->rowCount(), 0);
+        QVERIFY(!again->isEnabled());
+    }
+
+    void aStartFinishesWhatWasInterrupted()
+    {
+        Frame frame(2);
+        frame.window.reset();
+        frame.index.query(QStringLiteral("INSERT INTO deletion (Level, RecordKeys, EveryFile, LastImage) "
+                                         "VALUES (0, '[1]', 0, 2)"));
+        const QString stray = frame.index.folder() + QStringLiteral("/store/p/t/s/stray.dcm");
+        QVERIFY(QDir().mkpath(QFileInfo(stray).path()));
+        QFile file(stray);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        frame.window = std::make_unique<WorkstationWindow>();
+        frame.window->show();
+        QTRY_COMPARE(frame.patientView()->model()->rowCount(), 1);
+        QTRY_VERIFY(!QFile::exists(stray));
+        QTRY_VERIFY(frame.window->statusPanel()->activityText().contains(QStringLiteral("store")));
+    }
+
+private:
+    int m_asked = 0;
+    int m_answer = kivMessageBoxForm::AnswerOk;
+};
+
+PM_TEST_MAIN(DeletionTest)
+#include "tst_deletion.moc"
