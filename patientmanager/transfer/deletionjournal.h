@@ -1,6 +1,7 @@
 #pragma once
 
 #include "attributes.h"
+#include "patientmanager_export.h"
 
 #include <QList>
 #include <QSqlDatabase>
@@ -22,7 +23,7 @@ struct BegunDeletion
  * cut, and forgotten in the transaction that drops its records; what is found later was interrupted. For the
  * thread of the connection.
  */
-class DeletionJournal
+class PATIENTMANAGER_EXPORT DeletionJournal
 {
 public:
     explicit DeletionJournal(const QSqlDatabase &db);
