@@ -13,7 +13,7 @@ ActionMenus::ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, 
     : QObject(frame)
     , m_library(library)
 {
-    fillFile(frame->menuBar()->addMenu(tr("&File")));
+    fillFile(frame->menuBar()->addMenu(tr("&File")), actions);
     fillEdit(frame->menuBar()->addMenu(tr("&Edit")), actions);
     fillView(frame->menuBar()->addMenu(tr("&View")), actions);
     fillTools(frame->menuBar()->addMenu(tr("&Tools")));
@@ -27,10 +27,13 @@ void ActionMenus::setShown(const QString &text, DatePick pick)
     m_allPatients->setChecked(pick == DatePick::AllDates && text.isEmpty());
 }
 
-void ActionMenus::fillFile(QMenu *menu)
+void ActionMenus::fillFile(QMenu *menu, const HostActions &actions)
 {
     place(menu, "actionLoadDir", tr("&Import Folder…"), QStringLiteral("Ctrl+O"));
+    menu->addAction(tr("Import &Files…"), this, &ActionMenus::importFilesRequested,
+        QKeySequence(QStringLiteral("Ctrl+Shift+O")));
     place(menu, "actionSaveDicom", tr("E&xport…"), QStringLiteral("Ctrl+E"));
+    menu->addAction(actions.exportAs);
     menu->addSeparator();
     place(menu, "actionSendDicom", tr("&Send…"));
     place(menu, "actionUploadCloudData", tr("&Upload"), QStringLiteral("Ctrl+U"));

@@ -27,6 +27,7 @@ public:
         QAction *patientTree;
         QAction *findPatients;
         QAction *queryPanel;
+        QAction *exportAs;
     };
     ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions);
 
@@ -38,10 +39,11 @@ signals:
     /// One table alone, by its name, or all of them (an empty name).
     void tableRequested(const QString &tableName);
     void aboutRequested();
+    void importFilesRequested();
     void quitRequested();
 
 private:
-    void fillFile(QMenu *menu);
+    void fillFile(QMenu *menu, const HostActions &actions);
     void fillEdit(QMenu *menu, const HostActions &actions);
     void fillView(QMenu *menu, const HostActions &actions);
     void fillTools(QMenu *menu);

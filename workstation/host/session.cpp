@@ -4,6 +4,7 @@
 #include "chosenrecords.h"
 #include "createconnection.h"
 #include "databasesetform.h"
+#include "exportcontroller.h"
 #include "importcentre.h"
 #include "importreporttext.h"
 #include "kivmessageboxform.h"
@@ -129,7 +130,7 @@ QString WorkstationSession::noticeText() const
 
 bool WorkstationSession::isBusy() const
 {
-    return m_window->imports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
+    return m_window->imports()->isRunning() || m_window->exports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
 }
 
 void WorkstationSession::tryChange()
@@ -176,6 +177,7 @@ void WorkstationSession::change()
 /// The old index again where the wanted one cannot be opened. @return why it cannot
 ConnectionFailure WorkstationSession::changeIndex(const QString &oldPath)
 {
+    m_services.closeIndex();
     closeConnection();
     setDatabasePath(m_wantedIndex);
     if (createConnection()) {

@@ -5,6 +5,7 @@
 class ActionMenus;
 class DeletionController;
 class EditController;
+class ExportController;
 class ImportCentre;
 class IndexBanner;
 class IndexHealth;
@@ -45,6 +46,7 @@ struct WindowParts
     QueryPanelDock *queryPanel = nullptr;
     PictureController *pictures = nullptr;
     SelectionStatus *selection = nullptr;
+    ExportController *exports = nullptr;
     ActionMenus *menus = nullptr;
     StatusPanel *status = nullptr;
     DeletionController *deletions = nullptr;

@@ -3,8 +3,11 @@
 #include "actionmenus.h"
 #include "createconnection.h"
 #include "databasesetform.h"
+#include "deletioncontroller.h"
 #include "dropimport.h"
 #include "editcontroller.h"
+#include "exportcontroller.h"
+#include "filechooser.h"
 #include "imageformatform.h"
 #include "importcentre.h"
 #include "importreport.h"
@@ -23,6 +26,7 @@
 #include "patientqueryform.h"
 #include "picturecontroller.h"
 #include "querypaneldock.h"
+#include "receivecontroller.h"
 #include "rowkeys.h"
 #include "searchbar.h"
 #include "searchcontroller.h"
@@ -114,11 +118,14 @@ void WorkstationWindow::buildParts()
     m_parts.queryPanel = new QueryPanelDock(this);
     m_parts.selection = new SelectionStatus(m_parts.library, m_parts.forms, this);
     m_parts.layout = new LayoutKeeper(this, m_parts.library, m_parts.stage, m_parts.forms, this);
+    m_parts.exports = new ExportController(m_parts.selection, statusBar(), this);
     m_parts.menus = new ActionMenus(this, m_parts.library,
         {m_parts.edits->editAction(), m_parts.tree->toggleAction(), m_parts.search->findAction(),
-            m_parts.queryPanel->toggleAction()});
+            m_parts.queryPanel->toggleAction(), m_parts.exports->action()});
     m_parts.status = new StatusPanel(statusBar(), m_parts.imports);
+    new ReceiveController(m_services->receiving(), statusBar());
     m_parts.pictures = new PictureController(m_parts.library, m_parts.queryPanel->thumbnailBody(), this);
+    m_parts.deletions = new DeletionController(m_parts, this);
     m_parts.closing = new WindowClosing(this, m_parts.tree, m_parts.edits);
     new LauncherButtons(m_parts.queryPanel->panel(), statusBar(), m_parts.selection,
         new LauncherCentre(m_services->programs(), m_parts.selection, this));
@@ -132,6 +139,7 @@ void WorkstationWindow::connectParts()
     connect(m_parts.imports, &ImportCentre::ended, this, &WorkstationWindow::showResult);
     connect(m_parts.imports, &ImportCentre::switchedOff, this,
         [this] { m_parts.status->setIdleText(tr("Imports are switched off by the settings.")); });
+    connect(m_parts.menus, &ActionMenus::importFilesRequested, this, &WorkstationWindow::chooseFiles);
     connect(m_parts.menus, &ActionMenus::aboutRequested, this, &WorkstationWindow::showAbout);
     connect(m_parts.menus, &ActionMenus::quitRequested, this, &QWidget::close);
     for (const RecordForm *form : qAsConst(m_parts.forms)) {
@@ -151,6 +159,9 @@ void WorkstationWindow::guardWork()
         tr("An import is running. Stop it and quit? What has been imported stays; importing the same "
            "folder again completes it."),
         [this] { m_parts.imports->cancelAll(); }});
+    m_parts.closing->add({[this] { return m_parts.exports->isRunning(); },
+        tr("An export is running. Stop it and quit? What it has written so far is removed."),
+        [this] { m_parts.exports->cancelAll(); }});
     m_parts.closing->add({&DataBaseSetForm::isAnyWorkRunning,
         tr("The index is being checked, compacted or backed up. Stop that and quit? The index "
            "stays as it was; an unfinished backup is removed."),
@@ -162,6 +173,8 @@ void WorkstationWindow::reportIndex()
     m_parts.status->setIndexPath(databasePath());
     if (m_hasIndex) {
         m_parts.watcher->watch(databasePath());
+        m_services->openIndex(databasePath());
+        m_parts.deletions->begin(databasePath());
         m_parts.health->check(databasePath());
         return;
     }
@@ -204,6 +217,15 @@ void WorkstationWindow::saveLayout() const
     if (m_hasIndex) {
         m_parts.tree->save();
         m_parts.search->save();
+    }
+}
+
+void WorkstationWindow::chooseFiles()
+{
+    const QStringList files = FileChooser::toOpenSeveral(
+        this, {tr("Import Files"), QString(), tr("All files (*);;ZIP archives (*.zip)")});
+    if (!files.isEmpty()) {
+        importDropped(files);
     }
 }
 

@@ -32,6 +32,7 @@ public:
     StatusPanel *statusPanel() const { return m_parts.status; }
     QueryPanelDock *queryPanel() const { return m_parts.queryPanel; }
     PictureController *pictures() const { return m_parts.pictures; }
+    ExportController *exports() const { return m_parts.exports; }
     SelectionStatus *selection() const { return m_parts.selection; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_parts.forms; }
@@ -58,6 +59,7 @@ private:
     void reportIndex();
     void reportDamage(const QString &detail);
     void closeOnceIdle();
+    void chooseFiles();
     void importDropped(const QStringList &paths);
     void showResult(const ImportReport &report);
     void showAbout();

@@ -1,0 +1,159 @@
+#include "exportcontroller.h"
+
+#include "createconnection.h"
+#include "exportdialog.h"
+#include "exportprogressdialog.h"
+#include "exportqueue.h"
+#include "exporttext.h"
+#include "selectionstatus.h"
+
+#include <QAction>
+#include <QDir>
+#include <QLocale>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace {
+
+constexpr int lookMs = 250;
+
+} // namespace
+
+ExportController::ExportController(const SelectionStatus *selection, QStatusBar *bar, QWidget *window)
+    : QObject(window)
+    , m_selection(selection)
+    , m_window(window)
+    , m_queue(new ExportQueue(this))
+    , m_action(new QAction(tr("Export &As…"), this))
+    , m_button(new QToolButton(bar))
+{
+    m_action->setObjectName(QStringLiteral("actionExportAs"));
+    m_action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+E")));
+    m_action->setToolTip(tr("Export what is selected as folders, as a ZIP archive or with a DICOMDIR"));
+    m_button->setObjectName(QStringLiteral("exportButton"));
+    m_button->setToolTip(tr("Show the export"));
+    m_button->setFocusPolicy(Qt::TabFocus);
+    m_button->hide();
+    bar->addPermanentWidget(m_button);
+    m_last.target = QDir::homePath();
+    m_look.setInterval(lookMs);
+    const auto enable = [this] { m_action->setEnabled(!m_selection->current().isEmpty()); };
+    connect(selection, &SelectionStatus::changed, this, enable);
+    connect(m_action, &QAction::triggered, this, &ExportController::ask);
+    connect(m_button, &QToolButton::clicked, this, [this] { showJob(m_told); });
+    connect(m_queue, &ExportQueue::changed, this, &ExportController::followQueue);
+    connect(m_queue, &ExportQueue::ended, this, &ExportController::onEnded);
+    connect(&m_look, &QTimer::timeout, this, &ExportController::sayWhatRuns);
+    enable();
+}
+
+bool ExportController::isRunning() const
+{
+    return m_queue->openJobs() > 0;
+}
+
+void ExportController::cancelAll()
+{
+    m_queue->cancelAll();
+}
+
+void ExportController::ask()
+{
+    const RecordSelection records = m_selection->current();
+    if (records.isEmpty() || m_asking) {
+        return;
+    }
+    ExportRequest request = m_last;
+    request.databasePath = databasePath();
+    request.level = records.level;
+    request.keys = records.keys;
+    m_asking = new ExportDialog(request, records.text(), m_window);
+    m_asking->setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_asking, &ExportDialog::requested, this, [this](const ExportRequest &wanted) {
+        m_last = wanted;
+        m_last.keys.clear();
+        if (wanted.format == ExportFormat::Zip) {
+            m_last.target = QFileInfo(wanted.target).path(); // each archive has a name of its own
+            m_last.format = ExportFormat::NamedFolders;
+        }
+        start(wanted);
+    });
+    m_asking->open();
+}
+
+void ExportController::start(const ExportRequest &request)
+{
+    showJob(m_queue->add(request));
+}
+
+void ExportController::showJob(int job)
+{
+    m_dialogs.removeAll(nullptr);
+    for (const QPointer<ExportProgressDialog> &dialog : qAsConst(m_dialogs)) {
+        if (dialog->job() == job) {
+            dialog->show();
+            dialog->raise();
+            dialog->activateWindow();
+            return;
+        }
+    }
+    auto *dialog = new ExportProgressDialog(m_queue, job, m_window);
+    m_dialogs.append(dialog);
+    connect(dialog, &ExportProgressDialog::retryRequested, this, &ExportController::start);
+    connect(dialog, &QDialog::finished, this, [this, dialog] {
+        if (m_queue->job(dialog->job()).state == ExportQueue::State::Ended) {
+            m_queue->remove(dialog->job());
+            dialog->deleteLater();
+            m_dialogs.removeAll(dialog);
+            followQueue();
+        }
+    });
+    dialog->show();
+}
+
+/// The button is about the job that runs, or else about one that has ended and was not looked at.
+void ExportController::followQueue()
+{
+    const int running = m_queue->runningJob();
+    if (running != 0) {
+        m_told = running;
+        m_look.start();
+    } else {
+        m_look.stop();
+    }
+    sayWhatRuns();
+}
+
+void ExportController::sayWhatRuns()
+{
+    const ExportQueue::Job job = m_queue->job(m_told);
+    m_button->setVisible(job.id != 0);
+    const QLocale locale;
+    const ExportProgress progress = m_queue->progress(m_told);
+    QString text = exportPhaseText(progress.phase);
+    if (job.state == ExportQueue::State::Ended) {
+        text = job.report.end == ExportEnd::Complete && job.report.failures.isEmpty()
+            ? tr("Exported %1").arg(exportSizeText(job.report.files, job.report.bytes))
+            : tr("An export did not go well");
+    } else if (progress.allFiles > 0) {
+        text = tr("Export: %1 of %2 files")
+                   .arg(locale.toString(progress.files), locale.toString(progress.allFiles));
+    }
+    const int waiting = m_queue->openJobs() - 1;
+    if (waiting > 0) {
+        text += tr(", %n waiting", nullptr, waiting);
+    }
+    m_button->setText(text);
+    m_button->setAccessibleName(text);
+}
+
+/// Somebody who has closed the window of a job sees what came of it when that was not what was asked for.
+void ExportController::onEnded(int job)
+{
+    m_told = job;
+    const ExportReport report = m_queue->job(job).report;
+    const bool asAsked = report.end == ExportEnd::Complete && report.failures.isEmpty();
+    if (!asAsked && report.end != ExportEnd::Cancelled) {
+        showJob(job);
+    }
+}
