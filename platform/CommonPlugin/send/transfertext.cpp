@@ -136,7 +136,14 @@ namespace TransferText {
 
 QString of(const NetworkFailure &failure)
 {
-    return failure.isNone() ? QString() : withDetail(plainText(failure.problem), failure.detail);
+    switch (failure.problem) {
+    case NetworkProblem::Unreachable:
+    case NetworkProblem::RejectedOther:
+    case NetworkProblem::BadAnswer:
+        return withDetail(plainText(failure.problem), failure.detail);
+    default: // the detail says the same in the system's words
+        return plainText(failure.problem);
+    }
 }
 
 QString of(const StoreOutcome &outcome)
