@@ -70,6 +70,9 @@ void FileDisposal::removeFile(const QString &path, bool isCopy)
         m_failed.append({path, error});
     }
     m_touched.insert(folderOf(path));
+    if (isCopy) {
+        m_touchedByCopies.insert(folderOf(path));
+    }
 }
 
 bool FileDisposal::isToGo(const QString &path, bool isCopy)
@@ -103,27 +106,30 @@ bool FileDisposal::isOwnFolder(const QString &folder)
     return own;
 }
 
-void FileDisposal::removeFolders(const QString &lastPath, bool lastWasCopy)
+void FileDisposal::removeFolders(bool lastWasCopy)
 {
-    for (const QString &folder : qAsConst(m_touched)) {
-        removeFolder(folder);
+    removeEmpty(m_touched);
+    if (lastWasCopy) {
+        for (int i = 0; i < foldersAbove; ++i) {
+            QSet<QString> above;
+            for (const QString &folder : qAsConst(m_touchedByCopies)) {
+                above.insert(folderOf(folder));
+            }
+            removeEmpty(above);
+            m_touchedByCopies = above;
+        }
     }
     m_touched.clear();
-    if (!lastWasCopy || !isToGo(lastPath, lastWasCopy)) {
-        return;
-    }
-    QString folder = folderOf(lastPath);
-    for (int i = 0; i < foldersAbove; ++i) {
-        folder = folderOf(folder);
-        removeFolder(folder);
-    }
+    m_touchedByCopies.clear();
 }
 
-void FileDisposal::removeFolder(const QString &folder) const
+void FileDisposal::removeEmpty(const QSet<QString> &folders) const
 {
-    const bool holdsStore = folder.isEmpty() || (m_store + separator).startsWith(folder + separator);
-    if (!holdsStore) {
-        rmdir(QFile::encodeName(folder).constData());
+    for (const QString &folder : folders) {
+        const bool holdsStore = folder.isEmpty() || (m_store + separator).startsWith(folder + separator);
+        if (!holdsStore) {
+            rmdir(QFile::encodeName(folder).constData());
+        }
     }
 }
 

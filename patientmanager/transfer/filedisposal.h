@@ -33,9 +33,9 @@ public:
 
     /// Removes the file of a record where it is to go; one that is not there counts as removed.
     void removeFile(const QString &path, bool isCopy);
-    /// Removes the folders that removeFile() has emptied, and where the last file of a record was a copy the
-    /// two above that one's.
-    void removeFolders(const QString &lastPath, bool lastWasCopy);
+    /// Removes the folders that the files of a record have left empty, and where the last of these was a copy
+    /// the two above each copy's.
+    void removeFolders(bool lastWasCopy);
     /// Tries once more. @return what is left then
     static QVector<FileLeft> tryAgain(const QVector<FileLeft> &files);
 
@@ -47,13 +47,14 @@ private:
     bool isToGo(const QString &path, bool isCopy);
     bool isOurs(const QString &path);
     bool isOwnFolder(const QString &folder);
-    void removeFolder(const QString &folder) const;
+    void removeEmpty(const QSet<QString> &folders) const;
 
     const QString m_store;
     const bool m_everyFile;
     const QSet<QString> m_shared;
     QHash<QString, bool> m_ownFolders; ///< of the store: whether no link leads there
     QSet<QString> m_touched;
+    QSet<QString> m_touchedByCopies;
     QVector<FileLeft> m_failed;
     qint64 m_removed = 0;
 };

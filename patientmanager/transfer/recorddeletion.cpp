@@ -3,12 +3,12 @@
 #include "compaction.h"
 #include "configlocation.h"
 #include "dabasehelper.h"
+#include "deletedimages.h"
 #include "deletionjournal.h"
 #include "filequeries.h"
 #include "filestore.h"
 #include "importmarker.h"
 #include "indexconnection.h"
-#include "recordsql.h"
 
 #include <QSettings>
 #include <QSqlQuery>
@@ -18,63 +18,6 @@ namespace {
 
 constexpr int everyFileSetting = 1;
 constexpr qint64 progressPauseMs = 50;
-
-QSqlQuery boundTo(const QSqlDatabase &db, const QString &sql, const QList<qlonglong> &keys)
-{
-    QSqlQuery query(db);
-    query.setForwardOnly(true);
-    query.prepare(sql);
-    query.bindValue(QStringLiteral(":keys"), RecordSql::keyList(keys));
-    return query;
-}
-
-int imagesOf(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
-{
-    QSqlQuery query = boundTo(db,
-        QStringLiteral("SELECT count(*) FROM (%1)").arg(RecordSql::keysBelow(level, RecordLevel::Image)),
-        keys);
-    return query.exec() && query.next() ? query.value(0).toInt() : 0;
-}
-
-/// The copies of these records that other records name, too.
-QSet<QString> sharedCopies(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
-{
-    QSqlQuery query = boundTo(db,
-        QStringLiteral(
-            "WITH gone AS MATERIALIZED (SELECT pk AS key, FilePath AS path FROM imageformat WHERE pk IN (%1) "
-            "AND IrradiationEventUID = '%2') "
-            "SELECT path FROM gone JOIN imageformat AS other ON other.FilePath = path "
-            "AND other.IrradiationEventUID = '%2' AND other.pk NOT IN (%1) "
-            "UNION SELECT path FROM gone JOIN imageformat AS other "
-            "ON ifnull(other.SourcePath, other.FilePath) = path AND other.SourcePath IS NULL "
-            "AND other.pk NOT IN (%1)")
-            .arg(RecordSql::keysBelow(level, RecordLevel::Image), QLatin1String(copiedFileMarker)),
-        keys);
-    QSet<QString> paths;
-    query.exec();
-    while (query.next()) {
-        paths.insert(query.value(0).toString());
-    }
-    return paths;
-}
-
-/// Images of the records, by whether they have come later than the one with the key newest.
-QList<qlonglong> imagesUpTo(
-    const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys, qlonglong newest, bool *hasLater)
-{
-    QSqlQuery query = boundTo(db, RecordSql::keysBelow(level, RecordLevel::Image), keys);
-    QList<qlonglong> images;
-    *hasLater = false;
-    query.exec();
-    while (query.next()) {
-        const qlonglong image = query.value(0).toLongLong();
-        *hasLater = *hasLater || image > newest;
-        if (image <= newest) {
-            images.append(image);
-        }
-    }
-    return images;
-}
 
 bool isCopy(const QSqlQuery &row)
 {
@@ -121,7 +64,6 @@ DeletionReport RecordDeletion::run(const QString &table, const QList<qlonglong> 
 
 DeletionReport RecordDeletion::carryOut(const BegunDeletion &deletion)
 {
-    const Compaction patience; // imports wait for as long as the files take
     const DeletionJournal journal(m_db);
     DeletionReport report;
     WriteTransaction transaction(m_db);
@@ -130,6 +72,7 @@ DeletionReport RecordDeletion::carryOut(const BegunDeletion &deletion)
         report.isPending = !journal.forget(deletion.pk);
         return report;
     }
+    const Compaction patience; // imports wait for as long as the files take
     const bool good = deleteAsBegun(deletion) && journal.forget(deletion.pk);
     if (!good || !transaction.commit()) {
         report.error = good ? transaction.error() : m_helper->lastError();
@@ -165,7 +108,7 @@ bool RecordDeletion::deleteAsBegun(const BegunDeletion &deletion)
 {
     bool hasLater = false;
     const QList<qlonglong> images =
-        imagesUpTo(m_db, deletion.level, deletion.keys, deletion.lastImage, &hasLater);
+        DeletedImages::upTo(m_db, deletion.level, deletion.keys, deletion.lastImage, &hasLater);
     if (!hasLater) {
         return runBranch(deletion.level, deletion.keys);
     }
@@ -299,22 +242,20 @@ void RecordDeletion::beginFiles(RecordLevel level, const QList<qlonglong> &keys)
 {
     const bool everyFile = m_everyFile && level != RecordLevel::Image;
     m_disposal = std::make_unique<FileDisposal>(storeFolder(m_db.databaseName()), everyFile,
-        everyFile ? QSet<QString>() : sharedCopies(m_db, level, keys));
+        everyFile ? QSet<QString>() : DeletedImages::sharedCopies(m_db, level, keys));
     m_done = 0;
-    m_total = imagesOf(m_db, level, keys);
+    m_total = DeletedImages::count(m_db, level, keys);
 }
 
 void RecordDeletion::removeFilesFound(const QString &query, const QList<qlonglong> &keys)
 {
     for (const qlonglong key : keys) {
-        QString path;
         bool wasCopy = false;
         for (QSqlQuery rows = FileQueries::rows(query, key, m_db); rows.next(); countFile()) {
-            path = rows.value(FileQueries::DeletionFilePath).toString();
             wasCopy = isCopy(rows);
-            m_disposal->removeFile(path, wasCopy);
+            m_disposal->removeFile(rows.value(FileQueries::DeletionFilePath).toString(), wasCopy);
         }
-        m_disposal->removeFolders(path, wasCopy);
+        m_disposal->removeFolders(wasCopy);
     }
 }
 
