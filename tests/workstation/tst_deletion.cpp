@@ -49,6 +49,7 @@ private slots:
     void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
     {
         const Frame frame(3);
+        frame.window->library()->onUpLoadFlag(true); // of an upload that has ended
         Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
         frame.window->activateWindow();
         frame.patientView()->setFocus();

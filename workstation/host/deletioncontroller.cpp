@@ -40,6 +40,9 @@ DeletionController::DeletionController(const WindowParts &parts, QWidget *window
     , m_care(new StoreCare(this))
 {
     takeOverDelete();
+    // Answered before the signal's emission returns: one confirmed upload would refuse all later deletions.
+    connect(m_library, &PatientManagerMainWindow::uploadFlag, m_library,
+        [this] { m_library->onUpLoadFlag(m_isUploading && m_isUploading()); });
     connect(m_library->deletions(), &DeletionNotifier::ended, this, &DeletionController::showEnd);
     connect(m_care, &StoreCare::finished, this, &DeletionController::showCare);
     connect(m_selection, &SelectionStatus::changed, this, &DeletionController::nameSelection);

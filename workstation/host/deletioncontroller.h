@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QVector>
 
+#include <functional>
+
 class DeletionLeftovers;
 class EditController;
 class PatientManagerMainWindow;
@@ -32,6 +34,8 @@ public:
 
     /// Puts the store of an index in order, in the background.
     void begin(const QString &databasePath);
+    /// Who knows whether an upload still runs, so that deletions wait for its end; without, none does.
+    void setUploadCheck(std::function<bool()> isUploading) { m_isUploading = std::move(isUploading); }
 
 private:
     void takeOverDelete();
@@ -48,4 +52,5 @@ private:
     StatusPanel *const m_status;
     StoreCare *const m_care;
     QPointer<DeletionLeftovers> m_leftovers;
+    std::function<bool()> m_isUploading;
 };
