@@ -1,0 +1,68 @@
+#pragma once
+
+#include "archive.h"
+#include "archivequestion.h"
+#include "localholdings.h"
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <memory>
+
+/// How a search ended.
+struct ArchiveAnswer
+{
+    NetworkFailure failure;
+    quint16 status = 0; ///< the archive's own word where it refused
+    bool isCutOff = false; ///< there may be more
+    int unreadable = 0; ///< answers that name no study or series
+};
+
+/**
+ * Searches an archive on threads of its own. What has been asked last counts: another search ends the one
+ * before, of which nothing more is told. GUI thread; the destructor ends what runs and waits for it, for
+ * milliseconds.
+ */
+class ArchiveSearch : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Answers that are taken at most.
+    static constexpr int mostStudies = 500;
+    static constexpr int mostSeries = 2000;
+
+    explicit ArchiveSearch(QObject *parent = nullptr);
+    ~ArchiveSearch() override;
+
+    void search(const Archive &archive, const ArchiveQuestion &question);
+    /// Of a study that the last search found.
+    void listSeries(const QString &patientId, const QString &studyUid);
+    /// Looks up what the index has; found studies and series are looked up without being asked for.
+    void countHeld(RecordLevel level, const QStringList &uids);
+    bool isRunning() const { return m_studies != nullptr; }
+
+public slots:
+    /// Ends the search that runs; what was found so far stays.
+    void stop();
+
+signals:
+    /// More studies, each once.
+    void found(const QVector<QueryRecord> &studies);
+    void ended(const ArchiveAnswer &answer);
+    void seriesFound(
+        const QString &studyUid, const QVector<QueryRecord> &series, const ArchiveAnswer &answer);
+    void held(RecordLevel level, const QHash<QString, int> &images);
+
+private:
+    struct Task;
+
+    template <typename Function>
+    void run(Function function);
+    void begin(const std::shared_ptr<Task> &task);
+
+    QThreadPool m_pool;
+    Archive m_archive;
+    std::shared_ptr<Task> m_studies; ///< the search that runs
+    QVector<std::weak_ptr<Task>> m_tasks;
+};

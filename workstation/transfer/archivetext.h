@@ -1,0 +1,24 @@
+#pragma once
+
+#include "archivesearch.h"
+#include "retrieval.h"
+
+/// The sentences about searching and retrieving. GUI thread.
+namespace ArchiveText {
+
+/// How a search came out. @param studies how many it found
+QString of(const ArchiveAnswer &answer, int studies);
+/// Why a search or the list of a study's series failed; empty where it did not.
+QString problemOf(const ArchiveAnswer &answer);
+QString stateOf(const Retrieval &retrieval);
+/// "12 of 93 images"
+QString countOf(const Retrieval &retrieval);
+/// What there is to know besides; empty for nothing.
+QString noticeOf(const Retrieval &retrieval);
+/// How much of something the index has. @param images in the index @param total in the archive, 0 where
+/// unknown
+QString heldOf(int images, int total);
+/// A DICOM date as people of the application's language write it; other texts stay.
+QString dateOf(const QString &date);
+
+} // namespace ArchiveText

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "retrieval.h"
+
+#include <QWidget>
+
+class PlainTableView;
+class QPushButton;
+class RetrievalModel;
+class RetrievalService;
+
+/// The retrievals of a service as a list, with what can be done with them. GUI thread.
+class RetrievalList : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// @param service outlives the list
+    explicit RetrievalList(RetrievalService *service, QWidget *parent = nullptr);
+
+private:
+    void buildTable();
+    QPushButton *addButton(QLayout *layout, const QString &name, const QString &text, const QString &toolTip);
+    void forChosen(void (RetrievalService::*request)(qint64));
+    QVector<Retrieval> chosen() const;
+    void update();
+    void enableButtons();
+
+    RetrievalService *const m_service;
+    RetrievalModel *const m_model;
+    PlainTableView *const m_table;
+    QPushButton *m_cancel = nullptr;
+    QPushButton *m_retry = nullptr;
+    QPushButton *m_remove = nullptr;
+};
