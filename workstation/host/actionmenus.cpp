@@ -36,6 +36,7 @@ void ActionMenus::fillFile(QMenu *menu, const HostActions &actions)
     menu->addAction(actions.exportAs);
     menu->addSeparator();
     place(menu, "actionSendDicom", tr("&Send…"));
+    menu->addAction(actions.queryRetrieve);
     place(menu, "actionUploadCloudData", tr("&Upload"), QStringLiteral("Ctrl+U"));
     place(menu, "actionDownloadCloudData", tr("Do&wnload…"));
     menu->addSeparator();

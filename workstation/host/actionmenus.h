@@ -28,6 +28,7 @@ public:
         QAction *findPatients;
         QAction *queryPanel;
         QAction *exportAs;
+        QAction *queryRetrieve;
     };
     ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions);
 

@@ -3,4 +3,23 @@
 SessionServices::SessionServices(QObject *parent)
     : QObject(parent)
     , m_programs(new RunningPrograms(this))
+    , m_receiving(new ReceiveService(this))
+    , m_retrievals(new RetrievalService(m_receiving, this))
 { }
+
+/// What works with others ends before them.
+SessionServices::~SessionServices()
+{
+    closeIndex();
+}
+
+void SessionServices::openIndex(const QString &databasePath)
+{
+    m_receiving->openIndex(databasePath);
+}
+
+void SessionServices::closeIndex()
+{
+    m_retrievals->closeIndex();
+    m_receiving->closeIndex();
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "receiveservice.h"
+#include "retrievalservice.h"
 #include "runningprograms.h"
 
 #include <QObject>
@@ -14,10 +16,22 @@ class SessionServices : public QObject
 
 public:
     explicit SessionServices(QObject *parent = nullptr);
+    ~SessionServices() override;
 
     /// The programs that launchers have started.
     RunningPrograms *programs() const { return m_programs; }
+    /// What comes from the network.
+    ReceiveService *receiving() const { return m_receiving; }
+    /// What is fetched from archives.
+    RetrievalService *retrievals() const { return m_retrievals; }
+
+    /// The services work on this index from now on; where they do already, nothing happens.
+    void openIndex(const QString &databasePath);
+    /// Before another index is opened.
+    void closeIndex();
 
 private:
     RunningPrograms *const m_programs;
+    ReceiveService *const m_receiving;
+    RetrievalService *const m_retrievals;
 };

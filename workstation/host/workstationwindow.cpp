@@ -27,6 +27,7 @@
 #include "picturecontroller.h"
 #include "querypaneldock.h"
 #include "receivecontroller.h"
+#include "retrievecontroller.h"
 #include "rowkeys.h"
 #include "searchbar.h"
 #include "searchcontroller.h"
@@ -119,9 +120,10 @@ void WorkstationWindow::buildParts()
     m_parts.selection = new SelectionStatus(m_parts.library, m_parts.forms, this);
     m_parts.layout = new LayoutKeeper(this, m_parts.library, m_parts.stage, m_parts.forms, this);
     m_parts.exports = new ExportController(m_parts.selection, statusBar(), this);
+    const auto *retrieve = new RetrieveController(m_services->retrievals(), m_parts.watcher, this);
     m_parts.menus = new ActionMenus(this, m_parts.library,
         {m_parts.edits->editAction(), m_parts.tree->toggleAction(), m_parts.search->findAction(),
-            m_parts.queryPanel->toggleAction(), m_parts.exports->action()});
+            m_parts.queryPanel->toggleAction(), m_parts.exports->action(), retrieve->action()});
     m_parts.status = new StatusPanel(statusBar(), m_parts.imports);
     new ReceiveController(m_services->receiving(), statusBar());
     m_parts.pictures = new PictureController(m_parts.library, m_parts.queryPanel->thumbnailBody(), this);
@@ -162,6 +164,9 @@ void WorkstationWindow::guardWork()
     m_parts.closing->add({[this] { return m_parts.exports->isRunning(); },
         tr("An export is running. Stop it and quit? What it has written so far is removed."),
         [this] { m_parts.exports->cancelAll(); }});
+    m_parts.closing->add({[this] { return m_services->retrievals()->isRunning(); },
+        tr("Images are being retrieved from an archive. Stop that and quit? What has come stays."),
+        [this] { m_services->retrievals()->closeIndex(); }});
     m_parts.closing->add({&DataBaseSetForm::isAnyWorkRunning,
         tr("The index is being checked, compacted or backed up. Stop that and quit? The index "
            "stays as it was; an unfinished backup is removed."),

@@ -1,0 +1,32 @@
+#include "retrievecontroller.h"
+
+#include "companionwindow.h"
+#include "indexwatcher.h"
+#include "queryretrievewindow.h"
+
+#include <QAction>
+
+RetrieveController::RetrieveController(
+    RetrievalService *service, const IndexWatcher *watcher, QWidget *window)
+    : QObject(window)
+    , m_service(service)
+    , m_watcher(watcher)
+    , m_window(window)
+    , m_action(new QAction(tr("&Query/Retrieve…"), this))
+{
+    m_action->setObjectName(QStringLiteral("actionQueryRetrieve"));
+    m_action->setShortcut(QKeySequence(tr("Ctrl+R")));
+    m_action->setToolTip(tr("Search an archive, and bring images from it into the index"));
+    connect(m_action, &QAction::triggered, this, &RetrieveController::show);
+}
+
+void RetrieveController::show()
+{
+    if (!m_searchWindow) {
+        m_searchWindow = new QueryRetrieveWindow(m_service, m_window);
+        connect(m_watcher, &IndexWatcher::changed, m_searchWindow, &QueryRetrieveWindow::onIndexChanged);
+    }
+    bringUp(m_searchWindow);
+    m_searchWindow->raise();
+    m_searchWindow->activateWindow();
+}
