@@ -1,11 +1,13 @@
 #pragma once
 
+#include "commonplugin_export.h"
+
 #include <QPair>
 #include <QQueue>
 #include <QtGlobal>
 
-/// How fast an import goes, from what it did over the last seconds.
-class ImportRate
+/// How fast an import or a send goes, from what it did over the last seconds.
+class COMMONPLUGIN_EXPORT ImportRate
 {
 public:
     void clear() { m_samples.clear(); }
