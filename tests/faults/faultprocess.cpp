@@ -1,11 +1,16 @@
 // The process that the fault tests kill, starve and feed:
 //   faultprocess corpus FOLDER FILES VARIANT
 //   faultprocess open INDEX
+//   faultprocess receive INDEX PORT   (until standard input ends; says "listening" once it does)
 //   faultprocess import INDEX reference|copy keep|new FILELIMIT PATH...
 // FILELIMIT is the most bytes that a file may have, 0 for no limit. Answers with one line of JSON.
 #include "createconnection.h"
 #include "faultcorpus.h"
 #include "importer.h"
+#include "objectspool.h"
+#include "receivejournal.h"
+#include "spoolindexer.h"
+#include "storescp.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -13,6 +18,7 @@
 #include <QJsonObject>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QThread>
 #include <QVariant>
 
 #include <csignal>
@@ -100,6 +106,39 @@ QJsonObject describe(const ImportReport &report)
         {QStringLiteral("issues"), issues}};
 }
 
+int receive(const QString &index, int port)
+{
+    setDatabasePath(index);
+    if (!createConnection()) {
+        return refused();
+    }
+    QSqlDatabase::database().close();
+    ReceiveJournal journal(index + QStringLiteral(".problems"));
+    ObjectSpool spool(index);
+    spool.setReserve(0);
+    if (spool.open() != 0) {
+        return 1;
+    }
+    SpoolIndexer indexer(index, spool, journal);
+    StoreProvider provider(spool, indexer, journal);
+    ScpSettings settings;
+    settings.aeTitle = QStringLiteral("FAULTS");
+    settings.bindAddress = QStringLiteral("127.0.0.1");
+    settings.port = port;
+    StoreScp scp(settings, provider);
+    if (scp.start().reason != ListenFailure::Reason::None) {
+        return 1;
+    }
+    std::puts("listening");
+    std::fflush(stdout);
+    while (std::getchar() != EOF) { }
+    // What was acknowledged until now comes in.
+    for (scp.stop(); indexer.waiting() > 0 && !indexer.isStuck();) {
+        QThread::msleep(20);
+    }
+    return 0;
+}
+
 int import(const QStringList &arguments)
 {
     ImportRequest request;
@@ -132,10 +171,14 @@ int main(int argc, char **argv)
     if (command == QLatin1String("open") && arguments.size() == 2) {
         return openIndex(arguments.at(1));
     }
+    if (command == QLatin1String("receive") && arguments.size() == 3) {
+        return receive(arguments.at(1), arguments.at(2).toInt());
+    }
     if (command == QLatin1String("import") && arguments.size() >= 6) {
         return import(arguments.mid(1));
     }
-    std::fputs(
-        "corpus FOLDER FILES VARIANT | open INDEX | import INDEX MODE POLICY FILELIMIT PATH...\n", stderr);
+    std::fputs("corpus FOLDER FILES VARIANT | open INDEX | receive INDEX PORT | import INDEX MODE POLICY "
+               "FILELIMIT PATH...\n",
+        stderr);
     return 2;
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "imagebase_export.h"
+
 #include <QByteArray>
 
 /**
  * One object on its way into the spool: written under a passing name, made safe, and only then given the name
  * under which it counts. Removed by the destructor unless it was kept. One thread.
  */
-class SpoolFile
+class IMAGEBASE_EXPORT SpoolFile
 {
 public:
     static constexpr char partSuffix[] = ".part";
