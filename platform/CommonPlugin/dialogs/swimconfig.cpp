@@ -6,6 +6,7 @@
 #include "cloudpage.h"
 #include "companionwindow.h"
 #include "destinationspage.h"
+#include "receivepage.h"
 #include "sharedwindow.h"
 
 #include <QDialogButtonBox>
@@ -43,6 +44,7 @@ void swimconfig::build()
     addPage(ChoicePage::imports(this));
     addPage(ChoicePage::deletion(this));
     addPage(new DestinationsPage(this));
+    addPage(new ReceivePage(this));
     addPage(new ApplicationsPage(this));
     addPage(new CloudPage(this));
     addPage(new AppearancePage(this));

@@ -10,7 +10,7 @@ class QStackedWidget;
 class SettingsPage;
 
 /**
- * The settings of the workstation: imports, deletion, DICOM destinations, applications, cloud, appearance.
+ * The settings of the workstation: imports, deletion, DICOM destinations, receiving, applications, cloud, appearance.
  *
  * Each is read from and written to the file that its reader uses. One window for the process; it reads anew
  * whenever it is shown, writes all when OK is pressed, and nothing before. GUI thread.
@@ -20,7 +20,7 @@ class COMMONPLUGIN_EXPORT swimconfig : public QWidget
     Q_OBJECT
 
 public:
-    enum Page { Imports, Deletion, Destinations, Applications, Cloud, Appearance };
+    enum Page { Imports, Deletion, Destinations, Receiving, Applications, Cloud, Appearance };
 
     static swimconfig *instance();
     /// Shows the window, or brings it back, with this page in front.

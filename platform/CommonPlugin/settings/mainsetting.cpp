@@ -40,6 +40,11 @@ MainSetting MainSetting::databasePath()
     return {ConfigKey::databasePath, Reader::Anybody};
 }
 
+MainSetting MainSetting::dicom(const char *key)
+{
+    return {key, Reader::Anybody};
+}
+
 QString MainSetting::key() const
 {
     return QLatin1String(m_key);

@@ -17,6 +17,8 @@ public:
     static MainSetting deleteMode();
     static MainSetting duplicatePolicy();
     static MainSetting databasePath();
+    /// One of the keys of group "dicom".
+    static MainSetting dicom(const char *key);
 
     QString key() const;
     /// Invalid where no file has it.

@@ -20,6 +20,8 @@ signals:
     void themeChanged();
     /// AppearanceSettings has another language.
     void languageChanged();
+    /// ReceiveSettings has other values.
+    void receivingChanged();
     /// The user wants to work on another index; the file may be one to be made.
     void indexRequested(const QString &path);
 };

@@ -54,4 +54,20 @@ inline constexpr char deleteMode[] = "datadelete/dataCopyType";
 inline constexpr char duplicatePolicy[] = "import/duplicatePolicy";
 /// string: path of the index file.
 inline constexpr char databasePath[] = "database/path";
+
+/// string: how this workstation calls itself in a DICOM network, both when it sends and when it receives.
+inline constexpr char ownAeTitle[] = "dicom/aeTitle";
+inline constexpr char usualAeTitle[] = "PATIENTMANAGER"; ///< where the file has none
+/// int: 1 listens for objects.
+inline constexpr char receive[] = "dicom/receive";
+/// int: the port that is listened on.
+inline constexpr char receivePort[] = "dicom/receivePort";
+/// string: the numeric address of this computer that is listened on.
+inline constexpr char receiveAddress[] = "dicom/receiveAddress";
+/// list: AE titles of those who may send; empty for anybody.
+inline constexpr char receiveCallers[] = "dicom/receiveCallers";
+/// int: 1 takes objects of private classes too.
+inline constexpr char receivePrivate[] = "dicom/receivePrivateClasses";
+/// int: 0 acknowledges objects that a power cut may still take.
+inline constexpr char receiveSynced[] = "dicom/receiveSynced";
 } // namespace ConfigKey

@@ -2,12 +2,14 @@
 #include "configlocation.h"
 #include "dicomdestination.h"
 #include "launchersettings.h"
+#include "receivesettings.h"
 #include "settingsnotifier.h"
 #include "swimconfig.h"
 #include "testmain.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -93,6 +95,7 @@ private slots:
     void leavesHandWrittenDestinationsAlone();
     void keepsApplicationsAndCloud();
     void tellsOfAnotherLookAtOnce();
+    void keepsHowToReceiveAndTellsAtOnce();
 
 private:
     QString inFolder(const QString &path) const { return m_folder->filePath(path); }
@@ -283,6 +286,32 @@ void SwimconfigTest::tellsOfAnotherLookAtOnce()
     QCOMPARE(theme.count(), 1);
     QCOMPARE(language.count(), 0);
     QCOMPARE(AppearanceSettings::theme(), Theme::Dark);
+}
+
+void SwimconfigTest::keepsHowToReceiveAndTellsAtOnce()
+{
+    QSignalSpy told(SettingsNotifier::instance(), &SettingsNotifier::receivingChanged);
+    swimconfig::instance()->showPage(swimconfig::Receiving);
+    QVERIFY(!part<QCheckBox>("receive")->isChecked());
+    QCOMPARE(part<QComboBox>("receiveAddress")->currentData().toString(), QStringLiteral("127.0.0.1"));
+    pressOk();
+    QCOMPARE(told.count(), 0);
+
+    swimconfig::instance()->showPage(swimconfig::Receiving);
+    part<QCheckBox>("receive")->click();
+    part<QSpinBox>("receivePort")->setValue(10104);
+    type("receiveCallers", QStringLiteral("CT 1, too long for an AE title"));
+    pressOk();
+    QVERIFY(part<QLabel>("failure")->isVisible());
+    type("receiveCallers", QStringLiteral(" CT 1,, MR"));
+    pressOk();
+    QVERIFY2(!swimconfig::instance()->isVisible(), qPrintable(part<QLabel>("failure")->text()));
+    QCOMPARE(told.count(), 1);
+    const ReceiveSettings settings = ReceiveSettings::read();
+    QVERIFY(settings.enabled && settings.synced);
+    QCOMPARE(settings.port, 10104);
+    QCOMPARE(settings.callers, (QStringList{QStringLiteral("CT 1"), QStringLiteral("MR")}));
+    QCOMPARE(settings.aeTitle, QStringLiteral("PATIENTMANAGER"));
 }
 
 PM_TEST_MAIN(SwimconfigTest)

@@ -1,0 +1,121 @@
+#include "receivepage.h"
+
+#include "dicomdestination.h"
+#include "settingsnotifier.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+ReceivePage::ReceivePage(QWidget *parent)
+    : SettingsPage(tr("Receiving"), parent)
+{
+    build();
+}
+
+void ReceivePage::build()
+{
+    m_enabled = new QCheckBox(tr("&Receive images that others send"), this);
+    m_enabled->setObjectName(QStringLiteral("receive"));
+    m_aeTitle = new QLineEdit(this);
+    m_aeTitle->setObjectName(QStringLiteral("ownAeTitle"));
+    m_aeTitle->setMaxLength(DestinationSettings::longestAeTitle);
+    m_address = new QComboBox(this);
+    m_address->setObjectName(QStringLiteral("receiveAddress"));
+    m_port = new QSpinBox(this);
+    m_port->setObjectName(QStringLiteral("receivePort"));
+    m_port->setRange(1, DestinationSettings::highestPort);
+    m_port->setGroupSeparatorShown(false);
+    m_callers = new QLineEdit(this);
+    m_callers->setObjectName(QStringLiteral("receiveCallers"));
+    m_callers->setPlaceholderText(tr("anybody"));
+    m_private = new QCheckBox(tr("Take objects of &private classes too"), this);
+    m_private->setObjectName(QStringLiteral("receivePrivate"));
+
+    auto *form = new QFormLayout;
+    form->addRow(tr("Our AE &title:"), m_aeTitle);
+    form->addRow(tr("Reac&hable from:"), m_address);
+    form->addRow(tr("&Port:"), m_port);
+    form->addRow(tr("&Senders:"), m_callers);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_enabled);
+    layout->addLayout(form);
+    layout->addWidget(m_private);
+    addHint(layout,
+        tr("Senders are AE titles, parted by commas. Received images are kept in the store beside the index. "
+           "Takes effect at once; our AE title is also the one that we send under."));
+    layout->addStretch();
+}
+
+void ReceivePage::read()
+{
+    m_stored = ReceiveSettings::read();
+    m_enabled->setChecked(m_stored.enabled);
+    m_aeTitle->setText(m_stored.aeTitle);
+    m_address->clear();
+    m_address->addItem(tr("this computer only"), QLatin1String(ReceiveSettings::thisComputer));
+    m_address->addItem(tr("the whole network"), QLatin1String(ReceiveSettings::wholeNetwork));
+    if (m_address->findData(m_stored.address) < 0) {
+        m_address->addItem(m_stored.address, m_stored.address); // written by hand: one of several networks
+    }
+    m_address->setCurrentIndex(m_address->findData(m_stored.address));
+    m_port->setValue(m_stored.port);
+    m_callers->setText(m_stored.callers.join(QStringLiteral(", ")));
+    m_private->setChecked(m_stored.acceptPrivateClasses);
+}
+
+ReceiveSettings ReceivePage::shown() const
+{
+    ReceiveSettings settings = m_stored;
+    settings.enabled = m_enabled->isChecked();
+    settings.aeTitle = m_aeTitle->text().trimmed();
+    settings.address = m_address->currentData().toString();
+    settings.port = m_port->value();
+    settings.callers.clear();
+    const QStringList callers = m_callers->text().split(QLatin1Char(','));
+    for (const QString &caller : callers) {
+        if (!caller.trimmed().isEmpty()) {
+            settings.callers.append(caller.trimmed());
+        }
+    }
+    settings.acceptPrivateClasses = m_private->isChecked();
+    return settings;
+}
+
+QString ReceivePage::fault() const
+{
+    const ReceiveSettings settings = shown();
+    if (settings == m_stored) {
+        return {}; // what stood there before is not this page's to judge
+    }
+    switch (settings.fault()) {
+    case ReceiveSettings::Fault::BadAeTitle:
+        return tr("Our AE title must be 1 to 16 characters of plain ASCII without backslash.");
+    case ReceiveSettings::Fault::BadAddress:
+        return tr("%1 is no numeric address.").arg(settings.address);
+    case ReceiveSettings::Fault::BadPort:
+        return tr("The port must be 1 to 65535.");
+    case ReceiveSettings::Fault::BadCaller:
+        return tr("Each sender must be an AE title of 1 to 16 characters of plain ASCII without backslash.");
+    case ReceiveSettings::Fault::None:
+        break;
+    }
+    return {};
+}
+
+QStringList ReceivePage::write()
+{
+    const ReceiveSettings settings = shown();
+    if (settings == m_stored) {
+        return {};
+    }
+    if (!settings.write()) {
+        return {ReceiveSettings::file()};
+    }
+    m_stored = settings;
+    emit SettingsNotifier::instance()->receivingChanged();
+    return {};
+}
