@@ -1,0 +1,189 @@
+#include "configlocation.h"
+#include "dicomfilebuilder.h"
+#include "dicomservers.h"
+#include "frame.h"
+#include "kivmessageboxform.h"
+#include "liverefresh.h"
+#include "ntableview.h"
+#include "objectspool.h"
+#include "receiveservice.h"
+#include "settingsnotifier.h"
+#include "spoolfile.h"
+#include "testmain.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QtTest>
+
+namespace {
+
+QString text(const char *latin1)
+{
+    return QLatin1String(latin1);
+}
+
+} // namespace
+
+class ReceivingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        ConfigLocation::setBase(m_folder->path());
+        QVERIFY(QDir(m_folder->path()).mkpath(text("config")));
+        QFile file(m_folder->filePath(text("config/main.ini")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
+            m_said.append(request.text);
+            return kivMessageBoxForm::AnswerOk;
+        });
+        m_said.clear();
+    }
+    void cleanup()
+    {
+        ConfigLocation::setBase({});
+        kivMessageBoxForm::setAnswerer({});
+    }
+
+    void showsNewPatientsAndLeavesTheUserAlone();
+    void followsTheSettingsAtOnce();
+    void saysWhereAnotherProgramListens();
+    void movesToAnotherIndex();
+
+private:
+    void configure(bool enabled, int port) const
+    {
+        ReceiveSettings settings = ReceiveSettings::read();
+        settings.enabled = enabled;
+        settings.port = port;
+        QVERIFY(settings.write());
+        emit SettingsNotifier::instance()->receivingChanged();
+    }
+    QString object(int patient) const
+    {
+        const QString uid = QStringLiteral("1.9.%1").arg(patient);
+        const QString path = m_folder->filePath(QStringLiteral("%1.dcm").arg(patient));
+        DicomFileBuilder()
+            .patient(QStringLiteral("R%1").arg(patient), QStringLiteral("Received^%1").arg(patient))
+            .uids(uid, uid + text(".1"), uid + text(".1.1"))
+            .write(path);
+        return path;
+    }
+    static int send(int port, const QStringList &paths)
+    {
+        return runTool(text("storescu"),
+            QStringList{text("-aec"), text(ConfigKey::usualAeTitle), text("127.0.0.1"), QString::number(port)}
+                + paths)
+            .exitCode;
+    }
+    static int echo(int port)
+    {
+        return runTool(text("echoscu"),
+            {text("-aec"), text(ConfigKey::usualAeTitle), text("127.0.0.1"), QString::number(port)})
+            .exitCode;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QStringList m_said;
+};
+
+void ReceivingTest::showsNewPatientsAndLeavesTheUserAlone()
+{
+    const int port = freePort();
+    configure(true, port);
+    const Frame frame(400);
+    const auto *said = frame.window->findChild<QLabel *>(text("statusReceive"));
+    QVERIFY(said && said->isVisibleTo(frame.window.get()));
+    NTableView *view = frame.patientView();
+    Frame::click(view, 200, text("PatientID"));
+    const int scroll = view->verticalScrollBar()->value();
+    const QVariant key = view->model()->index(200, 0).data();
+
+    QCOMPARE(send(port, {object(1), object(2)}), 0);
+    QTRY_COMPARE(view->model()->rowCount(), 402);
+    QCOMPARE(view->verticalScrollBar()->value(), scroll);
+    QCOMPARE(view->selectionModel()->selectedRows().value(0).data(), key);
+    QTRY_VERIFY2(said->text().contains(QLatin1Char('2')), qPrintable(said->text()));
+
+    frame.action("actionEditCell")->trigger();
+    auto *editor = view->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, text("typed"));
+    QCOMPARE(send(port, {object(3)}), 0);
+    QTRY_VERIFY(frame.window->liveRefresh()->isPending());
+    QCOMPARE(view->findChild<QLineEdit *>(), editor);
+    QCOMPARE(editor->text(), text("typed"));
+    QTest::keyClick(editor, Qt::Key_Escape);
+    QTRY_COMPARE(view->model()->rowCount(), 403);
+}
+
+void ReceivingTest::followsTheSettingsAtOnce()
+{
+    const TemporaryIndex index;
+    ReceiveService service;
+    service.openIndex(index.path());
+    QVERIFY(!service.status().listening); // off unless somebody wants it
+    const int port = freePort();
+    configure(true, port);
+    QVERIFY(service.status().listening);
+    QCOMPARE(echo(port), 0);
+    const int other = freePort();
+    configure(true, other);
+    QCOMPARE(echo(other), 0);
+    QVERIFY(echo(port) != 0);
+    configure(false, other);
+    QVERIFY(echo(other) != 0);
+    QCOMPARE(m_said, QStringList());
+}
+
+void ReceivingTest::saysWhereAnotherProgramListens()
+{
+    const auto occupant = DicomServer::storescp();
+    const Frame frame;
+    configure(true, occupant->port());
+    QTRY_COMPARE(m_said.size(), 1);
+    QVERIFY(m_said.first().contains(QString::number(occupant->port())));
+    const auto *said = frame.window->findChild<QLabel *>(text("statusReceive"));
+    QVERIFY(!said->text().isEmpty());
+    QVERIFY(said->toolTip().contains(m_said.first()));
+}
+
+void ReceivingTest::movesToAnotherIndex()
+{
+    const TemporaryIndex index;
+    ReceiveService service;
+    service.openIndex(index.path());
+    const int port = freePort();
+    configure(true, port);
+    QCOMPARE(send(port, {object(1)}), 0);
+    QTRY_COMPARE(index.query(text("SELECT count(*) FROM imageformat")).toInt(), 1);
+    service.closeIndex();
+    QVERIFY(echo(port) != 0);
+    QVERIFY(!service.provider());
+    QVERIFY(!QFile::exists(ObjectSpool::folderOf(index.path())));
+
+    // What lies in the spool comes in with the index, whether or not the port is on.
+    configure(false, port);
+    {
+        ObjectSpool left(index.path());
+        QCOMPARE(left.open(), 0);
+        int error = 0;
+        const std::unique_ptr<SpoolFile> file = left.create(&error);
+        QFile bytes(object(2));
+        QVERIFY(bytes.open(QIODevice::ReadOnly));
+        const QByteArray all = bytes.readAll();
+        file->write(all.constData(), std::size_t(all.size()));
+        QCOMPARE(file->keep(), 0);
+    }
+    service.openIndex(index.path());
+    QTRY_COMPARE(index.query(text("SELECT count(*) FROM imageformat")).toInt(), 2);
+}
+
+PM_TEST_MAIN(ReceivingTest)
+#include "tst_receiving.moc"

@@ -1,0 +1,146 @@
+#include "receivecontroller.h"
+
+#include "kivmessageboxform.h"
+#include "receivesettings.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QLocale>
+#include <QStatusBar>
+#include <QTimer>
+
+namespace {
+
+constexpr int labelMargin = 8;
+
+QString problemText(const ReceiveEvent &event)
+{
+    switch (event.problem) {
+    case ReceiveProblem::None:
+        break;
+    case ReceiveProblem::UnknownCaller:
+        return ReceiveController::tr("%1 wanted to send, but is not among the senders.").arg(event.peer);
+    case ReceiveProblem::WrongCalledTitle:
+        return ReceiveController::tr("%1 called us by another AE title: %2").arg(event.peer, event.detail);
+    case ReceiveProblem::Busy:
+        return ReceiveController::tr("A sender was turned away: too many send at once.");
+    case ReceiveProblem::DiskFull:
+        return ReceiveController::tr("The disk is full.");
+    case ReceiveProblem::WriteFailed:
+        return ReceiveController::tr("An image could not be written: %1").arg(event.detail);
+    case ReceiveProblem::BadRequest:
+    case ReceiveProblem::OtherObject:
+        return ReceiveController::tr("%1 sent an image under a wrong name: %2").arg(event.peer, event.detail);
+    case ReceiveProblem::NotReadable:
+        return ReceiveController::tr("%1 sent what cannot be indexed: %2").arg(event.peer, event.detail);
+    case ReceiveProblem::LineLost:
+        return ReceiveController::tr("%1 broke off in the middle of an image.").arg(event.peer);
+    case ReceiveProblem::OtherContentKept:
+        return ReceiveController::tr("Other content came under a known identifier and was kept aside: %1")
+            .arg(event.detail);
+    case ReceiveProblem::IndexFailed:
+        return ReceiveController::tr("Received images wait, since the index takes none: %1")
+            .arg(event.detail);
+    }
+    return {};
+}
+
+} // namespace
+
+ReceiveController::ReceiveController(ReceiveService *service, QStatusBar *bar)
+    : QObject(bar)
+    , m_service(service)
+    , m_label(new QLabel(bar))
+{
+    m_label->setObjectName(QStringLiteral("statusReceive"));
+    m_label->setContentsMargins(labelMargin, 0, labelMargin, 0);
+    m_label->setTextFormat(Qt::PlainText);
+    bar->addPermanentWidget(m_label);
+    connect(service, &ReceiveService::changed, this, &ReceiveController::update);
+    connect(service, &ReceiveService::portFailed, this, &ReceiveController::tellFailure);
+    update();
+}
+
+QString ReceiveController::text() const
+{
+    return m_label->text();
+}
+
+void ReceiveController::update()
+{
+    const ReceiveStatus status = m_service->status();
+    m_label->setText(statusText(status));
+    m_label->setToolTip(details(status));
+    m_label->setAccessibleName(m_label->text());
+    m_label->setVisible(!m_label->text().isEmpty());
+}
+
+QString ReceiveController::statusText(const ReceiveStatus &status) const
+{
+    if (status.failure.reason != ListenFailure::Reason::None) {
+        return tr("Cannot receive");
+    }
+    const QLocale locale;
+    if (status.stuck) {
+        return tr("%1 received images wait for the index").arg(locale.toString(status.waiting));
+    }
+    if (status.isBusy()) {
+        return tr("Receiving… %1").arg(locale.toString(status.counts.received));
+    }
+    if (!status.listening) {
+        return {};
+    }
+    return status.counts.received > 0 ? tr("Received %1").arg(locale.toString(status.counts.received))
+                                      : tr("Ready to receive");
+}
+
+/// Lines for the tool tip.
+QString ReceiveController::details(const ReceiveStatus &status) const
+{
+    const QLocale locale;
+    QStringList lines;
+    if (status.failure.reason != ListenFailure::Reason::None) {
+        lines.append(failureText(ReceiveSettings::read().port, status.failure));
+    }
+    if (status.listening) {
+        lines.append(tr("Listening on port %1").arg(status.port));
+    }
+    lines.append(tr("Received: %1, refused: %2, kept aside: %3")
+                     .arg(locale.toString(status.counts.received), locale.toString(status.counts.refused),
+                         locale.toString(status.counts.keptAside)));
+    if (status.counts.lastProblem.problem != ReceiveProblem::None) {
+        lines.append(tr("Last problem: %1").arg(problemText(status.counts.lastProblem)));
+        lines.append(tr("All problems: %1").arg(QDir::toNativeSeparators(m_service->journalFile())));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QString ReceiveController::failureText(int port, const ListenFailure &failure)
+{
+    switch (failure.reason) {
+    case ListenFailure::Reason::None:
+        return {};
+    case ListenFailure::Reason::BadAddress:
+        return tr("The address to receive on is none of this computer's: %1").arg(failure.detail);
+    case ListenFailure::Reason::PortBusy:
+        return tr(
+            "Another program listens on port %1 already. Choose another port in the settings, or end that "
+            "program.")
+            .arg(port);
+    case ListenFailure::Reason::NotAllowed:
+        return tr("The system does not let you listen on port %1; ports from 1024 on are usually free.")
+            .arg(port);
+    case ListenFailure::Reason::Other:
+        break;
+    }
+    return tr("Port %1 cannot be listened on: %2").arg(port).arg(failure.detail);
+}
+
+/// Later: the settings that caused it are just being closed.
+void ReceiveController::tellFailure(int port, const ListenFailure &failure)
+{
+    QTimer::singleShot(0, m_label, [this, text = failureText(port, failure)] {
+        kivMessageBoxForm::warning(
+            m_label->window(), tr("Receiving"), text, kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    });
+}
