@@ -10,16 +10,15 @@
 #include <QStatusBar>
 #include <QToolButton>
 
-TransferController::TransferController(SendService *sends, QMainWindow *window)
+TransferController::TransferController(QMainWindow *window)
     : QObject(window)
-    , m_sends(sends)
     , m_window(window)
     , m_action(new QAction(tr("&Transfers…"), this))
     , m_status(new QToolButton(window->statusBar()))
 {
     m_action->setObjectName(QStringLiteral("actionTransfers"));
     m_action->setShortcut(QKeySequence(tr("Ctrl+Shift+T")));
-    m_action->setEnabled(sends);
+    m_action->setEnabled(false);
     connect(m_action, &QAction::triggered, this, &TransferController::showTransfers);
     m_status->setObjectName(QStringLiteral("statusTransfers"));
     m_status->setAutoRaise(true);
@@ -27,10 +26,14 @@ TransferController::TransferController(SendService *sends, QMainWindow *window)
     m_status->hide();
     window->statusBar()->addPermanentWidget(m_status);
     connect(m_status, &QToolButton::clicked, this, &TransferController::showTransfers);
-    if (m_sends) {
-        connect(m_sends, &SendService::changed, this, &TransferController::update);
-        update();
-    }
+}
+
+void TransferController::setService(SendService *sends)
+{
+    m_sends = sends;
+    connect(m_sends, &SendService::changed, this, &TransferController::update);
+    m_action->setEnabled(true);
+    update();
 }
 
 void TransferController::showTransfers()

@@ -16,8 +16,10 @@ class TransferController : public QObject
     Q_OBJECT
 
 public:
-    /// @param sends null where there is no index
-    TransferController(SendService *sends, QMainWindow *window);
+    explicit TransferController(QMainWindow *window);
+
+    /// Once, when there is an index; without it nothing can be shown.
+    void setService(SendService *sends);
 
     QAction *action() const { return m_action; }
     /// Shows the window, or brings it back.
@@ -28,8 +30,8 @@ private:
     QString statusText() const;
     qint64 failures() const;
 
-    SendService *const m_sends;
     QMainWindow *const m_window;
+    SendService *m_sends = nullptr;
     QAction *const m_action;
     QToolButton *const m_status;
     QPointer<TransfersWindow> m_transfers;

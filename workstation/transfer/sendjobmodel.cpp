@@ -119,6 +119,9 @@ QString SendJobModel::text(const SendJob &job, int column) const
 
 QString SendJobModel::countText(const SendJob &job) const
 {
+    if (job.total == 0 && job.unlisted > 0) {
+        return {};
+    }
     const QString counts = TransferText::ofCounts(job.accepted, job.total, job.failed);
     const ImportRate rate = m_rates.value(job.id);
     const QString speed = TransferText::ofRate(rate.filesPerSecond(), rate.millisecondsFor(job.left()));

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr QSize firstSize{960, 600};
+constexpr QSize firstSize{1120, 640};
 
 int logLength(const SendJob &job, bool onlyFailed)
 {
@@ -67,14 +67,15 @@ QWidget *TransfersWindow::buildJobs()
     m_jobs->setObjectName(QStringLiteral("jobs"));
     m_jobs->setAccessibleName(tr("Transfers"));
     m_jobs->setModel(m_model);
+    m_jobs->setTextElideMode(Qt::ElideRight);
     m_jobs->setItemDelegateForColumn(
         SendJobModel::ProgressColumn, new ProgressDelegate(SendJobModel::shareRole, m_jobs));
-    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 28);
+    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 30);
     m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 18);
-    m_jobs->setColumnCharacters(SendJobModel::CreatedColumn, 18);
+    m_jobs->setColumnCharacters(SendJobModel::CreatedColumn, 22);
     m_jobs->setColumnCharacters(SendJobModel::StateColumn, 12);
     m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 14);
-    m_jobs->setColumnCharacters(SendJobModel::CountColumn, 34);
+    m_jobs->setColumnCharacters(SendJobModel::CountColumn, 36);
     connect(m_jobs->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         enableButtons();
         showLog();
@@ -151,7 +152,7 @@ QWidget *TransfersWindow::buildLog()
     m_log->setColumnCharacters(SendLogModel::StateColumn, 18);
     m_log->setColumnCharacters(SendLogModel::ReasonColumn, 40);
     m_log->setColumnCharacters(SendLogModel::AttemptsColumn, 10);
-    m_log->setColumnCharacters(SendLogModel::TimeColumn, 18);
+    m_log->setColumnCharacters(SendLogModel::TimeColumn, 22);
     m_logCaption = new QLabel(tr("&Objects:"), area);
     m_logCaption->setBuddy(m_log);
     m_onlyFailed = new QCheckBox(tr("O&nly failed ones"), area);

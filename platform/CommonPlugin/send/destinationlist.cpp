@@ -12,10 +12,10 @@
 
 namespace {
 
-constexpr int visibleRows = 4;
+constexpr int visibleRows = 3;
 constexpr int nameCharacters = 22;
-constexpr int titleCharacters = 18;
-constexpr int addressCharacters = 24;
+constexpr int titleCharacters = 16;
+constexpr int addressCharacters = 28;
 
 } // namespace
 

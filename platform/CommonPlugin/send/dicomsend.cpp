@@ -1,6 +1,7 @@
 #include "dicomsend.h"
 
 #include "destinationlist.h"
+#include "personname.h"
 #include "sendnotifier.h"
 #include "sendprogresspanel.h"
 #include "swimconfig.h"
@@ -17,8 +18,8 @@
 
 namespace {
 
-constexpr QSize firstSize{760, 560};
-constexpr int visibleRecords = 4;
+constexpr QSize firstSize{900, 620};
+constexpr int visibleRecords = 3;
 constexpr int nameCharacters = 44;
 constexpr int modalityCharacters = 14;
 enum RecordColumn { NameColumn, ModalityColumn, CountColumn };
@@ -157,7 +158,8 @@ void dicomSend::showRecords(
     m_records->clear();
     QList<QTreeWidgetItem *> items;
     for (int i = 0; i < names.size(); ++i) {
-        const QString name = names[i].isEmpty() ? tr("(no name)") : names[i];
+        const QString shown = personNameForDisplay(names[i]);
+        const QString name = shown.isEmpty() ? tr("(no name)") : shown;
         const QString count = i < counts.size() ? locale.toString(counts[i]) : QString();
         items.append(new QTreeWidgetItem({name, modalities.value(i), count}));
     }

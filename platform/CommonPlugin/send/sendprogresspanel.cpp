@@ -17,12 +17,12 @@ namespace {
 
 constexpr int updateMs = 100;
 constexpr int barSteps = 1000;
-constexpr int visibleJobs = 3;
-constexpr int visibleFailures = 4;
+constexpr int visibleJobs = 2;
+constexpr int visibleFailures = 3;
 constexpr int destinationCharacters = 22;
 constexpr int stateCharacters = 12;
-constexpr int countCharacters = 34;
-constexpr int fileCharacters = 40;
+constexpr int countCharacters = 36;
+constexpr int fileCharacters = 46;
 constexpr int jobRole = Qt::UserRole;
 enum JobColumn { DestinationColumn, StateColumn, CountColumn, NoticeColumn };
 

@@ -24,6 +24,7 @@ PlainTableView::PlainTableView(QWidget *parent)
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_copy->setShortcut(QKeySequence::Copy);
     m_copy->setShortcutContext(Qt::WidgetShortcut);
     connect(m_copy, &QAction::triggered, this, &PlainTableView::copyRows);

@@ -95,20 +95,20 @@ void WindowSendTest::aGroupForEachPatientAndOneLineForEachName()
     send({patients[2], patients[0]}, "patient");
     QVERIFY(dialog()->isVisible());
     QVERIFY(dialog()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
-    QCOMPARE(shown(), QStringList({QStringLiteral("Other^Name/XA/1"), QStringLiteral("Same^Name/MR/4")}));
+    QCOMPARE(shown(), QStringList({QStringLiteral("Other, Name/XA/1"), QStringLiteral("Same, Name/MR/4")}));
     // Two groups and one name that both have.
     send({patients[0], patients[1]}, "patient");
-    QCOMPARE(shown(), QStringList{QStringLiteral("Same^Name/MR/6")});
+    QCOMPARE(shown(), QStringList{QStringLiteral("Same, Name/MR/6")});
     QCOMPARE(asked().size(), 6);
     // Three groups and two names: nobody can tell whose the second is.
     send(patients, "patient");
-    QCOMPARE(shown(), QStringList({QStringLiteral("Same^Name/MR/"), QStringLiteral("Other^Name/XA/")}));
+    QCOMPARE(shown(), QStringList({QStringLiteral("Same, Name/MR/"), QStringLiteral("Other, Name/XA/")}));
 }
 
 void WindowSendTest::oneGroupForStudiesInTheOrderOfTheSelection()
 {
     send({studies[2], studies[1]}, "generalstudy");
-    QCOMPARE(shown(), QStringList{QStringLiteral("Same^Name/US/4")});
+    QCOMPARE(shown(), QStringList{QStringLiteral("Same, Name/US/4")});
     QCOMPARE(asked(),
         QStringList({QStringLiteral("/2/a"), QStringLiteral("/2/b"), QStringLiteral("/1/a"),
             QStringLiteral("/1/b")}));
