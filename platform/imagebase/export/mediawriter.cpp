@@ -20,6 +20,14 @@ OFFilename fileName(const QString &path)
     return OFFilename(QFile::encodeName(path).constData());
 }
 
+/// A file set has files of the DICOM file format alone; DCMTK would let one without its preamble pass.
+bool hasFileFormat(const QString &path)
+{
+    constexpr qint64 preamble = 128;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.seek(preamble) && file.read(4) == "DICM";
+}
+
 /// The files that a directory lists, by their names below it.
 QSet<QString> listedIn(const QString &path, OFCondition *condition)
 {
@@ -72,6 +80,9 @@ ExportWriter::Outcome MediaWriter::write(const ExportItem &item)
     Outcome outcome = FolderWriter::write(item);
     if (outcome.problem || m_directory->made.bad()) {
         return outcome;
+    }
+    if (!hasFileFormat(stage().path(item.name))) {
+        return {ExportProblem::NotInDirectory, {}, false, false};
     }
     const OFCondition added =
         m_directory->dicomDir.addDicomFile(fileName(item.name), fileName(stage().path({})));

@@ -20,12 +20,14 @@ namespace {
 
 constexpr std::size_t step = 256U << 10U;
 /// Images shrink to a third, empty ones a thousandfold: a small archive may grow much, a large one not.
-constexpr qint64 alwaysAllowed = 512LL << 20;
+constexpr qint64 alwaysAllowed = 256LL << 20;
 constexpr qint64 mostGrowth = 100;
 constexpr qint64 leftFree = 64LL << 20; ///< of the disk, for the index and everybody else
 constexpr qint64 lookEvery = 32LL << 20;
 constexpr int longestName = 300;
 constexpr char magic[] = "PK";
+constexpr char suffix[] = ".zip";
+constexpr int suffixSize = sizeof suffix - 1;
 
 using Entry = archive_entry;
 using Reader = std::unique_ptr<archive, int (*)(archive *)>;
@@ -53,7 +55,15 @@ QString errorOf(archive *reader)
 
 bool isNamedArchive(const QString &name)
 {
-    return name.endsWith(QLatin1String(".zip"), Qt::CaseInsensitive);
+    return name.endsWith(QLatin1String(suffix), Qt::CaseInsensitive);
+}
+
+bool startsAsArchive(const QByteArray &path)
+{
+    const FileDescriptor file(open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    std::array<char, sizeof magic - 1> start{};
+    return file >= 0 && read(file, start.data(), start.size()) == ssize_t(start.size())
+        && std::memcmp(start.data(), magic, start.size()) == 0;
 }
 
 } // namespace
@@ -66,13 +76,7 @@ ArchiveReader::ArchiveReader(FileStore &store, const std::atomic<bool> &cancelle
 
 bool ArchiveReader::isArchive(const QByteArray &path)
 {
-    if (path.size() < 4 || qstrnicmp(path.constData() + path.size() - 4, ".zip", 4) != 0) {
-        return false;
-    }
-    const FileDescriptor file(open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    std::array<char, sizeof magic - 1> start{};
-    return file >= 0 && ::read(file, start.data(), start.size()) == ssize_t(start.size())
-        && std::memcmp(start.data(), magic, start.size()) == 0;
+    return isNamedArchive(QString::fromUtf8(path.right(suffixSize))) && startsAsArchive(path);
 }
 
 bool ArchiveReader::read(const WalkedFile &file)
@@ -131,7 +135,7 @@ bool ArchiveReader::readMember(archive *reader, Entry *entry, const QString &lab
     if (!unpack(reader, entry, &member)) {
         return !m_cancelled && m_sink(std::move(member));
     }
-    if (isNamedArchive(name) && isArchive(member.member->path)) {
+    if (isNamedArchive(name) && startsAsArchive(member.member->path)) {
         return readMembers(member.member->path, own, true);
     }
     return m_sink(std::move(member));
