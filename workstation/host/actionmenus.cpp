@@ -16,7 +16,7 @@ ActionMenus::ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, 
     fillFile(frame->menuBar()->addMenu(tr("&File")), actions);
     fillEdit(frame->menuBar()->addMenu(tr("&Edit")), actions);
     fillView(frame->menuBar()->addMenu(tr("&View")), actions);
-    fillTools(frame->menuBar()->addMenu(tr("&Tools")));
+    fillTools(frame->menuBar()->addMenu(tr("&Tools")), actions);
     fillHelp(frame->menuBar()->addMenu(tr("&Help")));
     disableUnavailable();
 }
@@ -73,8 +73,9 @@ void ActionMenus::fillView(QMenu *menu, const HostActions &actions)
     place(menu, "actionSettingField", tr("&Columns…"), QStringLiteral("Ctrl+K"));
 }
 
-void ActionMenus::fillTools(QMenu *menu)
+void ActionMenus::fillTools(QMenu *menu, const HostActions &actions)
 {
+    menu->addAction(actions.transfers);
     place(menu, "actionCloudBrower", tr("Cloud &Browser"));
     place(menu, "actionTest", tr("&Settings…"), QStringLiteral("Ctrl+,"));
 }

@@ -29,6 +29,7 @@ public:
         QAction *queryPanel;
         QAction *exportAs;
         QAction *queryRetrieve;
+        QAction *transfers;
     };
     ActionMenus(QMainWindow *frame, PatientManagerMainWindow *library, const HostActions &actions);
 
@@ -47,7 +48,7 @@ private:
     void fillFile(QMenu *menu, const HostActions &actions);
     void fillEdit(QMenu *menu, const HostActions &actions);
     void fillView(QMenu *menu, const HostActions &actions);
-    void fillTools(QMenu *menu);
+    void fillTools(QMenu *menu, const HostActions &actions);
     void fillHelp(QMenu *menu);
     void addTables(QMenu *menu);
     void addPatientFilters(QMenu *menu);

@@ -22,6 +22,7 @@ class SelectionStatus;
 class ShownPatients;
 class StatusPanel;
 class TableStage;
+class TransferController;
 class TreeController;
 class WindowClosing;
 
@@ -50,5 +51,6 @@ struct WindowParts
     ActionMenus *menus = nullptr;
     StatusPanel *status = nullptr;
     DeletionController *deletions = nullptr;
+    TransferController *transfers = nullptr;
     WindowClosing *closing = nullptr;
 };

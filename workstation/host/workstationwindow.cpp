@@ -38,6 +38,7 @@
 #include "statuspanel.h"
 #include "studyform.h"
 #include "tablestage.h"
+#include "transfercontroller.h"
 #include "treecontroller.h"
 #include "windowclosing.h"
 #include "windowwiring.h"
@@ -121,9 +122,11 @@ void WorkstationWindow::buildParts()
     m_parts.layout = new LayoutKeeper(this, m_parts.library, m_parts.stage, m_parts.forms, this);
     m_parts.exports = new ExportController(m_parts.selection, statusBar(), this);
     const auto *retrieve = new RetrieveController(m_services->retrievals(), m_parts.watcher, this);
+    m_parts.transfers = new TransferController(this);
     m_parts.menus = new ActionMenus(this, m_parts.library,
         {m_parts.edits->editAction(), m_parts.tree->toggleAction(), m_parts.search->findAction(),
-            m_parts.queryPanel->toggleAction(), m_parts.exports->action(), retrieve->action()});
+            m_parts.queryPanel->toggleAction(), m_parts.exports->action(), retrieve->action(),
+            m_parts.transfers->action()});
     m_parts.status = new StatusPanel(statusBar(), m_parts.imports);
     new ReceiveController(m_services->receiving(), statusBar());
     m_parts.pictures = new PictureController(m_parts.library, m_parts.queryPanel->thumbnailBody(), this);
