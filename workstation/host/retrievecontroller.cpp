@@ -20,6 +20,11 @@ RetrieveController::RetrieveController(
     connect(m_action, &QAction::triggered, this, &RetrieveController::show);
 }
 
+QueryRetrieveWindow *RetrieveController::searchWindow() const
+{
+    return m_searchWindow;
+}
+
 void RetrieveController::show()
 {
     if (!m_searchWindow) {

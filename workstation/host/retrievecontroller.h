@@ -21,7 +21,7 @@ public:
 
     QAction *action() const { return m_action; }
     /// Null until it was first asked for.
-    QueryRetrieveWindow *searchWindow() const { return m_searchWindow; }
+    QueryRetrieveWindow *searchWindow() const;
 
 private:
     void show();
