@@ -80,7 +80,7 @@ private slots:
 
     void theLogIsReadAsItComesIntoSight()
     {
-        constexpr int length = 100'000;
+        static constexpr int length = 100'000;
         QVector<int> reads;
         SendLogModel model;
         model.show(
