@@ -16,12 +16,12 @@ class SendJobModel : public QAbstractTableModel
 public:
     enum Column {
         DestinationColumn,
-        SourceColumn,
-        CreatedColumn,
         StateColumn,
         ProgressColumn,
         CountColumn,
         NoticeColumn,
+        SourceColumn,
+        CreatedColumn,
         ColumnCount
     };
     /// Of ProgressColumn: the share that is done, 0 to 1; invalid where nobody knows it yet.

@@ -70,12 +70,12 @@ QWidget *TransfersWindow::buildJobs()
     m_jobs->setTextElideMode(Qt::ElideRight);
     m_jobs->setItemDelegateForColumn(
         SendJobModel::ProgressColumn, new ProgressDelegate(SendJobModel::shareRole, m_jobs));
-    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 30);
-    m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 18);
-    m_jobs->setColumnCharacters(SendJobModel::CreatedColumn, 22);
-    m_jobs->setColumnCharacters(SendJobModel::StateColumn, 12);
-    m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 14);
+    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 28);
+    m_jobs->setColumnCharacters(SendJobModel::StateColumn, 10);
+    m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 12);
     m_jobs->setColumnCharacters(SendJobModel::CountColumn, 36);
+    m_jobs->setColumnCharacters(SendJobModel::NoticeColumn, 44);
+    m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 18);
     connect(m_jobs->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         enableButtons();
         showLog();
