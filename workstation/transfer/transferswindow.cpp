@@ -161,7 +161,7 @@ QWidget *TransfersWindow::buildLog()
     auto *head = new QHBoxLayout;
     head->addWidget(m_logCaption, 1);
     head->addWidget(m_onlyFailed);
-    m_copy = addButton(head, QStringLiteral("copy"), tr("Cop&y Log"),
+    m_copy = addButton(head, QStringLiteral("copy"), tr("Copy &Log"),
         tr("Put the selected objects, or all where none is selected, on the clipboard"));
     connect(m_copy, &QPushButton::clicked, this, &TransfersWindow::copyLog);
     auto *layout = new QVBoxLayout(area);
