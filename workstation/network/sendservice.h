@@ -48,6 +48,10 @@ public:
     const QVector<SendJob> &jobs() const;
     /// A job with id 0 where there is none.
     SendJob job(qint64 id) const;
+    /// Whether a job was asked for of this object.
+    bool isOfThisRun(qint64 job) const;
+    /// Whether a job was known once and has been removed since.
+    bool isForgotten(qint64 job) const;
     /// Why the jobs cannot be kept (the words of the database); empty where all is well.
     QString storeProblem() const;
 
@@ -56,12 +60,15 @@ public:
     QVector<SendObject> objects(qint64 job, int first, int count, bool onlyFailed = false) const;
 
 public slots:
+    /// For associations from now on.
+    void setOwnAeTitle(const QString &aeTitle);
     /// The object in flight is still answered.
     void pause(qint64 job);
     void resume(qint64 job);
     /// What has not been sent never is; the object in flight is cut off.
     void cancel(qint64 job);
-    /// Tries what failed again, and at once what waits for a node that was away.
+    /// Tries what failed again, and at once what waits for a node that was away; a paused or cancelled job
+    /// goes on.
     void retryFailed(qint64 job);
     /// Forgets a job that is over.
     void remove(qint64 job);

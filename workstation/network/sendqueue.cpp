@@ -1,0 +1,144 @@
+#include "sendqueue.h"
+
+#include "indexconnection.h"
+
+#include <QVariant>
+
+namespace {
+
+/// Jobs to a node that may go on; takes its three values from the first parameter on.
+const char ofNode[] = "job.ae_title = ? AND job.host = ? AND job.port = ? AND job.hold = 0 "
+                      "AND job.ended IS NULL";
+
+void bindNode(QSqlQuery &query, const DicomNode &node)
+{
+    query.bindValue(0, node.aeTitle);
+    query.bindValue(1, node.host);
+    query.bindValue(2, node.port);
+}
+
+} // namespace
+
+QVector<WaitingNode> SendQueue::nodes(const QDateTime &now, int most)
+{
+    QSqlQuery &query = m_store.prepared(QStringLiteral(
+        "SELECT ae_title, host, port, sum((SELECT count(*) FROM (SELECT 1 FROM object WHERE job = job.id "
+        "AND state = 0 AND not_before <= ? LIMIT ?))) AS waiting "
+        "FROM job WHERE hold = 0 AND ended IS NULL GROUP BY ae_title, host, port HAVING waiting > 0 "
+        "ORDER BY min(id)"));
+    query.bindValue(0, now.toMSecsSinceEpoch());
+    query.bindValue(1, most);
+    QVector<WaitingNode> found;
+    for (bool more = m_store.run(query) && query.next(); more; more = query.next()) {
+        found.append({{query.value(0).toString(), query.value(1).toString(), query.value(2).toInt()},
+            query.value(3).toInt()});
+    }
+    query.finish();
+    return found;
+}
+
+QVector<SendObject> SendQueue::waiting(const DicomNode &node, const QDateTime &now, int most)
+{
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("SELECT %1 FROM job CROSS JOIN object ON object.job = job.id WHERE %2 "
+                       "AND object.state = 0 AND not_before <= ? ORDER BY job.id, object.id LIMIT ?")
+            .arg(SendStore::objectColumns(), QLatin1String(ofNode)));
+    bindNode(query, node);
+    query.bindValue(3, now.toMSecsSinceEpoch());
+    query.bindValue(4, most);
+    QVector<SendObject> found;
+    for (bool more = m_store.run(query) && query.next(); more; more = query.next()) {
+        found.append(SendStore::objectOf(query));
+    }
+    query.finish();
+    return found;
+}
+
+QVector<SendObject> SendQueue::take(const DicomNode &node, const QDateTime &now, int most)
+{
+    const std::lock_guard lock(SendStore::writers());
+    WriteTransaction transaction(m_store.database());
+    QVector<SendObject> taken = waiting(node, now, most);
+    QSqlQuery &query = m_store.prepared(QStringLiteral("UPDATE object SET state = 1 WHERE id = ?"));
+    for (SendObject &object : taken) {
+        object.state = SendObjectState::Sending;
+        query.bindValue(0, object.id);
+        if (!m_store.run(query)) {
+            return {};
+        }
+    }
+    return !taken.isEmpty() && transaction.commit() ? taken : QVector<SendObject>();
+}
+
+QVector<StoreKind> SendQueue::kinds(const DicomNode &node, int most)
+{
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("SELECT DISTINCT sop_class, transfer_syntax FROM job CROSS JOIN object "
+                       "ON object.job = job.id WHERE %1 AND object.state = 0 LIMIT ?")
+            .arg(QLatin1String(ofNode)));
+    bindNode(query, node);
+    query.bindValue(3, most);
+    QVector<StoreKind> found;
+    for (bool more = m_store.run(query) && query.next(); more; more = query.next()) {
+        found.append({query.value(0).toByteArray(), query.value(1).toByteArray()});
+    }
+    query.finish();
+    return found;
+}
+
+bool SendQueue::release(const QVector<SendObject> &objects)
+{
+    const std::lock_guard lock(SendStore::writers());
+    WriteTransaction transaction(m_store.database());
+    QSqlQuery &query =
+        m_store.prepared(QStringLiteral("UPDATE object SET state = 0 WHERE id = ? AND state = 1"));
+    for (const SendObject &object : objects) {
+        query.bindValue(0, object.id);
+        if (!m_store.run(query)) {
+            return false;
+        }
+    }
+    return transaction.isActive() && transaction.commit();
+}
+
+bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
+{
+    const std::lock_guard lock(SendStore::writers());
+    QSqlQuery &query = m_store.prepared(QStringLiteral(
+        "UPDATE object SET state = ?, problem = ?, status = ?, network = ?, detail = ?, attempts = ?, "
+        "changed = ?, not_before = ? WHERE id = ? AND state = 1"));
+    const QVariantList values{int(object.state), int(object.outcome.problem), int(object.outcome.status),
+        int(object.outcome.network.problem), object.outcome.detail, object.attempts,
+        object.changed.toMSecsSinceEpoch(), notBefore.isValid() ? notBefore.toMSecsSinceEpoch() : 0,
+        object.id};
+    for (int at = 0; at < values.size(); ++at) {
+        query.bindValue(at, values[at]);
+    }
+    return m_store.run(query);
+}
+
+QVector<SendObject> SendQueue::failAll(const DicomNode &node, const NetworkFailure &failure, int most)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const std::lock_guard lock(SendStore::writers());
+    WriteTransaction transaction(m_store.database());
+    QVector<SendObject> failed = waiting(node, QDateTime::fromMSecsSinceEpoch(INT64_MAX), most);
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("UPDATE object SET state = 3, problem = ?, network = ?, detail = ?, changed = ? "
+                       "WHERE state = 0 AND job IN (SELECT id FROM job WHERE ae_title = ? AND host = ? "
+                       "AND port = ? AND hold = 0 AND ended IS NULL)"));
+    const QVariantList values{int(StoreProblem::Network), int(failure.problem), failure.detail,
+        now.toMSecsSinceEpoch(), node.aeTitle, node.host, node.port};
+    for (int at = 0; at < values.size(); ++at) {
+        query.bindValue(at, values[at]);
+    }
+    if (!m_store.run(query) || !transaction.commit()) {
+        return {};
+    }
+    for (SendObject &object : failed) {
+        object.state = SendObjectState::Failed;
+        object.outcome = {StoreProblem::Network, 0, failure, failure.detail};
+        object.changed = now;
+    }
+    return failed;
+}

@@ -1,0 +1,73 @@
+#include "sendschema.h"
+
+#include "indexconnection.h"
+
+#include <QSqlQuery>
+#include <QStringList>
+#include <QVariant>
+
+namespace {
+
+constexpr int applicationId = 0x50445351;
+constexpr int version = 1;
+
+/// The counters of a job follow its objects.
+const char *const statements[] = {
+    "CREATE TABLE job(id INTEGER PRIMARY KEY, ae_title TEXT NOT NULL, host TEXT NOT NULL, "
+    "port INTEGER NOT NULL, source INTEGER NOT NULL, hold INTEGER NOT NULL DEFAULT 0, "
+    "created INTEGER NOT NULL, ended INTEGER, paths BLOB, unlisted INTEGER NOT NULL DEFAULT 0, "
+    "total INTEGER NOT NULL DEFAULT 0, accepted INTEGER NOT NULL DEFAULT 0, "
+    "warned INTEGER NOT NULL DEFAULT 0, failed INTEGER NOT NULL DEFAULT 0, "
+    "skipped_folders INTEGER NOT NULL DEFAULT 0, skipped_files INTEGER NOT NULL DEFAULT 0)",
+    "CREATE TABLE object(id INTEGER PRIMARY KEY, job INTEGER NOT NULL REFERENCES job(id) ON DELETE CASCADE, "
+    "path TEXT NOT NULL, sop_class TEXT, sop_instance TEXT, transfer_syntax TEXT, "
+    "state INTEGER NOT NULL DEFAULT 0, problem INTEGER NOT NULL DEFAULT 0, "
+    "status INTEGER NOT NULL DEFAULT 0, network INTEGER NOT NULL DEFAULT 0, detail TEXT, "
+    "attempts INTEGER NOT NULL DEFAULT 0, not_before INTEGER NOT NULL DEFAULT 0, changed INTEGER)",
+    "CREATE INDEX object_of_job ON object(job, state, id)",
+    "CREATE TRIGGER object_added AFTER INSERT ON object BEGIN "
+    "UPDATE job SET total = total + 1, failed = failed + (new.state = 3) WHERE id = new.job; END",
+    "CREATE TRIGGER object_moved AFTER UPDATE OF state ON object WHEN new.state > 1 OR old.state > 1 BEGIN "
+    "UPDATE job SET accepted = accepted + (new.state = 2) - (old.state = 2), "
+    "warned = warned + (new.state = 2 AND new.status <> 0) - (old.state = 2 AND old.status <> 0), "
+    "failed = failed + (new.state = 3) - (old.state = 3) WHERE id = new.job; END",
+};
+
+int pragma(QSqlDatabase &db, const QString &name)
+{
+    QSqlQuery query(db);
+    return query.exec(QStringLiteral("PRAGMA ") + name) && query.next() ? query.value(0).toInt() : -1;
+}
+
+bool isMade(QSqlDatabase &db)
+{
+    return pragma(db, QStringLiteral("application_id")) == applicationId
+        && pragma(db, QStringLiteral("user_version")) == version;
+}
+
+} // namespace
+
+bool prepareSendSchema(QSqlDatabase &db)
+{
+    if (isMade(db)) {
+        return true;
+    }
+    WriteTransaction transaction(db);
+    if (!transaction.isActive()) {
+        return false;
+    }
+    if (isMade(db)) { // by somebody else, while we waited
+        return true;
+    }
+    if (pragma(db, QStringLiteral("schema_version")) != 0) {
+        return false;
+    }
+    QSqlQuery query(db);
+    for (const char *statement : statements) {
+        if (!query.exec(QLatin1String(statement))) {
+            return false;
+        }
+    }
+    return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId))
+        && query.exec(QStringLiteral("PRAGMA user_version = %1").arg(version)) && transaction.commit();
+}

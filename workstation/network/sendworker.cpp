@@ -1,0 +1,189 @@
+#include "sendworker.h"
+
+#include "sendboard.h"
+#include "storescu.h"
+
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+/// Objects that a worker takes at once: few enough that others find some, too.
+constexpr int takenAtOnce = 32;
+constexpr int lookMs = 20;
+constexpr int lingerMs = 1000;
+static_assert(takenAtOnce <= StoreScu::mostKinds, "what was taken always fits into one association");
+
+StoreKind kindOf(const SendObject &object)
+{
+    return {object.sopClassUid.toLatin1(), object.transferSyntaxUid.toLatin1()};
+}
+
+} // namespace
+
+SendWorker::SendWorker(
+    QString storePath, SendOptions options, std::shared_ptr<SendNodeState> node, SendBoard &board)
+    : m_storePath(std::move(storePath))
+    , m_options(std::move(options))
+    , m_node(std::move(node))
+    , m_board(board)
+{ }
+
+SendWorker::~SendWorker() = default;
+
+void SendWorker::run()
+{
+    {
+        SendStore store(m_storePath);
+        SendQueue queue(store);
+        QDeadlineTimer linger(lingerMs);
+        while (!mustEnd() && !linger.hasExpired()) {
+            const QVector<SendObject> taken =
+                queue.take(m_node->node, QDateTime::currentDateTime(), takenAtOnce);
+            if (taken.isEmpty()) {
+                QThread::msleep(lookMs);
+                continue;
+            }
+            m_board.anyChange = true;
+            if (!sendTaken(queue, taken)) {
+                break;
+            }
+            linger.setRemainingTime(lingerMs);
+        }
+        m_scu.reset();
+        setAssociation(nullptr);
+    }
+    m_done = true;
+}
+
+bool SendWorker::mustEnd() const
+{
+    return m_board.stop || m_node->leave;
+}
+
+void SendWorker::setAssociation(std::unique_ptr<ScuAssociation> association)
+{
+    if (m_association) {
+        m_association->release(); // may take a while, and can be cut off
+    }
+    const std::lock_guard lock(m_mutex);
+    m_association = std::move(association);
+}
+
+void SendWorker::abort()
+{
+    const std::lock_guard lock(m_mutex);
+    if (m_association) {
+        m_association->abort();
+    }
+}
+
+/// @return false where this worker can do no more
+bool SendWorker::sendTaken(SendQueue &queue, const QVector<SendObject> &taken)
+{
+    bool goOn = true;
+    int at = 0;
+    for (; at < taken.size() && goOn && !mustEnd(); ++at) {
+        if (m_board.isHeld(taken[at].job)) {
+            queue.release({taken[at]});
+            continue;
+        }
+        m_currentJob = taken[at].job;
+        if (!isOpenFor(taken.mid(at))) {
+            const NetworkFailure failure = open(queue, taken.mid(at));
+            if (!failure.isNone()) {
+                goOn = mayGoOnAfter(failure, queue, taken.mid(at));
+                break;
+            }
+        }
+        const QByteArray next = at + 1 < taken.size() ? QFile::encodeName(taken[at + 1].path) : QByteArray();
+        goOn = recordOutcome(queue, taken[at], m_scu->send(QFile::encodeName(taken[at].path), next));
+    }
+    m_currentJob = 0;
+    queue.release(taken.mid(at)); // the state of those that were recorded is no longer that of a taken one
+    m_board.anyChange = true;
+    return goOn;
+}
+
+bool SendWorker::isOpenFor(const QVector<SendObject> &taken) const
+{
+    return m_association && m_association->isOpen() && !m_association->isAborted()
+        && std::all_of(taken.cbegin(), taken.cend(),
+            [this](const SendObject &object) { return m_kinds.contains(kindOf(object)); });
+}
+
+NetworkFailure SendWorker::open(SendQueue &queue, const QVector<SendObject> &taken)
+{
+    m_kinds.clear();
+    for (const SendObject &object : taken) {
+        if (!m_kinds.contains(kindOf(object))) {
+            m_kinds.append(kindOf(object));
+        }
+    }
+    for (const StoreKind &kind : queue.kinds(m_node->node, StoreScu::mostKinds)) {
+        if (m_kinds.size() < StoreScu::mostKinds && !m_kinds.contains(kind)) {
+            m_kinds.append(kind);
+        }
+    }
+    m_scu.reset();
+    setAssociation(std::make_unique<ScuAssociation>(m_node->node, m_options.association));
+    m_scu = std::make_unique<StoreScu>(*m_association);
+    return m_association->open(StoreScu::contextsFor(m_kinds));
+}
+
+/// After an association could not be had.
+bool SendWorker::mayGoOnAfter(
+    const NetworkFailure &failure, SendQueue &queue, const QVector<SendObject> &taken)
+{
+    if (failure.problem == NetworkProblem::Stopped) {
+        return true;
+    }
+    if (failure.problem != NetworkProblem::NoContext) {
+        m_node->fail(failure);
+        return false;
+    }
+    StoreOutcome outcome; // other kinds may be welcome
+    outcome.problem = StoreProblem::ClassNotAccepted;
+    m_node->answered = true;
+    return std::all_of(taken.cbegin(), taken.cend(),
+        [&](const SendObject &object) { return recordOutcome(queue, object, outcome); });
+}
+
+/// @return false where this worker can do no more
+bool SendWorker::recordOutcome(SendQueue &queue, SendObject object, const StoreOutcome &outcome)
+{
+    if (outcome.network.problem == NetworkProblem::Stopped) {
+        return queue.release({object});
+    }
+    object.outcome = outcome;
+    object.changed = QDateTime::currentDateTime();
+    ++object.attempts;
+    QDateTime notBefore;
+    if (outcome.isAccepted()) {
+        object.state = SendObjectState::Accepted;
+    } else if (outcome.isPassing() && object.attempts < m_options.attemptsPerObject) {
+        object.state = SendObjectState::Waiting;
+        const qint64 pause = qint64(m_options.firstPauseMs) << (object.attempts - 1);
+        notBefore = object.changed.addMSecs(std::min(pause, qint64(m_options.longestPauseMs)));
+    } else {
+        object.state = SendObjectState::Failed;
+    }
+    if (!queue.record(object, notBefore)) {
+        m_node->fail({NetworkProblem::Stopped, {}}); // what cannot be noted must not be sent
+        return false;
+    }
+    if (object.state == SendObjectState::Accepted) {
+        m_board.noteAccepted(object.job);
+    } else if (object.state == SendObjectState::Failed) {
+        m_board.noteFailed(object);
+    }
+    if (outcome.problem == StoreProblem::Network) {
+        m_node->fail(outcome.network);
+        return false;
+    }
+    m_node->answered = m_node->answered || outcome.status != 0 || outcome.isAccepted();
+    return true;
+}
