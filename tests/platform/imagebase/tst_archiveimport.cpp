@@ -149,19 +149,18 @@ void ArchiveImportTest::badMembersAreNamed()
 
 void ArchiveImportTest::hostileArchivesAreBounded()
 {
-    python(QStringLiteral(
-        "import os\nos.mkdir('in')\n"
-        "def pack(name, data):\n"
-        "    out = io.BytesIO()\n"
-        "    with zipfile.ZipFile(out, 'w') as z: z.writestr(name, data)\n"
-        "    return out.getvalue()\n"
-        "image = open('source/1.dcm', 'rb').read()\n"
-        "deep = pack('b.zip', pack('c.zip', pack('d.dcm', image)))\n"
-        "open('in/deep.zip', 'wb').write(deep)\n"
-        "with zipfile.ZipFile('in/bomb.zip', 'w', zipfile.ZIP_DEFLATED, compresslevel=1) as z:\n"
-        "    with z.open('zeros.dcm', 'w', force_zip64=True) as m:\n"
-        "        for i in range(300): m.write(bytes(1 << 20))\n"
-        "    z.write('source/2.dcm', 'after.dcm')\n"));
+    python(QStringLiteral("import os\nos.mkdir('in')\n"
+                          "def pack(name, data):\n"
+                          "    out = io.BytesIO()\n"
+                          "    with zipfile.ZipFile(out, 'w') as z: z.writestr(name, data)\n"
+                          "    return out.getvalue()\n"
+                          "image = open('source/1.dcm', 'rb').read()\n"
+                          "deep = pack('b.zip', pack('c.zip', pack('d.dcm', image)))\n"
+                          "open('in/deep.zip', 'wb').write(deep)\n"
+                          "with zipfile.ZipFile('in/bomb.zip', 'w', zipfile.ZIP_DEFLATED) as z:\n"
+                          "    with z.open('zeros.dcm', 'w', force_zip64=True) as m:\n"
+                          "        for i in range(300): m.write(bytes(1 << 20))\n"
+                          "    z.write('source/2.dcm', 'after.dcm')\n"));
     const ImportReport report = import(QStringLiteral("in"));
     QCOMPARE(report.end, ImportEnd::Complete);
     const QMap<QString, FileReason> reasons = reasonsOf(report);

@@ -255,7 +255,8 @@ void ExporterTest::aFileSetIsReadByOthers()
     const QByteArray dump = outputOf(
         QStringLiteral("dcmdump"), {QStringLiteral("+P"), QStringLiteral("0004,1500"), target + "/DICOMDIR"});
     QCOMPARE(dump.count("IM00000"), 3);
-    const QByteArray read = outputOf(QStringLiteral("python3"),
+    // The system's own: Debian's modules are its.
+    const QByteArray read = outputOf(QStringLiteral("/usr/bin/python3"),
         {QStringLiteral("-c"),
             QStringLiteral("import sys, pydicom\n"
                            "from pydicom.fileset import FileSet\n"
