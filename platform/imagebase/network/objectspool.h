@@ -41,8 +41,8 @@ public:
     bool hasRoom(qint64 bytes) const;
     void setReserve(qint64 bytes) { m_reserve = bytes; }
 
-    /// The complete objects that programs which are gone left behind, now ours; what they had not completed
-    /// is removed. Of the root folder too, where something interrupted this before.
+    /// The objects that programs which are gone left behind, now ours; what they had not completed is
+    /// removed. Whether a power cut has damaged one is for SpoolFile::isWhole() to say.
     QVector<QByteArray> adopt();
     /// Moves an object to where nobody looks for it but people. @return its new path, empty where that failed
     QString keepAside(const QByteArray &path) const;

@@ -5,8 +5,12 @@
 #include <QByteArray>
 
 /**
- * One object on its way into the spool: written under a passing name, made safe, and only then given the name
- * under which it counts. Removed by the destructor unless it was kept. One thread.
+ * One object on its way into the spool: written under a passing name, then given the name under which it
+ * counts, and synced. Removed by the destructor unless it was kept. One thread.
+ *
+ * The name is given before the sync, so that one sync makes both last, bytes and name: the disk is waited for
+ * once an object. What a power cut in between leaves under that name may have holes: so the name holds size
+ * and checksum.
  */
 class IMAGEBASE_EXPORT SpoolFile
 {
@@ -33,7 +37,10 @@ public:
     /// where the spool is synced. @return errno
     int keep();
     /// Where it is once it is kept.
-    QByteArray keptPath() const { return m_stem + completeSuffix; }
+    const QByteArray &keptPath() const { return m_keptPath; }
+    /// Whether a kept file has the bytes that its name speaks of; reads all of it. One of a spool that is not
+    /// synced says nothing, and is believed.
+    static bool isWhole(const QByteArray &path);
 
 private:
     const QByteArray m_stem;
@@ -42,5 +49,7 @@ private:
     int m_file;
     int m_error = 0;
     qint64 m_size = 0;
+    quint32 m_checksum = 0;
+    QByteArray m_keptPath;
     bool m_kept = false;
 };

@@ -3,6 +3,7 @@
 #include "indexwriter.h"
 #include "objectspool.h"
 #include "receivejournal.h"
+#include "spoolfile.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -62,6 +63,7 @@ struct SpoolIndexer::Private
     bool commit();
     void putBack();
     void tellIssues();
+    void keepAside(const QByteArray &path, ReceiveProblem problem, const QString &detail) const;
     void pause(const QString &why, ImportEnd end);
     std::unique_ptr<Item> next();
 
@@ -246,6 +248,11 @@ bool SpoolIndexer::Private::writeOne(Item &item)
         return true; // indexed by an earlier program, which had no time to take it off its list
     }
     if (!item.result) {
+        if (!SpoolFile::isWhole(item.path)) {
+            // It was never acknowledged: nobody relies on it, but it may be of use.
+            keepAside(item.path, ReceiveProblem::NotReadable, QString());
+            return true;
+        }
         item.result = std::make_unique<DicomReadResult>(reader.read(item.path));
     }
     file.result = *item.result;
@@ -273,14 +280,21 @@ void SpoolIndexer::Private::tellIssues()
     const QVector<ImportIssue> &issues = writer->report().issues();
     for (; told < issues.size(); ++told) {
         const ImportIssue &issue = issues[told];
-        const QString kept = spool.keepAside(QFile::encodeName(issue.path));
-        ReceiveEvent event;
-        event.problem = issue.reason == FileReason::OtherContentKept ? ReceiveProblem::OtherContentKept
-                                                                     : ReceiveProblem::NotReadable;
-        event.detail = kept + QLatin1Char(' ') + issue.detail;
-        journal.countKeptAside();
-        journal.note(event, false);
+        const ReceiveProblem problem = issue.reason == FileReason::OtherContentKept
+            ? ReceiveProblem::OtherContentKept
+            : ReceiveProblem::NotReadable;
+        keepAside(QFile::encodeName(issue.path), problem, issue.detail);
     }
+}
+
+void SpoolIndexer::Private::keepAside(
+    const QByteArray &path, ReceiveProblem problem, const QString &detail) const
+{
+    ReceiveEvent event;
+    event.problem = problem;
+    event.detail = spool.keepAside(path) + QLatin1Char(' ') + detail;
+    journal.countKeptAside();
+    journal.note(event, false);
 }
 
 void SpoolIndexer::Private::putBack()
