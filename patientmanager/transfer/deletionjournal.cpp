@@ -50,11 +50,16 @@ QSqlError DeletionJournal::note(BegunDeletion *deletion) const
         return transaction.error();
     }
     QSqlQuery query(m_db);
-    query.prepare(QStringLiteral("INSERT INTO deletion (Level, RecordKeys, EveryFile, LastImage) VALUES "
-                                 "(?, ?, ?, (SELECT ifnull(max(pk), 0) FROM imageformat))"));
+    if (!query.exec(QStringLiteral("SELECT ifnull(max(pk), 0) FROM imageformat")) || !query.next()) {
+        return query.lastError();
+    }
+    deletion->lastImage = query.value(0).toLongLong();
+    query.prepare(
+        QStringLiteral("INSERT INTO deletion (Level, RecordKeys, EveryFile, LastImage) VALUES (?, ?, ?, ?)"));
     query.addBindValue(int(deletion->level));
     query.addBindValue(RecordSql::keyList(deletion->keys));
     query.addBindValue(deletion->everyFile);
+    query.addBindValue(deletion->lastImage);
     if (!query.exec()) {
         return query.lastError();
     }

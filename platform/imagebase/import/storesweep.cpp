@@ -3,14 +3,12 @@
 #include "filestore.h"
 #include "indexconnection.h"
 #include "nativestatement.h"
-#include "schema.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QtEndian>
 
 #include <algorithm>
 #include <vector>
@@ -72,16 +70,18 @@ void noteImages(const QString &databasePath, qint64 images)
     }
 }
 
+/// In doubt it is one: only what says that it is something else is not.
 bool isIndex(const QString &path)
 {
-    constexpr int identityAt = 68; // by SQLite's file format
+    const QByteArray magic("SQLite format 3");
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(identityAt)) {
+    const bool isLive = QFileInfo::exists(path + QStringLiteral("-wal"));
+    if (!isLive && file.open(QIODevice::ReadOnly) && file.read(magic.size()) != magic) {
         return false;
     }
-    const QByteArray identity = file.read(sizeof(quint32));
-    return identity.size() == int(sizeof(quint32))
-        && qFromBigEndian<quint32>(identity.constData()) == quint32(Schema::applicationId);
+    constexpr int waitMs = 100;
+    const ConnectionFailure::Reason reason = IndexConnection(path, waitMs).failure().reason;
+    return reason != ConnectionFailure::Reason::Foreign && reason != ConnectionFailure::Reason::NotADatabase;
 }
 
 /// Another index beside this one, other than the copies that upgrades have made of it.
