@@ -16,10 +16,15 @@ SessionServices::~SessionServices()
 void SessionServices::openIndex(const QString &databasePath)
 {
     m_receiving->openIndex(databasePath);
+    if (!m_sending || m_index != databasePath) {
+        m_index = databasePath;
+        m_sending = std::make_unique<SendService>(SendService::storePathOf(databasePath));
+    }
 }
 
 void SessionServices::closeIndex()
 {
+    m_sending.reset();
     m_retrievals->closeIndex();
     m_receiving->closeIndex();
 }

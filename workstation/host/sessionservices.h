@@ -3,8 +3,11 @@
 #include "receiveservice.h"
 #include "retrievalservice.h"
 #include "runningprograms.h"
+#include "sendservice.h"
 
 #include <QObject>
+
+#include <memory>
 
 /**
  * What goes on when a window is built in the place of another: where a session owns it, the window of another
@@ -25,6 +28,9 @@ public:
     /// What is fetched from archives.
     RetrievalService *retrievals() const { return m_retrievals; }
 
+    /// What is sent; null where no index is open.
+    SendService *sending() const { return m_sending.get(); }
+
     /// The services work on this index from now on; where they do already, nothing happens.
     void openIndex(const QString &databasePath);
     /// Before another index is opened.
@@ -34,4 +40,6 @@ private:
     RunningPrograms *const m_programs;
     ReceiveService *const m_receiving;
     RetrievalService *const m_retrievals;
+    std::unique_ptr<SendService> m_sending;
+    QString m_index; ///< whose jobs are being sent
 };

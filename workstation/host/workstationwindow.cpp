@@ -33,6 +33,7 @@
 #include "searchcontroller.h"
 #include "selectionstatus.h"
 #include "seriesform.h"
+#include "sendcontroller.h"
 #include "sessionservices.h"
 #include "shownpatients.h"
 #include "statuspanel.h"
@@ -182,6 +183,8 @@ void WorkstationWindow::reportIndex()
     if (m_hasIndex) {
         m_parts.watcher->watch(databasePath());
         m_services->openIndex(databasePath());
+        new SendController(m_parts.library, m_services->sending(), this);
+        m_parts.transfers->setService(m_services->sending());
         m_parts.deletions->begin(databasePath());
         m_parts.health->check(databasePath());
         return;

@@ -87,39 +87,44 @@ void ArchiveSearch::search(const Archive &archive, const ArchiveQuestion &questi
         m_studies->scu.abort();
     }
     m_archive = archive;
-    const auto task = std::make_shared<Task>(archive);
-    m_studies = task;
-    begin(task);
-    run([this, task, question] {
-        const auto tell = [this, &task](auto &&function) {
-            QMetaObject::invokeMethod(
-                this,
-                [this, task, function] {
-                    if (m_studies == task) {
-                        function();
-                    }
-                },
-                Qt::QueuedConnection);
-        };
-        ArchiveAnswer answer;
-        QSet<QString> known;
-        for (int number = 0; number < question.attempts(); ++number) {
-            const QueryResult result = task->scu.find(question.attempt(number, mostStudies));
-            answer.failure = result.failure;
-            answer.status = result.status;
-            answer.isCutOff = answer.isCutOff || result.isCutOff;
-            const auto studies =
-                taken(result.records, QueryTag::studyUid, known, answer.unreadable, question);
-            tell([this, studies] { emit found(studies); });
-            if (!result.isGood() || question.isEnough(number, result.records)) {
-                break;
-            }
+    m_studies = std::make_shared<Task>(archive);
+    begin(m_studies);
+    run([this, task = m_studies, question] { ask(task, question); });
+}
+
+/// On a thread of the pool.
+void ArchiveSearch::ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question)
+{
+    ArchiveAnswer answer;
+    QSet<QString> known;
+    for (int number = 0; number < question.attempts(); ++number) {
+        const QueryResult result = task->scu.find(question.attempt(number, mostStudies));
+        answer.failure = result.failure;
+        answer.status = result.status;
+        answer.isCutOff = answer.isCutOff || result.isCutOff;
+        const auto studies = taken(result.records, QueryTag::studyUid, known, answer.unreadable, question);
+        tell(task, [this, studies] { emit found(studies); });
+        if (!result.isGood() || question.isEnough(number, result.records)) {
+            break;
         }
-        tell([this, answer] {
-            m_studies.reset();
-            emit ended(answer);
-        });
+    }
+    tell(task, [this, answer] {
+        m_studies.reset();
+        emit ended(answer);
     });
+}
+
+/// To the GUI thread, unless another search has begun.
+void ArchiveSearch::tell(const std::shared_ptr<Task> &task, const std::function<void()> &function)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, task, function] {
+            if (m_studies == task) {
+                function();
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void ArchiveSearch::listSeries(const QString &patientId, const QString &studyUid)

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <functional>
 #include <memory>
 
 /// How a search ended.
@@ -60,6 +61,8 @@ private:
     template <typename Function>
     void run(Function function);
     void begin(const std::shared_ptr<Task> &task);
+    void ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question);
+    void tell(const std::shared_ptr<Task> &task, const std::function<void()> &function);
 
     QThreadPool m_pool;
     Archive m_archive;

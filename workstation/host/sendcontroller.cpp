@@ -1,0 +1,127 @@
+#include "sendcontroller.h"
+
+#include "patientmanagermainwindow.h"
+#include "receivesettings.h"
+#include "sendnotifier.h"
+#include "sendservice.h"
+#include "transfertext.h"
+
+#include <QLocale>
+
+namespace {
+
+SendState stateOf(SendJobState state)
+{
+    switch (state) {
+    case SendJobState::Waiting:
+        return SendState::Waiting;
+    case SendJobState::Sending:
+        return SendState::Sending;
+    case SendJobState::Paused:
+        return SendState::Paused;
+    case SendJobState::Ended:
+        return SendState::Ended;
+    case SendJobState::Cancelled:
+        return SendState::Cancelled;
+    }
+    return SendState::Waiting;
+}
+
+QString noticeOf(const SendJob &job)
+{
+    const QString trouble = TransferText::of(job.trouble);
+    if (trouble.isEmpty() || !job.nextTry.isValid()) {
+        return trouble;
+    }
+    return SendController::tr("%1 It is tried again at %2.")
+        .arg(trouble, QLocale().toString(job.nextTry.time(), QLocale::LongFormat));
+}
+
+SentJob sentJob(const SendJob &job)
+{
+    SentJob sent;
+    sent.id = job.id;
+    sent.destination = job.node.aeTitle;
+    sent.state = stateOf(job.state);
+    sent.notice = noticeOf(job);
+    sent.total = job.total + job.unlisted;
+    sent.accepted = job.accepted;
+    sent.warned = job.warned;
+    sent.failed = job.failed;
+    sent.skipped = job.skippedFolders + job.skippedFiles;
+    return sent;
+}
+
+} // namespace
+
+SendController::SendController(PatientManagerMainWindow *library, SendService *service, QObject *parent)
+    : QObject(parent)
+    , m_library(library)
+    , m_service(service)
+{
+    connect(library, &PatientManagerMainWindow::notifySendSelectData, this, &SendController::send);
+    connect(service, &SendService::changed, this, &SendController::tellJobs);
+    connect(service, &SendService::accepted, this, &SendController::tellAccepted);
+    connect(service, &SendService::failed, this, &SendController::tellFailures);
+    const SendNotifier *notifier = SendNotifier::instance();
+    connect(notifier, &SendNotifier::retryRequested, this, &SendController::retry);
+    connect(notifier, &SendNotifier::cancelRequested, service, &SendService::cancel);
+}
+
+void SendController::send(const QStringList &files, const QString &aeTitle, const QString &host, int port)
+{
+    SendNotifier *notifier = SendNotifier::instance();
+    SendJob job;
+    job.node = {aeTitle, host, port};
+    job.source = notifier->isRequesting() ? SendSource::Dialog : SendSource::Forwarding;
+    m_service->setOwnAeTitle(ReceiveSettings::ownAeTitle());
+    job.id = m_service->enqueue(files, job.node, job.source);
+    if (job.source == SendSource::Dialog) {
+        job.unlisted = files.size();
+        notifier->taken(sentJob(job));
+    }
+}
+
+void SendController::tellJobs()
+{
+    SendNotifier *notifier = SendNotifier::instance();
+    for (const SendJob &job : m_service->jobs()) {
+        if (job.source == SendSource::Dialog) {
+            notifier->tell(sentJob(job));
+        }
+    }
+    const QVector<SentJob> told = notifier->jobs();
+    for (const SentJob &job : told) {
+        if (m_service->isForgotten(job.id)) {
+            notifier->forget(job.id);
+        }
+    }
+}
+
+void SendController::tellAccepted(qint64 job, int count)
+{
+    if (m_service->job(job).source != SendSource::Dialog || !m_service->isOfThisRun(job)) {
+        return;
+    }
+    for (int object = 0; object < count; ++object) {
+        emit m_library->notifyInstanceSent();
+    }
+}
+
+void SendController::tellFailures(qint64 job, const QVector<SendObject> &objects)
+{
+    if (m_service->job(job).source != SendSource::Dialog) {
+        return;
+    }
+    QVector<SendFailure> failures;
+    for (const SendObject &object : objects) {
+        failures.append({object.path, object.sopInstanceUid, TransferText::of(object.outcome)});
+    }
+    SendNotifier::instance()->addFailures(job, failures);
+}
+
+void SendController::retry(qint64 job)
+{
+    SendNotifier::instance()->clearFailures(job);
+    m_service->retryFailed(job);
+}
