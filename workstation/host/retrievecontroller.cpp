@@ -1,6 +1,7 @@
 #include "retrievecontroller.h"
 
 #include "companionwindow.h"
+#include "createconnection.h"
 #include "indexwatcher.h"
 #include "queryretrievewindow.h"
 
@@ -16,6 +17,7 @@ RetrieveController::RetrieveController(
 {
     m_action->setObjectName(QStringLiteral("actionQueryRetrieve"));
     m_action->setShortcut(QKeySequence(tr("Ctrl+R")));
+    m_action->setEnabled(connectionFailure().reason == ConnectionFailure::Reason::None);
     m_action->setToolTip(tr("Search an archive, and bring images from it into the index"));
     connect(m_action, &QAction::triggered, this, &RetrieveController::show);
 }

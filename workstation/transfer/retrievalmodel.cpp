@@ -78,8 +78,10 @@ QVariant RetrievalModel::data(const QModelIndex &index, int role) const
     if (role == shareRole && index.column() == ProgressColumn) {
         return shareOf(retrieval);
     }
-    const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole;
-    return isText ? textOf(retrieval, index.column()) : QVariant();
+    if (role == Qt::ToolTipRole) { // whatever a patient is called
+        return QStringLiteral("<span>%1</span>").arg(textOf(retrieval, index.column()).toHtmlEscaped());
+    }
+    return role == Qt::DisplayRole ? textOf(retrieval, index.column()) : QVariant();
 }
 
 QVariant RetrievalModel::headerData(int section, Qt::Orientation orientation, int role) const

@@ -43,6 +43,17 @@ QueryRecord keysOf(const RetrieveRequest &request)
     return keys;
 }
 
+void count(const T_DIMSE_C_MoveRSP &answer, RetrieveProgress &progress)
+{
+    if (answer.opts & O_MOVE_NUMBEROFCOMPLETEDSUBOPERATIONS) {
+        progress.completed = answer.NumberOfCompletedSubOperations;
+        progress.failed = answer.NumberOfFailedSubOperations;
+        progress.warned = answer.NumberOfWarningSubOperations;
+    }
+    progress.remaining =
+        answer.opts & O_MOVE_NUMBEROFREMAININGSUBOPERATIONS ? answer.NumberOfRemainingSubOperations : -1;
+}
+
 } // namespace
 
 struct RetrieveScu::Private
@@ -123,17 +134,10 @@ NetworkFailure RetrieveScu::Private::listen(
         if (message.CommandField != DIMSE_C_GET_RSP && message.CommandField != DIMSE_C_MOVE_RSP) {
             return {NetworkProblem::BadAnswer, {}};
         }
-        // Both answers are of one shape.
-        const T_DIMSE_C_MoveRSP &answer = message.msg.CMoveRSP;
+        const T_DIMSE_C_MoveRSP &answer = message.msg.CMoveRSP; // both answers are of one shape
         static_assert(sizeof(T_DIMSE_C_MoveRSP) == sizeof(T_DIMSE_C_GetRSP));
         const bool isPending = DICOM_PENDING_STATUS(answer.DimseStatus);
-        if (answer.opts & O_MOVE_NUMBEROFCOMPLETEDSUBOPERATIONS) {
-            result.progress.completed = answer.NumberOfCompletedSubOperations;
-            result.progress.failed = answer.NumberOfFailedSubOperations;
-            result.progress.warned = answer.NumberOfWarningSubOperations;
-        }
-        result.progress.remaining =
-            answer.opts & O_MOVE_NUMBEROFREMAININGSUBOPERATIONS ? answer.NumberOfRemainingSubOperations : -1;
+        count(answer, result.progress);
         tell(result.progress);
         if (answer.DataSetType != DIMSE_DATASET_NULL) {
             failure = takeFailed(dialogue, result);
