@@ -74,7 +74,7 @@ QVector<StoreKind> SendQueue::kinds(const DicomNode &node, int most)
 {
     QSqlQuery &query = m_store.prepared(
         QStringLiteral("SELECT DISTINCT sop_class, transfer_syntax FROM job CROSS JOIN object "
-                       "ON object.job = job.id WHERE %1 AND object.state = 0 LIMIT ?")
+                       "ON object.job = job.id WHERE %1 AND object.state = 0 AND sop_class <> '' LIMIT ?")
             .arg(QLatin1String(ofNode)));
     bindNode(query, node);
     query.bindValue(3, most);
@@ -106,11 +106,12 @@ bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
     const std::lock_guard lock(SendStore::writers());
     QSqlQuery &query = m_store.prepared(QStringLiteral(
         "UPDATE object SET state = ?, problem = ?, status = ?, network = ?, detail = ?, attempts = ?, "
-        "changed = ?, not_before = ? WHERE id = ? AND state = 1"));
+        "changed = ?, not_before = ?, sop_class = ?, sop_instance = ?, transfer_syntax = ? "
+        "WHERE id = ? AND state = 1"));
     const QVariantList values{int(object.state), int(object.outcome.problem), int(object.outcome.status),
         int(object.outcome.network.problem), object.outcome.detail, object.attempts,
         object.changed.toMSecsSinceEpoch(), notBefore.isValid() ? notBefore.toMSecsSinceEpoch() : 0,
-        object.id};
+        object.sopClassUid, object.sopInstanceUid, object.transferSyntaxUid, object.id};
     for (int at = 0; at < values.size(); ++at) {
         query.bindValue(at, values[at]);
     }

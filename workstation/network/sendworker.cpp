@@ -41,13 +41,13 @@ void SendWorker::run()
         SendQueue queue(store);
         QDeadlineTimer linger(lingerMs);
         while (!mustEnd() && !linger.hasExpired()) {
-            const QVector<SendObject> taken =
-                queue.take(m_node->node, QDateTime::currentDateTime(), takenAtOnce);
+            QVector<SendObject> taken = queue.take(m_node->node, QDateTime::currentDateTime(), takenAtOnce);
             if (taken.isEmpty()) {
                 QThread::msleep(lookMs);
                 continue;
             }
             m_board.anyChange = true;
+            lookAgain(queue, taken);
             if (!sendTaken(queue, taken)) {
                 break;
             }
@@ -57,6 +57,27 @@ void SendWorker::run()
         setAssociation(nullptr);
     }
     m_done = true;
+}
+
+/// Files that could not be read when their job was made are tried again by retryFailed().
+void SendWorker::lookAgain(SendQueue &queue, QVector<SendObject> &taken)
+{
+    StoreFileReader reader;
+    const auto cannotBeSent = [&](SendObject &object) {
+        if (!object.sopClassUid.isEmpty()) {
+            return false;
+        }
+        const StoreFile file = reader.read(QFile::encodeName(object.path));
+        object.sopClassUid = QString::fromLatin1(file.kind.sopClass);
+        object.sopInstanceUid = QString::fromLatin1(file.sopInstance);
+        object.transferSyntaxUid = QString::fromLatin1(file.kind.transferSyntax);
+        if (file.problem == StoreProblem::None) {
+            return false;
+        }
+        recordOutcome(queue, object, {file.problem, 0, {}, file.detail});
+        return true;
+    };
+    taken.erase(std::remove_if(taken.begin(), taken.end(), cannotBeSent), taken.end());
 }
 
 bool SendWorker::mustEnd() const

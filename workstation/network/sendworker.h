@@ -49,6 +49,7 @@ public:
     /// @}
 
 private:
+    void lookAgain(SendQueue &queue, QVector<SendObject> &taken);
     bool sendTaken(SendQueue &queue, const QVector<SendObject> &taken);
     bool isOpenFor(const QVector<SendObject> &taken) const;
     NetworkFailure open(SendQueue &queue, const QVector<SendObject> &taken);
