@@ -43,7 +43,9 @@ ssize_t ScpConnection::read(void *buffer, size_t length)
         return -1;
     }
     const ssize_t got = ScuConnection::read(buffer, length);
-    if (m_allowed >= 0 && got > 0) {
+    if (got < 0) {
+        errno = ETIMEDOUT; // whatever it was, asking again is of no use
+    } else if (m_allowed >= 0) {
         m_allowed -= got;
     }
     return got;

@@ -80,6 +80,7 @@ struct SpoolIndexer::Private
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::deque<Item> queue;
+    int inWork = 0; ///< taken from the queue, not committed
     DuplicatePolicy policy = DuplicatePolicy::KeepOld;
     std::atomic<bool> stop{false};
     std::atomic<bool> stuck{false};
@@ -136,7 +137,7 @@ void SpoolIndexer::add(const QByteArray &path, const DicomReadResult &result)
 int SpoolIndexer::waiting() const
 {
     const std::lock_guard lock(d->mutex);
-    return static_cast<int>(d->queue.size());
+    return static_cast<int>(d->queue.size()) + d->inWork;
 }
 
 bool SpoolIndexer::isStuck() const
@@ -216,6 +217,7 @@ std::unique_ptr<SpoolIndexer::Private::Item> SpoolIndexer::Private::next()
     }
     auto item = std::make_unique<Item>(std::move(queue.front()));
     queue.pop_front();
+    ++inWork;
     return item;
 }
 
@@ -270,6 +272,10 @@ bool SpoolIndexer::Private::commit()
     stuck = false;
     tellIssues();
     journal.countIndexed(written);
+    {
+        const std::lock_guard lock(mutex);
+        inWork = 0;
+    }
     std::this_thread::sleep_for(lockGap);
     return true;
 }
@@ -311,6 +317,7 @@ void SpoolIndexer::Private::putBack()
         queue.push_front(std::move(batch.back()));
         batch.pop_back();
     }
+    inWork = 0;
 }
 
 void SpoolIndexer::Private::pause(const QString &why, ImportEnd end)
