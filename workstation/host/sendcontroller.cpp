@@ -1,49 +1,21 @@
 #include "sendcontroller.h"
 
+#include "jobtext.h"
 #include "patientmanagermainwindow.h"
 #include "receivesettings.h"
 #include "sendnotifier.h"
 #include "sendservice.h"
 #include "transfertext.h"
 
-#include <QLocale>
-
 namespace {
-
-SendState stateOf(SendJobState state)
-{
-    switch (state) {
-    case SendJobState::Waiting:
-        return SendState::Waiting;
-    case SendJobState::Sending:
-        return SendState::Sending;
-    case SendJobState::Paused:
-        return SendState::Paused;
-    case SendJobState::Ended:
-        return SendState::Ended;
-    case SendJobState::Cancelled:
-        return SendState::Cancelled;
-    }
-    return SendState::Waiting;
-}
-
-QString noticeOf(const SendJob &job)
-{
-    const QString trouble = TransferText::of(job.trouble);
-    if (trouble.isEmpty() || !job.nextTry.isValid()) {
-        return trouble;
-    }
-    return SendController::tr("%1 It is tried again at %2.")
-        .arg(trouble, QLocale().toString(job.nextTry.time(), QLocale::LongFormat));
-}
 
 SentJob sentJob(const SendJob &job)
 {
     SentJob sent;
     sent.id = job.id;
     sent.destination = job.node.aeTitle;
-    sent.state = stateOf(job.state);
-    sent.notice = noticeOf(job);
+    sent.state = JobText::stateOf(job.state);
+    sent.notice = JobText::noticeOf(job);
     sent.total = job.total + job.unlisted;
     sent.accepted = job.accepted;
     sent.warned = job.warned;

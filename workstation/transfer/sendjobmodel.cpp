@@ -1,6 +1,7 @@
 #include "sendjobmodel.h"
 
 #include "jobtext.h"
+#include "plaintooltip.h"
 #include "transfertext.h"
 
 #include <QLocale>
@@ -90,7 +91,10 @@ QVariant SendJobModel::data(const QModelIndex &index, int role) const
     if (role == shareRole && index.column() == ProgressColumn) {
         return shareOf(job);
     }
-    return role == Qt::DisplayRole || role == Qt::ToolTipRole ? text(job, index.column()) : QVariant();
+    if (role == Qt::ToolTipRole) {
+        return plainToolTip(text(job, index.column()));
+    }
+    return role == Qt::DisplayRole ? text(job, index.column()) : QVariant();
 }
 
 QString SendJobModel::text(const SendJob &job, int column) const

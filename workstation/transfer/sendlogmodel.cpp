@@ -1,6 +1,7 @@
 #include "sendlogmodel.h"
 
 #include "jobtext.h"
+#include "plaintooltip.h"
 
 #include <QDir>
 #include <QLocale>
@@ -72,7 +73,13 @@ QVariant SendLogModel::data(const QModelIndex &index, int role) const
     if (sent.id == 0) {
         return {};
     }
-    switch (index.column()) {
+    const QString shown = text(sent, index.column());
+    return role == Qt::ToolTipRole ? plainToolTip(shown) : shown;
+}
+
+QString SendLogModel::text(const SendObject &sent, int column)
+{
+    switch (column) {
     case FileColumn:
         return QDir::toNativeSeparators(sent.path);
     case StateColumn:

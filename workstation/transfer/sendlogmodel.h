@@ -40,6 +40,7 @@ public:
 
 private:
     SendObject object(int row) const;
+    static QString text(const SendObject &sent, int column);
 
     Reader m_reader;
     int m_count = 0;

@@ -1,6 +1,7 @@
 #include "destinationlist.h"
 
 #include "echocheck.h"
+#include "plaintooltip.h"
 #include "transfertext.h"
 
 #include <QHeaderView>
@@ -98,7 +99,7 @@ QTreeWidgetItem *DestinationList::makeItem(int place)
         const DestinationFault fault = DestinationSettings::faultOf(m_destinations, place);
         item->setText(ConnectionColumn, TransferText::ofFault(fault, destination.name));
     }
-    item->setToolTip(ConnectionColumn, item->text(ConnectionColumn));
+    item->setToolTip(ConnectionColumn, plainToolTip(item->text(ConnectionColumn)));
     return item;
 }
 
@@ -163,7 +164,7 @@ void DestinationList::tell(const QString &name, const QString &result)
     for (int place = 0; place < m_destinations.size(); ++place) {
         if (m_destinations[place].name == name) {
             m_list->topLevelItem(place)->setText(ConnectionColumn, result);
-            m_list->topLevelItem(place)->setToolTip(ConnectionColumn, result);
+            m_list->topLevelItem(place)->setToolTip(ConnectionColumn, plainToolTip(result));
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "sendfailuremodel.h"
 
+#include "plaintooltip.h"
+
 #include <QDir>
 
 void SendFailureModel::setRows(const QVector<Row> &rows)
@@ -24,8 +26,13 @@ QVariant SendFailureModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) {
         return {};
     }
-    const Row &row = m_rows.at(index.row());
-    switch (index.column()) {
+    const QString shown = text(m_rows.at(index.row()), index.column());
+    return role == Qt::ToolTipRole ? plainToolTip(shown) : shown;
+}
+
+QString SendFailureModel::text(const Row &row, int column)
+{
+    switch (column) {
     case FileColumn:
         return QDir::toNativeSeparators(row.failure.file);
     case DestinationColumn:

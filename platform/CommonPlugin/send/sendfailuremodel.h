@@ -28,5 +28,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    static QString text(const Row &row, int column);
+
     QVector<Row> m_rows;
 };

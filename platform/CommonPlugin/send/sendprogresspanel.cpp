@@ -1,6 +1,7 @@
 #include "sendprogresspanel.h"
 
 #include "plaintableview.h"
+#include "plaintooltip.h"
 #include "sendfailuremodel.h"
 #include "sendnotifier.h"
 #include "transfertext.h"
@@ -202,7 +203,7 @@ void SendProgressPanel::fillItem(QTreeWidgetItem *item, const SentJob &job)
     const auto set = [item](int column, const QString &text) {
         if (item->text(column) != text) {
             item->setText(column, text);
-            item->setToolTip(column, text);
+            item->setToolTip(column, plainToolTip(text));
         }
     };
     item->setData(DestinationColumn, jobRole, job.id);
