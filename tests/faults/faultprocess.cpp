@@ -18,7 +18,7 @@
 #include <QJsonObject>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QThread>
+#include <QTimer>
 #include <QVariant>
 
 #include <csignal>
@@ -33,6 +33,8 @@ const std::array<const char *, std::size_t(FileVerdict::Count)> verdictNames = {
 const std::array<const char *, 4> endNames = {"complete", "cancelled", "indexFailed", "diskFull"};
 const std::array<const char *, 11> failureNames = {"none", "folderMissing", "cannotOpen", "readOnly",
     "locked", "notADatabase", "damaged", "foreign", "newer", "diskFull", "upgradeFailed"};
+
+constexpr int lookMs = 20;
 
 void answer(const QJsonObject &object)
 {
@@ -133,10 +135,15 @@ int receive(const QString &index, int port)
     std::fflush(stdout);
     while (std::getchar() != EOF) { }
     // What was acknowledged until now comes in.
-    for (scp.stop(); indexer.waiting() > 0 && !indexer.isStuck();) {
-        QThread::msleep(20);
-    }
-    return 0;
+    scp.stop();
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&indexer] {
+        if (indexer.waiting() == 0 || indexer.isStuck()) {
+            QCoreApplication::quit();
+        }
+    });
+    look.start(lookMs);
+    return QCoreApplication::exec();
 }
 
 int import(const QStringList &arguments)

@@ -125,7 +125,7 @@ private slots:
             PduBuilder::associateRequest(Receiver::aeTitle, "DEEP") + PduBuilder::deepCommand(8000);
         QCOMPARE(send(peer.get(), bytes.constData(), std::size_t(bytes.size()), MSG_NOSIGNAL),
             ssize_t(bytes.size()));
-        QTRY_COMPARE(receiver.counts().associations, 0);
+        QTRY_COMPARE_WITH_TIMEOUT(receiver.counts().associations, 0, 60000);
         QVERIFY(answers(receiver));
     }
 
