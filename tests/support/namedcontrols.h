@@ -14,9 +14,11 @@ inline QString unnamedControl(const QWidget &form)
             || qobject_cast<const QComboBox *>(control) || qobject_cast<const QLineEdit *>(control)
             || (qobject_cast<const QAbstractItemView *>(control)
                 && !qobject_cast<const QHeaderView *>(control));
-        // The list of a combo box is Qt's own.
-        const bool isPart = control->parent()->inherits("QComboBox")
-            || control->parent()->inherits("QComboBoxPrivateContainer");
+        // The list of a combo box and the like are Qt's own.
+        const QObject *whole = control->parent();
+        const bool isPart = whole->inherits("QComboBox") || whole->inherits("QComboBoxPrivateContainer")
+            || whole->inherits("QLineEdit") || whole->inherits("QAbstractSpinBox")
+            || control->inherits("QTableCornerButton");
         if (isControl && !isPart && (control->toolTip().isEmpty() || control->accessibleName().isEmpty())) {
             return QStringLiteral("%1 '%2'").arg(
                 QLatin1String(control->metaObject()->className()), control->objectName());

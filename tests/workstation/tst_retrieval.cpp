@@ -270,6 +270,7 @@ void RetrievalTest::findsAndMarks()
     const auto *state = window.findChild<QLabel *>(QStringLiteral("state"));
     const auto *search = window.findChild<QPushButton *>(QStringLiteral("search"));
     const auto found = [&](const char *text) {
+        name->setFocus();
         name->setText(QString::fromLatin1(text));
         QTest::keyClick(name, Qt::Key_Return);
         return QTest::qWaitFor([search] { return search->isEnabled(); }, 30000) ? results->model()->rowCount()
@@ -286,6 +287,7 @@ void RetrievalTest::findsAndMarks()
     QTRY_COMPARE(results->model()->index(0, 3, study).data().toString(), QStringLiteral("CT"));
     const QModelIndex held = results->model()->index(0, 6, study);
     QVERIFY(held.data().toString().isEmpty());
+    results->setFocus();
     results->setCurrentIndex(patient);
     QTest::keyClick(results, Qt::Key_Return);
     QTRY_COMPARE_WITH_TIMEOUT(images(), QVariant(1), 30000);

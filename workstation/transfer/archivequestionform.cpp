@@ -53,6 +53,7 @@ ArchiveQuestionForm::ArchiveQuestionForm(QWidget *parent)
     connect(m_modality->lineEdit(), &QLineEdit::returnPressed, this, &ArchiveQuestionForm::asked);
     addLabelled(grid, 5, this, tr("&Modality:"), m_modality);
     addDates(grid);
+    setFocusProxy(m_name);
 }
 
 QLineEdit *ArchiveQuestionForm::addField(QGridLayout *grid, int place, const QString &name,

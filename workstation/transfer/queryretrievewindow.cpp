@@ -59,6 +59,7 @@ void QueryRetrieveWindow::build()
     setObjectName(QStringLiteral("QueryRetrieveWindow"));
     setWindowTitle(tr("Query/Retrieve"));
     resize(firstSize);
+    QWidget *question = buildQuestion(); // the keys go through the window in this order
     auto *parts = new QSplitter(Qt::Vertical, this);
     parts->setChildrenCollapsible(false);
     parts->addWidget(buildResults());
@@ -66,7 +67,7 @@ void QueryRetrieveWindow::build()
     parts->setStretchFactor(0, 3);
     parts->setStretchFactor(1, 1);
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(buildQuestion());
+    layout->addWidget(question);
     layout->addWidget(parts, 1);
 }
 
@@ -161,6 +162,7 @@ void QueryRetrieveWindow::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     if (!event->spontaneous()) {
         readArchives();
+        m_question->setFocus();
     }
 }
 
