@@ -46,6 +46,30 @@
         <source>确定要发送选择的病人数据吗?</source>
         <translation>Send the data of the selected patients?</translation>
     </message>
+    <message>
+        <source>删除警告</source>
+        <translation>Deletion Warning</translation>
+    </message>
+    <message>
+        <source>数据正在上传中，请勿删除!</source>
+        <translation>Data are being uploaded. Do not delete now.</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>Warning</translation>
+    </message>
+    <message>
+        <source>请选择至少一个病人数据!</source>
+        <translation>Select the data of at least one patient.</translation>
+    </message>
+    <message>
+        <source>确定要删除病人数据吗?</source>
+        <translation>Delete the patient data?</translation>
+    </message>
+    <message>
+        <source>请选择要保存的病人数据!</source>
+        <translation>Select the patient data to save.</translation>
+    </message>
 </context>
 <context>
     <name>PatientQueryForm</name>

@@ -218,6 +218,21 @@ No value asks for records without the field.</source>
     </message>
 </context>
 <context>
+    <name>DeletionNotice</name>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Deleting the selected records and their files…</source>
+        <translation>正在删除所选记录及其文件…</translation>
+    </message>
+    <message>
+        <source>Progress of the deletion</source>
+        <translation>删除进度</translation>
+    </message>
+</context>
+<context>
     <name>DirectoryViewer</name>
     <message>
         <source>确定</source>
@@ -418,6 +433,40 @@ No value asks for records without the field.</source>
     <message>
         <source>PatientTree</source>
         <translation>患者树</translation>
+    </message>
+    <message>
+        <source>The deletion could not be finished: %1
+The next start finishes it.</source>
+        <translation>删除未能完成: %1
+下次启动时会继续完成。</translation>
+    </message>
+    <message>
+        <source>Nothing was deleted: %1</source>
+        <translation>未删除任何内容: %1</translation>
+    </message>
+    <message>
+        <source>删除警告</source>
+        <translation>删除警告</translation>
+    </message>
+    <message>
+        <source>数据正在上传中，请勿删除!</source>
+        <translation>数据正在上传中，请勿删除!</translation>
+    </message>
+    <message>
+        <source>警告</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>请选择至少一个病人数据!</source>
+        <translation>请选择至少一个病人数据!</translation>
+    </message>
+    <message>
+        <source>确定要删除病人数据吗?</source>
+        <translation>确定要删除病人数据吗?</translation>
+    </message>
+    <message>
+        <source>请选择要保存的病人数据!</source>
+        <translation>请选择要保存的病人数据!</translation>
     </message>
 </context>
 <context>

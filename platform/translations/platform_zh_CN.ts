@@ -248,6 +248,41 @@
     </message>
 </context>
 <context>
+    <name>DestinationList</name>
+    <message>
+        <source>Destinations</source>
+        <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>AE title</source>
+        <translation>AE 标题</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Connection</source>
+        <translation>连接</translation>
+    </message>
+    <message>
+        <source>&amp;Check Connection</source>
+        <translation>检查连接(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Ask the checked destinations, or all where none is checked, whether they answer</source>
+        <translation>询问勾选的目标节点是否应答；未勾选时询问全部</translation>
+    </message>
+    <message>
+        <source>Asking…</source>
+        <translation>正在询问…</translation>
+    </message>
+</context>
+<context>
     <name>DestinationsPage</name>
     <message>
         <source>DICOM Destinations</source>
@@ -290,32 +325,20 @@
         <translation>新目标节点</translation>
     </message>
     <message>
-        <source>A destination needs a name.</source>
-        <translation>目标节点需要名称。</translation>
-    </message>
-    <message>
-        <source>The name %1 of a destination has a character that is not allowed.</source>
-        <translation>目标节点名称 %1 含有不允许的字符。</translation>
-    </message>
-    <message>
-        <source>Two destinations are called %1.</source>
-        <translation>有两个目标节点都名为 %1。</translation>
-    </message>
-    <message>
-        <source>The AE title of %1 must be 1 to 16 characters of plain ASCII without backslash.</source>
-        <translation>%1 的 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
-    </message>
-    <message>
-        <source>The destination %1 needs an address.</source>
-        <translation>目标节点 %1 需要地址。</translation>
-    </message>
-    <message>
-        <source>The port of %1 must be 1 to 65535.</source>
-        <translation>%1 的端口必须在 1 到 65535 之间。</translation>
-    </message>
-    <message>
         <source>none</source>
         <translation>无</translation>
+    </message>
+    <message>
+        <source>&amp;Check Connection</source>
+        <translation>检查连接(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Ask this destination whether it answers</source>
+        <translation>询问此目标节点是否应答</translation>
+    </message>
+    <message>
+        <source>Asking…</source>
+        <translation>正在询问…</translation>
     </message>
 </context>
 <context>
@@ -679,6 +702,22 @@
         <source>The index %1 could not be upgraded; it was left as it is</source>
         <translation>索引 %1 无法升级；未作任何更改</translation>
     </message>
+    <message>
+        <source>Encrypted in its archive</source>
+        <translation>在压缩包中已加密</translation>
+    </message>
+    <message>
+        <source>Damaged in its archive, or the archive itself is damaged</source>
+        <translation>在压缩包中已损坏，或压缩包本身已损坏</translation>
+    </message>
+    <message>
+        <source>An archive too deep within archives</source>
+        <translation>压缩包嵌套层数过多</translation>
+    </message>
+    <message>
+        <source>The archive grows beyond all measure and was left here</source>
+        <translation>压缩包解压后过大，未继续解压</translation>
+    </message>
 </context>
 <context>
     <name>IndexCare</name>
@@ -888,6 +927,446 @@
     <message>
         <source>Import</source>
         <translation>导入</translation>
+    </message>
+</context>
+<context>
+    <name>PlainTableView</name>
+    <message>
+        <source>&amp;Copy Rows</source>
+        <translation>复制行(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>ReceivePage</name>
+    <message>
+        <source>Receiving</source>
+        <translation>接收</translation>
+    </message>
+    <message>
+        <source>&amp;Receive images that others send</source>
+        <translation>接收其他设备发送的图像(&amp;R)</translation>
+    </message>
+    <message>
+        <source>anybody</source>
+        <translation>任意发送方</translation>
+    </message>
+    <message>
+        <source>Take objects of &amp;private classes too</source>
+        <translation>也接收私有类的对象(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Our AE &amp;title:</source>
+        <translation>本机 AE 标题(&amp;T):</translation>
+    </message>
+    <message>
+        <source>Reac&amp;hable from:</source>
+        <translation>可访问范围(&amp;H):</translation>
+    </message>
+    <message>
+        <source>&amp;Port:</source>
+        <translation>端口(&amp;P):</translation>
+    </message>
+    <message>
+        <source>&amp;Senders:</source>
+        <translation>发送方(&amp;S):</translation>
+    </message>
+    <message>
+        <source>Senders are AE titles, parted by commas. Received images are kept in the store beside the index. Takes effect at once; our AE title is also the one that we send under.</source>
+        <translation>发送方为 AE 标题，以逗号分隔。接收的图像保存在索引旁的存储区。立即生效；本机发送时也使用此 AE 标题。</translation>
+    </message>
+    <message>
+        <source>this computer only</source>
+        <translation>仅本机</translation>
+    </message>
+    <message>
+        <source>the whole network</source>
+        <translation>整个网络</translation>
+    </message>
+    <message>
+        <source>Our AE title must be 1 to 16 characters of plain ASCII without backslash.</source>
+        <translation>本机 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
+    </message>
+    <message>
+        <source>%1 is no numeric address.</source>
+        <translation>%1 不是数字形式的地址。</translation>
+    </message>
+    <message>
+        <source>The port must be 1 to 65535.</source>
+        <translation>端口必须在 1 到 65535 之间。</translation>
+    </message>
+    <message>
+        <source>Each sender must be an AE title of 1 to 16 characters of plain ASCII without backslash.</source>
+        <translation>每个发送方必须是 1 到 16 个不含反斜杠的 ASCII 字符的 AE 标题。</translation>
+    </message>
+</context>
+<context>
+    <name>SendFailureModel</name>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+</context>
+<context>
+    <name>SendProgressPanel</name>
+    <message>
+        <source>Progress of the send</source>
+        <translation>发送进度</translation>
+    </message>
+    <message>
+        <source>Sends</source>
+        <translation>发送任务</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Sent</source>
+        <translation>已发送</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Ca&amp;ncel Send</source>
+        <translation>取消发送(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Send no more to the destination of this line; what it has taken stays there</source>
+        <translation>不再向此行的目标节点发送；已接收的内容保留在对方</translation>
+    </message>
+    <message>
+        <source>&amp;Retry Failed</source>
+        <translation>重试失败项(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Send again what the destination of this line did not take</source>
+        <translation>重新发送此行目标节点未接收的内容</translation>
+    </message>
+    <message>
+        <source>Images that were not taken</source>
+        <translation>未被接收的图像</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n taken with a warning</source>
+        <translation>
+            <numerusform>%n 幅已接收但有警告</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n skipped: no DICOM file</source>
+        <translation>
+            <numerusform>已跳过 %n 个: 不是 DICOM 文件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>N&amp;ot taken: %1</source>
+        <translation>未被接收(&amp;O): %1</translation>
+    </message>
+</context>
+<context>
+    <name>TransferText</name>
+    <message>
+        <source>The address, port or AE title of the destination is not valid</source>
+        <translation>目标节点的地址、端口或 AE 标题无效</translation>
+    </message>
+    <message>
+        <source>Its name is not known on this network</source>
+        <translation>在此网络中找不到该主机名</translation>
+    </message>
+    <message>
+        <source>Nothing listens at that address and port</source>
+        <translation>该地址和端口上没有服务在监听</translation>
+    </message>
+    <message>
+        <source>There is no way to that address</source>
+        <translation>无法到达该地址</translation>
+    </message>
+    <message>
+        <source>It did not answer in time</source>
+        <translation>对方未在规定时间内应答</translation>
+    </message>
+    <message>
+        <source>It does not know the AE title of this workstation</source>
+        <translation>对方不认识本工作站的 AE 标题</translation>
+    </message>
+    <message>
+        <source>It does not go by this AE title</source>
+        <translation>对方的 AE 标题与此不符</translation>
+    </message>
+    <message>
+        <source>It is too busy at the moment</source>
+        <translation>对方目前过于繁忙</translation>
+    </message>
+    <message>
+        <source>It rejected the connection</source>
+        <translation>对方拒绝了连接</translation>
+    </message>
+    <message>
+        <source>It takes none of the kinds of data that were offered</source>
+        <translation>对方不接收所提供的任何数据类型</translation>
+    </message>
+    <message>
+        <source>It broke off the transfer</source>
+        <translation>对方中断了传输</translation>
+    </message>
+    <message>
+        <source>The connection was lost</source>
+        <translation>连接已断开</translation>
+    </message>
+    <message>
+        <source>Stopped</source>
+        <translation>已停止</translation>
+    </message>
+    <message>
+        <source>Its answer could not be understood</source>
+        <translation>无法理解对方的应答</translation>
+    </message>
+    <message>
+        <source>Accepted</source>
+        <translation>已接收</translation>
+    </message>
+    <message>
+        <source>A value is not valid</source>
+        <translation>某个值无效</translation>
+    </message>
+    <message>
+        <source>Processing failed there</source>
+        <translation>对方处理失败</translation>
+    </message>
+    <message>
+        <source>It has this object already</source>
+        <translation>对方已有此对象</translation>
+    </message>
+    <message>
+        <source>The object&apos;s identifier is not valid</source>
+        <translation>对象的标识符无效</translation>
+    </message>
+    <message>
+        <source>It does not take objects of this kind</source>
+        <translation>对方不接收此类对象</translation>
+    </message>
+    <message>
+        <source>Not authorized</source>
+        <translation>未获授权</translation>
+    </message>
+    <message>
+        <source>Accepted, with values changed there</source>
+        <translation>已接收，但对方更改了部分值</translation>
+    </message>
+    <message>
+        <source>Accepted, with values left out there</source>
+        <translation>已接收，但对方舍弃了部分值</translation>
+    </message>
+    <message>
+        <source>Accepted, though the data do not fit their kind</source>
+        <translation>已接收，但数据与其类型不符</translation>
+    </message>
+    <message>
+        <source>Out of resources</source>
+        <translation>对方资源不足</translation>
+    </message>
+    <message>
+        <source>The data do not fit their kind</source>
+        <translation>数据与其类型不符</translation>
+    </message>
+    <message>
+        <source>Accepted, with a warning</source>
+        <translation>已接收，但有警告</translation>
+    </message>
+    <message>
+        <source>It cannot understand the data</source>
+        <translation>对方无法理解数据</translation>
+    </message>
+    <message>
+        <source>Refused</source>
+        <translation>被拒绝</translation>
+    </message>
+    <message>
+        <source>The file does not exist any more</source>
+        <translation>文件已不存在</translation>
+    </message>
+    <message>
+        <source>The file cannot be read</source>
+        <translation>无法读取文件</translation>
+    </message>
+    <message>
+        <source>No DICOM object</source>
+        <translation>不是 DICOM 对象</translation>
+    </message>
+    <message>
+        <source>It takes neither the compression of this object nor uncompressed objects</source>
+        <translation>对方既不接收此对象的压缩方式，也不接收未压缩的对象</translation>
+    </message>
+    <message>
+        <source>It takes uncompressed objects only, and this one is too large to be decompressed</source>
+        <translation>对方只接收未压缩的对象，而此对象过大，无法解压</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>what happened: in the system&apos;s words</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>meaning of a status (its hexadecimal number)</comment>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>等待中</translation>
+    </message>
+    <message>
+        <source>Sending</source>
+        <translation>正在发送</translation>
+    </message>
+    <message>
+        <source>Paused</source>
+        <translation>已暂停</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>已完成</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>已取消</translation>
+    </message>
+    <message>
+        <source>Answers (%1 ms)</source>
+        <translation>有应答 (%1 毫秒)</translation>
+    </message>
+    <message>
+        <source>A destination needs a name.</source>
+        <translation>目标节点需要名称。</translation>
+    </message>
+    <message>
+        <source>The name %1 of a destination has a character that is not allowed.</source>
+        <translation>目标节点名称 %1 含有不允许的字符。</translation>
+    </message>
+    <message>
+        <source>Two destinations are called %1.</source>
+        <translation>有两个目标节点都名为 %1。</translation>
+    </message>
+    <message>
+        <source>The AE title of %1 must be 1 to 16 characters of plain ASCII without backslash.</source>
+        <translation>%1 的 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
+    </message>
+    <message>
+        <source>The destination %1 needs an address.</source>
+        <translation>目标节点 %1 需要地址。</translation>
+    </message>
+    <message>
+        <source>The port of %1 must be 1 to 65535.</source>
+        <translation>%1 的端口必须在 1 到 65535 之间。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images sent</source>
+        <translation>已发送 %1 / %2 幅图像</translation>
+    </message>
+    <message>
+        <source>%1, %2 failed</source>
+        <translation>%1，%2 幅失败</translation>
+    </message>
+    <message>
+        <source>%1 images/s</source>
+        <translation>%1 幅/秒</translation>
+    </message>
+    <message>
+        <source>%1 images/s, %2 left</source>
+        <translation>%1 幅/秒，剩余 %2</translation>
+    </message>
+</context>
+<context>
+    <name>dicomSend</name>
+    <message>
+        <source>Send Images</source>
+        <translation>发送图像</translation>
+    </message>
+    <message>
+        <source>What is sent</source>
+        <translation>发送内容</translation>
+    </message>
+    <message>
+        <source>Patients whose images are sent</source>
+        <translation>要发送图像的患者</translation>
+    </message>
+    <message>
+        <source>Patient</source>
+        <translation>患者</translation>
+    </message>
+    <message>
+        <source>Modality</source>
+        <translation>设备类型</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Where to</source>
+        <translation>发送到</translation>
+    </message>
+    <message>
+        <source>Se&amp;t Up Destinations…</source>
+        <translation>设置目标节点(&amp;T)…</translation>
+    </message>
+    <message>
+        <source>&amp;Send</source>
+        <translation>发送(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>What is being sent goes on</source>
+        <translation>正在进行的发送会继续</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(无姓名)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n patient(s)</source>
+        <translation>
+            <numerusform>%n 位患者</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation>
+            <numerusform>%n 个文件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Nothing that has images is selected.</source>
+        <translation>所选内容没有图像。</translation>
+    </message>
+    <message>
+        <source>No destination is set up.</source>
+        <translation>尚未设置目标节点。</translation>
+    </message>
+    <message>
+        <source>Check at least one destination.</source>
+        <translation>请至少勾选一个目标节点。</translation>
+    </message>
+    <message>
+        <source>These images are on their way. Choose others, or another destination, to send more.</source>
+        <translation>这些图像已在发送中。如需继续发送，请选择其他图像或其他目标节点。</translation>
     </message>
 </context>
 <context>

@@ -135,6 +135,309 @@
         <source>&amp;Settings…</source>
         <translation>设置(&amp;S)…</translation>
     </message>
+    <message>
+        <source>Import &amp;Files…</source>
+        <translation>导入文件(&amp;F)…</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveModel</name>
+    <message>
+        <source>Patient, study, series</source>
+        <translation>患者、检查、序列</translation>
+    </message>
+    <message>
+        <source>ID, accession number</source>
+        <translation>编号、检查号</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>日期</translation>
+    </message>
+    <message>
+        <source>Modality</source>
+        <translation>设备类型</translation>
+    </message>
+    <message>
+        <source>Series</source>
+        <translation>序列</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>In the index</source>
+        <translation>索引中</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(无姓名)</translation>
+    </message>
+    <message>
+        <source>Birth date</source>
+        <translation>出生日期</translation>
+    </message>
+    <message>
+        <source>(no description)</source>
+        <translation>(无描述)</translation>
+    </message>
+    <message>
+        <source>No series</source>
+        <translation>没有序列</translation>
+    </message>
+    <message>
+        <source>Asking the archive…</source>
+        <translation>正在询问归档服务器…</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveQuestionForm</name>
+    <message>
+        <source>Patient &amp;name:</source>
+        <translation>患者姓名(&amp;N):</translation>
+    </message>
+    <message>
+        <source>Patient name</source>
+        <translation>患者姓名</translation>
+    </message>
+    <message>
+        <source>Words of the name, in any order and case</source>
+        <translation>姓名中的词，顺序和大小写不限</translation>
+    </message>
+    <message>
+        <source>Patient &amp;ID:</source>
+        <translation>患者编号(&amp;I):</translation>
+    </message>
+    <message>
+        <source>Patient ID</source>
+        <translation>患者编号</translation>
+    </message>
+    <message>
+        <source>The whole ID; * stands for any text</source>
+        <translation>完整的编号；* 代表任意文本</translation>
+    </message>
+    <message>
+        <source>&amp;Birth date:</source>
+        <translation>出生日期(&amp;B):</translation>
+    </message>
+    <message>
+        <source>Birth date</source>
+        <translation>出生日期</translation>
+    </message>
+    <message>
+        <source>A date, such as %1</source>
+        <translation>日期，例如 %1</translation>
+    </message>
+    <message>
+        <source>&amp;Accession number:</source>
+        <translation>检查号(&amp;A):</translation>
+    </message>
+    <message>
+        <source>Accession number</source>
+        <translation>检查号</translation>
+    </message>
+    <message>
+        <source>The whole number; * stands for any text</source>
+        <translation>完整的检查号；* 代表任意文本</translation>
+    </message>
+    <message>
+        <source>Study &amp;description:</source>
+        <translation>检查描述(&amp;D):</translation>
+    </message>
+    <message>
+        <source>Study description</source>
+        <translation>检查描述</translation>
+    </message>
+    <message>
+        <source>Words of the description</source>
+        <translation>描述中的词</translation>
+    </message>
+    <message>
+        <source>Modality</source>
+        <translation>设备类型</translation>
+    </message>
+    <message>
+        <source>One or several, parted by blanks; empty for all</source>
+        <translation>一个或多个，以空格分隔；留空表示全部</translation>
+    </message>
+    <message>
+        <source>&amp;Modality:</source>
+        <translation>设备类型(&amp;M):</translation>
+    </message>
+    <message>
+        <source>Study date</source>
+        <translation>检查日期</translation>
+    </message>
+    <message>
+        <source>When the study was made</source>
+        <translation>进行检查的日期</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>全部</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>今天</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>昨天</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>近 7 天</translation>
+    </message>
+    <message>
+        <source>Last 30 days</source>
+        <translation>近 30 天</translation>
+    </message>
+    <message>
+        <source>Between</source>
+        <translation>日期范围</translation>
+    </message>
+    <message>
+        <source>First day</source>
+        <translation>起始日期</translation>
+    </message>
+    <message>
+        <source>Last day</source>
+        <translation>截止日期</translation>
+    </message>
+    <message>
+        <source>Study da&amp;te:</source>
+        <translation>检查日期(&amp;T):</translation>
+    </message>
+    <message>
+        <source>f&amp;rom:</source>
+        <translation>从(&amp;R):</translation>
+    </message>
+    <message>
+        <source>t&amp;o:</source>
+        <translation>到(&amp;O):</translation>
+    </message>
+    <message>
+        <source>The birth date is no date. %1</source>
+        <translation>出生日期无效。%1</translation>
+    </message>
+    <message>
+        <source>The first day is after the last one.</source>
+        <translation>起始日期晚于截止日期。</translation>
+    </message>
+</context>
+<context>
+    <name>ArchiveText</name>
+    <message>
+        <source>The archive does not know this workstation as a destination</source>
+        <translation>归档服务器未将本工作站登记为目标节点</translation>
+    </message>
+    <message>
+        <source>The archive is out of resources</source>
+        <translation>归档服务器资源不足</translation>
+    </message>
+    <message>
+        <source>The archive does not understand the question</source>
+        <translation>归档服务器无法理解此查询</translation>
+    </message>
+    <message>
+        <source>The archive does not offer this service</source>
+        <translation>归档服务器不提供此服务</translation>
+    </message>
+    <message>
+        <source>The archive does not allow it</source>
+        <translation>归档服务器不允许此操作</translation>
+    </message>
+    <message>
+        <source>The archive has refused or failed</source>
+        <translation>归档服务器已拒绝或发生故障</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s) not sent or not taken</source>
+        <translation>
+            <numerusform>%n 幅图像未发送或未被接收</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1: %2, …</source>
+        <translation>%1: %2, …</translation>
+    </message>
+    <message>
+        <source>The search was stopped</source>
+        <translation>搜索已停止</translation>
+    </message>
+    <message>
+        <source>The archive has no such study.</source>
+        <translation>归档服务器中没有这样的检查。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n study(ies) found.</source>
+        <translation>
+            <numerusform>找到 %n 个检查。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1. %2</source>
+        <translation>%1。%2</translation>
+    </message>
+    <message>
+        <source>%1 There may be more: the archive was stopped there. Ask for less.</source>
+        <translation>%1可能还有更多: 结果过多，查询在此停止。请缩小查询范围。</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1%2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n answer(s) could not be read.</source>
+        <translation>
+            <numerusform>有 %n 个应答无法读取。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>等待中</translation>
+    </message>
+    <message>
+        <source>Running</source>
+        <translation>正在进行</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>已取消</translation>
+    </message>
+    <message>
+        <source>Retrieved</source>
+        <translation>已获取</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>%1 of %2 images</source>
+        <translation>%1 / %2 幅图像</translation>
+    </message>
+    <message>
+        <source>The archive can only send the images to this workstation: switch receiving on in the settings, and tell the archive of it</source>
+        <translation>归档服务器只能将图像发送到本工作站: 请在设置中开启接收，并在归档服务器上登记本工作站</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>是</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
@@ -184,6 +487,112 @@
     </message>
 </context>
 <context>
+    <name>DeletionController</name>
+    <message>
+        <source>Select patients, studies or series first</source>
+        <translation>请先选择患者、检查或序列</translation>
+    </message>
+    <message>
+        <source>Delete %1</source>
+        <translation>删除 %1</translation>
+    </message>
+    <message>
+        <source>Export %1</source>
+        <translation>导出 %1</translation>
+    </message>
+    <message>
+        <source>Send %1</source>
+        <translation>发送 %1</translation>
+    </message>
+    <message>
+        <source>Deleted; %1 files were removed</source>
+        <translation>已删除；移除了 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Removed from the store, as no record names it: %1</source>
+        <translation>已从存储区移除，因为没有对应的记录: %1</translation>
+    </message>
+    <message>
+        <source>Stays in the store, though no record names it: %1</source>
+        <translation>保留在存储区，但没有对应的记录: %1</translation>
+    </message>
+    <message>
+        <source>%1 files of the store belong to no record and stay; the log names them</source>
+        <translation>存储区中有 %1 个文件不属于任何记录，已保留；日志中列有其名称</translation>
+    </message>
+    <message>
+        <source>%1 files of the store belonged to no record and were removed; the log names them</source>
+        <translation>存储区中有 %1 个文件不属于任何记录，已移除；日志中列有其名称</translation>
+    </message>
+</context>
+<context>
+    <name>DeletionLeftovers</name>
+    <message>
+        <source>The folder or the file is locked for you.</source>
+        <translation>您没有修改此文件夹或文件的权限。</translation>
+    </message>
+    <message>
+        <source>The disk can only be read.</source>
+        <translation>磁盘为只读。</translation>
+    </message>
+    <message>
+        <source>It is a folder.</source>
+        <translation>这是一个文件夹。</translation>
+    </message>
+    <message>
+        <source>Another program uses it.</source>
+        <translation>正被其他程序使用。</translation>
+    </message>
+    <message>
+        <source>&amp;Try Again</source>
+        <translation>重试(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Files That Could Not Be Removed</source>
+        <translation>未能移除的文件</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Files that could not be removed</source>
+        <translation>未能移除的文件</translation>
+    </message>
+    <message>
+        <source>Each file that is still on the disk, and why</source>
+        <translation>仍在磁盘上的每个文件及其原因</translation>
+    </message>
+    <message>
+        <source>Try to remove these files once more</source>
+        <translation>再次尝试移除这些文件</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Leave these files where they are</source>
+        <translation>将这些文件保留在原处</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>All of these files have been removed.</source>
+        <translation>这些文件已全部移除。</translation>
+    </message>
+    <message>
+        <source>The records are deleted, but %1 of their files are still on the disk. Remove what locks them and try again.</source>
+        <translation>记录已删除，但其中 %1 个文件仍在磁盘上。请解除对它们的锁定后重试。</translation>
+    </message>
+</context>
+<context>
     <name>EditController</name>
     <message>
         <source>&amp;Edit Cell</source>
@@ -199,6 +608,281 @@
     </message>
 </context>
 <context>
+    <name>ExportController</name>
+    <message>
+        <source>Export &amp;As…</source>
+        <translation>导出为(&amp;A)…</translation>
+    </message>
+    <message>
+        <source>Export what is selected as folders, as a ZIP archive or with a DICOMDIR</source>
+        <translation>将所选内容导出为文件夹、ZIP 压缩包或带 DICOMDIR 的介质</translation>
+    </message>
+    <message>
+        <source>Show the export</source>
+        <translation>显示导出</translation>
+    </message>
+    <message>
+        <source>Exported %1</source>
+        <translation>已导出 %1</translation>
+    </message>
+    <message>
+        <source>An export did not go well</source>
+        <translation>有导出未全部成功</translation>
+    </message>
+    <message>
+        <source>Export: %1 of %2 files</source>
+        <translation>导出: %1 / %2 个文件</translation>
+    </message>
+    <message numerus="yes">
+        <source>, %n waiting</source>
+        <translation>
+            <numerusform>，另有 %n 个等待中</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ExportDialog</name>
+    <message>
+        <source>Export As</source>
+        <translation>导出为</translation>
+    </message>
+    <message>
+        <source>%1, being counted…</source>
+        <translation>%1，正在统计…</translation>
+    </message>
+    <message>
+        <source>&amp;Read everything back and compare it</source>
+        <translation>全部读回并比较(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Compress what becomes smaller by it</source>
+        <translation>压缩可缩小的文件(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>导出(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation>导出形式</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose…</source>
+        <translation>选择(&amp;H)…</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>&amp;Archive:</source>
+        <translation>压缩包(&amp;A):</translation>
+    </message>
+    <message>
+        <source>&amp;Folder:</source>
+        <translation>文件夹(&amp;F):</translation>
+    </message>
+    <message>
+        <source>Archive to make</source>
+        <translation>要创建的压缩包</translation>
+    </message>
+    <message>
+        <source>Folder to export to</source>
+        <translation>导出到的文件夹</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <comment>the name of an archive</comment>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>ZIP archives (*.zip)</source>
+        <translation>ZIP 压缩包 (*.zip)</translation>
+    </message>
+    <message>
+        <source>Choose where to export to.</source>
+        <translation>请选择导出位置。</translation>
+    </message>
+    <message>
+        <source>There is no folder %1.</source>
+        <translation>没有文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>Name the archive to make.</source>
+        <translation>请指定要创建的压缩包的名称。</translation>
+    </message>
+    <message>
+        <source>The folder %1 cannot be written.</source>
+        <translation>无法写入文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>Replace the archive %1?</source>
+        <translation>是否替换压缩包 %1?</translation>
+    </message>
+</context>
+<context>
+    <name>ExportProgressDialog</name>
+    <message>
+        <source>Export to %1</source>
+        <translation>导出到 %1</translation>
+    </message>
+    <message>
+        <source>Progress of the export</source>
+        <translation>导出进度</translation>
+    </message>
+    <message>
+        <source>Files that did not go well</source>
+        <translation>未成功的文件</translation>
+    </message>
+    <message>
+        <source>&amp;Open Folder</source>
+        <translation>打开文件夹(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Try Again</source>
+        <translation>重试(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel Export</source>
+        <translation>取消导出(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Waiting for another export to end…</source>
+        <translation>正在等待其他导出结束…</translation>
+    </message>
+    <message>
+        <source>%1 of %2 files, %3 of %4, %5/s</source>
+        <translation>%1 / %2 个文件，%3 / %4，%5/秒</translation>
+    </message>
+    <message numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>另有 %n 个</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ExportText</name>
+    <message>
+        <source>%1: %2</source>
+        <comment>what happened: in the system&apos;s words</comment>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>the file is not there</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>无法读取文件</translation>
+    </message>
+    <message>
+        <source>the file changed while it was read</source>
+        <translation>文件在读取过程中发生了变化</translation>
+    </message>
+    <message>
+        <source>the copy cannot be written</source>
+        <translation>无法写入副本</translation>
+    </message>
+    <message>
+        <source>the copy is not what was written</source>
+        <translation>副本与写入的内容不一致</translation>
+    </message>
+    <message>
+        <source>copied, but the DICOMDIR cannot list it</source>
+        <translation>已复制，但无法列入 DICOMDIR</translation>
+    </message>
+    <message>
+        <source>something of its name is there already</source>
+        <translation>目标位置已有同名项</translation>
+    </message>
+    <message>
+        <source>Exported %1.</source>
+        <translation>已导出 %1。</translation>
+    </message>
+    <message numerus="yes">
+        <source>Not everything went well: %n file(s).</source>
+        <translation>
+            <numerusform>有 %n 个文件未成功。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The disk is full. Nothing was left there.</source>
+        <translation>磁盘已满。目标位置未留下任何内容。</translation>
+    </message>
+    <message>
+        <source>There is not enough room: %1 are needed, %2 are free.</source>
+        <translation>空间不足: 需要 %1，可用 %2。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s), %1</source>
+        <translation>
+            <numerusform>%n 个文件，%1</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Folders with &amp;numbers, as Export makes them</source>
+        <translation>以编号命名的文件夹(&amp;N)，与“导出”相同</translation>
+    </message>
+    <message>
+        <source>Folders with the &amp;names of patients, studies and series</source>
+        <translation>以患者、检查和序列名称命名的文件夹(&amp;N)</translation>
+    </message>
+    <message>
+        <source>One &amp;ZIP archive</source>
+        <translation>一个 ZIP 压缩包(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>DICOM &amp;media with a DICOMDIR, for a disc or a stick</source>
+        <translation>带 DICOMDIR 的 DICOM 介质(&amp;M)，用于光盘或 U 盘</translation>
+    </message>
+    <message>
+        <source>Looking up the files…</source>
+        <translation>正在查找文件…</translation>
+    </message>
+    <message>
+        <source>Copying…</source>
+        <translation>正在复制…</translation>
+    </message>
+    <message>
+        <source>Reading back and comparing…</source>
+        <translation>正在读回并比较…</translation>
+    </message>
+    <message>
+        <source>Finishing…</source>
+        <translation>正在完成…</translation>
+    </message>
+    <message>
+        <source>The export was cancelled. Nothing was left there.</source>
+        <translation>导出已取消。目标位置未留下任何内容。</translation>
+    </message>
+    <message>
+        <source>The index cannot be read</source>
+        <translation>无法读取索引</translation>
+    </message>
+    <message>
+        <source>What is selected has no files.</source>
+        <translation>所选内容没有文件。</translation>
+    </message>
+    <message>
+        <source>Nothing can be written to %1</source>
+        <translation>无法写入 %1</translation>
+    </message>
+    <message>
+        <source>The folder %1 has a DICOMDIR or a folder DICOM already. Choose another folder.</source>
+        <translation>文件夹 %1 中已有 DICOMDIR 或名为 DICOM 的文件夹。请选择其他文件夹。</translation>
+    </message>
+    <message>
+        <source>What was read back is not what was written. Nothing was left there; the disk or the stick may be damaged.</source>
+        <translation>读回的内容与写入的不一致。目标位置未留下任何内容；磁盘或 U 盘可能已损坏。</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>a file: what is the matter with it</comment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
     <name>ImportCentre</name>
     <message>
         <source>Importing…</source>
@@ -211,6 +895,59 @@
     <message>
         <source>Importing %1 of %2 files</source>
         <translation>正在导入 %1 / %2 个文件</translation>
+    </message>
+</context>
+<context>
+    <name>JobText</name>
+    <message numerus="yes">
+        <source>%n file(s) skipped: not DICOM</source>
+        <translation>
+            <numerusform>已跳过 %n 个文件: 不是 DICOM 文件</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n taken with a warning</source>
+        <translation>
+            <numerusform>%n 幅已接收但有警告</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Chosen images</source>
+        <translation>选择的图像</translation>
+    </message>
+    <message>
+        <source>Forwarded import</source>
+        <translation>转发的导入</translation>
+    </message>
+    <message>
+        <source>%1. Tried again at %2</source>
+        <translation>%1。将于 %2 重试</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) still to be looked at</source>
+        <translation>
+            <numerusform>还有 %n 个文件待检查</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Waiting</source>
+        <translation>等待中</translation>
+    </message>
+    <message>
+        <source>Being sent</source>
+        <translation>正在发送</translation>
+    </message>
+    <message>
+        <source>Taken with a warning</source>
+        <translation>已接收但有警告</translation>
+    </message>
+    <message>
+        <source>Taken</source>
+        <translation>已接收</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>失败</translation>
     </message>
 </context>
 <context>
@@ -683,6 +1420,253 @@
     </message>
 </context>
 <context>
+    <name>QueryRetrieveWindow</name>
+    <message>
+        <source>Query/Retrieve</source>
+        <translation>查询/获取</translation>
+    </message>
+    <message>
+        <source>Archive</source>
+        <translation>归档服务器</translation>
+    </message>
+    <message>
+        <source>One of the DICOM destinations of the settings</source>
+        <translation>设置中的 DICOM 目标节点之一</translation>
+    </message>
+    <message>
+        <source>Arc&amp;hive:</source>
+        <translation>归档服务器(&amp;H):</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>搜索(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Ask the archive</source>
+        <translation>询问归档服务器</translation>
+    </message>
+    <message>
+        <source>Sto&amp;p</source>
+        <translation>停止(&amp;P)</translation>
+    </message>
+    <message>
+        <source>End the search; what was found stays</source>
+        <translation>结束搜索；已找到的内容会保留</translation>
+    </message>
+    <message>
+        <source>Clear &amp;fields</source>
+        <translation>清空条件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Empty all fields of the search</source>
+        <translation>清空所有搜索条件</translation>
+    </message>
+    <message>
+        <source>Clear fields</source>
+        <translation>清空条件</translation>
+    </message>
+    <message>
+        <source>Found in the archive</source>
+        <translation>归档服务器中找到的内容</translation>
+    </message>
+    <message>
+        <source>Enter retrieves what is chosen</source>
+        <translation>按回车键获取所选内容</translation>
+    </message>
+    <message>
+        <source>Retrie&amp;ve</source>
+        <translation>获取(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Bring what is chosen into the index</source>
+        <translation>将所选内容获取到索引</translation>
+    </message>
+    <message>
+        <source>No archive is configured. Add it to the DICOM destinations of the settings.</source>
+        <translation>尚未配置归档服务器。请在设置的 DICOM 目标节点中添加。</translation>
+    </message>
+    <message>
+        <source>Asking %1…</source>
+        <translation>正在询问 %1…</translation>
+    </message>
+</context>
+<context>
+    <name>ReceiveController</name>
+    <message>
+        <source>%1 wanted to send, but is not among the senders.</source>
+        <translation>%1 请求发送，但不在发送方列表中。</translation>
+    </message>
+    <message>
+        <source>%1 called us by another AE title: %2</source>
+        <translation>%1 呼叫的 AE 标题不是本机的: %2</translation>
+    </message>
+    <message>
+        <source>A sender was turned away: too many send at once.</source>
+        <translation>已拒绝一个发送方: 同时发送的过多。</translation>
+    </message>
+    <message>
+        <source>The disk is full.</source>
+        <translation>磁盘已满。</translation>
+    </message>
+    <message>
+        <source>An image could not be written: %1</source>
+        <translation>有图像无法写入: %1</translation>
+    </message>
+    <message>
+        <source>%1 sent an image under a wrong name: %2</source>
+        <translation>%1 发送的图像与其声明的标识不符: %2</translation>
+    </message>
+    <message>
+        <source>%1 sent what cannot be indexed: %2</source>
+        <translation>%1 发送了无法索引的内容: %2</translation>
+    </message>
+    <message>
+        <source>%1 broke off in the middle of an image.</source>
+        <translation>%1 在图像传输中途中断。</translation>
+    </message>
+    <message>
+        <source>Other content came under a known identifier and was kept aside: %1</source>
+        <translation>收到已有标识符下的不同内容，已另行保存: %1</translation>
+    </message>
+    <message>
+        <source>Received images wait, since the index takes none: %1</source>
+        <translation>索引无法写入，已接收的图像正在等待: %1</translation>
+    </message>
+    <message>
+        <source>Cannot receive</source>
+        <translation>无法接收</translation>
+    </message>
+    <message>
+        <source>%1 received images wait for the index</source>
+        <translation>%1 幅已接收的图像等待写入索引</translation>
+    </message>
+    <message>
+        <source>Receiving… %1</source>
+        <translation>正在接收… %1</translation>
+    </message>
+    <message>
+        <source>Received %1</source>
+        <translation>已接收 %1</translation>
+    </message>
+    <message>
+        <source>Ready to receive</source>
+        <translation>接收就绪</translation>
+    </message>
+    <message>
+        <source>Listening on port %1</source>
+        <translation>正在监听端口 %1</translation>
+    </message>
+    <message>
+        <source>Received: %1, refused: %2, kept aside: %3</source>
+        <translation>已接收: %1，已拒绝: %2，另行保存: %3</translation>
+    </message>
+    <message>
+        <source>Last problem: %1</source>
+        <translation>最近的问题: %1</translation>
+    </message>
+    <message>
+        <source>All problems: %1</source>
+        <translation>所有问题: %1</translation>
+    </message>
+    <message>
+        <source>The address to receive on is none of this computer&apos;s: %1</source>
+        <translation>接收地址不是本机的地址: %1</translation>
+    </message>
+    <message>
+        <source>Another program listens on port %1 already. Choose another port in the settings, or end that program.</source>
+        <translation>已有其他程序在监听端口 %1。请在设置中选择其他端口，或结束该程序。</translation>
+    </message>
+    <message>
+        <source>The system does not let you listen on port %1; ports from 1024 on are usually free.</source>
+        <translation>系统不允许您监听端口 %1；1024 及以上的端口通常可用。</translation>
+    </message>
+    <message>
+        <source>Port %1 cannot be listened on: %2</source>
+        <translation>无法监听端口 %1: %2</translation>
+    </message>
+    <message>
+        <source>Receiving</source>
+        <translation>接收</translation>
+    </message>
+</context>
+<context>
+    <name>RetrievalList</name>
+    <message>
+        <source>Retrieva&amp;ls:</source>
+        <translation>获取任务(&amp;L):</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>取消(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Bring no more of it; what has come stays</source>
+        <translation>不再继续获取；已收到的内容会保留</translation>
+    </message>
+    <message>
+        <source>Retr&amp;y</source>
+        <translation>重试(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Ask for it again; what is in the index already stays as it is</source>
+        <translation>重新请求；索引中已有的内容保持不变</translation>
+    </message>
+    <message>
+        <source>Remove &amp;ended</source>
+        <translation>移除已结束项(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Take what is over off this list</source>
+        <translation>从此列表中移除已结束的任务</translation>
+    </message>
+    <message>
+        <source>Retrievals</source>
+        <translation>获取任务</translation>
+    </message>
+    <message>
+        <source>What is on its way from archives</source>
+        <translation>正从归档服务器获取的内容</translation>
+    </message>
+</context>
+<context>
+    <name>RetrievalModel</name>
+    <message>
+        <source>What</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Archive</source>
+        <translation>归档服务器</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>提示</translation>
+    </message>
+</context>
+<context>
+    <name>RetrieveController</name>
+    <message>
+        <source>&amp;Query/Retrieve…</source>
+        <translation>查询/获取(&amp;Q)…</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Ctrl+R</translation>
+    </message>
+    <message>
+        <source>Search an archive, and bring images from it into the index</source>
+        <translation>搜索归档服务器，并将其图像获取到索引</translation>
+    </message>
+</context>
+<context>
     <name>SearchBar</name>
     <message>
         <source>Find patients: name, ID, birth date, accession number, study (Ctrl+F)</source>
@@ -788,6 +1772,73 @@
     </message>
 </context>
 <context>
+    <name>SendJobModel</name>
+    <message>
+        <source>%1 (%2:%3)</source>
+        <comment>AE title (host:port)</comment>
+        <translation>%1 (%2:%3)</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Destination</source>
+        <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Asked for</source>
+        <translation>请求时间</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Sent</source>
+        <translation>已发送</translation>
+    </message>
+    <message>
+        <source>Notice</source>
+        <translation>提示</translation>
+    </message>
+</context>
+<context>
+    <name>SendLogModel</name>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Attempts</source>
+        <translation>尝试次数</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>SOP instance UID</source>
+        <translation>SOP 实例 UID</translation>
+    </message>
+</context>
+<context>
     <name>StartSequence</name>
     <message>
         <source>Screenshot: %1</source>
@@ -859,6 +1910,118 @@
     </message>
 </context>
 <context>
+    <name>TransferController</name>
+    <message>
+        <source>&amp;Transfers…</source>
+        <translation>传输(&amp;T)…</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+T</source>
+        <translation>Ctrl+Shift+T</translation>
+    </message>
+    <message>
+        <source>Show the transfers</source>
+        <translation>显示传输</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s) could not be sent</source>
+        <translation>
+            <numerusform>%n 幅图像未能发送</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Sends are waiting</source>
+        <translation>有发送任务等待中</translation>
+    </message>
+</context>
+<context>
+    <name>TransfersWindow</name>
+    <message>
+        <source>Transfers</source>
+        <translation>传输</translation>
+    </message>
+    <message>
+        <source>What is not sent when the program ends goes on at its next start. Finished transfers are forgotten after a week.</source>
+        <translation>程序退出时尚未发送的内容会在下次启动后继续发送。已完成的传输在一周后清除。</translation>
+    </message>
+    <message>
+        <source>&amp;Transfers:</source>
+        <translation>传输(&amp;T):</translation>
+    </message>
+    <message>
+        <source>&amp;Pause</source>
+        <translation>暂停(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Send nothing more for now</source>
+        <translation>暂时不再发送</translation>
+    </message>
+    <message>
+        <source>&amp;Resume</source>
+        <translation>继续(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Go on with what was paused</source>
+        <translation>继续已暂停的传输</translation>
+    </message>
+    <message>
+        <source>Retr&amp;y</source>
+        <translation>重试(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Send again what failed, and try a destination that did not answer at once</source>
+        <translation>重新发送失败的内容，并立即重试未应答的目标节点</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel Transfer</source>
+        <translation>取消传输(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Send no more of it; what the destination has taken stays there</source>
+        <translation>不再发送；目标节点已接收的内容保留在对方</translation>
+    </message>
+    <message>
+        <source>Re&amp;move</source>
+        <translation>移除(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Take it off this list, with its log</source>
+        <translation>将其连同日志从此列表中移除</translation>
+    </message>
+    <message>
+        <source>Remove &amp;Finished</source>
+        <translation>移除已完成项(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Take all that ended without failures off this list</source>
+        <translation>从此列表中移除所有无失败且已结束的传输</translation>
+    </message>
+    <message>
+        <source>Objects of the transfer</source>
+        <translation>传输的对象</translation>
+    </message>
+    <message>
+        <source>&amp;Objects:</source>
+        <translation>对象(&amp;O):</translation>
+    </message>
+    <message>
+        <source>O&amp;nly failed ones</source>
+        <translation>仅失败项(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Copy &amp;Log</source>
+        <translation>复制日志(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Put the selected objects, or all where none is selected, on the clipboard</source>
+        <translation>将所选对象复制到剪贴板；未选择时复制全部</translation>
+    </message>
+    <message>
+        <source>The transfers cannot be kept on the disk: %1</source>
+        <translation>传输无法保存到磁盘: %1</translation>
+    </message>
+</context>
+<context>
     <name>TreeController</name>
     <message>
         <source>Patie&amp;nt Tree</source>
@@ -882,6 +2045,13 @@
     <message>
         <source>Brain</source>
         <translation>脑</translation>
+    </message>
+</context>
+<context>
+    <name>WindowClosing</name>
+    <message>
+        <source>Quit</source>
+        <translation>退出</translation>
     </message>
 </context>
 <context>
@@ -938,10 +2108,6 @@ Built with Qt %2</source>
 使用 Qt %2 构建</translation>
     </message>
     <message>
-        <source>Quit</source>
-        <translation>退出</translation>
-    </message>
-    <message>
         <source>An import is running. Stop it and quit? What has been imported stays; importing the same folder again completes it.</source>
         <translation>正在导入。是否停止并退出? 已导入的内容会保留；再次导入同一文件夹即可完成。</translation>
     </message>
@@ -952,6 +2118,22 @@ Built with Qt %2</source>
     <message>
         <source>Stopping…</source>
         <translation>正在停止…</translation>
+    </message>
+    <message>
+        <source>An export is running. Stop it and quit? What it has written so far is removed.</source>
+        <translation>正在导出。是否停止并退出? 目前已写入的内容会被移除。</translation>
+    </message>
+    <message>
+        <source>Images are being retrieved from an archive. Stop that and quit? What has come stays.</source>
+        <translation>正在从归档服务器获取图像。是否停止并退出? 已收到的内容会保留。</translation>
+    </message>
+    <message>
+        <source>Import Files</source>
+        <translation>导入文件</translation>
+    </message>
+    <message>
+        <source>All files (*);;ZIP archives (*.zip)</source>
+        <translation>所有文件 (*);;ZIP 压缩包 (*.zip)</translation>
     </message>
 </context>
 </TS>
