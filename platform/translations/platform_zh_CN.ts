@@ -951,10 +951,6 @@
         <translation>任意发送方</translation>
     </message>
     <message>
-        <source>Take objects of &amp;private classes too</source>
-        <translation>也接收私有类的对象(&amp;P)</translation>
-    </message>
-    <message>
         <source>Our AE &amp;title:</source>
         <translation>本机 AE 标题(&amp;T):</translation>
     </message>
@@ -997,6 +993,10 @@
     <message>
         <source>Each sender must be an AE title of 1 to 16 characters of plain ASCII without backslash.</source>
         <translation>每个发送方必须是 1 到 16 个不含反斜杠的 ASCII 字符的 AE 标题。</translation>
+    </message>
+    <message>
+        <source>Take objects of pri&amp;vate classes too</source>
+        <translation>也接收私有类的对象(&amp;V)</translation>
     </message>
 </context>
 <context>

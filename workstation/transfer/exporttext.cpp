@@ -68,7 +68,7 @@ QString exportFormatText(ExportFormat format)
 {
     switch (format) {
     case ExportFormat::KeyFolders:
-        return Text::tr("Folders with &numbers, as Export makes them");
+        return Text::tr("Folders with n&umbers, as Export makes them");
     case ExportFormat::NamedFolders:
         return Text::tr("Folders with the &names of patients, studies and series");
     case ExportFormat::Zip:

@@ -55,7 +55,7 @@ QString noticeOf(const SendJob &job)
 {
     if (!job.isOver() && !job.trouble.isNone()) {
         const QString trouble = TransferText::of(job.trouble);
-        return job.nextTry.isValid() ? Text::tr("%1. Tried again at %2")
+        return job.nextTry.isValid() ? Text::tr("%1. Next attempt at %2")
                                            .arg(trouble, QLocale().toString(job.nextTry.toLocalTime().time()))
                                      : trouble;
     }

@@ -100,7 +100,7 @@ QLayout *TransfersWindow::buildJobButtons()
     addJobButton(layout, QStringLiteral("resume"), tr("&Resume"), tr("Go on with what was paused"),
         &SendService::resume, [](const SendJob &job) { return job.state == SendJobState::Paused; });
     addJobButton(layout, QStringLiteral("retry"), tr("Retr&y"),
-        tr("Send again what failed, and try a destination that did not answer at once"),
+        tr("Send again what failed, and try at once a destination that did not answer"),
         &SendService::retryFailed,
         [](const SendJob &job) { return job.failed > 0 || (!job.isOver() && job.nextTry.isValid()); });
     addJobButton(layout, QStringLiteral("cancel"), tr("&Cancel Transfer"),

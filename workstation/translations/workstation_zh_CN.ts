@@ -821,10 +821,6 @@
         </translation>
     </message>
     <message>
-        <source>Folders with &amp;numbers, as Export makes them</source>
-        <translation>以编号命名的文件夹(&amp;N)，与“导出”相同</translation>
-    </message>
-    <message>
         <source>Folders with the &amp;names of patients, studies and series</source>
         <translation>以患者、检查和序列名称命名的文件夹(&amp;N)</translation>
     </message>
@@ -881,6 +877,10 @@
         <comment>a file: what is the matter with it</comment>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>Folders with n&amp;umbers, as Export makes them</source>
+        <translation>以编号命名的文件夹(&amp;U)，与“导出”相同</translation>
+    </message>
 </context>
 <context>
     <name>ImportCentre</name>
@@ -919,10 +919,6 @@
         <source>Forwarded import</source>
         <translation>转发的导入</translation>
     </message>
-    <message>
-        <source>%1. Tried again at %2</source>
-        <translation>%1。将于 %2 重试</translation>
-    </message>
     <message numerus="yes">
         <source>%n file(s) still to be looked at</source>
         <translation>
@@ -948,6 +944,10 @@
     <message>
         <source>Failed</source>
         <translation>失败</translation>
+    </message>
+    <message>
+        <source>%1. Next attempt at %2</source>
+        <translation>%1。将于 %2 重试</translation>
     </message>
 </context>
 <context>
@@ -1969,10 +1969,6 @@
         <translation>重试(&amp;Y)</translation>
     </message>
     <message>
-        <source>Send again what failed, and try a destination that did not answer at once</source>
-        <translation>重新发送失败的内容，并立即重试未应答的目标节点</translation>
-    </message>
-    <message>
         <source>&amp;Cancel Transfer</source>
         <translation>取消传输(&amp;C)</translation>
     </message>
@@ -2019,6 +2015,10 @@
     <message>
         <source>The transfers cannot be kept on the disk: %1</source>
         <translation>传输无法保存到磁盘: %1</translation>
+    </message>
+    <message>
+        <source>Send again what failed, and try at once a destination that did not answer</source>
+        <translation>重新发送失败的内容，并立即重试未应答的目标节点</translation>
     </message>
 </context>
 <context>

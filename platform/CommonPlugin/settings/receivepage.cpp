@@ -32,7 +32,7 @@ void ReceivePage::build()
     m_callers = new QLineEdit(this);
     m_callers->setObjectName(QStringLiteral("receiveCallers"));
     m_callers->setPlaceholderText(tr("anybody"));
-    m_private = new QCheckBox(tr("Take objects of &private classes too"), this);
+    m_private = new QCheckBox(tr("Take objects of pri&vate classes too"), this);
     m_private->setObjectName(QStringLiteral("receivePrivate"));
 
     auto *form = new QFormLayout;
