@@ -13,7 +13,7 @@ RetrieveController::RetrieveController(
     , m_service(service)
     , m_watcher(watcher)
     , m_window(window)
-    , m_action(new QAction(tr("&Query/Retrieve…"), this))
+    , m_action(new QAction(tr("Query/&Retrieve…"), this))
 {
     m_action->setObjectName(QStringLiteral("actionQueryRetrieve"));
     m_action->setShortcut(QKeySequence(tr("Ctrl+R")));

@@ -509,10 +509,6 @@
         <translation>已删除；移除了 %1 个文件</translation>
     </message>
     <message>
-        <source>Removed from the store, as no record names it: %1</source>
-        <translation>已从存储区移除，因为没有对应的记录: %1</translation>
-    </message>
-    <message>
         <source>Stays in the store, though no record names it: %1</source>
         <translation>保留在存储区，但没有对应的记录: %1</translation>
     </message>
@@ -521,8 +517,44 @@
         <translation>存储区中有 %1 个文件不属于任何记录，已保留；日志中列有其名称</translation>
     </message>
     <message>
-        <source>%1 files of the store belonged to no record and were removed; the log names them</source>
-        <translation>存储区中有 %1 个文件不属于任何记录，已移除；日志中列有其名称</translation>
+        <source>Nothing says that this store belongs to this index.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The store belongs to another index.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another index lies beside this one and may use the store.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The index is older than the store: import the store&apos;s files again to have records for all of them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The index names copies in other places: its folder was renamed, or is reached by another name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The index has no images of the store.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Taken out of the store, as no record names it: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 files of the store belonged to no record; they lie in %2 for 30 days</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An interrupted deletion could not be finished: %1 The next start tries again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An interrupted deletion was finished; %1 files were removed</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -584,12 +616,12 @@
         <translation>关闭</translation>
     </message>
     <message>
-        <source>All of these files have been removed.</source>
-        <translation>这些文件已全部移除。</translation>
-    </message>
-    <message>
         <source>The records are deleted, but %1 of their files are still on the disk. Remove what locks them and try again.</source>
         <translation>记录已删除，但其中 %1 个文件仍在磁盘上。请解除对它们的锁定后重试。</translation>
+    </message>
+    <message>
+        <source>All of these files have been removed, or belong to records again.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1654,16 +1686,16 @@
 <context>
     <name>RetrieveController</name>
     <message>
-        <source>&amp;Query/Retrieve…</source>
-        <translation>查询/获取(&amp;Q)…</translation>
-    </message>
-    <message>
         <source>Ctrl+R</source>
         <translation>Ctrl+R</translation>
     </message>
     <message>
         <source>Search an archive, and bring images from it into the index</source>
         <translation>搜索归档服务器，并将其图像获取到索引</translation>
+    </message>
+    <message>
+        <source>Query/&amp;Retrieve…</source>
+        <translation>查询/获取(&amp;R)…</translation>
     </message>
 </context>
 <context>
