@@ -231,6 +231,10 @@ No value asks for records without the field.</source>
         <source>Progress of the deletion</source>
         <translation>删除进度</translation>
     </message>
+    <message>
+        <source>Waiting for somebody else who writes to the index…</source>
+        <translation>正在等待其他程序完成对索引的写入…</translation>
+    </message>
 </context>
 <context>
     <name>DirectoryViewer</name>

@@ -921,6 +921,10 @@
         <source>The index is being compacted. Try again when that has ended.</source>
         <translation>正在压缩索引。请在结束后重试。</translation>
     </message>
+    <message>
+        <source>Records are being deleted. Try again when that has ended.</source>
+        <translation>正在删除记录。请在结束后重试。</translation>
+    </message>
 </context>
 <context>
     <name>NTableView</name>

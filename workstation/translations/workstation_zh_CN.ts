@@ -518,43 +518,43 @@
     </message>
     <message>
         <source>Nothing says that this store belongs to this index.</source>
-        <translation type="unfinished"></translation>
+        <translation>没有标记表明此存储区属于此索引。</translation>
     </message>
     <message>
         <source>The store belongs to another index.</source>
-        <translation type="unfinished"></translation>
+        <translation>存储区属于另一个索引。</translation>
     </message>
     <message>
         <source>Another index lies beside this one and may use the store.</source>
-        <translation type="unfinished"></translation>
+        <translation>此索引旁还有另一个索引，可能也在使用该存储区。</translation>
     </message>
     <message>
         <source>The index is older than the store: import the store&apos;s files again to have records for all of them.</source>
-        <translation type="unfinished"></translation>
+        <translation>索引比存储区旧: 请重新导入存储区的文件，使所有文件都有记录。</translation>
     </message>
     <message>
         <source>The index names copies in other places: its folder was renamed, or is reached by another name.</source>
-        <translation type="unfinished"></translation>
+        <translation>索引所记录的副本位于其他位置: 其文件夹已改名，或经由其他名称访问。</translation>
     </message>
     <message>
         <source>The index has no images of the store.</source>
-        <translation type="unfinished"></translation>
+        <translation>索引中没有存储区的图像。</translation>
     </message>
     <message>
         <source>Taken out of the store, as no record names it: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>已移出存储区，因为没有对应的记录: %1</translation>
     </message>
     <message>
         <source>%1 files of the store belonged to no record; they lie in %2 for 30 days</source>
-        <translation type="unfinished"></translation>
+        <translation>存储区中有 %1 个文件不属于任何记录；将在 %2 中保留 30 天</translation>
     </message>
     <message>
         <source>An interrupted deletion could not be finished: %1 The next start tries again.</source>
-        <translation type="unfinished"></translation>
+        <translation>中断的删除未能完成: %1 下次启动时会再次尝试。</translation>
     </message>
     <message>
         <source>An interrupted deletion was finished; %1 files were removed</source>
-        <translation type="unfinished"></translation>
+        <translation>中断的删除已完成；移除了 %1 个文件</translation>
     </message>
 </context>
 <context>
@@ -621,7 +621,7 @@
     </message>
     <message>
         <source>All of these files have been removed, or belong to records again.</source>
-        <translation type="unfinished"></translation>
+        <translation>这些文件已全部移除，或已重新属于某些记录。</translation>
     </message>
 </context>
 <context>
