@@ -751,6 +751,10 @@
         <source>Replace the archive %1?</source>
         <translation>是否替换压缩包 %1?</translation>
     </message>
+    <message>
+        <source>%1, which could not be counted</source>
+        <translation>%1，无法统计数量</translation>
+    </message>
 </context>
 <context>
     <name>ExportProgressDialog</name>
