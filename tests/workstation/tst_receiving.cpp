@@ -11,6 +11,7 @@
 #include "spoolfile.h"
 #include "testmain.h"
 
+#include <QAction>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -82,10 +83,10 @@ private:
                 + paths)
             .exitCode;
     }
-    static int echo(int port)
+    static int echo(int port, const char *called = ConfigKey::usualAeTitle)
     {
-        return runTool(text("echoscu"),
-            {text("-aec"), text(ConfigKey::usualAeTitle), text("127.0.0.1"), QString::number(port)})
+        return runTool(
+            text("echoscu"), {text("-aec"), text(called), text("127.0.0.1"), QString::number(port)})
             .exitCode;
     }
 
@@ -137,6 +138,12 @@ void ReceivingTest::followsTheSettingsAtOnce()
     configure(true, other);
     QCOMPARE(echo(other), 0);
     QVERIFY(echo(port) != 0);
+    QTRY_COMPARE(service.status().counts.associations, 0);
+    ReceiveProblem told = ReceiveProblem::None;
+    connect(&service, &ReceiveService::changed, &service,
+        [&] { told = service.status().counts.lastProblem.problem; });
+    QVERIFY(echo(other, "SOMEBODY") != 0); // over within a moment, and told of all the same
+    QTRY_COMPARE(int(told), int(ReceiveProblem::WrongCalledTitle));
     configure(false, other);
     QVERIFY(echo(other) != 0);
     QCOMPARE(m_said, QStringList());

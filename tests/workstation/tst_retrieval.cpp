@@ -183,6 +183,13 @@ void RetrievalTest::bringsWhatIsThere()
     QTRY_VERIFY_WITH_TIMEOUT(!m_service->isRunning(), 60000);
     QTRY_COMPARE(m_receiving->status().waiting, 0);
     QCOMPARE(images(), QVariant(expected));
+    QCOMPARE(m_receiving->status().counts.keptAside, 0); // the archive has sent the same once more
+    if (method == RetrieveMethod::Get) {
+        QFile stored(m_index->query(QStringLiteral("SELECT FilePath FROM imageformat")).toString());
+        QVERIFY(stored.open(QIODevice::ReadOnly));
+        constexpr int longestMeta = 512;
+        QVERIFY(stored.read(longestMeta).contains(archive->aeTitle().toLatin1())); // where it came from
+    }
 }
 
 void RetrievalTest::tellsWhatIsMissing()

@@ -32,6 +32,14 @@ ScpSettings portSettings(const ReceiveSettings &settings)
 
 } // namespace
 
+bool ReceiveStatus::isAsFarAs(const ReceiveStatus &other) const
+{
+    return waiting == other.waiting && stuck == other.stuck && counts.received == other.counts.received
+        && counts.refused == other.counts.refused && counts.indexed == other.counts.indexed
+        && counts.keptAside == other.counts.keptAside && counts.associations == other.counts.associations
+        && counts.lastProblem.time == other.counts.lastProblem.time;
+}
+
 /// In the order in which it is made; ended in the opposite one.
 struct ReceiveService::Work
 {
@@ -89,7 +97,7 @@ void ReceiveService::closeIndex()
     m_timer.stop();
     m_work.reset();
     m_failure = {};
-    emit changed();
+    tell();
 }
 
 void ReceiveService::applySettings()
@@ -105,6 +113,12 @@ void ReceiveService::applySettings()
         m_work->port.reset();
         listen(settings);
     }
+    tell();
+}
+
+void ReceiveService::tell()
+{
+    m_told = status();
     emit changed();
 }
 
@@ -153,9 +167,7 @@ void ReceiveService::look()
     if (m_work->indexer) {
         m_work->indexer->setPolicy(configuredPolicy());
     }
-    const bool isBusy = status().isBusy();
-    if (isBusy || m_wasBusy) {
-        emit changed();
+    if (!status().isAsFarAs(m_told)) {
+        tell();
     }
-    m_wasBusy = isBusy;
 }

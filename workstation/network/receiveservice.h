@@ -23,6 +23,8 @@ struct ReceiveStatus
     bool stuck = false; ///< the index takes none at the moment
 
     bool isBusy() const { return counts.associations > 0 || waiting > 0; }
+    /// Whether both say the same of what comes in.
+    bool isAsFarAs(const ReceiveStatus &other) const;
 };
 
 /**
@@ -54,6 +56,7 @@ public:
 
 public slots:
     /// Reads the settings and makes the port follow them; associations go on where the port's stay the same.
+    /// Whether objects are synced is settled when an index is opened.
     void applySettings();
 
 signals:
@@ -67,10 +70,11 @@ private:
 
     void listen(const ReceiveSettings &settings);
     void look();
+    void tell();
 
     QString m_databasePath;
     std::unique_ptr<Work> m_work; ///< of the open index; null without one
     ListenFailure m_failure;
     QTimer m_timer;
-    bool m_wasBusy = false;
+    ReceiveStatus m_told; ///< when changed() was emitted last
 };

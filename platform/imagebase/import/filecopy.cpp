@@ -42,6 +42,11 @@ QByteArray passingName(const QByteArray &target)
 
 } // namespace
 
+bool isDiskFull(int systemError)
+{
+    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
+}
+
 int writeAll(int to, const char *bytes, std::size_t size)
 {
     while (size > 0) {

@@ -6,6 +6,9 @@
 
 #include <atomic>
 
+/// Whether errno says that there is no room, or none for this user.
+bool isDiskFull(int systemError);
+
 /// Writes all of it, however many calls that takes. @return errno, 0 for success
 int writeAll(int to, const char *bytes, std::size_t size);
 

@@ -2,6 +2,7 @@
 
 #include "filecopy.h"
 #include "filedescriptor.h"
+#include "namesync.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -198,6 +199,11 @@ int FileStore::take(const QByteArray &source, const QString &path, const std::at
 
 void FileStore::syncNames(const QStringList &paths) const
 {
+    if (paths.isEmpty()) {
+        return;
+    }
+    const FileDescriptor store(open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_CLOEXEC));
+    const bool lastIsEnough = store >= 0 && syncsNames(store);
     QSet<QString> folders;
     for (const QString &path : paths) {
         QString folder = path;
@@ -207,6 +213,9 @@ void FileStore::syncNames(const QStringList &paths) const
                 break;
             }
             folders.insert(folder);
+            if (lastIsEnough) {
+                break;
+            }
         }
     }
     for (const QString &folder : qAsConst(folders)) {

@@ -18,15 +18,6 @@ struct CloseFolder
     void operator()(DIR *folder) const { closedir(folder); }
 };
 
-FileStamp stampOf(const struct stat &status)
-{
-    FileStamp stamp;
-    stamp.size = status.st_size;
-    stamp.time = status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec;
-    stamp.inode = status.st_ino;
-    return stamp;
-}
-
 /// Names in the index are text: a name that does not survive the way there and back could not be opened
 /// again.
 bool isText(const QByteArray &name)
@@ -62,6 +53,15 @@ std::vector<QByteArray> sortedNames(DIR *folder)
 }
 
 } // namespace
+
+FileStamp stampOf(const struct stat &status)
+{
+    FileStamp stamp;
+    stamp.size = status.st_size;
+    stamp.time = status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec;
+    stamp.inode = status.st_ino;
+    return stamp;
+}
 
 FileWalker::FileWalker(QByteArray excludedFolder, Sink sink)
     : m_excluded(std::move(excludedFolder))

@@ -22,6 +22,8 @@ struct FileStamp
     }
 };
 
+FileStamp stampOf(const struct stat &status);
+
 struct ArchiveMember;
 
 /// A file that the walk met: either worth reading, or with the reason why not.

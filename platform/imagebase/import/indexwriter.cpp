@@ -3,6 +3,7 @@
 #include "archivemember.h"
 #include "databaseerror.h"
 #include "filecompare.h"
+#include "filecopy.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,11 +47,6 @@ Verdict verdictOf(DicomReadResult::Outcome outcome)
 bool isForbidden(const QByteArray &path)
 {
     return access(path.constData(), R_OK) != 0 && errno == EACCES;
-}
-
-bool isDiskFull(int systemError)
-{
-    return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG;
 }
 
 } // namespace
@@ -186,7 +182,8 @@ bool IndexWriter::isSameContent(const ReadFile &file, const KnownInstance &known
 {
     const QByteArray indexed = QFile::encodeName(known.place.filePath);
     const QByteArray &own = file.temporaryPath.isEmpty() ? file.file.path : file.temporaryPath;
-    return indexed == own || sameBytes(indexed, own, m_cancelled);
+    return indexed == own || sameBytes(indexed, own, m_cancelled)
+        || (file.taken && sameDataSets(indexed, own, m_cancelled));
 }
 
 /// Brings the file to its place and writes its record: a new one, or known's.
@@ -201,6 +198,7 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
         place.filePath = placeFor(file, known);
         const int error = bringIn(file, place.filePath);
         if (error != 0) {
+            file.copyError = error;
             failOnCopy(error);
             return false;
         }
@@ -223,7 +221,9 @@ int IndexWriter::bringIn(ReadFile &file, const QString &path)
 {
     if (file.taken) {
         const int error = m_store.take(file.file.path, path, m_cancelled);
-        m_taken.append(file.file.path);
+        if (error == 0) {
+            m_taken.append(file.file.path);
+        }
         return error;
     }
     const int error = m_store.place(file.temporaryPath, path);
@@ -283,6 +283,12 @@ bool IndexWriter::commit()
         m_obsolete = false;
     }
     return true;
+}
+
+void IndexWriter::resume()
+{
+    m_end = ImportEnd::Complete;
+    m_endDetail.clear();
 }
 
 void IndexWriter::abandon()

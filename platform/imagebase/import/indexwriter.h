@@ -32,6 +32,9 @@ public:
     /// Gives one file its verdict inside the open batch. @return false where the batch cannot go on: end()
     /// says why
     bool write(ReadFile &file);
+    /// After write() could not bring a file to its place, which its copyError says: goes on with the batch, in
+    /// which nothing of that file stands.
+    void resume();
     /// Commits the batch and adds it to the report. @return false where that failed; the batch is undone then
     bool commit();
     /// Undoes the open batch.

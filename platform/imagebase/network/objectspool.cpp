@@ -1,5 +1,7 @@
 #include "objectspool.h"
 
+#include "filedescriptor.h"
+#include "namesync.h"
 #include "spoolfile.h"
 
 #include <QDir>
@@ -12,7 +14,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace {
@@ -68,8 +69,24 @@ int ObjectSpool::open()
     if (isOpen()) {
         m_folderDescriptor =
             ::open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        m_syncsNames = syncsNames(m_folderDescriptor);
+        return m_folderDescriptor < 0 ? errno : syncFolders();
     }
-    return isOpen() ? 0 : EAGAIN;
+    return EAGAIN;
+}
+
+/// Makes the new folder last, and the spool itself. @return errno
+int ObjectSpool::syncFolders() const
+{
+    for (const QString &folder : {m_folder, m_root, QFileInfo(m_root).path()}) {
+        const FileDescriptor opened(
+            ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        // A folder above that may not be read has been there before.
+        if (m_synced && opened >= 0 && fsync(opened) != 0) {
+            return errno;
+        }
+    }
+    return 0;
 }
 
 /// @return the descriptor that holds the lock, -1 where somebody else does or the folder is gone
@@ -98,19 +115,16 @@ void ObjectSpool::leave(const QString &folder, int lock) const
 
 std::unique_ptr<SpoolFile> ObjectSpool::create(int *error)
 {
-    auto file = std::make_unique<SpoolFile>(
-        QFile::encodeName(m_folder) + '/' + QByteArray::number(m_serial++), m_folderDescriptor, m_synced);
+    auto file =
+        std::make_unique<SpoolFile>(QFile::encodeName(m_folder) + '/' + QByteArray::number(m_serial++),
+            m_syncsNames ? -1 : m_folderDescriptor, m_synced, m_reserve);
     *error = file->error();
     return *error == 0 ? std::move(file) : nullptr;
 }
 
 bool ObjectSpool::hasRoom(qint64 bytes) const
 {
-    struct statvfs status = {};
-    if (statvfs(QFile::encodeName(m_root).constData(), &status) != 0) {
-        return true; // writing tells
-    }
-    return qint64(status.f_bavail) * qint64(status.f_frsize) >= bytes + m_reserve;
+    return SpoolFile::hasRoom(m_folderDescriptor, bytes + m_reserve);
 }
 
 QVector<QByteArray> ObjectSpool::adopt()

@@ -49,6 +49,7 @@ public:
     QString asideFolder() const;
 
 private:
+    int syncFolders() const;
     int lockFolder(const QString &folder) const;
     void leave(const QString &folder, int lock) const;
 
@@ -64,6 +65,7 @@ private:
     QString m_folder;
     int m_lock = -1;
     int m_folderDescriptor = -1;
+    bool m_syncsNames = false;
     QVector<Adopted> m_adopted;
     std::atomic<int> m_serial{0};
 };

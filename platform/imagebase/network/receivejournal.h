@@ -21,7 +21,7 @@ enum class ReceiveProblem : quint8 {
     NotReadable, ///< the data cannot be indexed; detail is the reader's word
     LineLost, ///< the peer left in the middle of the object
     OtherContentKept, ///< other content is indexed under the same UID; the object was kept aside
-    IndexFailed ///< the record cannot be written now; the object waits. detail is the database's word
+    IndexFailed ///< the record or its file cannot be written now; the object waits. detail is the reason
 };
 
 /// One line of the journal.
@@ -37,7 +37,7 @@ struct ReceiveEvent
 /// What has come in since the start, at one moment.
 struct ReceiveCounts
 {
-    qint64 received = 0; ///< acknowledged to the peer
+    qint64 received = 0; ///< kept; a peer whose line broke just then may not have heard of it
     qint64 refused = 0; ///< answered with a failure
     qint64 indexed = 0; ///< of the received ones: their verdict is committed
     qint64 keptAside = 0; ///< of the received ones: kept, but not as a record

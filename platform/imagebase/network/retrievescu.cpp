@@ -61,6 +61,7 @@ struct RetrieveScu::Private
     ScuAssociation association;
     std::function<void(const RetrieveProgress &)> listener;
     std::atomic<bool> cancelled{false};
+    std::atomic<bool> asked{false}; ///< the request is on its way or with the archive
 
     RetrieveResult run(const QVector<ScuContext> &contexts, const QVector<QByteArray> &models,
         T_DIMSE_Message &message, const RetrieveRequest &request, const StoreProvider *provider);
@@ -164,6 +165,7 @@ RetrieveResult RetrieveScu::Private::run(const QVector<ScuContext> &contexts,
     if (!association.accepts(models.first()) && !request.patientId.isEmpty()) {
         keys.insert(QueryTag::patientId, request.patientId);
     }
+    asked = true;
     DimseDialogue dialogue(association, cancelled);
     result.failure = dialogue.begin(models, message, *QueryIdentifier::encode(keys));
     if (result.failure.isNone()) {
@@ -174,6 +176,7 @@ RetrieveResult RetrieveScu::Private::run(const QVector<ScuContext> &contexts,
     } else {
         association.close();
     }
+    asked = false;
     if (cancelled) {
         result.failure = {NetworkProblem::Stopped, {}};
     }
@@ -181,7 +184,7 @@ RetrieveResult RetrieveScu::Private::run(const QVector<ScuContext> &contexts,
 }
 
 RetrieveScu::RetrieveScu(const DicomNode &node, const ScuOptions &options)
-    : d(new Private{{node, options}, {}, {}})
+    : d(new Private{{node, options}, {}, {}, {}})
 { }
 
 RetrieveScu::~RetrieveScu() = default;
@@ -217,6 +220,9 @@ RetrieveResult RetrieveScu::move(const RetrieveRequest &request, const QString &
 void RetrieveScu::cancel()
 {
     d->cancelled = true;
+    if (!d->asked) {
+        d->association.abort(); // it may still be connecting, and nothing is lost
+    }
 }
 
 void RetrieveScu::abort()

@@ -37,7 +37,10 @@ struct RetrieveResult
     RetrieveProgress progress;
     QStringList failedInstances; ///< UIDs, where it names them, and of what we refused; at most a thousand
 
-    bool isGood() const { return failure.isNone() && status == 0 && progress.failed == 0; }
+    bool isGood() const
+    {
+        return failure.isNone() && status == 0 && progress.failed == 0 && failedInstances.isEmpty();
+    }
 };
 
 /**

@@ -5,8 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <linux/magic.h>
-#include <sys/vfs.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -14,7 +13,7 @@ namespace {
 
 constexpr char between = '-';
 constexpr int checksumBase = 16;
-constexpr long xfsMagic = 0x58465342; ///< which the system's header leaves out
+constexpr qint64 bytesBetweenLooks = 1 << 20;
 
 quint32 checksum(quint32 before, const void *bytes, qint64 size)
 {
@@ -22,23 +21,20 @@ quint32 checksum(quint32 before, const void *bytes, qint64 size)
         crc32_z(before, static_cast<const Bytef *>(bytes), static_cast<z_size_t>(size)));
 }
 
-/// File systems whose journal is one: syncing a file after its renaming syncs the renaming, too.
-bool syncsNames(int file)
-{
-    struct statfs status = {};
-    if (fstatfs(file, &status) != 0) {
-        return false;
-    }
-    const auto type = static_cast<long>(status.f_type);
-    return type == EXT4_SUPER_MAGIC || type == BTRFS_SUPER_MAGIC || type == xfsMagic || type == TMPFS_MAGIC;
-}
-
 } // namespace
 
-SpoolFile::SpoolFile(QByteArray stem, int folder, bool synced)
+bool SpoolFile::hasRoom(int descriptor, qint64 bytes)
+{
+    struct statvfs status = {};
+    // Where the system does not say, writing tells.
+    return fstatvfs(descriptor, &status) != 0 || qint64(status.f_bavail) * qint64(status.f_frsize) >= bytes;
+}
+
+SpoolFile::SpoolFile(QByteArray stem, int folder, bool synced, qint64 reserve)
     : m_stem(std::move(stem))
     , m_folder(folder)
     , m_synced(synced)
+    , m_reserve(reserve)
     , m_file(open(path().constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0644))
 {
     if (m_file < 0) {
@@ -62,6 +58,10 @@ void SpoolFile::write(const void *bytes, std::size_t size)
     m_size += static_cast<qint64>(size);
     if (m_synced) {
         m_checksum = checksum(m_checksum, bytes, static_cast<qint64>(size));
+    }
+    if (m_size >= m_nextLook && m_error == 0) {
+        m_nextLook = m_size + bytesBetweenLooks;
+        m_error = hasRoom(m_file, m_reserve) ? 0 : ENOSPC;
     }
     while (size > 0 && m_error == 0) {
         const ssize_t written = ::write(m_file, next, size);
@@ -89,7 +89,7 @@ int SpoolFile::keep()
         return m_error;
     }
     m_kept = true;
-    if (m_synced && (fsync(m_file) != 0 || (!syncsNames(m_file) && fsync(m_folder) != 0))) {
+    if (m_synced && (fsync(m_file) != 0 || (m_folder >= 0 && fsync(m_folder) != 0))) {
         m_error = errno;
         unlink(m_keptPath.constData());
     }

@@ -18,12 +18,16 @@ public:
     static constexpr char partSuffix[] = ".part";
     static constexpr char completeSuffix[] = ".dcm";
 
-    /// @param stem its path without a suffix, which nobody else uses. @param folder the open folder of it, or
-    /// -1
-    SpoolFile(QByteArray stem, int folder, bool synced);
+    /// @param stem its path without a suffix, which nobody else uses. @param folder the open folder of it
+    /// where that must be synced too for a name to last, else -1. @param reserve bytes that the disk is to
+    /// keep
+    SpoolFile(QByteArray stem, int folder, bool synced, qint64 reserve);
     ~SpoolFile();
     SpoolFile(const SpoolFile &) = delete;
     SpoolFile &operator=(const SpoolFile &) = delete;
+
+    /// Whether the disk of an open file or folder has this many bytes left.
+    static bool hasRoom(int descriptor, qint64 bytes);
 
     /// Appends; after a failure it takes what comes and writes nothing, so that a sender can be heard out.
     void write(const void *bytes, std::size_t size);
@@ -46,9 +50,11 @@ private:
     const QByteArray m_stem;
     const int m_folder;
     const bool m_synced;
+    const qint64 m_reserve;
     int m_file;
     int m_error = 0;
     qint64 m_size = 0;
+    qint64 m_nextLook = 0; ///< at the room that is left, when it has become this long
     quint32 m_checksum = 0;
     QByteArray m_keptPath;
     bool m_kept = false;

@@ -4,14 +4,11 @@
 #include "objectspool.h"
 #include "receivejournal.h"
 #include "spoolfile.h"
+#include "spoolqueue.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 
-#include <chrono>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
 #include <thread>
 
 #include <sys/stat.h>
@@ -21,11 +18,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int lockWaitMs = 200;
-constexpr qint64 batchMs = 150; ///< a batch that syncs its commit costs more than an import's
-constexpr auto moreSoon = 20ms; ///< a batch waits this long for a further object
-constexpr auto lockGap = 1500us; ///< how long the lock of writers stays free between two batches
+constexpr qint64 batchMs = 150; ///< how long others may wait for the lock of writers
+constexpr qint64 readingMs = 300; ///< for what earlier programs left, before the lock is taken
+constexpr auto lockGap = 1500us; ///< how long the lock stays free between two batches
 constexpr auto pauseAfterFailure = 1000ms;
-constexpr std::size_t mostHeaders = 20'000; ///< those of further objects are read again
 constexpr int mostIssues = 500; ///< a writer keeps its report as long as it lives
 
 /// What a writer needs besides the header. @return false where the object is gone
@@ -35,10 +31,7 @@ bool fillStamp(WalkedFile &file)
     if (lstat(file.path.constData(), &status) != 0) {
         return false;
     }
-    constexpr qint64 nanosecondsPerSecond = 1'000'000'000;
-    file.stamp.size = status.st_size;
-    file.stamp.time = status.st_mtim.tv_sec * nanosecondsPerSecond + status.st_mtim.tv_nsec;
-    file.stamp.inode = status.st_ino;
+    file.stamp = stampOf(status);
     return true;
 }
 
@@ -46,26 +39,21 @@ bool fillStamp(WalkedFile &file)
 
 struct SpoolIndexer::Private
 {
-    struct Item
-    {
-        QByteArray path;
-        std::unique_ptr<DicomReadResult> result; ///< null where it is still to be read
-    };
-
     Private(const QString &databasePath, ObjectSpool &itsSpool, ReceiveJournal &itsJournal, bool synced);
 
     void run();
-    void index();
+    void index(SpoolItems items);
+    SpoolItems readable(SpoolItems items);
     bool prepare();
-    bool waitForWork(std::chrono::milliseconds longest);
-    bool writeBatch();
-    bool writeOne(Item &item);
-    bool commit();
-    void putBack();
+    bool write(SpoolItems items);
+    bool writeOne(SpoolItem &item, ReadFile &file);
+    void commit();
+    void giveUp();
     void tellIssues();
     void keepAside(const QByteArray &path, ReceiveProblem problem, const QString &detail) const;
+    void setApart(SpoolItem item, const QString &why, bool isFull);
     void pause(const QString &why, ImportEnd end);
-    std::unique_ptr<Item> next();
+    void tellWaiting(const QString &why, bool isFull) const;
 
     ObjectSpool &spool;
     ReceiveJournal &journal;
@@ -74,15 +62,11 @@ struct SpoolIndexer::Private
     DicomReader reader;
     std::unique_ptr<IndexConnection> connection;
     std::unique_ptr<IndexWriter> writer;
-    std::deque<Item> batch; ///< written, not committed
+    SpoolItems batch; ///< written, not committed
     int told = 0; ///< issues of the writer's report that are dealt with
 
-    mutable std::mutex mutex;
-    std::condition_variable changed;
-    std::deque<Item> queue;
-    int inWork = 0; ///< taken from the queue, not committed
-    DuplicatePolicy policy = DuplicatePolicy::KeepOld;
-    std::atomic<bool> stop{false};
+    SpoolQueue queue;
+    std::atomic<DuplicatePolicy> policy{DuplicatePolicy::KeepOld};
     std::atomic<bool> stuck{false};
     std::thread thread;
 };
@@ -103,83 +87,91 @@ SpoolIndexer::SpoolIndexer(
     : d(std::make_unique<Private>(databasePath, spool, journal, synced))
 {
     for (const QByteArray &path : spool.adopt()) {
-        d->queue.push_back({path, nullptr});
+        d->queue.add(path, nullptr);
     }
     d->thread = std::thread([this] { d->run(); });
 }
 
 SpoolIndexer::~SpoolIndexer()
 {
-    {
-        const std::lock_guard lock(d->mutex);
-        d->stop = true;
-    }
-    d->changed.notify_all();
+    d->queue.stop();
     d->thread.join();
 }
 
 void SpoolIndexer::setPolicy(DuplicatePolicy policy)
 {
-    const std::lock_guard lock(d->mutex);
     d->policy = policy;
 }
 
 void SpoolIndexer::add(const QByteArray &path, const DicomReadResult &result)
 {
-    {
-        const std::lock_guard lock(d->mutex);
-        const bool keepsHeader = d->queue.size() < mostHeaders;
-        d->queue.push_back({path, keepsHeader ? std::make_unique<DicomReadResult>(result) : nullptr});
-    }
-    d->changed.notify_one();
+    d->queue.add(path, &result);
 }
 
 int SpoolIndexer::waiting() const
 {
-    const std::lock_guard lock(d->mutex);
-    return static_cast<int>(d->queue.size()) + d->inWork;
+    return d->queue.waiting();
 }
 
 bool SpoolIndexer::isStuck() const
 {
-    return d->stuck;
+    return d->stuck || d->queue.hasApart();
 }
 
 void SpoolIndexer::Private::run()
 {
-    while (!stop) {
-        if (waitForWork(pauseAfterFailure) && !stop) {
-            index();
+    while (!queue.isStopped()) {
+        SpoolItems items = queue.take();
+        if (!items.empty()) {
+            index(std::move(items));
         }
     }
     writer.reset();
     connection.reset(); // on the thread that opened it
 }
 
-bool SpoolIndexer::Private::waitForWork(std::chrono::milliseconds longest)
+void SpoolIndexer::Private::index(SpoolItems items)
 {
-    std::unique_lock lock(mutex);
-    changed.wait_for(lock, longest, [this] { return stop || !queue.empty(); });
-    return !queue.empty();
-}
-
-void SpoolIndexer::Private::index()
-{
-    if (!prepare()) {
+    items = readable(std::move(items));
+    if (items.empty() || !prepare() || !writer->begin(false)) {
+        queue.putBack(std::move(items)); // where somebody else writes, the next turn may be ours
         return;
     }
-    if (!writer->begin(false)) {
-        return; // somebody else writes: the next turn may be ours
+    if (write(std::move(items))) {
+        commit();
+    } else {
+        giveUp();
     }
-    if (!writeBatch() || !commit()) {
-        putBack();
-        const ImportEnd end = writer->end();
-        const QString why = writer->endDetail();
-        writer.reset();
-        if (end != ImportEnd::Complete) {
-            pause(why, end);
+}
+
+/// Reads those that earlier programs left, as long as no lock is held. @return what is to be written
+SpoolItems SpoolIndexer::Private::readable(SpoolItems items)
+{
+    QElapsedTimer time;
+    time.start();
+    SpoolItems good;
+    while (!items.empty() && !time.hasExpired(readingMs) && !queue.isStopped()) {
+        SpoolItem item = std::move(items.front());
+        items.pop_front();
+        WalkedFile file;
+        file.path = item.path;
+        const bool isThere = fillStamp(file); // else an earlier program had no time to take it off its list
+        const bool isWhole = isThere && (item.result || SpoolFile::isWhole(item.path));
+        if (isThere && !isWhole) {
+            // It was never acknowledged: nobody relies on it, but it may be of use.
+            keepAside(item.path, ReceiveProblem::NotReadable, QString());
         }
+        if (!isWhole) {
+            queue.finish(1);
+            continue;
+        }
+        if (!item.result) {
+            item.result = std::make_unique<DicomReadResult>(reader.read(item.path));
+        }
+        good.push_back(std::move(item));
     }
+    queue.putBack(std::move(items));
+    return good;
 }
 
 /// Opens what is needed to write.
@@ -198,86 +190,78 @@ bool SpoolIndexer::Private::prepare()
     if (writer && writer->report().issues().size() > mostIssues) {
         writer.reset();
     }
-    {
-        const std::lock_guard lock(mutex);
-        request.policy = policy;
-    }
+    request.policy = policy;
     if (!writer) {
-        writer = std::make_unique<IndexWriter>(request, *connection, store, stop);
+        writer = std::make_unique<IndexWriter>(request, *connection, store, queue.isStopped());
         told = 0;
     }
     return true;
 }
 
-std::unique_ptr<SpoolIndexer::Private::Item> SpoolIndexer::Private::next()
-{
-    const std::lock_guard lock(mutex);
-    if (queue.empty()) {
-        return nullptr;
-    }
-    auto item = std::make_unique<Item>(std::move(queue.front()));
-    queue.pop_front();
-    ++inWork;
-    return item;
-}
-
-bool SpoolIndexer::Private::writeBatch()
+/// @return false where the batch is lost
+bool SpoolIndexer::Private::write(SpoolItems items)
 {
     QElapsedTimer time;
     time.start();
-    while (!stop && time.elapsed() < batchMs) {
-        std::unique_ptr<Item> item = next();
-        if (!item) {
-            if (!waitForWork(moreSoon)) {
-                break;
+    bool good = true;
+    while (good && !items.empty() && !time.hasExpired(batchMs)) {
+        SpoolItem item = std::move(items.front());
+        items.pop_front();
+        ReadFile file;
+        good = writeOne(item, file);
+        if (good || queue.isStopped()) {
+            batch.push_back(std::move(item));
+        } else {
+            const bool isPlacing = file.copyError != 0;
+            setApart(std::move(item), writer->endDetail(), writer->end() == ImportEnd::DiskFull);
+            if (isPlacing) {
+                writer->resume();
+                good = true;
             }
-            continue;
-        }
-        const bool good = writeOne(*item);
-        batch.push_back(std::move(*item));
-        if (!good) {
-            return false;
         }
     }
-    return true;
+    queue.putBack(std::move(items));
+    return good;
 }
 
-bool SpoolIndexer::Private::writeOne(Item &item)
+bool SpoolIndexer::Private::writeOne(SpoolItem &item, ReadFile &file)
 {
-    ReadFile file;
     file.file.path = item.path;
     if (!fillStamp(file.file)) {
-        return true; // indexed by an earlier program, which had no time to take it off its list
-    }
-    if (!item.result) {
-        if (!SpoolFile::isWhole(item.path)) {
-            // It was never acknowledged: nobody relies on it, but it may be of use.
-            keepAside(item.path, ReceiveProblem::NotReadable, QString());
-            return true;
-        }
-        item.result = std::make_unique<DicomReadResult>(reader.read(item.path));
+        return true;
     }
     file.result = *item.result;
     file.taken = file.result.outcome == DicomReadResult::Outcome::Image;
     return writer->write(file);
 }
 
-bool SpoolIndexer::Private::commit()
+void SpoolIndexer::Private::commit()
 {
     if (!writer->commit()) {
-        return false;
+        giveUp();
+        return;
     }
-    const auto written = static_cast<qint64>(batch.size());
+    const std::size_t written = batch.size();
     batch.clear();
     stuck = false;
     tellIssues();
-    journal.countIndexed(written);
-    {
-        const std::lock_guard lock(mutex);
-        inWork = 0;
-    }
+    journal.countIndexed(static_cast<qint64>(written));
+    queue.finish(written);
     std::this_thread::sleep_for(lockGap);
-    return true;
+}
+
+/// The batch waits anew.
+void SpoolIndexer::Private::giveUp()
+{
+    writer->abandon();
+    queue.putBack(std::move(batch));
+    batch.clear();
+    const ImportEnd end = writer->end();
+    const QString why = writer->endDetail();
+    writer.reset();
+    if (end != ImportEnd::Complete && !queue.isStopped()) {
+        pause(why, end);
+    }
 }
 
 /// What was not taken still lies in the spool.
@@ -303,31 +287,27 @@ void SpoolIndexer::Private::keepAside(
     journal.note(event, false);
 }
 
-void SpoolIndexer::Private::putBack()
+/// @param why of the writer
+void SpoolIndexer::Private::setApart(SpoolItem item, const QString &why, bool isFull)
 {
-    writer->abandon();
-    const std::lock_guard lock(mutex);
-    // The one that failed goes behind the others, so that it holds up none of them.
-    const bool failed = writer->end() != ImportEnd::Complete && !batch.empty();
-    if (failed) {
-        queue.push_back(std::move(batch.back()));
-        batch.pop_back();
+    if (item.apartFor == 0ms) {
+        tellWaiting(why + QLatin1Char(' ') + QFile::decodeName(item.path), isFull);
     }
-    while (!batch.empty()) {
-        queue.push_front(std::move(batch.back()));
-        batch.pop_back();
-    }
-    inWork = 0;
+    queue.setApart(std::move(item));
 }
 
 void SpoolIndexer::Private::pause(const QString &why, ImportEnd end)
 {
     if (!stuck.exchange(true)) {
-        ReceiveEvent event;
-        event.problem = end == ImportEnd::DiskFull ? ReceiveProblem::DiskFull : ReceiveProblem::IndexFailed;
-        event.detail = why;
-        journal.note(event, false);
+        tellWaiting(why, end == ImportEnd::DiskFull);
     }
-    std::unique_lock lock(mutex);
-    changed.wait_for(lock, pauseAfterFailure, [this] { return stop.load(); });
+    queue.pause(pauseAfterFailure);
+}
+
+void SpoolIndexer::Private::tellWaiting(const QString &why, bool isFull) const
+{
+    ReceiveEvent event;
+    event.problem = isFull ? ReceiveProblem::DiskFull : ReceiveProblem::IndexFailed;
+    event.detail = why;
+    journal.note(event, false);
 }

@@ -1,6 +1,7 @@
 #include "storeprovider.h"
 
 #include "dicomreader.h"
+#include "filecopy.h"
 #include "filemeta.h"
 #include "objectspool.h"
 #include "receivejournal.h"
@@ -60,12 +61,14 @@ private:
 class StoreRequest
 {
 public:
-    StoreRequest(T_ASC_Association *association, int context, const T_DIMSE_C_StoreRQ &request, int silence)
+    StoreRequest(
+        T_ASC_Association *association, int context, const T_DIMSE_C_StoreRQ &request, const QString &peer)
         : m_association(association)
         , m_context(static_cast<T_ASC_PresentationContextID>(context))
         , m_request(request)
-        , m_silence(silence)
-    { }
+    {
+        event.peer = peer;
+    }
 
     bool check();
     bool receiveInto(SpoolFile &file);
@@ -84,7 +87,6 @@ private:
     T_ASC_Association *const m_association;
     const T_ASC_PresentationContextID m_context;
     const T_DIMSE_C_StoreRQ &m_request;
-    const int m_silence;
     T_ASC_PresentationContext m_accepted = {};
     quint16 m_status = STATUS_STORE_Success;
 };
@@ -98,8 +100,8 @@ void StoreRequest::refuse(quint16 status, ReceiveProblem problem, const QString 
 
 void StoreRequest::refuseForSystem(int error)
 {
-    const bool full = error == ENOSPC || error == EDQUOT || error == EFBIG;
-    refuse(STATUS_STORE_Refused_OutOfResources, full ? ReceiveProblem::DiskFull : ReceiveProblem::WriteFailed,
+    refuse(STATUS_STORE_Refused_OutOfResources,
+        isDiskFull(error) ? ReceiveProblem::DiskFull : ReceiveProblem::WriteFailed,
         QString::fromLocal8Bit(std::strerror(error)));
 }
 
@@ -125,13 +127,8 @@ bool StoreRequest::check()
 
 QByteArray StoreRequest::meta() const
 {
-    char calling[DUL_LEN_TITLE + 1] = "";
-    char called[DUL_LEN_TITLE + 1] = "";
-    char responding[DUL_LEN_TITLE + 1] = "";
-    ASC_getAPTitles(
-        m_association->params, calling, sizeof calling, called, sizeof called, responding, sizeof responding);
     return fileMeta({m_request.AffectedSOPClassUID, m_request.AffectedSOPInstanceUID,
-        m_accepted.acceptedTransferSyntax, calling});
+        m_accepted.acceptedTransferSyntax, event.peer.toLatin1()});
 }
 
 /// @return false where the association broke
@@ -142,7 +139,7 @@ bool StoreRequest::receiveInto(SpoolFile &file)
     SpoolStream stream(file);
     T_ASC_PresentationContextID context = m_context;
     const OFCondition result = DIMSE_receiveDataSetInFile(
-        m_association, DIMSE_NONBLOCKING, m_silence, &context, &stream, nullptr, nullptr);
+        m_association, DIMSE_NONBLOCKING, StoreProvider::silenceSeconds, &context, &stream, nullptr, nullptr);
     if (result.good() && context != m_context) {
         refuse(STATUS_STORE_Error_CannotUnderstand, ReceiveProblem::BadRequest,
             QStringLiteral("data in another context"));
@@ -159,7 +156,9 @@ bool StoreRequest::ignoreData()
     DIC_UL bytes = 0;
     DIC_UL parts = 0;
     return m_request.DataSetType == DIMSE_DATASET_NULL
-        || DIMSE_ignoreDataSet(m_association, DIMSE_NONBLOCKING, m_silence, &bytes, &parts).good();
+        || DIMSE_ignoreDataSet(
+            m_association, DIMSE_NONBLOCKING, StoreProvider::silenceSeconds, &bytes, &parts)
+               .good();
 }
 
 void StoreRequest::refuseUnreadable(const DicomReadResult &result)
@@ -210,8 +209,7 @@ StoreProvider::StoreProvider(ObjectSpool &spool, SpoolIndexer &indexer, ReceiveJ
 StoreProvider::Outcome StoreProvider::serve(
     T_ASC_Association *association, int context, const T_DIMSE_C_StoreRQ &request, const QString &peer) const
 {
-    StoreRequest store(association, context, request, m_silence);
-    store.event.peer = peer;
+    StoreRequest store(association, context, request, peer);
     std::unique_ptr<SpoolFile> file;
     if (store.check()) {
         int error = 0;
@@ -221,8 +219,8 @@ StoreProvider::Outcome StoreProvider::serve(
         }
     }
     if (!(file ? store.receiveInto(*file) : store.ignoreData())) {
-        store.event.problem = store.isGood() || !file ? ReceiveProblem::LineLost : store.event.problem;
-        m_journal.note(store.event, true);
+        store.event.problem = ReceiveProblem::LineLost;
+        m_journal.note(store.event, false); // nobody was told of anything
         return Outcome::Broken;
     }
     DicomReadResult result;

@@ -22,8 +22,7 @@ public:
     StoreProvider(ObjectSpool &spool, SpoolIndexer &indexer, ReceiveJournal &journal);
 
     /// How long a peer may be silent in the middle of an object.
-    void setSilence(int seconds) { m_silence = seconds; }
-    int silence() const { return m_silence; }
+    static constexpr int silenceSeconds = 30;
 
     enum class Outcome {
         Kept, ///< acknowledged with success
@@ -31,7 +30,7 @@ public:
         Broken ///< the association is of no use any more
     };
     /// Takes the data of a request that has been received over a context of the association, and answers.
-    /// @param peer its AE title, for the journal
+    /// @param peer its AE title, for the journal and the file
     Outcome serve(T_ASC_Association *association, int context, const T_DIMSE_C_StoreRQ &request,
         const QString &peer) const;
 
@@ -41,5 +40,4 @@ private:
     ObjectSpool &m_spool;
     SpoolIndexer &m_indexer;
     ReceiveJournal &m_journal;
-    int m_silence = 30;
 };

@@ -20,7 +20,7 @@ namespace {
 
 constexpr int lookMs = 200; ///< between looks at the switch
 constexpr int lookSoonMs = 20; ///< while somebody waits for a thread
-constexpr int mostMute = 256;
+constexpr int mostWaiting = 256;
 constexpr int patienceSeconds = 3; ///< how long a peer waits for a thread before it is told
 /// DCMTK reads what is nested by recursion; what a command may hold is bounded, and this is enough for it.
 constexpr uint stackBytes = 64U << 20U;
@@ -46,8 +46,9 @@ struct StoreScp::Private
     void accept();
     void look();
     void admit();
+    bool makeRoom();
     void begin(OwnedSocket socket);
-    void turnAway(const Waiting &peer);
+    void turnAway(const OwnedSocket &peer);
     void reap();
     bool isFull() const { return int(threads.size()) >= settings.mostAssociations; }
 
@@ -147,14 +148,31 @@ void StoreScp::Private::accept()
 {
     for (OwnedSocket socket = acceptFrom(listener.get()); socket.get() >= 0;
          socket = acceptFrom(listener.get())) {
-        if (waiting.size() >= mostMute) {
-            waiting.erase(waiting.begin()); // the one that has been silent longest
+        if (!makeRoom()) {
+            turnAway(socket);
+            continue;
         }
         waiting.push_back({std::move(socket), QDeadlineTimer(settings.firstWordSeconds * 1000), false});
     }
     if (errno == EMFILE || errno == ENFILE) {
         QThread::msleep(lookSoonMs); // somebody connects, and the process has no number left for him
     }
+}
+
+/// For one more that waits, at the cost of the one that has been silent longest. @return false where all of
+/// them have spoken
+bool StoreScp::Private::makeRoom()
+{
+    if (waiting.size() < mostWaiting) {
+        return true;
+    }
+    const auto mute =
+        std::find_if(waiting.begin(), waiting.end(), [](const Waiting &peer) { return !peer.spoke; });
+    const bool found = mute != waiting.end();
+    if (found) {
+        waiting.erase(mute);
+    }
+    return found;
 }
 
 /// Gives threads to those who spoke, and closes the lines of those who waited in vain.
@@ -167,7 +185,7 @@ void StoreScp::Private::admit()
         } else if (!peer.deadline.hasExpired()) {
             still.push_back(std::move(peer));
         } else if (peer.spoke) {
-            turnAway(peer);
+            turnAway(peer.socket);
         }
     }
     waiting = std::move(still);
@@ -175,17 +193,22 @@ void StoreScp::Private::admit()
 
 void StoreScp::Private::begin(OwnedSocket socket)
 {
-    const int handle = socket.release();
-    threads.emplace_back(QThread::create(
-        [this, handle] { ScpAssociation(OwnedSocket(handle), settings, provider, *stop).run(); }));
-    threads.back()->setStackSize(stackBytes);
-    threads.back()->setObjectName(QStringLiteral("association"));
-    threads.back()->start();
+    const auto shared = std::make_shared<OwnedSocket>(std::move(socket));
+    std::unique_ptr<QThread> association(QThread::create(
+        [this, shared] { ScpAssociation(std::move(*shared), settings, provider, *stop).run(); }));
+    association->setStackSize(stackBytes);
+    association->setObjectName(QStringLiteral("association"));
+    association->start();
+    if (association->isRunning() || association->isFinished()) {
+        threads.push_back(std::move(association));
+    } else {
+        turnAway(*shared); // the system has no thread left
+    }
 }
 
-void StoreScp::Private::turnAway(const Waiting &peer)
+void StoreScp::Private::turnAway(const OwnedSocket &peer)
 {
-    refuseBusy(peer.socket.get());
+    refuseBusy(peer.get());
     ReceiveEvent event;
     event.problem = ReceiveProblem::Busy;
     provider.journal().note(event, false);

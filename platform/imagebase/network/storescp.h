@@ -19,7 +19,7 @@ struct ScpSettings
     bool acceptPrivateClasses = false; ///< objects of classes that are not the standard's
     int mostAssociations = 220; ///< at a time
     int firstWordSeconds = 10; ///< a connection that says nothing is closed after this
-    int silenceSeconds = 30; ///< in the middle of a request or an object
+    int silenceSeconds = StoreProvider::silenceSeconds; ///< in the middle of a request or an object
     int idleSeconds = 300; ///< between two requests
 
     bool operator==(const ScpSettings &other) const

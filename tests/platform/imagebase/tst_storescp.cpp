@@ -2,6 +2,7 @@
 #include "dicomfilebuilder.h"
 #include "dicomreader.h"
 #include "dicomservers.h"
+#include "importer.h"
 #include "receiver.h"
 #include "scuassociation.h"
 #include "spoolfile.h"
@@ -96,6 +97,8 @@ private slots:
     void takesTheWholeCorpusAsItWasSent();
     void saysWhyNot();
     void followsThePolicyForOtherContent();
+    void knowsWhatWasImported();
+    void holdsUpNoOther();
     void indexesWhatAnEarlierProgramLeft();
     void tellsOfABusyPort();
 
@@ -211,6 +214,50 @@ void StoreScpTest::followsThePolicyForOtherContent()
     QCOMPARE(receiver.records(), 1);
     QCOMPARE(receiver.stored().size(), 1);
     QVERIFY(dataSetOf(receiver.stored().value(0)).contains("second"));
+}
+
+/// A file on a disk has the meta information of whoever wrote it.
+void StoreScpTest::knowsWhatWasImported()
+{
+    const Receiver receiver;
+    const QString file = object(text("a.dcm"), text("1.2.3.4.5"));
+    ImportRequest request;
+    request.databasePath = receiver.index.path();
+    request.mode = ImportMode::Copy;
+    request.paths = QStringList{file};
+    QCOMPARE(Importer(request).run().of(FileVerdict::New), qint64(1));
+    QCOMPARE(send(receiver.port(), {}, {file}).exitCode, 0);
+    QTRY_VERIFY(receiver.counts().received == 1 && receiver.isIdle());
+    QCOMPARE(receiver.counts().keptAside, 0);
+    QCOMPARE(receiver.stored().size(), 1);
+    QCOMPARE(receiver.spooled(), QStringList());
+}
+
+void StoreScpTest::holdsUpNoOther()
+{
+    const Receiver receiver;
+    QCOMPARE(send(receiver.port(), {}, {object(text("a.dcm"), text("1.2.3.4.5"))}).exitCode, 0);
+    QTRY_COMPARE(receiver.records(), 1);
+    // A file lies where the folder of another study of this patient belongs.
+    QDir folder = QFileInfo(receiver.stored().value(0)).dir();
+    QVERIFY(folder.cdUp() && folder.cdUp());
+    QFile obstacle(folder.filePath(text("1.2.9")));
+    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    const QString other = m_folder->filePath(text("b.dcm"));
+    DicomFileBuilder().uids(text("1.2.9"), text("1.2.9.1"), text("1.2.9.1.1")).write(other);
+    QCOMPARE(send(receiver.port(), {},
+                 {object(text("c.dcm"), text("1.2.3.4.6")), other, object(text("d.dcm"), text("1.2.3.4.7"))})
+                 .exitCode,
+        0);
+    QTRY_COMPARE(receiver.records(), 3);
+    QVERIFY(receiver.indexer->isStuck());
+    QCOMPARE(receiver.indexer->waiting(), 1);
+    QCOMPARE(int(receiver.counts().lastProblem.problem), int(ReceiveProblem::IndexFailed));
+    QCOMPARE(receiver.spooled().size(), 1);
+    QVERIFY(obstacle.remove());
+    QTRY_COMPARE_WITH_TIMEOUT(receiver.records(), 4, 30000);
+    QTRY_VERIFY(receiver.isIdle() && !receiver.indexer->isStuck());
+    QCOMPARE(receiver.spooled(), QStringList());
 }
 
 void StoreScpTest::indexesWhatAnEarlierProgramLeft()
