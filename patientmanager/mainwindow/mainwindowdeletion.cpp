@@ -39,7 +39,7 @@ void PatientManagerMainWindow::on_actionDelete_triggered()
     }
     const int answer = kivMessageBoxForm::question(nullptr, tr("删除"), tr("确定要删除病人数据吗?"),
         kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerOk);
-    if (answer != kivMessageBoxForm::AnswerCancel) {
+    if (answer != kivMessageBoxForm::AnswerCancel && deletionNotifier->mayBegin()) {
         onDeleteSelected();
     }
 }

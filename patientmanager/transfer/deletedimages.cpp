@@ -6,6 +6,9 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 QSqlQuery boundTo(const QSqlDatabase &db, const QString &sql, const QList<qlonglong> &keys)
@@ -15,6 +18,17 @@ QSqlQuery boundTo(const QSqlDatabase &db, const QString &sql, const QList<qlongl
     query.prepare(sql);
     query.bindValue(QStringLiteral(":keys"), RecordSql::keyList(keys));
     return query;
+}
+
+template <typename Take>
+bool readAll(QSqlQuery &query, QSqlError *error, Take take)
+{
+    query.exec();
+    while (query.next()) {
+        take(query);
+    }
+    *error = query.lastError();
+    return !error->isValid();
 }
 
 } // namespace
@@ -29,7 +43,8 @@ int count(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &key
     return query.exec() && query.next() ? query.value(0).toInt() : 0;
 }
 
-QSet<QString> sharedCopies(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
+bool sharedCopies(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys,
+    QSet<QString> *paths, QSqlError *error)
 {
     QSqlQuery query = boundTo(db,
         QStringLiteral(
@@ -42,29 +57,52 @@ QSet<QString> sharedCopies(const QSqlDatabase &db, RecordLevel level, const QLis
             "AND other.pk NOT IN (%1)")
             .arg(RecordSql::keysBelow(level, RecordLevel::Image), QLatin1String(copiedFileMarker)),
         keys);
-    QSet<QString> paths;
-    query.exec();
-    while (query.next()) {
-        paths.insert(query.value(0).toString());
-    }
-    return paths;
+    return readAll(query, error, [paths](const QSqlQuery &row) { paths->insert(row.value(0).toString()); });
 }
 
-QList<qlonglong> upTo(
-    const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys, qlonglong newest, bool *hasLater)
+bool keysBelow(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys, RecordLevel lower,
+    QList<qlonglong> *below, QSqlError *error)
 {
-    QSqlQuery query = boundTo(db, RecordSql::keysBelow(level, RecordLevel::Image), keys);
+    QSqlQuery query = boundTo(db, RecordSql::keysBelow(level, lower), keys);
+    return readAll(query, error, [below](const QSqlQuery &row) { below->append(row.value(0).toLongLong()); });
+}
+
+bool split(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys, qlonglong newest,
+    QList<qlonglong> *whole, QList<qlonglong> *mixed, QSqlError *error)
+{
     QList<qlonglong> images;
-    *hasLater = false;
-    query.exec();
-    while (query.next()) {
-        const qlonglong image = query.value(0).toLongLong();
-        *hasLater = *hasLater || image > newest;
-        if (image <= newest) {
-            images.append(image);
-        }
+    if (level == RecordLevel::Image) {
+        QSqlQuery query = boundTo(db,
+            QStringLiteral("SELECT pk FROM imageformat WHERE pk IN (%1)")
+                .arg(RecordSql::keysBelow(level, level)),
+            keys);
+        QSet<qlonglong> there;
+        const auto take = [&there](const QSqlQuery &row) { there.insert(row.value(0).toLongLong()); };
+        std::copy_if(keys.cbegin(), keys.cend(), std::back_inserter(images),
+            [newest](qlonglong image) { return image <= newest; });
+        const bool good = readAll(query, error, take);
+        std::copy_if(images.cbegin(), images.cend(), std::back_inserter(*whole),
+            [&there](qlonglong image) { return there.contains(image); });
+        return good;
     }
-    return images;
+    // Seldom is any image later, which one statement tells of all keys.
+    if (!keysBelow(db, level, keys, RecordLevel::Image, &images, error)) {
+        return false;
+    }
+    const auto isLater = [newest](qlonglong image) { return image > newest; };
+    if (std::none_of(images.cbegin(), images.cend(), isLater)) {
+        *whole = keys;
+        return true;
+    }
+    for (const qlonglong key : keys) {
+        images.clear();
+        if (!keysBelow(db, level, {key}, RecordLevel::Image, &images, error)) {
+            return false;
+        }
+        const bool hasLater = std::any_of(images.cbegin(), images.cend(), isLater);
+        (hasLater ? mixed : whole)->append(key);
+    }
+    return true;
 }
 
 } // namespace DeletedImages

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QElapsedTimer>
 
+class QLabel;
 class QProgressBar;
 
 /**
@@ -17,12 +18,14 @@ class DeletionNotice : public QDialog
 public:
     explicit DeletionNotice(QWidget *parent);
 
-    /// Draws how far the deletion has come; windows are painted, and input to them is lost.
+    /// Draws how far the deletion has come, or where there are none in all that it waits; windows are
+    /// painted, and input to them is lost.
     void showProgress(int done, int total);
 
     void reject() override { }
 
 private:
+    QLabel *const m_text;
     QProgressBar *const m_bar;
     QElapsedTimer m_running;
 };

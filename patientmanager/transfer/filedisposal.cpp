@@ -1,5 +1,8 @@
 #include "filedisposal.h"
 
+#include "indexconnection.h"
+#include "namedfiles.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -133,11 +136,20 @@ void FileDisposal::removeEmpty(const QSet<QString> &folders) const
     }
 }
 
-QVector<FileLeft> FileDisposal::tryAgain(const QVector<FileLeft> &files)
+QVector<FileLeft> FileDisposal::tryAgain(const QSqlDatabase &db, const QVector<FileLeft> &files)
 {
+    constexpr int waitMs = 1000;
+    IndexConnection::setLockWait(db, waitMs);
+    // Files come to their places within a transaction: what has no record now gets none while it goes.
+    const WriteTransaction lock(db);
+    IndexConnection::setLockWait(db, IndexConnection::lockWaitMs);
+    if (!lock.isActive()) {
+        return stillThere(files);
+    }
+    NamedFiles named(db);
     QVector<FileLeft> failed;
     for (const FileLeft &file : files) {
-        const int error = removeNow(file.path);
+        const int error = named.contains(file.path) ? 0 : removeNow(file.path);
         if (error != 0) {
             failed.append({file.path, error});
         }

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QMetaType>
 #include <QSet>
+#include <QSqlDatabase>
 #include <QString>
 #include <QVector>
 
@@ -36,8 +37,9 @@ public:
     /// Removes the folders that the files of a record have left empty, and where the last of these was a copy
     /// the two above each copy's.
     void removeFolders(bool lastWasCopy);
-    /// Tries once more. @return what is left then
-    static QVector<FileLeft> tryAgain(const QVector<FileLeft> &files);
+    /// Tries once more, but for files that a record names by now, which are no longer left over. Where others
+    /// write to the index it tries none. @return what is left then
+    static QVector<FileLeft> tryAgain(const QSqlDatabase &db, const QVector<FileLeft> &files);
 
     /// What was to go and is still on the disk: looked up now.
     QVector<FileLeft> left() const;

@@ -1,39 +1,55 @@
 #include "recorddeletion.h"
 
-#include "compaction.h"
 #include "configlocation.h"
 #include "dabasehelper.h"
-#include "deletedimages.h"
+#include "databaseerror.h"
+#include "deletionbranches.h"
 #include "deletionjournal.h"
-#include "filequeries.h"
-#include "filestore.h"
-#include "importmarker.h"
 #include "indexconnection.h"
+#include "longwrite.h"
 
 #include <QSettings>
-#include <QSqlQuery>
 #include <QVariant>
+
+#include <optional>
 
 namespace {
 
 constexpr int everyFileSetting = 1;
-constexpr qint64 progressPauseMs = 50;
+/// How long others may hold the lock before a deletion gives up, and how long one look at it takes.
+constexpr qint64 longestWaitMs = 3000;
+constexpr int lookMs = 100;
 
-bool isCopy(const QSqlQuery &row)
+/// Statements do not wait long for a lock while it lives.
+class ShortLockWait
 {
-    return row.value(FileQueries::DeletionMarker).toString() == QLatin1String(copiedFileMarker);
-}
+public:
+    explicit ShortLockWait(const QSqlDatabase &db)
+        : m_db(db)
+    {
+        IndexConnection::setLockWait(m_db, lookMs);
+    }
+    ~ShortLockWait() { IndexConnection::setLockWait(m_db, IndexConnection::lockWaitMs); }
+    ShortLockWait(const ShortLockWait &) = delete;
+    ShortLockWait &operator=(const ShortLockWait &) = delete;
+
+private:
+    const QSqlDatabase m_db;
+};
 
 } // namespace
 
 RecordDeletion::RecordDeletion(const QSqlDatabase &db, bool everyFile, QObject *parent)
     : QObject(parent)
     , m_db(db)
-    , m_everyFile(everyFile)
     , m_helper(new DabaseHelper(db, this))
-{
-    m_sinceProgress.start();
-}
+    , m_branches(std::make_unique<DeletionBranches>(db, everyFile, m_helper,
+          DeletionBranches::Listener{[this](int done, int total) { emit progress(done, total); },
+              [this](RecordLevel level) { tellChanged(level); }}))
+    , m_everyFile(everyFile)
+{ }
+
+RecordDeletion::~RecordDeletion() = default;
 
 bool RecordDeletion::isEveryFileToGo()
 {
@@ -51,48 +67,72 @@ DeletionReport RecordDeletion::run(const QString &table, const QList<qlonglong> 
         return report;
     }
     if (keys.isEmpty()) {
-        runBranch(*level, keys);
+        m_branches->run(*level, keys);
         return report;
     }
     BegunDeletion deletion;
     deletion.level = *level;
     deletion.keys = keys;
     deletion.everyFile = m_everyFile;
-    report.error = DeletionJournal(m_db).note(&deletion);
-    return report.error.isValid() ? report : carryOut(deletion);
+    const ShortLockWait wait(m_db);
+    m_waiting.start();
+    do {
+        report.error = DeletionJournal(m_db).note(&deletion);
+    } while (mayWaitFor(report.error));
+    return report.error.isValid() ? report : carryOut(deletion, true);
 }
 
-DeletionReport RecordDeletion::carryOut(const BegunDeletion &deletion)
+/// While somebody else writes, for a while.
+bool RecordDeletion::mayWaitFor(const QSqlError &error)
+{
+    const bool isBusy = error.isValid()
+        && connectionFailureOf(error, m_db.databaseName()).reason == ConnectionFailure::Reason::Locked;
+    if (isBusy) {
+        emit progress(0, 0);
+    }
+    return isBusy && m_waiting.elapsed() < longestWaitMs;
+}
+
+/// @param isNew nothing has gone yet: without the lock it is as if it had never been asked for
+DeletionReport RecordDeletion::carryOut(const BegunDeletion &deletion, bool isNew)
 {
     const DeletionJournal journal(m_db);
     DeletionReport report;
-    WriteTransaction transaction(m_db);
-    if (!transaction.isActive()) {
-        report.error = transaction.error();
-        report.isPending = !journal.forget(deletion.pk);
+    std::optional<WriteTransaction> transaction;
+    do {
+        transaction.emplace(m_db);
+    } while (!transaction->isActive() && isNew && mayWaitFor(transaction->error()));
+    if (!transaction->isActive()) {
+        report.error = transaction->error();
+        report.isPending = !isNew || !journal.forget(deletion.pk);
         return report;
     }
-    const Compaction patience; // imports wait for as long as the files take
-    const bool good = deleteAsBegun(deletion) && journal.forget(deletion.pk);
-    if (!good || !transaction.commit()) {
-        report.error = good ? transaction.error() : m_helper->lastError();
+    const LongWrite patience(LongWrite::Work::Deletion); // imports wait for as long as the files take
+    const bool good =
+        m_branches->runUpTo(deletion.lastImage, deletion.level, deletion.keys) && journal.forget(deletion.pk);
+    if (!good || !transaction->commit()) {
+        report.error = good ? transaction->error() : m_branches->error();
         report.isPending = true;
-        transaction.rollback();
+        transaction->rollback();
         for (int shown = int(RecordLevel::Image); shown >= int(RecordLevel::Patient); --shown) {
             tellChanged(RecordLevel(shown)); // the records are back
         }
     }
-    report.left = m_disposal->left();
-    report.removedFiles = m_disposal->removed();
+    report.left = m_branches->left();
+    report.removedFiles = m_branches->removed();
     return report;
 }
 
-DeletionReport RecordDeletion::finishBegun(const QSqlDatabase &db)
+DeletionReport RecordDeletion::finishBegun(const QSqlDatabase &db, const std::atomic<bool> &stop)
 {
     DeletionReport all;
     for (const BegunDeletion &begun : DeletionJournal(db).begun()) {
+        if (stop) {
+            all.isPending = true;
+            break;
+        }
         RecordDeletion deletion(db, begun.everyFile);
-        const DeletionReport report = deletion.carryOut(begun);
+        const DeletionReport report = deletion.carryOut(begun, false);
         all.left += report.left;
         all.removedFiles += report.removedFiles;
         if (report.error.isValid()) {
@@ -103,190 +143,11 @@ DeletionReport RecordDeletion::finishBegun(const QSqlDatabase &db)
     return all;
 }
 
-/// Records that have got images since the deletion began keep these, and so stay themselves.
-bool RecordDeletion::deleteAsBegun(const BegunDeletion &deletion)
-{
-    bool hasLater = false;
-    const QList<qlonglong> images =
-        DeletedImages::upTo(m_db, deletion.level, deletion.keys, deletion.lastImage, &hasLater);
-    if (!hasLater) {
-        return runBranch(deletion.level, deletion.keys);
-    }
-    beginFiles(RecordLevel::Image, images);
-    removeCopies(images);
-    return cleanUp(RecordLevel::Image, FileQueries::nameOfImagesPatient(), images)
-        && deleteRecords(RecordLevel::Image, images);
-}
-
-bool RecordDeletion::runBranch(RecordLevel level, const QList<qlonglong> &keys)
-{
-    beginFiles(level, keys);
-    switch (level) {
-    case RecordLevel::Patient:
-        return deletePatients(keys);
-    case RecordLevel::Study:
-        return deleteStudies(keys);
-    case RecordLevel::Series:
-        return deleteSeries(keys);
-    case RecordLevel::Image:
-        break;
-    }
-    return deleteImages(keys);
-}
-
-bool RecordDeletion::deletePatients(const QList<qlonglong> &keys)
-{
-    const QString query = FileQueries::ofDeletion(RecordLevel::Patient);
-    removeFilesFound(query, keys);
-    if (!cleanUp(RecordLevel::Patient, query, keys) || !deleteRecords(RecordLevel::Patient, keys)) {
-        return false;
-    }
-    tellChanged(RecordLevel::Image);
-    tellChanged(RecordLevel::Series);
-    tellChanged(RecordLevel::Study);
-    tellChanged(RecordLevel::Patient);
-    return true;
-}
-
-bool RecordDeletion::deleteStudies(const QList<qlonglong> &keys)
-{
-    const QString query = FileQueries::ofDeletion(RecordLevel::Study);
-    if (!cleanUp(RecordLevel::Study, query, keys)) {
-        return false;
-    }
-    removeFilesFound(query, keys);
-    const bool good = keys.isEmpty()
-        || deletePatientOfOneStudy(m_helper->getPreFK(int(RecordLevel::Study), keys.constFirst()));
-    if (!good || !deleteRecords(RecordLevel::Study, keys)) {
-        return false;
-    }
-    tellChanged(RecordLevel::Image);
-    tellChanged(RecordLevel::Series);
-    tellChanged(RecordLevel::Study);
-    return true;
-}
-
-bool RecordDeletion::deleteSeries(const QList<qlonglong> &keys)
-{
-    const QString query = FileQueries::ofDeletion(RecordLevel::Series);
-    removeFilesFound(query, keys);
-    if (!cleanUp(RecordLevel::Series, query, keys)) {
-        return false;
-    }
-    const bool good = keys.isEmpty()
-        || deleteStudyOfOneSeries(m_helper->getPreFK(int(RecordLevel::Series), keys.constFirst()));
-    if (!good || !deleteRecords(RecordLevel::Series, keys)) {
-        return false;
-    }
-    tellChanged(RecordLevel::Series);
-    tellChanged(RecordLevel::Image);
-    return true;
-}
-
-bool RecordDeletion::deleteImages(const QList<qlonglong> &keys)
-{
-    removeCopies(keys);
-    if (!cleanUp(RecordLevel::Image, FileQueries::nameOfImagesPatient(), keys)) {
-        return false;
-    }
-    const int image = int(RecordLevel::Image);
-    const qlonglong series = keys.isEmpty() ? 0 : m_helper->getPreFK(image, keys.constFirst());
-    if (series != 0 && m_helper->getTableSize(image, series) == keys.size()) {
-        if (!deleteStudyOfOneSeries(m_helper->getPreFK(int(RecordLevel::Series), series))
-            || !deleteRecords(RecordLevel::Series, {series})) {
-            return false;
-        }
-        tellChanged(RecordLevel::Series);
-    }
-    if (!deleteRecords(RecordLevel::Image, keys)) {
-        return false;
-    }
-    tellChanged(RecordLevel::Image);
-    return true;
-}
-
-bool RecordDeletion::deleteStudyOfOneSeries(qlonglong study)
-{
-    if (m_helper->getTableSize(int(RecordLevel::Series), study) != 1) {
-        return true;
-    }
-    if (!deletePatientOfOneStudy(m_helper->getPreFK(int(RecordLevel::Study), study))
-        || !deleteRecords(RecordLevel::Study, {study})) {
-        return false;
-    }
-    tellChanged(RecordLevel::Study);
-    return true;
-}
-
-bool RecordDeletion::deletePatientOfOneStudy(qlonglong patient)
-{
-    if (m_helper->getTableSize(int(RecordLevel::Study), patient) != 1) {
-        return true;
-    }
-    if (!deleteRecords(RecordLevel::Patient, {patient})) {
-        return false;
-    }
-    tellChanged(RecordLevel::Patient);
-    return true;
-}
-
 QVector<FileLeft> RecordDeletion::removeFiles(
     const QString &query, const QString &table, const QList<qlonglong> &keys)
 {
-    beginFiles(recordLevelOf(table).value_or(RecordLevel::Patient), keys);
-    removeFilesFound(query, keys);
-    return m_disposal->left();
-}
-
-void RecordDeletion::beginFiles(RecordLevel level, const QList<qlonglong> &keys)
-{
-    const bool everyFile = m_everyFile && level != RecordLevel::Image;
-    m_disposal = std::make_unique<FileDisposal>(storeFolder(m_db.databaseName()), everyFile,
-        everyFile ? QSet<QString>() : DeletedImages::sharedCopies(m_db, level, keys));
-    m_done = 0;
-    m_total = DeletedImages::count(m_db, level, keys);
-}
-
-void RecordDeletion::removeFilesFound(const QString &query, const QList<qlonglong> &keys)
-{
-    for (const qlonglong key : keys) {
-        bool wasCopy = false;
-        for (QSqlQuery rows = FileQueries::rows(query, key, m_db); rows.next(); countFile()) {
-            wasCopy = isCopy(rows);
-            m_disposal->removeFile(rows.value(FileQueries::DeletionFilePath).toString(), wasCopy);
-        }
-        m_disposal->removeFolders(wasCopy);
-    }
-}
-
-/// Of images, whatever the setting; their folders stay.
-void RecordDeletion::removeCopies(const QList<qlonglong> &keys)
-{
-    const QString query = FileQueries::ofDeletion(RecordLevel::Image);
-    for (const qlonglong key : keys) {
-        for (QSqlQuery rows = FileQueries::rows(query, key, m_db); rows.next(); countFile()) {
-            m_disposal->removeFile(rows.value(FileQueries::DeletionFilePath).toString(), isCopy(rows));
-        }
-    }
-}
-
-void RecordDeletion::countFile()
-{
-    ++m_done;
-    if (m_sinceProgress.elapsed() >= progressPauseMs) {
-        m_sinceProgress.start();
-        emit progress(m_done, m_total);
-    }
-}
-
-bool RecordDeletion::cleanUp(RecordLevel level, const QString &query, const QList<qlonglong> &keys)
-{
-    return m_helper->DeleteDBTable(int(level), query, keys);
-}
-
-bool RecordDeletion::deleteRecords(RecordLevel level, const QList<qlonglong> &keys)
-{
-    return m_helper->deleteTable(int(level), keys);
+    m_branches->removeFiles(recordLevelOf(table).value_or(RecordLevel::Patient), query, keys);
+    return m_branches->left();
 }
 
 void RecordDeletion::tellChanged(RecordLevel level)

@@ -11,9 +11,11 @@
 #include <QSqlError>
 #include <QVector>
 
+#include <atomic>
 #include <memory>
 
 class DabaseHelper;
+class DeletionBranches;
 struct BegunDeletion;
 
 /// How a deletion ended.
@@ -34,8 +36,8 @@ Q_DECLARE_METATYPE(DeletionReport)
  *
  * Whether parents go is decided by the first key alone. The order of the steps differs from level to level
  * and is part of the interface. One deletion is noted first and then holds the lock of writers until its
- * records are gone, so that nobody enters images below them meanwhile. Runs to its end on the thread of the
- * connection; used for one deletion.
+ * records are gone, so that nobody enters images below them meanwhile. It gives up where others hold that
+ * lock for seconds. Runs to its end on the thread of the connection; used for one deletion.
  */
 class PATIENTMANAGER_EXPORT RecordDeletion : public QObject
 {
@@ -44,6 +46,7 @@ class PATIENTMANAGER_EXPORT RecordDeletion : public QObject
 public:
     /// @param everyFile every file of the records goes, referenced ones, too; of images only copies ever do
     RecordDeletion(const QSqlDatabase &db, bool everyFile, QObject *parent = nullptr);
+    ~RecordDeletion() override;
 
     /// The setting "datadelete/dataCopyType": whether every file goes. Read anew by each call.
     static bool isEveryFileToGo();
@@ -56,37 +59,23 @@ public:
     QVector<FileLeft> removeFiles(const QString &query, const QString &table, const QList<qlonglong> &keys);
 
     /// Finishes the deletions that were interrupted, but for images that have come since.
-    static DeletionReport finishBegun(const QSqlDatabase &db);
+    /// @param stop ends it after the one that is being finished; the others wait for the next start
+    static DeletionReport finishBegun(const QSqlDatabase &db, const std::atomic<bool> &stop);
 
 signals:
-    /// A few times a second while files go.
+    /// A few times a second while files go; of no files in all while somebody else writes to the index.
     void progress(int done, int total);
     /// Records of this table have gone; forms that show it read it again.
     void tableChanged(const QString &tableName);
 
 private:
-    DeletionReport carryOut(const BegunDeletion &deletion);
-    bool deleteAsBegun(const BegunDeletion &deletion);
-    bool runBranch(RecordLevel level, const QList<qlonglong> &keys);
-    bool deletePatients(const QList<qlonglong> &keys);
-    bool deleteStudies(const QList<qlonglong> &keys);
-    bool deleteSeries(const QList<qlonglong> &keys);
-    bool deleteImages(const QList<qlonglong> &keys);
-    bool deleteStudyOfOneSeries(qlonglong study);
-    bool deletePatientOfOneStudy(qlonglong patient);
-    void beginFiles(RecordLevel level, const QList<qlonglong> &keys);
-    void removeFilesFound(const QString &query, const QList<qlonglong> &keys);
-    void removeCopies(const QList<qlonglong> &keys);
-    void countFile();
-    bool deleteRecords(RecordLevel level, const QList<qlonglong> &keys);
-    bool cleanUp(RecordLevel level, const QString &query, const QList<qlonglong> &keys);
+    DeletionReport carryOut(const BegunDeletion &deletion, bool isNew);
+    bool mayWaitFor(const QSqlError &error);
     void tellChanged(RecordLevel level);
 
-    const QSqlDatabase m_db;
-    const bool m_everyFile;
+    QSqlDatabase m_db;
     DabaseHelper *const m_helper;
-    std::unique_ptr<FileDisposal> m_disposal;
-    QElapsedTimer m_sinceProgress;
-    int m_done = 0;
-    int m_total = 0;
+    const std::unique_ptr<DeletionBranches> m_branches;
+    const bool m_everyFile;
+    QElapsedTimer m_waiting;
 };

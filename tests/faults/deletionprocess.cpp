@@ -42,15 +42,15 @@ int deleteRecords(const QStringList &arguments)
 
 int start(const QString &path)
 {
+    const std::atomic<bool> stop{false};
     DeletionReport report;
     {
         const IndexConnection index(path);
         if (!index.isOpen()) {
             return 1;
         }
-        report = RecordDeletion::finishBegun(index.database());
+        report = RecordDeletion::finishBegun(index.database(), stop);
     }
-    const std::atomic<bool> stop{false};
     answer(report, sweepStore(path, stop));
     return 0;
 }

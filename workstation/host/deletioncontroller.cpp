@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QDebug>
+#include <QDir>
 #include <QLocale>
 
 #include <optional>
@@ -18,7 +19,6 @@
 namespace {
 
 constexpr char deleteAction[] = "actionDelete";
-constexpr char deleteSlot[] = "on_actionDelete_triggered";
 
 /// What the library's send works on: the selection reported last.
 QString reportedText(const PatientManagerMainWindow *library)
@@ -26,6 +26,30 @@ QString reportedText(const PatientManagerMainWindow *library)
     const std::optional<RecordLevel> level = recordLevelOf(library->selectedTable());
     return level && level != RecordLevel::Image ? RecordSelection{*level, library->selectedKeys()}.text()
                                                 : QString();
+}
+
+/// Why a store is left alone.
+QString keptText(StoreKept kept)
+{
+    switch (kept) {
+    case StoreKept::No:
+        break;
+    case StoreKept::NotMarked:
+        return DeletionController::tr("Nothing says that this store belongs to this index.");
+    case StoreKept::OtherIndex:
+        return DeletionController::tr("The store belongs to another index.");
+    case StoreKept::Shared:
+        return DeletionController::tr("Another index lies beside this one and may use the store.");
+    case StoreKept::OlderIndex:
+        return DeletionController::tr("The index is older than the store: import the store's files again to "
+                                      "have records for all of them.");
+    case StoreKept::Elsewhere:
+        return DeletionController::tr(
+            "The index names copies in other places: its folder was renamed, or is reached by another name.");
+    case StoreKept::NoRecords:
+        return DeletionController::tr("The index has no images of the store.");
+    }
+    return {};
 }
 
 } // namespace
@@ -39,7 +63,8 @@ DeletionController::DeletionController(const WindowParts &parts, QWidget *window
     , m_status(parts.status)
     , m_care(new StoreCare(this))
 {
-    takeOverDelete();
+    // The forms read their tables again without a question, so the host asks before a deletion begins.
+    m_library->deletions()->setGate([this] { return m_edits->mayDropEdits(); });
     // Answered before the signal's emission returns: one confirmed upload would refuse all later deletions.
     connect(m_library, &PatientManagerMainWindow::uploadFlag, m_library,
         [this] { m_library->onUpLoadFlag(m_isUploading && m_isUploading()); });
@@ -54,16 +79,14 @@ void DeletionController::begin(const QString &databasePath)
     m_care->begin(databasePath);
 }
 
-/// The forms read their tables again without a question; the host asks before a deletion begins.
-void DeletionController::takeOverDelete()
+bool DeletionController::isRunning() const
 {
-    auto *action = m_library->findChild<QAction *>(QLatin1String(deleteAction));
-    disconnect(action, &QAction::triggered, m_library, nullptr);
-    connect(action, &QAction::triggered, this, [this] {
-        if (m_edits->mayDropEdits()) {
-            QMetaObject::invokeMethod(m_library, deleteSlot);
-        }
-    });
+    return m_care->isRunning();
+}
+
+void DeletionController::stop()
+{
+    m_care->stop();
 }
 
 void DeletionController::nameSelection()
@@ -110,18 +133,43 @@ void DeletionController::showLeft(const QVector<FileLeft> &files)
 void DeletionController::showCare(const DeletionReport &deletions, const StoreSweep &sweep)
 {
     for (const QString &path : sweep.removed) {
-        qInfo().noquote() << tr("Removed from the store, as no record names it: %1").arg(path);
+        qInfo().noquote() << tr("Taken out of the store, as no record names it: %1").arg(path);
     }
     for (const QString &path : sweep.left) {
         qInfo().noquote() << tr("Stays in the store, though no record names it: %1").arg(path);
     }
+    QStringList texts{finishedText(deletions)};
     if (!sweep.left.isEmpty()) {
-        m_status->setIdleText(tr("%1 files of the store belong to no record and stay; the log names them")
-                                  .arg(QLocale().toString(sweep.left.size())));
-    } else if (!sweep.removed.isEmpty()) {
-        m_status->setIdleText(
-            tr("%1 files of the store belonged to no record and were removed; the log names them")
-                .arg(QLocale().toString(sweep.removed.size())));
+        texts += tr("%1 files of the store belong to no record and stay; the log names them")
+                     .arg(QLocale().toString(sweep.left.size()));
+        if (sweep.kept != StoreKept::No) {
+            qInfo().noquote() << keptText(sweep.kept);
+        }
+    }
+    if (!sweep.removed.isEmpty()) {
+        texts +=
+            tr("%1 files of the store belonged to no record; they lie in %2 for 30 days")
+                .arg(QLocale().toString(sweep.removed.size()), QDir::toNativeSeparators(sweep.removedTo));
+        qInfo().noquote() << texts.constLast();
+    }
+    texts.removeAll(QString());
+    if (!texts.isEmpty()) {
+        m_status->setIdleText(texts.join(QStringLiteral(" · ")));
     }
     showLeft(deletions.left);
+}
+
+/// Of what an earlier run had begun.
+QString DeletionController::finishedText(const DeletionReport &deletions) const
+{
+    if (deletions.error.isValid()) {
+        const QString text =
+            tr("An interrupted deletion could not be finished: %1 The next start tries again.")
+                .arg(deletions.error.text());
+        qWarning().noquote() << text;
+        return text;
+    }
+    return deletions.removedFiles == 0 ? QString()
+                                       : tr("An interrupted deletion was finished; %1 files were removed")
+                                             .arg(QLocale().toString(deletions.removedFiles));
 }

@@ -34,16 +34,19 @@ public:
 
     /// Puts the store of an index in order, in the background.
     void begin(const QString &databasePath);
+    /// Whether that still goes on, and its end at the next good moment.
+    bool isRunning() const;
+    void stop();
     /// Who knows whether an upload still runs, so that deletions wait for its end; without, none does.
     void setUploadCheck(std::function<bool()> isUploading) { m_isUploading = std::move(isUploading); }
 
 private:
-    void takeOverDelete();
     void nameSelection();
     void tell(const char *actionName, const QString &text) const;
     void showEnd(const DeletionReport &report);
     void showLeft(const QVector<FileLeft> &files);
     void showCare(const DeletionReport &deletions, const StoreSweep &sweep);
+    QString finishedText(const DeletionReport &deletions) const;
 
     QWidget *const m_window;
     PatientManagerMainWindow *const m_library;

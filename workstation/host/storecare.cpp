@@ -19,18 +19,25 @@ StoreCare::~StoreCare()
 
 void StoreCare::begin(const QString &databasePath)
 {
+    m_running = true;
     m_worker = std::thread([this, databasePath] {
-        DeletionReport deletions;
-        {
-            const IndexConnection index(databasePath);
-            if (!index.isOpen()) {
-                return;
-            }
-            deletions = RecordDeletion::finishBegun(index.database());
-        }
-        const StoreSweep sweep = sweepStore(databasePath, m_stop);
-        if (!m_stop) {
-            emit finished(deletions, sweep); // queued to receivers on the GUI thread
-        }
+        work(databasePath);
+        m_running = false;
     });
+}
+
+void StoreCare::work(const QString &databasePath)
+{
+    DeletionReport deletions;
+    {
+        const IndexConnection index(databasePath);
+        if (!index.isOpen()) {
+            return;
+        }
+        deletions = RecordDeletion::finishBegun(index.database(), m_stop);
+    }
+    const StoreSweep sweep = sweepStore(databasePath, m_stop);
+    if (!m_stop) {
+        emit finished(deletions, sweep); // queued to receivers on the GUI thread
+    }
 }

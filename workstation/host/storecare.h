@@ -25,12 +25,18 @@ public:
 
     /// Begins with the index file; once.
     void begin(const QString &databasePath);
+    bool isRunning() const { return m_running; }
+    /// Ends it soon: after the deletion that is being finished.
+    void stop() { m_stop = true; }
 
 signals:
     /// Sent once, where it was not ended.
     void finished(const DeletionReport &deletions, const StoreSweep &sweep);
 
 private:
+    void work(const QString &databasePath);
+
     std::atomic<bool> m_stop{false};
+    std::atomic<bool> m_running{false};
     std::thread m_worker;
 };

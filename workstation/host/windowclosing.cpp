@@ -20,7 +20,9 @@ bool WindowClosing::mayClose()
 {
     return m_tree->mayClose()
         && std::all_of(m_works.cbegin(), m_works.cend(),
-            [this](const RunningWork &work) { return !work.isRunning() || mayStop(work.question); })
+            [this](const RunningWork &work) {
+                return work.question.isEmpty() || !work.isRunning() || mayStop(work.question);
+            })
         && m_edits->mayDropEdits();
 }
 

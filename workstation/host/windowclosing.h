@@ -22,7 +22,7 @@ public:
     struct RunningWork
     {
         std::function<bool()> isRunning;
-        /// Says what is lost, what stays, and asks.
+        /// Says what is lost, what stays, and asks; empty where nothing is lost.
         QString question;
         /// Stops the work soon, which isRunning() tells; null where the work's owner ends it and nobody
         /// waits.

@@ -32,8 +32,8 @@
 #include "searchbar.h"
 #include "searchcontroller.h"
 #include "selectionstatus.h"
-#include "seriesform.h"
 #include "sendcontroller.h"
+#include "seriesform.h"
 #include "sessionservices.h"
 #include "shownpatients.h"
 #include "statuspanel.h"
@@ -171,6 +171,9 @@ void WorkstationWindow::guardWork()
     m_parts.closing->add({[this] { return m_services->retrievals()->isRunning(); },
         tr("Images are being retrieved from an archive. Stop that and quit? What has come stays."),
         [this] { m_services->retrievals()->closeIndex(); }});
+    // What is left of it is done at the next start.
+    m_parts.closing->add(
+        {[this] { return m_parts.deletions->isRunning(); }, {}, [this] { m_parts.deletions->stop(); }});
     m_parts.closing->add({&DataBaseSetForm::isAnyWorkRunning,
         tr("The index is being checked, compacted or backed up. Stop that and quit? The index "
            "stays as it was; an unfinished backup is removed."),

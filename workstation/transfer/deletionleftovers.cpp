@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
+#include <QSqlDatabase>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -84,14 +85,14 @@ void DeletionLeftovers::add(const QVector<FileLeft> &files)
 
 void DeletionLeftovers::tryAgain()
 {
-    m_files = FileDisposal::tryAgain(m_files);
+    m_files = FileDisposal::tryAgain(QSqlDatabase::database(), m_files);
     fill();
 }
 
 void DeletionLeftovers::fill()
 {
     const bool none = m_files.isEmpty();
-    m_text->setText(none ? tr("All of these files have been removed.")
+    m_text->setText(none ? tr("All of these files have been removed, or belong to records again.")
                          : tr("The records are deleted, but %1 of their files are still on the disk. Remove "
                               "what locks them "
                               "and try again.")

@@ -1,7 +1,7 @@
 #include "maintenancetext.h"
 
-#include "compaction.h"
 #include "importreporttext.h"
+#include "longwrite.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -90,8 +90,11 @@ QString backedUp(const MaintenanceResult &result)
 
 QString refused(const QSqlError &error)
 {
-    return Compaction::isAnyRunning()
-        ? Text::tr("The index is being compacted. Try again when that has ended.")
+    if (LongWrite::isRunning(LongWrite::Work::Compaction)) {
+        return Text::tr("The index is being compacted. Try again when that has ended.");
+    }
+    return LongWrite::isRunning(LongWrite::Work::Deletion)
+        ? Text::tr("Records are being deleted. Try again when that has ended.")
         : error.text();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "unpackedahead.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,10 +20,24 @@ struct ArchiveMember
         if (!path.isEmpty()) {
             unlink(path.constData());
         }
+        if (m_ahead) {
+            m_ahead->add(-m_bytes);
+        }
+    }
+    /// Counts its bytes for as long as it lives.
+    void countIn(UnpackedAhead *ahead, qint64 bytes)
+    {
+        m_ahead = ahead;
+        m_bytes = bytes;
+        m_ahead->add(bytes);
     }
     ArchiveMember(const ArchiveMember &) = delete;
     ArchiveMember &operator=(const ArchiveMember &) = delete;
 
     const QString archive; ///< the file that the import has met
     const QByteArray path; ///< of the temporary file; empty where there is none
+
+private:
+    UnpackedAhead *m_ahead = nullptr;
+    qint64 m_bytes = 0;
 };

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSqlQuery>
 #include <QStorageInfo>
@@ -145,6 +146,15 @@ FileStore::Temporary FileStore::makeTemporary()
 qint64 FileStore::bytesFree() const
 {
     return QStorageInfo(QFileInfo(m_folder).path()).bytesAvailable();
+}
+
+bool FileStore::isPlace(const QString &path)
+{
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
+        QStringLiteral("[\\w-]+-[0-9a-f]{%1}(/[0-9.]+){2}/[0-9.]+(-[0-9]+)?%2")
+            .arg(identityDigits)
+            .arg(QRegularExpression::escape(QLatin1String(fileSuffix)))));
+    return form.match(path).hasMatch();
 }
 
 QString FileStore::placeFor(const DicomHeader &header) const

@@ -55,6 +55,8 @@ public:
     /// Copies a file under a temporary name. Any thread.
     Copy copyIn(const QByteArray &source, const std::atomic<bool> &cancelled);
 
+    /// Whether a path below the store is one that placeFor() and freePlaceFor() make.
+    static bool isPlace(const QString &path);
     /// Where the file of this header belongs.
     QString placeFor(const DicomHeader &header) const;
     using IsTaken = std::function<bool(const QString &path)>;

@@ -3,9 +3,9 @@
 #include "archivemember.h"
 #include "archivereader.h"
 #include "boundedqueue.h"
-#include "compaction.h"
 #include "indexwriter.h"
 #include "knownfiles.h"
+#include "longwrite.h"
 #include "orderedbuffer.h"
 
 #include <QDir>
@@ -25,6 +25,8 @@ using namespace std::chrono_literals;
 constexpr std::size_t chunkSize = 32; ///< files that travel together
 constexpr std::size_t chunksWalkedAhead =
     8192; ///< the walk runs ahead, so that progress knows the whole soon
+constexpr qint64 bytesOfChunk = 32LL << 20; ///< of files out of archives
+constexpr qint64 bytesUnpackedAhead = 512LL << 20; ///< of the disk, before the walk waits for the writer
 constexpr std::size_t chunksInFlight = 64; ///< bounds the headers between readers and writer
 constexpr auto patience = 50ms; ///< how long the writer waits for work before it commits what it has
 constexpr qint64 batchMs = 100; ///< the write lock is given back this often
@@ -48,10 +50,10 @@ struct RunningImport
     RunningImport &operator=(const RunningImport &) = delete;
 };
 
-/// Only others may tire an import of waiting: a compaction of this process ends, and can be ended.
-void forgiveCompaction(QElapsedTimer *waiting)
+/// Only others may tire an import of waiting: long work of this process ends, and can be ended.
+void forgiveLongWrite(QElapsedTimer *waiting)
 {
-    if (Compaction::isAnyRunning()) {
+    if (LongWrite::isAnyRunning()) {
         waiting->restart();
     }
 }
@@ -79,6 +81,8 @@ struct Importer::Private
 
     ImportRequest request;
     FileStore store;
+    UnpackedAhead unpacked; ///< outlives all that is unpacked
+    std::atomic<bool> stopped{false};
     BoundedQueue<WalkedChunk> walked{chunksWalkedAhead};
     OrderedBuffer<ReadChunk> readChunks{chunksInFlight};
     std::atomic<bool> cancelled{false};
@@ -150,7 +154,7 @@ std::unique_ptr<IndexConnection> Importer::Private::openIndex() const
     for (;;) {
         auto connection = std::make_unique<IndexConnection>(request.databasePath, lockWaitMs);
         const bool locked = connection->failure().reason == ConnectionFailure::Reason::Locked;
-        forgiveCompaction(&waiting);
+        forgiveLongWrite(&waiting);
         if (!locked || cancelled || waiting.elapsed() > longestLockWaitMs) {
             return connection;
         }
@@ -165,6 +169,7 @@ void Importer::Private::noteCurrent(const QByteArray &path)
 
 void Importer::Private::stop()
 {
+    stopped = true;
     walked.abort();
     readChunks.abort();
 }
@@ -179,10 +184,22 @@ void Importer::Private::walk()
         chunk.number = number + 1;
         return taken;
     };
+    qint64 bytes = 0;
     const FileWalker::Sink put = [&](WalkedFile file) {
         ++found;
+        if (file.member) {
+            file.member->countIn(&unpacked, file.stamp.size);
+            bytes += file.stamp.size;
+        }
         chunk.files.push_back(std::move(file));
-        return !cancelled && (chunk.files.size() < chunkSize || flush());
+        if (cancelled || (chunk.files.size() < chunkSize && bytes < bytesOfChunk)) {
+            return !cancelled;
+        }
+        bytes = 0;
+        // Only what has been handed on comes to its place while the walk waits.
+        const bool taken = flush();
+        unpacked.waitBelow(bytesUnpackedAhead, stopped);
+        return taken;
     };
     ArchiveReader archives(store, cancelled, put);
     FileWalker walker(QFile::encodeName(store.folder()), [&](WalkedFile file) {
@@ -297,7 +314,7 @@ bool Importer::Private::takeTurn(IndexWriter &writer)
     QElapsedTimer waiting;
     waiting.start();
     while (!cancelled) {
-        forgiveCompaction(&waiting);
+        forgiveLongWrite(&waiting);
         const bool lastTry = waiting.elapsed() > longestLockWaitMs;
         if (writer.begin(lastTry)) {
             return true;

@@ -59,6 +59,7 @@ IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &co
     , m_cancelled(cancelled)
     , m_dataVersion(dataVersion())
     , m_records(m_db)
+    , m_mark(store.folder())
 {
     // What was taken has no other copy: its record must last before its first name goes.
     if (request.mode == ImportMode::Take && request.synced) {
@@ -81,6 +82,8 @@ bool IndexWriter::begin(bool lastTry)
         return false;
     }
     m_transaction = std::move(transaction);
+    m_records.lookForDeletions();
+    m_mark.begin(m_db);
     const qint64 version = dataVersion();
     if (version != m_dataVersion) {
         m_records.forgetAll();
@@ -158,12 +161,14 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
         return false; // the comparison may not have come to its end
     }
     const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
-    if (same && !toBeCopied) {
+    const bool toBeNew = toBeCopied || m_records.isCondemned(known);
+    if (same && !toBeNew) {
         drop(file);
         m_batch.count(FileVerdict::AlreadyThere);
         return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
     }
-    if (!same && !replaceable && m_request.policy == DuplicatePolicy::KeepOld) {
+    if (!same && !replaceable && !m_records.isCondemned(known)
+        && m_request.policy == DuplicatePolicy::KeepOld) {
         FileStore::discard(file.temporaryPath);
         countIssue(file, FileVerdict::AlreadyThere, FileReason::OtherContentKept, known.place.filePath);
         return true;
@@ -265,12 +270,16 @@ bool IndexWriter::commit()
     if (m_request.mode == ImportMode::Take && m_request.synced) {
         m_store.syncNames(m_placed);
     }
-    if (!m_transaction->commit()) {
-        failOn(m_transaction->error());
+    const QSqlError uncounted = m_placed.isEmpty() ? QSqlError() : m_mark.count(m_db);
+    if (uncounted.isValid() || !m_transaction->commit()) {
+        failOn(uncounted.isValid() ? uncounted : m_transaction->error());
         abandon();
         return false;
     }
     m_transaction.reset();
+    if (!m_placed.isEmpty()) {
+        m_mark.note();
+    }
     m_report.add(m_batch);
     m_batch = {};
     m_placed.clear();
@@ -293,11 +302,13 @@ void IndexWriter::resume()
 
 void IndexWriter::abandon()
 {
-    m_transaction.reset();
+    // Under the lock: another writer may take the same place as soon as that is free. What was to be taken
+    // still has its first name.
     for (const QString &path : qAsConst(m_placed)) {
         QFile::remove(path);
     }
     m_placed.clear();
+    m_transaction.reset();
     m_taken.clear();
     m_batch = {};
     m_obsolete = false;

@@ -5,6 +5,7 @@
 #include "indexconnection.h"
 #include "readfile.h"
 #include "recordwriter.h"
+#include "storemark.h"
 
 #include <memory>
 
@@ -32,8 +33,8 @@ public:
     /// Gives one file its verdict inside the open batch. @return false where the batch cannot go on: end()
     /// says why
     bool write(ReadFile &file);
-    /// After write() could not bring a file to its place, which its copyError says: goes on with the batch, in
-    /// which nothing of that file stands.
+    /// After write() could not bring a file to its place, which its copyError says: goes on with the batch,
+    /// in which nothing of that file stands.
     void resume();
     /// Commits the batch and adds it to the report. @return false where that failed; the batch is undone then
     bool commit();
@@ -66,6 +67,7 @@ private:
     const std::atomic<bool> &m_cancelled;
     qint64 m_dataVersion; ///< read before the records are, so that no change falls in between
     RecordWriter m_records;
+    StoreMark m_mark;
     std::unique_ptr<WriteTransaction> m_transaction;
     ImportReport m_report;
     ImportReport m_batch; ///< of the open transaction

@@ -12,10 +12,13 @@ namespace {
 /// Without a connection nothing is known, and the writer finds out by the UID.
 constexpr int openWaitMs = 200;
 
+/// Those that an interrupted deletion is about to take do not count: the writer tells them apart.
 bool hasImages(const QSqlDatabase &db)
 {
     QSqlQuery query(db);
-    return query.exec(QStringLiteral("SELECT 1 FROM imageformat LIMIT 1")) && query.next();
+    return query.exec(
+               QStringLiteral("SELECT 1 FROM imageformat WHERE NOT EXISTS (SELECT 1 FROM deletion) LIMIT 1"))
+        && query.next();
 }
 
 } // namespace

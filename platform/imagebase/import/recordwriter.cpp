@@ -212,9 +212,50 @@ bool RecordWriter::replace(const KnownInstance &known, const DicomHeader &header
     if (seriesPk == 0) {
         return false;
     }
-    m_updateImage.bind(columnsOf(RecordLevel::Image).size(), known.pk);
-    return writeImage(m_updateImage, seriesPk, header, place)
-        && (seriesPk == known.seriesPk || removeEmptyParents(known.seriesPk));
+    bool written = false;
+    if (isCondemned(known)) {
+        written = removeImage(known.pk) && writeImage(m_insertImage, seriesPk, header, place);
+    } else {
+        m_updateImage.bind(columnsOf(RecordLevel::Image).size(), known.pk);
+        written = writeImage(m_updateImage, seriesPk, header, place);
+    }
+    return written && (seriesPk == known.seriesPk || removeEmptyParents(known.seriesPk));
+}
+
+void RecordWriter::lookForDeletions()
+{
+    QSqlQuery query(m_db);
+    const bool good =
+        query.exec(QStringLiteral("SELECT ifnull(max(LastImage), 0) FROM deletion")) && query.next();
+    m_lastCondemned = good ? query.value(0).toLongLong() : 0;
+}
+
+bool RecordWriter::isCondemned(const KnownInstance &known) const
+{
+    if (known.pk > m_lastCondemned) {
+        return false;
+    }
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral("SELECT 1 FROM deletion, imageformat AS image "
+                                 "JOIN generalseries AS series ON series.pk = series_fk "
+                                 "JOIN generalstudy AS study ON study.pk = study_fk "
+                                 "WHERE image.pk = ? AND image.pk <= LastImage AND EXISTS "
+                                 "(SELECT 1 FROM json_each(RecordKeys) WHERE value = CASE Level "
+                                 "WHEN %1 THEN patient_fk WHEN %2 THEN study_fk WHEN %3 THEN series_fk "
+                                 "ELSE image.pk END)")
+                      .arg(int(RecordLevel::Patient))
+                      .arg(int(RecordLevel::Study))
+                      .arg(int(RecordLevel::Series)));
+    query.addBindValue(known.pk);
+    return query.exec() && query.next();
+}
+
+bool RecordWriter::removeImage(qlonglong pk)
+{
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral("DELETE FROM imageformat WHERE pk = ?"));
+    query.addBindValue(pk);
+    return run(query);
 }
 
 bool RecordWriter::writeImage(

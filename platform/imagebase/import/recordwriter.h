@@ -49,6 +49,11 @@ public:
     bool insert(const DicomHeader &header, const FilePlace &place);
     /// Gives a known instance another file and header, and removes parents that this leaves empty.
     bool replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place);
+    /// Looks, at the start of a transaction, for deletions that were interrupted.
+    void lookForDeletions();
+    /// Whether such a deletion will take the instance when it is finished: what comes under its UID is a new
+    /// one to it, and replace() makes it one.
+    bool isCondemned(const KnownInstance &known) const;
     /// The instance of this header has other bytes than before: as with a new one, its branch is updated now
     /// and no longer uploaded.
     bool noteNewContent(const DicomHeader &header);
@@ -73,6 +78,7 @@ private:
     qlonglong firstKey(QSqlQuery &query);
     bool writeImage(
         NativeStatement &statement, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place);
+    bool removeImage(qlonglong pk);
     bool removeEmptyParents(qlonglong seriesPk);
     bool run(QSqlQuery &query);
 
@@ -92,4 +98,5 @@ private:
     QSet<uint> m_written; ///< hashes of the UIDs written, while they are all that the index has
     bool m_writtenIsAll = false;
     QSqlError m_error;
+    qlonglong m_lastCondemned = 0; ///< the newest image that an interrupted deletion may be about
 };

@@ -2,35 +2,44 @@
 
 #include "filestore.h"
 #include "indexconnection.h"
+#include "namedfiles.h"
 #include "nativestatement.h"
+#include "storemark.h"
 
+#include <QDate>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <cstdio>
+#include <optional>
 #include <vector>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-/// Beside the index: how many images it had ever had at the last sweep.
-constexpr char countSuffix[] = ".images";
+constexpr char removedFolder[] = "/.removed";
+constexpr int daysKept = 30;
 /// So many files are removed before the lock is given back.
 constexpr int filesOfBatch = 200;
 constexpr int foldersOfPlace = 3;
 
-/// Files that an import may have put there: of plain names, links themselves and not what they lead to.
+/// Files that an import may have put there, links themselves and not what they lead to.
 QStringList filesBelow(const QString &store, const std::atomic<bool> &stop)
 {
     QStringList files;
     const QDir::Filters entries = QDir::Files | QDir::System | QDir::NoDotAndDotDot;
     QDirIterator walk(store, entries, QDirIterator::Subdirectories);
     while (!stop && walk.hasNext()) {
-        files.append(walk.next());
+        const QString path = walk.next();
+        if (FileStore::isPlace(path.mid(store.size() + 1))) {
+            files.append(path);
+        }
     }
     return files;
 }
@@ -47,27 +56,20 @@ bool readHashes(const QSqlDatabase &db, std::vector<uint> *hashes)
     return step == NativeStatement::Step::Done;
 }
 
-/// The count that never falls, of images that the index has ever had; -1 where it cannot be read.
-qint64 imagesEver(const QSqlDatabase &db)
+/// Files whose path no record has: read in this order, a file that comes in between has its record.
+/// @return nothing where that cannot be said
+std::optional<QStringList> strays(const QSqlDatabase &db, const QString &store, const std::atomic<bool> &stop)
 {
-    NativeStatement count(
-        db, QStringLiteral("SELECT ifnull(max(seq), 0) FROM sqlite_sequence WHERE name = 'imageformat'"));
-    return count.step() == NativeStatement::Step::Row ? count.integer(0) : -1;
-}
-
-bool isOlderThanStore(const QString &databasePath, qint64 images)
-{
-    QFile file(databasePath + QLatin1String(countSuffix));
-    return images < 0 || (file.open(QIODevice::ReadOnly) && file.readAll().trimmed().toLongLong() > images);
-}
-
-void noteImages(const QString &databasePath, qint64 images)
-{
-    QSaveFile file(databasePath + QLatin1String(countSuffix));
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(QByteArray::number(images));
-        file.commit();
+    QStringList files = filesBelow(store, stop);
+    std::vector<uint> named;
+    if (stop || !readHashes(db, &named)) {
+        return std::nullopt;
     }
+    const auto hasName = [&named](const QString &path) {
+        return std::binary_search(named.begin(), named.end(), qHash(path));
+    };
+    files.erase(std::remove_if(files.begin(), files.end(), hasName), files.end());
+    return files;
 }
 
 /// In doubt it is one: only what says that it is something else is not.
@@ -88,10 +90,49 @@ bool isIndex(const QString &path)
 bool isShared(const QString &databasePath)
 {
     const QFileInfo own(databasePath);
+    const QRegularExpression family(
+        QRegularExpression::anchoredPattern(QRegularExpression::escape(own.fileName())
+            + QStringLiteral("(\\.version[0-9]+\\.backup)?(-wal|-shm|-journal)?")));
     const QFileInfoList beside = own.absoluteDir().entryInfoList(QDir::Files | QDir::Hidden);
-    return std::any_of(beside.begin(), beside.end(), [&own](const QFileInfo &file) {
-        return !file.fileName().startsWith(own.fileName()) && isIndex(file.filePath());
+    return std::any_of(beside.begin(), beside.end(), [&family](const QFileInfo &file) {
+        return !family.match(file.fileName()).hasMatch() && isIndex(file.filePath());
     });
+}
+
+/// Whether the question, with the store's first and last possible path, has an answer; in doubt it has.
+bool isAny(const QSqlDatabase &db, const QString &store, const char *where)
+{
+    const QString first = store + QLatin1Char('/');
+    const QString behind = store + QChar('/' + 1);
+    NativeStatement copies(db,
+        QStringLiteral("SELECT 1 FROM imageformat WHERE IrradiationEventUID = 'copy' AND (%1) LIMIT 1")
+            .arg(QLatin1String(where)));
+    copies.bind(0, first);
+    copies.bind(1, behind);
+    return copies.step() != NativeStatement::Step::Done;
+}
+
+/// What speaks against the index being the whole truth about the store, whatever the mark says.
+StoreKept doubtAbout(const QSqlDatabase &db, const QString &databasePath, const QString &store)
+{
+    if (isShared(databasePath)) {
+        return StoreKept::Shared;
+    }
+    if (isAny(db, store, "FilePath < ?1 OR FilePath >= ?2")) {
+        return StoreKept::Elsewhere;
+    }
+    return isAny(db, store, "FilePath >= ?1 AND FilePath < ?2") ? StoreKept::No : StoreKept::NoRecords;
+}
+
+StoreKept doubtByMark(const std::optional<StoreState> &marked, const StoreState &own)
+{
+    if (!marked) {
+        return StoreKept::NotMarked;
+    }
+    if (own.identity.isEmpty() || marked->identity != own.identity) {
+        return StoreKept::OtherIndex;
+    }
+    return marked->isUncertain || marked->changes > own.changes ? StoreKept::OlderIndex : StoreKept::No;
 }
 
 class Sweeper
@@ -100,37 +141,53 @@ public:
     Sweeper(const QSqlDatabase &db, QString store)
         : m_db(db)
         , m_store(std::move(store))
-        , m_record(db,
-              QStringLiteral("SELECT 1 FROM imageformat WHERE FilePath = ?1 AND "
-                             "IrradiationEventUID = 'copy' UNION ALL SELECT 1 FROM imageformat "
-                             "WHERE ifnull(SourcePath, FilePath) = ?1 LIMIT 1"))
+        , m_target(m_store + QLatin1String(removedFolder) + QLatin1Char('/')
+              + QDate::currentDate().toString(Qt::ISODate))
+        , m_named(db)
     { }
 
-    /// Removes those of these files that have no record while nobody can enter one.
+    /// Takes away those of these files that have no record while nobody can enter one.
     bool remove(const QStringList &files, StoreSweep *sweep)
     {
         const WriteTransaction lock(m_db);
         if (!lock.isActive()) {
             return false;
         }
+        sweep->removedTo = m_target;
         for (const QString &path : files) {
-            if (hasRecord(path)) {
-                continue;
+            if (!m_named.contains(path)) {
+                (setAside(path) ? sweep->removed : sweep->left).append(path);
+                removeEmptied(path);
             }
-            const bool gone = unlink(QFile::encodeName(path).constData()) == 0;
-            (gone ? sweep->removed : sweep->left).append(path);
-            removeEmptied(path);
         }
         return true;
     }
 
-private:
-    bool hasRecord(const QString &path)
+    /// What was set aside long ago goes for good.
+    void removeExpired() const
     {
-        m_record.bind(0, path);
-        const bool none = m_record.step() == NativeStatement::Step::Done;
-        m_record.reset();
-        return !none; // in doubt it has one
+        const QDir removed(m_store + QLatin1String(removedFolder));
+        const QDate oldest = QDate::currentDate().addDays(-daysKept);
+        for (const QString &name : removed.entryList(QDir::Dirs | QDir::NoSymLinks | QDir::NoDotAndDotDot)) {
+            const QDate date = QDate::fromString(name, Qt::ISODate);
+            if (date.isValid() && date < oldest) {
+                QDir(removed.filePath(name)).removeRecursively();
+            }
+        }
+        rmdir(QFile::encodeName(removed.path()).constData());
+    }
+
+private:
+    bool setAside(const QString &path) const
+    {
+        const QString place = m_target + path.mid(m_store.size());
+        QString free = place;
+        struct stat status = {};
+        for (int i = 2; lstat(QFile::encodeName(free).constData(), &status) == 0; ++i) {
+            free = place + QLatin1Char('-') + QString::number(i);
+        }
+        return QDir().mkpath(QFileInfo(free).path())
+            && std::rename(QFile::encodeName(path).constData(), QFile::encodeName(free).constData()) == 0;
     }
 
     void removeEmptied(QString path) const
@@ -145,23 +202,9 @@ private:
 
     const QSqlDatabase m_db;
     const QString m_store;
-    NativeStatement m_record;
+    const QString m_target;
+    NamedFiles m_named;
 };
-
-/// Files whose path no record has: read in this order, a file that comes in between has its record.
-QStringList strays(const QSqlDatabase &db, const QString &store, const std::atomic<bool> &stop)
-{
-    QStringList files = filesBelow(store, stop);
-    std::vector<uint> named;
-    if (files.isEmpty() || stop || !readHashes(db, &named)) {
-        return {};
-    }
-    const auto hasName = [&named](const QString &path) {
-        return std::binary_search(named.begin(), named.end(), qHash(path));
-    };
-    files.erase(std::remove_if(files.begin(), files.end(), hasName), files.end());
-    return files;
-}
 
 } // namespace
 
@@ -174,19 +217,32 @@ StoreSweep sweepStore(const QString &databasePath, const std::atomic<bool> &stop
         return sweep;
     }
     const QSqlDatabase db = index.database();
-    const qint64 images = imagesEver(db);
-    const QStringList found = strays(db, store, stop);
-    if (isShared(databasePath) || isOlderThanStore(databasePath, images)) {
-        sweep.left = found;
+    const StoreMark mark(store);
+    // The mark first: the index is never behind what it says, unless it is an older one.
+    const std::optional<StoreState> marked = mark.read();
+    const StoreState own = StoreMark::ofIndex(db);
+    const std::optional<QStringList> found = strays(db, store, stop);
+    const StoreKept doubt = found ? doubtAbout(db, databasePath, store) : StoreKept::No;
+    if (!found || (found->isEmpty() && doubt != StoreKept::No)) {
+        return sweep;
+    }
+    const StoreKept byMark = doubtByMark(marked, own);
+    if (found->isEmpty() && byMark != StoreKept::No) {
+        mark.write(own); // every file has its record here: the store is this index's
+        return sweep;
+    }
+    sweep.kept = doubt != StoreKept::No ? doubt : byMark;
+    if (sweep.kept != StoreKept::No) {
+        sweep.left = *found;
         return sweep;
     }
     Sweeper sweeper(db, store);
-    for (int from = 0; from < found.size() && !stop; from += filesOfBatch) {
-        if (!sweeper.remove(found.mid(from, filesOfBatch), &sweep)) {
-            sweep.left += found.mid(from);
+    sweeper.removeExpired();
+    for (int from = 0; from < found->size() && !stop; from += filesOfBatch) {
+        if (!sweeper.remove(found->mid(from, filesOfBatch), &sweep)) {
+            sweep.left += found->mid(from);
             break;
         }
     }
-    noteImages(databasePath, images);
     return sweep;
 }

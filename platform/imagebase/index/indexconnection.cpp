@@ -1,6 +1,6 @@
 #include "indexconnection.h"
 
-#include "compaction.h"
+#include "longwrite.h"
 #include "databaseerror.h"
 #include "foundkeys.h"
 #include "nativehandle.h"
@@ -19,13 +19,13 @@ namespace {
 
 constexpr char syncAtCheckpoints[] = "PRAGMA synchronous = NORMAL";
 constexpr int lockPollMicroseconds = 1000;
-constexpr intptr_t compactionWaitMs = 250; ///< it outlasts whatever one could wait for
+constexpr intptr_t longWriteWaitMs = 250; ///< it outlasts whatever one could wait for
 
 /// SQLite's own waiting sleeps up to 100 ms at a time and misses the short gaps that a busy writer leaves.
 int waitForLock(void *milliseconds, int calls)
 {
     const auto usual = reinterpret_cast<intptr_t>(milliseconds);
-    const intptr_t longest = Compaction::isAnyRunning() ? std::min(usual, compactionWaitMs) : usual;
+    const intptr_t longest = LongWrite::isAnyRunning() ? std::min(usual, longWriteWaitMs) : usual;
     if (calls * lockPollMicroseconds / 1000 >= longest) {
         return 0;
     }

@@ -1,6 +1,6 @@
 #include "indexmaintenance.h"
 
-#include "compaction.h"
+#include "longwrite.h"
 #include "databaseerror.h"
 #include "indexbackup.h"
 #include "indexworkplace.h"
@@ -112,7 +112,7 @@ MaintenanceResult IndexMaintenance::compact() const
     if (!place.isOpen()) {
         return failed(place.failure());
     }
-    const Compaction running;
+    const LongWrite running(LongWrite::Work::Compaction);
     QSqlQuery query(place.database());
     query.exec(QStringLiteral("PRAGMA temp_store = FILE")); // a second index would fill the memory
     if (!query.exec(QStringLiteral("VACUUM"))) {

@@ -56,7 +56,7 @@ public:
     /// Reads every page and every reference between records.
     MaintenanceResult check() const;
     /// Writes the index anew without the room that deleted records left. Nobody else may be writing; whoever
-    /// begins to write meanwhile asks Compaction.
+    /// begins to write meanwhile asks LongWrite.
     MaintenanceResult compact() const;
     /// Copies the index as it stands at the start, complete or not at all: an existing target is replaced in
     /// one step at the end. Others may write meanwhile. @param target not the index itself

@@ -12,7 +12,11 @@
 #include <QDirIterator>
 #include <QtTest>
 
+#include <atomic>
+#include <cerrno>
 #include <memory>
+
+Q_DECLARE_METATYPE(StoreKept)
 
 namespace {
 
@@ -20,6 +24,7 @@ const QString patientTable = QStringLiteral("patient");
 const QString studyTable = QStringLiteral("generalstudy");
 const QString seriesTable = QStringLiteral("generalseries");
 const QString imageTable = QStringLiteral("imageformat");
+const std::atomic<bool> never{false};
 
 QStringList filesBelow(const QString &folder)
 {
@@ -66,7 +71,11 @@ private slots:
     void aBusyIndexLosesNothing();
     void whatWasInterruptedIsFinished();
     void imagesThatCameLaterSurviveTheFinish();
+    void imagesThatCameAgainSurviveTheFinish();
+    void whatHasARecordAgainIsNotTriedAgain();
     void strayFilesAreSweptAndNothingElse();
+    void aStoreInDoubtIsKept_data();
+    void aStoreInDoubtIsKept();
     void anOlderIndexKeepsTheStore();
 
 private:
@@ -76,6 +85,13 @@ private:
         return m_index->folder() + QStringLiteral("/source/") + name;
     }
     QString store() const { return m_index->folder() + QStringLiteral("/store"); }
+    /// A file that an import might have put there and no record names.
+    QString addStray() const
+    {
+        QString path = store() + QStringLiteral("/A-0123456789/1.1/1.1.1/1.2.99-2.dcm");
+        writeFile(path);
+        return path;
+    }
     QString pathOf(qlonglong image) const
     {
         return m_index->query(QStringLiteral("SELECT FilePath FROM imageformat WHERE pk = ?"), {image})
@@ -335,7 +351,7 @@ void RecordDeletionTest::aLockedFolderIsTold()
     QCOMPARE(report.left.first().systemError, EACCES);
     QCOMPARE(counts(), QStringLiteral("1 1 1 1 3"));
     QFile::setPermissions(locked, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    QVERIFY(FileDisposal::tryAgain(report.left).isEmpty());
+    QVERIFY(FileDisposal::tryAgain(m_index->database(), report.left).isEmpty());
     QCOMPARE(counts(), QStringLiteral("1 1 1 1 1"));
 }
 
@@ -359,7 +375,7 @@ void RecordDeletionTest::whatWasInterruptedIsFinished()
     begun.keys = QList<qlonglong>{1, 2};
     QVERIFY(!DeletionJournal(m_index->database()).note(&begun).isValid());
     QVERIFY(QFile::remove(pathOf(3)));
-    const DeletionReport report = RecordDeletion::finishBegun(m_index->database());
+    const DeletionReport report = RecordDeletion::finishBegun(m_index->database(), never);
     QVERIFY(!report.error.isValid());
     QCOMPARE(counts(), QStringLiteral("2 1 1 1 1"));
     QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM deletion")).toInt(), 0);
@@ -374,50 +390,131 @@ void RecordDeletionTest::imagesThatCameLaterSurviveTheFinish()
     const QString later = store() + QStringLiteral("/A/1.1/1.1.1/later.dcm");
     writeFile(later);
     m_index->addImage(1, QStringLiteral("1.2.99"), 9, later);
-    RecordDeletion::finishBegun(m_index->database());
+    RecordDeletion::finishBegun(m_index->database(), never);
     QVERIFY(QFile::exists(later));
     QCOMPARE(
         m_index->query(QStringLiteral("SELECT count(*) FROM imageformat WHERE series_fk = 1")).toInt(), 1);
-    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 2);
+    // What has got nothing is gone with all that it had.
+    QCOMPARE(counts(), QStringLiteral("2 2 2 2 2"));
+}
+
+/// The same files again: to the deletion they are new, whether their copies had gone or not.
+void RecordDeletionTest::imagesThatCameAgainSurviveTheFinish()
+{
+    import(ImportMode::Copy);
+    BegunDeletion begun;
+    begun.level = RecordLevel::Image;
+    begun.keys = QList<qlonglong>{1, 2, 5};
+    QVERIFY(!DeletionJournal(m_index->database()).note(&begun).isValid());
+    QVERIFY(QFile::remove(pathOf(1)));
+    ImportRequest request;
+    request.paths = QStringList{
+        source(QStringLiteral("1.dcm")), source(QStringLiteral("5.dcm")), source(QStringLiteral("6.dcm"))};
+    request.mode = ImportMode::Copy;
+    request.databasePath = m_index->path();
+    const ImportReport again = Importer(request).run();
+    QCOMPARE(again.of(FileVerdict::Replaced), 2);
+    QCOMPARE(again.of(FileVerdict::AlreadyThere), 1);
+    QVERIFY(!RecordDeletion::finishBegun(m_index->database(), never).error.isValid());
+    QCOMPARE(counts(), QStringLiteral("2 3 4 5 5"));
+    for (const char *uid : {"1.2.1", "1.2.5"}) {
+        const QString path =
+            m_index
+                ->query(QStringLiteral("SELECT FilePath FROM imageformat WHERE SOPInstanceUID = ?"),
+                    {QLatin1String(uid)})
+                .toString();
+        QVERIFY2(QFile::exists(path), uid);
+    }
+}
+
+void RecordDeletionTest::whatHasARecordAgainIsNotTriedAgain()
+{
+    import(ImportMode::Copy);
+    const QString stray = store() + QStringLiteral("/stray");
+    writeFile(stray);
+    const QVector<FileLeft> left{{pathOf(1), EACCES}, {stray, EACCES}};
+    QVERIFY(FileDisposal::tryAgain(m_index->database(), left).isEmpty());
+    QVERIFY(QFile::exists(pathOf(1)) && !QFile::exists(stray));
 }
 
 void RecordDeletionTest::strayFilesAreSweptAndNothingElse()
 {
     import(ImportMode::Copy);
-    const QString stray = store() + QStringLiteral("/A/b/c/stray.dcm");
-    const QString incoming = store() + QStringLiteral("/.incoming/1-2-3/4");
-    const QString outside = m_index->folder() + QStringLiteral("/source/outside.dcm");
-    writeFile(stray);
-    writeFile(incoming);
-    writeFile(outside);
+    const QString stray = addStray();
+    const QStringList others{store() + QStringLiteral("/.incoming/1-2-3/4"),
+        m_index->folder() + QStringLiteral("/source/outside.dcm"), store() + QStringLiteral("/readme.txt"),
+        store() + QStringLiteral("/mine/b/c/other.dcm")};
+    for (const QString &path : others) {
+        writeFile(path);
+    }
     QVERIFY(QFile::link(m_index->folder() + QStringLiteral("/source"), store() + QStringLiteral("/link")));
-    const std::atomic<bool> stop{false};
-    const StoreSweep sweep = sweepStore(m_index->path(), stop);
+    const QString expired = store() + QStringLiteral("/.removed/2001-02-03/x/y");
+    writeFile(expired);
+    const StoreSweep sweep = sweepStore(m_index->path(), never);
     QVERIFY(sweep.left.isEmpty());
-    QVERIFY(sweep.removed.contains(stray));
-    QVERIFY(!QFile::exists(stray) && !QFileInfo::exists(store() + QStringLiteral("/A")));
-    QVERIFY(QFile::exists(incoming) && QFile::exists(outside));
+    QCOMPARE(sweep.removed, QStringList{stray});
+    QVERIFY(!QFile::exists(stray) && !QFileInfo::exists(QFileInfo(stray).path()));
+    QVERIFY(QFile::exists(sweep.removedTo + stray.mid(store().size())));
+    QVERIFY(!QFile::exists(expired));
+    for (const QString &path : others) {
+        QVERIFY2(QFile::exists(path), qPrintable(path));
+    }
     QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 6);
     for (qlonglong image = 1; image <= 6; ++image) {
         QVERIFY(QFile::exists(pathOf(image)));
     }
-    m_index->query(QStringLiteral("VACUUM INTO ?"), {m_index->folder() + QStringLiteral("/another.db")});
-    writeFile(stray);
-    QCOMPARE(sweepStore(m_index->path(), stop).left, QStringList{stray});
 }
 
-/// A backup in the place of the index knows nothing of later images: their files are all that there is.
+void RecordDeletionTest::aStoreInDoubtIsKept_data()
+{
+    QTest::addColumn<QString>("change"); ///< of the index, with %1 for its folder
+    QTest::addColumn<StoreKept>("kept");
+    QTest::newRow("another index beside it")
+        << QStringLiteral("VACUUM INTO '%1/index.db2'") << StoreKept::Shared;
+    QTest::newRow("a new index") << QStringLiteral("DELETE FROM patient") << StoreKept::NoRecords;
+    QTest::newRow("another index's mark")
+        << QStringLiteral("UPDATE store SET Identity = 'x'") << StoreKept::OtherIndex;
+    QTest::newRow("a backup in its place")
+        << QStringLiteral("UPDATE store SET Changes = 0") << StoreKept::OlderIndex;
+    QTest::newRow("a renamed folder")
+        << QStringLiteral("UPDATE imageformat SET FilePath = '/before' || FilePath WHERE pk = 2")
+        << StoreKept::Elsewhere;
+}
+
+void RecordDeletionTest::aStoreInDoubtIsKept()
+{
+    QFETCH(QString, change);
+    import(ImportMode::Copy);
+    const QString stray = addStray();
+    m_index->query(QString(change).replace(QLatin1String("%1"), m_index->folder()));
+    const StoreSweep sweep = sweepStore(m_index->path(), never);
+    QTEST(sweep.kept, "kept");
+    QVERIFY(sweep.removed.isEmpty() && sweep.left.contains(stray) && QFile::exists(stray));
+}
+
+/// An older copy that has gone on with the store is no better; records for all files make it good.
 void RecordDeletionTest::anOlderIndexKeepsTheStore()
 {
     import(ImportMode::Copy);
-    const std::atomic<bool> stop{false};
-    QVERIFY(sweepStore(m_index->path(), stop).removed.isEmpty());
-    m_index->query(QStringLiteral("DELETE FROM patient"));
-    m_index->query(QStringLiteral("UPDATE sqlite_sequence SET seq = 2 WHERE name = 'imageformat'"));
-    const StoreSweep sweep = sweepStore(m_index->path(), stop);
-    QVERIFY(sweep.removed.isEmpty());
-    QCOMPARE(sweep.left.size(), 6);
-    QCOMPARE(filesBelow(store()).size(), 6);
+    m_index->query(QStringLiteral("DELETE FROM imageformat WHERE pk = 6"));
+    m_index->query(QStringLiteral("UPDATE store SET Changes = 0"));
+    DicomFileBuilder()
+        .patient(QStringLiteral("C"), QStringLiteral("C"))
+        .uids(QStringLiteral("1.7"), QStringLiteral("1.7.1"), QStringLiteral("1.2.7"))
+        .write(source(QStringLiteral("7.dcm")));
+    ImportRequest request;
+    request.paths = QStringList{source(QStringLiteral("7.dcm"))};
+    request.mode = ImportMode::Copy;
+    request.databasePath = m_index->path();
+    QCOMPARE(Importer(request).run().of(FileVerdict::New), 1);
+    StoreSweep sweep = sweepStore(m_index->path(), never);
+    QCOMPARE(sweep.kept, StoreKept::OlderIndex);
+    QCOMPARE(sweep.left.size(), 1);
+    request.paths = QStringList{source(QStringLiteral("6.dcm"))};
+    QCOMPARE(Importer(request).run().of(FileVerdict::New), 1);
+    QVERIFY(sweepStore(m_index->path(), never).left.isEmpty());
+    const QString stray = addStray();
+    QCOMPARE(sweepStore(m_index->path(), never).removed, QStringList{stray});
 }
 
 PM_TEST_MAIN(RecordDeletionTest)

@@ -1,4 +1,4 @@
-#include "compaction.h"
+#include "longwrite.h"
 #include "imageformatform.h"
 #include "indexconnection.h"
 #include "kivmessageboxform.h"
@@ -221,7 +221,7 @@ void RecordEditingTest::keepsEditsThatTheDatabaseRefuses()
     // As a compaction does, for as long as the index is large.
     const IndexConnection other(m_index->path());
     const WriteTransaction writing(other.database());
-    const Compaction compacting;
+    const LongWrite compacting(LongWrite::Work::Compaction);
     m_form->tableModel()->setData(cell(0, "PatientComments"), QStringLiteral("later"));
     m_form->submit();
     QVERIFY2(said.last().contains(QLatin1String("compacted")), qPrintable(said.last()));
