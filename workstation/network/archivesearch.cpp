@@ -55,6 +55,7 @@ ArchiveSearch::ArchiveSearch(QObject *parent)
     : QObject(parent)
 {
     m_pool.setMaxThreadCount(threads);
+    m_pool.setStackSize(ScuAssociation::stackBytes);
 }
 
 ArchiveSearch::~ArchiveSearch()

@@ -2,9 +2,10 @@
 
 #include "receiveservice.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <mutex>
-#include <thread>
 
 namespace {
 
@@ -56,7 +57,7 @@ struct RetrievalService::Work
     const bool isListening;
     const ScuOptions options = Archive::ownOptions();
     RetrieveScu scu;
-    std::thread thread;
+    std::unique_ptr<QThread> thread;
 };
 
 void RetrievalService::Work::run()
@@ -122,7 +123,9 @@ void RetrievalService::next()
         if (retrieval.state == RetrievalState::Waiting) {
             retrieval.state = RetrievalState::Running;
             m_work = std::make_unique<Work>(retrieval, provider, m_receiving->status().listening);
-            m_work->thread = std::thread([work = m_work.get()] { work->run(); });
+            m_work->thread.reset(QThread::create([work = m_work.get()] { work->run(); }));
+            m_work->thread->setStackSize(ScuAssociation::stackBytes);
+            m_work->thread->start();
             m_timer.start();
             return;
         }
@@ -132,7 +135,7 @@ void RetrievalService::next()
 
 void RetrievalService::end()
 {
-    m_work->thread.join();
+    m_work->thread->wait();
     m_work.reset();
 }
 

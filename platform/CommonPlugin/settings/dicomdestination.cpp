@@ -15,15 +15,6 @@ constexpr char aeTitleKey[] = "AETitle";
 constexpr char ipKey[] = "IP";
 constexpr char portKey[] = "Port";
 
-bool isAeTitle(const QString &text)
-{
-    const auto isAllowed = [](QChar c) {
-        return c >= QLatin1Char(' ') && c <= QLatin1Char('~') && c != QLatin1Char('\\');
-    };
-    return !text.trimmed().isEmpty() && text.size() <= DestinationSettings::longestAeTitle
-        && std::all_of(text.begin(), text.end(), isAllowed);
-}
-
 /// QSettings takes a slash for a level, and has a meaning of its own for "General".
 bool isGroupName(const QString &name)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commonplugin_export.h"
+#include "dicomnode.h"
 
 #include <QString>
 #include <QVector>
@@ -36,7 +37,7 @@ enum class DestinationFault {
 /// read. Keys that are not known here stay, and go with a destination that gets another name. GUI thread.
 namespace DestinationSettings {
 
-constexpr int longestAeTitle = 16;
+using ::longestAeTitle;
 constexpr int highestPort = 65535;
 
 COMMONPLUGIN_EXPORT QVector<DicomDestination> read();

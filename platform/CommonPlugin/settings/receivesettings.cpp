@@ -1,7 +1,7 @@
 #include "receivesettings.h"
 
 #include "configlocation.h"
-#include "dicomdestination.h"
+#include "dicomnode.h"
 #include "mainsetting.h"
 
 #include <algorithm>
@@ -34,15 +34,6 @@ QStringList titles(const QStringList &texts)
         }
     }
     return result;
-}
-
-bool isAeTitle(const QString &title)
-{
-    const auto isBad = [](QChar c) {
-        return c < QLatin1Char(' ') || c > QLatin1Char('~') || c == QLatin1Char('\\');
-    };
-    return !title.isEmpty() && title.size() <= DestinationSettings::longestAeTitle
-        && std::none_of(title.begin(), title.end(), isBad);
 }
 
 bool isAddress(const QString &address)

@@ -1,6 +1,12 @@
 #pragma once
 
+#include "imagebase_export.h"
+
 #include <QString>
+
+constexpr int longestAeTitle = 16;
+/// Whether an application may be called so: printable ASCII without a backslash, not only spaces.
+IMAGEBASE_EXPORT bool isAeTitle(const QString &title);
 
 /// A DICOM application on the network, as a person configures it.
 struct DicomNode

@@ -130,13 +130,11 @@ NetworkFailure DimseDialogue::next(T_DIMSE_Message &message, int &context, QStri
     if (!failure.isNone()) {
         return failure;
     }
-    T_ASC_PresentationContextID id = 0;
     DcmDataset *detail = nullptr;
-    const OFCondition result = DIMSE_receiveCommand(m_association.native(), DIMSE_NONBLOCKING,
-        m_association.options().requestMs / msPerSecond, &id, &message, &detail);
+    const OFCondition result =
+        m_association.receiveCommand(ScuAssociation::CommandSize::WithData, context, message, &detail);
     const std::unique_ptr<DcmDataset> owned(detail);
     comment = commentIn(detail);
-    context = id;
     return m_association.failureOf(result);
 }
 

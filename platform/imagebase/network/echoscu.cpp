@@ -19,9 +19,11 @@ NetworkFailure EchoScu::run()
     T_ASC_Association *association = m_association.native();
     DIC_US status = 0;
     DcmDataset *detail = nullptr;
+    m_association.limitCommand(ScuAssociation::CommandSize::Bare);
     const OFCondition result = DIMSE_echoUser(association, association->nextMsgID++, DIMSE_NONBLOCKING,
         m_association.options().requestMs / 1000, &status, &detail);
     delete detail;
+    m_association.endOfLimit();
     failure = m_association.failureOf(result);
     if (failure.isNone() && status != STATUS_Success) {
         failure = {NetworkProblem::BadAnswer, QStringLiteral("0x%1").arg(status, 4, 16, QLatin1Char('0'))};

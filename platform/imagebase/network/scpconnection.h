@@ -2,32 +2,19 @@
 
 #include "scuconnection.h"
 
-#include <QDeadlineTimer>
-
 #include <dcmtk/ofstd/ofcond.h>
 
 struct T_ASC_Association;
 struct T_ASC_Network;
 
-/**
- * The line of an association that a peer requested. What it may send is bounded in bytes and in time while
- * its request or a command is read; the data of an object are not.
- */
+/// The line of an association that a peer requested.
 class ScpConnection : public ScuConnection
 {
 public:
     ScpConnection(int socket, const AbortSwitch &abort, int milliseconds);
 
-    /// From now on the peer may send this much, within this time.
-    void limit(qint64 bytes, int milliseconds);
-    void unlimit();
-
-    ssize_t read(void *buffer, size_t length) override;
-
 private:
     bool m_timedOut = false;
-    qint64 m_allowed = -1; ///< bytes; negative for any number
-    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };
 
 /**

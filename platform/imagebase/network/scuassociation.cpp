@@ -10,21 +10,16 @@
 
 namespace {
 
-constexpr int longestAeTitle = 16;
 constexpr int highestPort = 65535;
 /// How long a peer that is told of the end may take to close the line itself.
 constexpr int closingMs = 1000;
 
+constexpr qint64 bareCommandBytes = 32 * 1024; ///< a command is a few hundred
+constexpr int pdusWithCommand = 3;
+
 int seconds(int milliseconds)
 {
     return (milliseconds + 999) / 1000;
-}
-
-bool isAeTitle(const QString &title)
-{
-    const QString text = title.trimmed();
-    return !text.isEmpty() && text.size() <= longestAeTitle && !text.contains(QLatin1Char('\\'))
-        && QString::fromLatin1(text.toLatin1()) == text;
 }
 
 NetworkFailure rejection(T_ASC_Parameters *parameters)
@@ -87,8 +82,8 @@ ScuConnection *ScuAssociation::Private::line() const
 
 bool ScuAssociation::Private::isAddressGood() const
 {
-    return isAeTitle(node.aeTitle) && isAeTitle(options.ownAeTitle) && !node.host.trimmed().isEmpty()
-        && node.port > 0 && node.port <= highestPort;
+    return isAeTitle(node.aeTitle.trimmed()) && isAeTitle(options.ownAeTitle.trimmed())
+        && !node.host.trimmed().isEmpty() && node.port > 0 && node.port <= highestPort;
 }
 
 OFCondition ScuAssociation::Private::prepare(T_ASC_Parameters **parameters) const
@@ -194,6 +189,7 @@ NetworkFailure ScuAssociation::open(const QVector<ScuContext> &contexts)
     if (!failure.isNone()) {
         d->drop();
     }
+    endOfLimit();
     return failure;
 }
 
@@ -232,6 +228,9 @@ bool ScuAssociation::accepts(const QByteArray &abstractSyntax) const
 void ScuAssociation::release()
 {
     if (d->association && !isAborted()) {
+        if (ScuConnection *line = d->line()) {
+            line->limit(ScuConnection::negotiationBytes, d->options.requestMs);
+        }
         ASC_releaseAssociation(d->association);
     }
     d->drop();
@@ -242,6 +241,7 @@ void ScuAssociation::close()
     if (d->association && !isAborted()) {
         if (ScuConnection *line = d->line()) {
             line->setPatience(closingMs);
+            line->limit(ScuConnection::negotiationBytes, closingMs);
         }
         ASC_abortAssociation(d->association);
     }
@@ -262,6 +262,33 @@ bool ScuAssociation::waitForData(int milliseconds) const
 {
     ScuConnection *line = d->line();
     return line && line->waitForData(milliseconds);
+}
+
+void ScuAssociation::limitCommand(CommandSize size) const
+{
+    if (ScuConnection *line = d->line()) {
+        const qint64 withData = pdusWithCommand * qint64(d->options.longestPdu);
+        line->limit(size == CommandSize::Bare ? bareCommandBytes : withData, 2 * d->options.requestMs);
+    }
+}
+
+void ScuAssociation::endOfLimit() const
+{
+    if (ScuConnection *line = d->line()) {
+        line->unlimit();
+    }
+}
+
+OFCondition ScuAssociation::receiveCommand(
+    CommandSize size, int &context, T_DIMSE_Message &message, DcmDataset **detail) const
+{
+    T_ASC_PresentationContextID id = 0;
+    limitCommand(size);
+    const OFCondition result = DIMSE_receiveCommand(
+        d->association, DIMSE_NONBLOCKING, seconds(d->options.requestMs), &id, &message, detail);
+    endOfLimit();
+    context = id;
+    return result;
 }
 
 T_ASC_Association *ScuAssociation::native() const

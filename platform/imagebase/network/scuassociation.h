@@ -9,8 +9,10 @@
 
 #include <memory>
 
+class DcmDataset;
 class OFCondition;
 struct T_ASC_Association;
+struct T_DIMSE_Message;
 
 /// One presentation context to offer: a service and the ways of encoding its data.
 struct ScuContext
@@ -80,6 +82,18 @@ public:
     /// Whether the peer has said something, or has gone, within a time; false after abort() too. What it says
     /// is read by the services.
     bool waitForData(int milliseconds) const;
+
+    /// How much a peer may send until a command is there. DCMTK reads what is nested by recursion: a bare
+    /// command fits the usual stack of a thread, one that may share its packets with data wants stackBytes.
+    enum class CommandSize { Bare, WithData };
+    static constexpr unsigned stackBytes = 64U << 20U;
+    /// Waits for the next command, which is bounded in bytes and in time.
+    /// @param detail what it says beyond the message; null, or the caller's
+    OFCondition receiveCommand(
+        CommandSize size, int &context, T_DIMSE_Message &message, DcmDataset **detail) const;
+    /// The same bound until endOfLimit(), for commands that DCMTK waits for.
+    void limitCommand(CommandSize size) const;
+    void endOfLimit() const;
 
     /// DCMTK's association while it is open, for the services built on this class; else null.
     T_ASC_Association *native() const;

@@ -51,18 +51,36 @@ bool ScuConnection::wait(short events)
     return wait == AbortSwitch::Wait::Ready;
 }
 
+void ScuConnection::limit(qint64 bytes, int milliseconds)
+{
+    m_allowed = bytes;
+    m_deadline.setRemainingTime(milliseconds);
+}
+
+void ScuConnection::unlimit()
+{
+    m_allowed = -1;
+    m_deadline = QDeadlineTimer(QDeadlineTimer::Forever);
+}
+
 ssize_t ScuConnection::read(void *buffer, size_t length)
 {
-    for (;;) {
+    if (m_deadline.hasExpired() || (m_allowed >= 0 && qint64(length) > m_allowed)) {
+        errno = EMSGSIZE;
+        return -1;
+    }
+    while (!m_abort.isTriggered()) { // also where the peer never stops
         const ssize_t got = recv(getSocket(), buffer, length, MSG_DONTWAIT);
-        if (got >= 0 || (errno != EAGAIN && errno != EINTR) || m_abort.isTriggered()) {
+        if (got >= 0) {
+            m_allowed = m_allowed >= 0 ? m_allowed - got : m_allowed;
             return got;
         }
-        if (!wait(POLLIN)) {
-            errno = ETIMEDOUT; // DCMTK would ask again after EINTR or EAGAIN
-            return -1;
+        if ((errno != EAGAIN && errno != EINTR) || !wait(POLLIN)) {
+            break;
         }
     }
+    errno = ETIMEDOUT; // whatever it was: DCMTK would ask again after EINTR or EAGAIN
+    return -1;
 }
 
 ssize_t ScuConnection::write(void *buffer, size_t length)
@@ -112,5 +130,7 @@ DcmTransportConnection *ScuTransport::createConnection(
     }
     m_socket = OwnedSocket();
     m_listener = OwnedSocket();
-    return new ScuConnection(openSocket, m_abort, m_milliseconds, &m_timedOut);
+    auto *connection = new ScuConnection(openSocket, m_abort, m_milliseconds, &m_timedOut);
+    connection->limit(ScuConnection::negotiationBytes, m_milliseconds);
+    return connection;
 }

@@ -2,23 +2,32 @@
 
 #include "tcpconnect.h"
 
+#include <QDeadlineTimer>
+
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmnet/dcmlayer.h>
 #include <dcmtk/dcmnet/dcmtrans.h>
 
 /**
- * The line of an association that we request: every wait on it has a time-out and ends when the switch is
- * triggered, writing included, and a peer that is gone raises no signal.
+ * The line of an association: every wait on it has a time-out and ends when the switch is triggered, writing
+ * included, and a peer that is gone raises no signal. What the peer may send can be bounded in bytes and in
+ * time, as is done while a command is read; the data of an object are not bounded.
  */
 class ScuConnection : public DcmTCPConnection
 {
 public:
+    /// More than an association request with 128 services and all transfer syntaxes takes, or its answer.
+    static constexpr qint64 negotiationBytes = 1 << 20;
+
     /// @param socket connected; becomes the object's own. @param abort outlives the object
     ScuConnection(int socket, const AbortSwitch &abort, int milliseconds, bool *timedOut);
 
     ssize_t read(void *buffer, size_t length) override;
     /// All of it, or -1.
     ssize_t write(void *buffer, size_t length) override;
+    /// From now on the peer may send this much, within this time.
+    void limit(qint64 bytes, int milliseconds);
+    void unlimit();
     OFBool networkDataAvailable(int seconds) override;
     /// Looks only: silence is no failure. False after the switch was triggered too.
     bool waitForData(int milliseconds);
@@ -31,6 +40,8 @@ private:
     const AbortSwitch &m_abort;
     int m_milliseconds;
     bool *const m_timedOut;
+    qint64 m_allowed = -1; ///< bytes; negative for any number
+    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };
 
 /**

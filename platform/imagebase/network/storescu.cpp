@@ -152,11 +152,11 @@ StoreOutcome StoreScu::Private::sendWrittenAnew(const StoreFile &file)
 StoreOutcome StoreScu::Private::answer(quint16 message, const QByteArray &next)
 {
     readAhead(next);
-    T_ASC_PresentationContextID context = 0;
+    int context = 0;
     T_DIMSE_Message reply = {};
     DcmDataset *detail = nullptr;
-    const OFCondition result = DIMSE_receiveCommand(association.native(), DIMSE_NONBLOCKING,
-        std::max(1, association.options().requestMs / 1000), &context, &reply, &detail);
+    const OFCondition result =
+        association.receiveCommand(ScuAssociation::CommandSize::Bare, context, reply, &detail);
     const std::unique_ptr<DcmDataset> owned(detail);
     if (result.bad()) {
         return broken(association.failureOf(result));
