@@ -2,6 +2,7 @@
 #include "dicomservers.h"
 #include "faultypeer.h"
 #include "sendservice.h"
+#include "sendlog.h"
 #include "sendstore.h"
 #include "storefile.h"
 #include "testmain.h"
@@ -131,7 +132,6 @@ void TestSending::everyObjectHasItsOwnEnd()
     options.associationsPerNode = 1;
     SendService service(m_store, options);
     QSignalSpy accepted(&service, &SendService::accepted);
-    QSignalSpy failed(&service, &SendService::failed);
     QStringList paths = writeFiles(m_folder->filePath(QStringLiteral("files")), 30);
     QFile text(m_folder->filePath(QStringLiteral("files/readme.txt")));
     QVERIFY(text.open(QIODevice::WriteOnly) && text.write("no image") > 0);
@@ -165,7 +165,6 @@ void TestSending::everyObjectHasItsOwnEnd()
     QTRY_COMPARE(std::accumulate(accepted.cbegin(), accepted.cend(), 0,
                      [](int sum, const QVariantList &one) { return sum + one[1].toInt(); }),
         25);
-    QVERIFY(!failed.isEmpty());
 
     service.retryFailed(job);
     QTRY_VERIFY(!service.job(job).isOver() || service.job(job).ended != ended.ended);
@@ -332,10 +331,9 @@ void TestSending::afterKillsNothingRecordedIsSentAgain()
         QVERIFY(QTest::qWaitFor([&] { return peer.received().size() >= until; }, 30000));
         sender.kill();
         QVERIFY(sender.waitForFinished());
-        SendStore store(m_store);
-        QVERIFY(store.isOpen());
+        QVERIFY(SendStore(m_store).isOpen());
         const QHash<QByteArray, int> atPeer = peer.accepted();
-        for (const SendObject &object : store.objects(job, 0, files, false)) {
+        for (const SendObject &object : SendLog(m_store).objects(job, 0, files, false)) {
             if (object.state == SendObjectState::Accepted
                 && !recorded.contains(object.sopInstanceUid.toLatin1())) {
                 recorded.insert(object.sopInstanceUid.toLatin1(), atPeer[object.sopInstanceUid.toLatin1()]);

@@ -2,7 +2,6 @@
 
 #include "jobtext.h"
 #include "patientmanagermainwindow.h"
-#include "receivesettings.h"
 #include "sendnotifier.h"
 #include "sendservice.h"
 #include "transfertext.h"
@@ -34,9 +33,10 @@ SendController::SendController(PatientManagerMainWindow *library, SendService *s
     connect(library, &PatientManagerMainWindow::notifySendSelectData, this, &SendController::send);
     connect(service, &SendService::changed, this, &SendController::tellJobs);
     connect(service, &SendService::accepted, this, &SendController::tellAccepted);
-    connect(service, &SendService::failed, this, &SendController::tellFailures);
-    const SendNotifier *notifier = SendNotifier::instance();
-    connect(notifier, &SendNotifier::retryRequested, this, &SendController::retry);
+    SendNotifier *notifier = SendNotifier::instance();
+    notifier->setFailureReader(
+        this, [this](qint64 job, int first, int count) { return failures(job, first, count); });
+    connect(notifier, &SendNotifier::retryRequested, service, &SendService::retryFailed);
     connect(notifier, &SendNotifier::cancelRequested, service, &SendService::cancel);
 }
 
@@ -46,7 +46,6 @@ void SendController::send(const QStringList &files, const QString &aeTitle, cons
     SendJob job;
     job.node = {aeTitle, host, port};
     job.source = notifier->isRequesting() ? SendSource::Dialog : SendSource::Forwarding;
-    m_service->setOwnAeTitle(ReceiveSettings::ownAeTitle());
     job.id = m_service->enqueue(files, job.node, job.source);
     if (job.source == SendSource::Dialog) {
         job.unlisted = files.size();
@@ -72,7 +71,8 @@ void SendController::tellJobs()
 
 void SendController::tellAccepted(qint64 job, int count)
 {
-    if (m_service->job(job).source != SendSource::Dialog || !m_service->isOfThisRun(job)) {
+    const SendJob known = m_service->job(job);
+    if (known.id == 0 || known.source != SendSource::Dialog || !m_service->isOfThisRun(job)) {
         return;
     }
     for (int object = 0; object < count; ++object) {
@@ -80,20 +80,11 @@ void SendController::tellAccepted(qint64 job, int count)
     }
 }
 
-void SendController::tellFailures(qint64 job, const QVector<SendObject> &objects)
+QVector<SendFailure> SendController::failures(qint64 job, int first, int count) const
 {
-    if (m_service->job(job).source != SendSource::Dialog) {
-        return;
-    }
     QVector<SendFailure> failures;
-    for (const SendObject &object : objects) {
+    for (const SendObject &object : m_service->objects(job, first, count, true)) {
         failures.append({object.path, object.sopInstanceUid, TransferText::of(object.outcome)});
     }
-    SendNotifier::instance()->addFailures(job, failures);
-}
-
-void SendController::retry(qint64 job)
-{
-    SendNotifier::instance()->clearFailures(job);
-    m_service->retryFailed(job);
+    return failures;
 }

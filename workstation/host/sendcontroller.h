@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sendjob.h"
+#include "sentjob.h"
 
 #include <QObject>
 
@@ -27,8 +27,7 @@ private:
     void send(const QStringList &files, const QString &aeTitle, const QString &host, int port);
     void tellJobs();
     void tellAccepted(qint64 job, int count);
-    void tellFailures(qint64 job, const QVector<SendObject> &objects);
-    void retry(qint64 job);
+    QVector<SendFailure> failures(qint64 job, int first, int count) const;
 
     PatientManagerMainWindow *const m_library;
     SendService *const m_service;

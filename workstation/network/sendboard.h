@@ -1,9 +1,8 @@
 #pragma once
 
-#include "sendstore.h"
+#include "sendjob.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <atomic>
 #include <mutex>
@@ -12,35 +11,31 @@
 class SendBoard
 {
 public:
-    /// What has happened since it was last asked.
-    struct News
-    {
-        QHash<qint64, int> accepted; ///< by job
-        QHash<qint64, QVector<SendObject>> failed;
-        bool isEmpty() const { return accepted.isEmpty() && failed.isEmpty(); }
-    };
-
     std::atomic<bool> stop{false};
     std::atomic<bool> anyChange{false}; ///< something in the store is new
 
     void noteAccepted(qint64 job)
     {
         const std::lock_guard lock(m_mutex);
-        ++m_news.accepted[job];
+        ++m_accepted[job];
     }
-    void noteFailed(const SendObject &object)
-    {
-        constexpr int most = 1000;
-        const std::lock_guard lock(m_mutex);
-        QVector<SendObject> &failed = m_news.failed[object.job];
-        if (failed.size() < most) {
-            failed.append(object);
-        }
-    }
-    News takeNews()
+    /// How many more were accepted, by job, since it was last asked.
+    QHash<qint64, int> takeAccepted()
     {
         const std::lock_guard lock(m_mutex);
-        return std::exchange(m_news, {});
+        return std::exchange(m_accepted, {});
+    }
+    /// The store refuses.
+    void noteProblem(const QString &problem)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_problem = problem;
+    }
+    /// The last one since it was last asked.
+    QString takeProblem()
+    {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_problem, {});
     }
     void setHolds(QHash<qint64, SendHold> holds)
     {
@@ -55,6 +50,7 @@ public:
 
 private:
     mutable std::mutex m_mutex;
-    News m_news;
+    QHash<qint64, int> m_accepted;
+    QString m_problem;
     QHash<qint64, SendHold> m_holds;
 };

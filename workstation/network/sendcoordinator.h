@@ -1,39 +1,26 @@
 #pragma once
 
 #include "sendboard.h"
+#include "sendownership.h"
 #include "sendservice.h"
+#include "sendstore.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QMap>
 #include <QTimer>
 
 #include <atomic>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <thread>
-#include <vector>
 
-struct SendNodeState;
-class SendWorker;
-
-/// The one that sends, of all processes with the same file of jobs: who holds the lock.
-class SendOwnership
-{
-public:
-    explicit SendOwnership(const QString &storePath);
-    ~SendOwnership();
-    SendOwnership(const SendOwnership &) = delete;
-    SendOwnership &operator=(const SendOwnership &) = delete;
-
-    bool tryToGet();
-
-private:
-    int m_file = -1;
-    bool m_isOurs = false;
-};
+class SendNode;
 
 /**
  * Has the jobs sent: starts and ends the workers of each node and the lister, keeps away from nodes that are
- * away, and tells how the jobs stand. Lives on a thread of its own; the destructor ends its threads.
+ * away, and tells how the jobs stand. What it is asked for and the disk refuses is kept and tried again with
+ * every look, in its order. Lives on a thread of its own; the destructor ends its threads.
  */
 class SendCoordinator : public QObject
 {
@@ -56,21 +43,27 @@ public:
 signals:
     void jobsRead(const QVector<SendJob> &jobs, const QString &problem);
     void accepted(qint64 job, int count);
-    void failed(qint64 job, const QVector<SendObject> &objects);
 
 private:
-    struct Node;
+    /// Something that must be written.
+    struct Order
+    {
+        std::function<bool(SendStore &)> write; ///< false where the store refuses
+        SendJob job; ///< that it adds; id 0 where it adds none
+    };
 
+    void take(Order order);
+    void carryOut();
     void look();
-    void reap(Node &node);
-    void afterFailure(Node &node);
-    void giveUp(Node &node, const NetworkFailure &failure);
+    void lookAtStore();
+    void sendOn();
     void startWorkers();
     void startLister();
     bool isLookingAtPaths();
     void tellJobs();
-    void tellNews();
-    Node &nodeFor(const DicomNode &node);
+    void tellAccepted();
+    void tellProblem();
+    SendNode &nodeFor(const DicomNode &node);
 
     const QString m_storePath;
     SendOptions m_options;
@@ -78,9 +71,12 @@ private:
     SendOwnership m_ownership;
     bool m_isOwner = false;
     std::unique_ptr<SendStore> m_store;
+    std::deque<Order> m_orders; ///< that the store has not taken yet
+    QString m_problem; ///< why the store refuses
     qint64 m_version = 0;
-    QMap<QString, std::shared_ptr<Node>> m_nodes;
+    QMap<QString, std::shared_ptr<SendNode>> m_nodes;
     std::thread m_lister;
     std::atomic<bool> m_listerDone{true};
+    QDeadlineTimer m_listerPause{0}; ///< after the store has refused
     QTimer m_look;
 };

@@ -9,6 +9,9 @@
 /// Who has asked for a job. Stored.
 enum class SendSource : quint8 { Dialog = 0, Forwarding = 1 };
 
+/// What a person wants of a job. Stored.
+enum class SendHold : quint8 { None = 0, Paused = 1, Cancelled = 2 };
+
 enum class SendJobState : quint8 {
     Waiting, ///< its turn has not come, or the peer is tried again at nextTry
     Sending,
@@ -32,7 +35,7 @@ struct SendJob
     qint64 warned = 0; ///< of the accepted ones
     qint64 failed = 0; ///< for good
     qint64 skippedFolders = 0;
-    qint64 skippedFiles = 0; ///< no DICOM objects
+    qint64 skippedFiles = 0; ///< no DICOM objects, or no paths at all
     NetworkFailure trouble; ///< why the node cannot be worked with at the moment
     QDateTime nextTry; ///< valid where it is tried again
 

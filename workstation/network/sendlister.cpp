@@ -1,7 +1,6 @@
 #include "sendlister.h"
 
-#include "sendstore.h"
-#include "storefile.h"
+#include "sendpaths.h"
 
 #include <QDeadlineTimer>
 #include <QFile>
@@ -12,7 +11,7 @@ namespace {
 constexpr int longestPiece = 500;
 constexpr int longestPieceMs = 250;
 
-void look(StoreFileReader &reader, const QString &path, SendStore::Listed &listed)
+void look(StoreFileReader &reader, const QString &path, SendPaths::Listed &listed)
 {
     const StoreFile file = reader.read(QFile::encodeName(path));
     if (file.problem == StoreProblem::NotDicom) {
@@ -38,26 +37,39 @@ SendLister::SendLister(QString storePath, std::function<void()> listed, const st
     , m_stop(stop)
 { }
 
-void SendLister::run()
+QString SendLister::run()
 {
     SendStore store(m_storePath);
-    StoreFileReader reader;
-    for (qint64 job = store.unlistedJob(); job != 0 && !m_stop; job = store.unlistedJob()) {
-        const QStringList paths = store.unlistedPaths(job);
-        for (int first = 0; first < paths.size() && !m_stop;) {
-            SendStore::Listed listed;
-            const QDeadlineTimer piece(longestPieceMs);
-            while (first < paths.size() && listed.paths < longestPiece && !piece.hasExpired() && !m_stop) {
-                look(reader, paths[first++], listed);
-                ++listed.paths;
-            }
-            if (!store.addListed(job, listed)) {
-                return; // the next look begins where this one ended
-            }
-            m_listed();
-        }
-        if (paths.isEmpty()) {
-            return;
+    if (!store.isOpen()) {
+        return store.problem();
+    }
+    SendPaths paths(store);
+    for (qint64 job = paths.job(); job != 0 && !m_stop; job = paths.job()) {
+        if (!list(paths, job)) {
+            break; // the next look begins where this one ended
         }
     }
+    return store.problem();
+}
+
+/// @return false where the store refused, or there is no time left
+bool SendLister::list(SendPaths &paths, qint64 job)
+{
+    QStringList all;
+    if (!paths.read(job, all)) {
+        return false;
+    }
+    for (int first = 0; first < all.size() && !m_stop;) {
+        SendPaths::Listed listed;
+        const QDeadlineTimer piece(longestPieceMs);
+        while (first < all.size() && listed.paths < longestPiece && !piece.hasExpired() && !m_stop) {
+            look(m_reader, all[first++], listed);
+            ++listed.paths;
+        }
+        if (!paths.add(job, listed)) {
+            return false;
+        }
+        m_listed();
+    }
+    return !m_stop && paths.end(job);
 }

@@ -1,13 +1,14 @@
 #include "sendqueue.h"
 
 #include "indexconnection.h"
+#include "sendlog.h"
 
 #include <QVariant>
 
 namespace {
 
 /// Jobs to a node that may go on; takes its three values from the first parameter on.
-const char ofNode[] = "job.ae_title = ? AND job.host = ? AND job.port = ? AND job.hold = 0 "
+const char ofNode[] = "job.ae_title = ? AND job.host = ? AND job.port = ? AND job.hold = $free "
                       "AND job.ended IS NULL";
 
 void bindNode(QSqlQuery &query, const DicomNode &node)
@@ -23,8 +24,8 @@ QVector<WaitingNode> SendQueue::nodes(const QDateTime &now, int most)
 {
     QSqlQuery &query = m_store.prepared(QStringLiteral(
         "SELECT ae_title, host, port, sum((SELECT count(*) FROM (SELECT 1 FROM object WHERE job = job.id "
-        "AND state = 0 AND not_before <= ? LIMIT ?))) AS waiting "
-        "FROM job WHERE hold = 0 AND ended IS NULL GROUP BY ae_title, host, port HAVING waiting > 0 "
+        "AND state = $waiting AND not_before <= ? LIMIT ?))) AS waiting "
+        "FROM job WHERE hold = $free AND ended IS NULL GROUP BY ae_title, host, port HAVING waiting > 0 "
         "ORDER BY min(id)"));
     query.bindValue(0, now.toMSecsSinceEpoch());
     query.bindValue(1, most);
@@ -41,14 +42,14 @@ QVector<SendObject> SendQueue::waiting(const DicomNode &node, const QDateTime &n
 {
     QSqlQuery &query = m_store.prepared(
         QStringLiteral("SELECT %1 FROM job CROSS JOIN object ON object.job = job.id WHERE %2 "
-                       "AND object.state = 0 AND not_before <= ? ORDER BY job.id, object.id LIMIT ?")
-            .arg(SendStore::objectColumns(), QLatin1String(ofNode)));
+                       "AND object.state = $waiting AND not_before <= ? ORDER BY job.id, object.id LIMIT ?")
+            .arg(sendObjectColumns(), QLatin1String(ofNode)));
     bindNode(query, node);
     query.bindValue(3, now.toMSecsSinceEpoch());
     query.bindValue(4, most);
     QVector<SendObject> found;
     for (bool more = m_store.run(query) && query.next(); more; more = query.next()) {
-        found.append(SendStore::objectOf(query));
+        found.append(sendObjectOf(query));
     }
     query.finish();
     return found;
@@ -58,8 +59,11 @@ QVector<SendObject> SendQueue::take(const DicomNode &node, const QDateTime &now,
 {
     const std::lock_guard lock(SendStore::writers());
     WriteTransaction transaction(m_store.database());
+    if (!transaction.isActive()) {
+        return {};
+    }
     QVector<SendObject> taken = waiting(node, now, most);
-    QSqlQuery &query = m_store.prepared(QStringLiteral("UPDATE object SET state = 1 WHERE id = ?"));
+    QSqlQuery &query = m_store.prepared(QStringLiteral("UPDATE object SET state = $sending WHERE id = ?"));
     for (SendObject &object : taken) {
         object.state = SendObjectState::Sending;
         query.bindValue(0, object.id);
@@ -72,10 +76,10 @@ QVector<SendObject> SendQueue::take(const DicomNode &node, const QDateTime &now,
 
 QVector<StoreKind> SendQueue::kinds(const DicomNode &node, int most)
 {
-    QSqlQuery &query = m_store.prepared(
-        QStringLiteral("SELECT DISTINCT sop_class, transfer_syntax FROM job CROSS JOIN object "
-                       "ON object.job = job.id WHERE %1 AND object.state = 0 AND sop_class <> '' LIMIT ?")
-            .arg(QLatin1String(ofNode)));
+    QSqlQuery &query = m_store.prepared(QStringLiteral(
+        "SELECT DISTINCT sop_class, transfer_syntax FROM job CROSS JOIN object "
+        "ON object.job = job.id WHERE %1 AND object.state = $waiting AND sop_class <> '' LIMIT ?")
+                                            .arg(QLatin1String(ofNode)));
     bindNode(query, node);
     query.bindValue(3, most);
     QVector<StoreKind> found;
@@ -90,15 +94,18 @@ bool SendQueue::release(const QVector<SendObject> &objects)
 {
     const std::lock_guard lock(SendStore::writers());
     WriteTransaction transaction(m_store.database());
-    QSqlQuery &query =
-        m_store.prepared(QStringLiteral("UPDATE object SET state = 0 WHERE id = ? AND state = 1"));
+    if (!transaction.isActive()) {
+        return false;
+    }
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("UPDATE object SET state = $waiting WHERE id = ? AND state = $sending"));
     for (const SendObject &object : objects) {
         query.bindValue(0, object.id);
         if (!m_store.run(query)) {
             return false;
         }
     }
-    return transaction.isActive() && transaction.commit();
+    return transaction.commit();
 }
 
 bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
@@ -107,7 +114,7 @@ bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
     QSqlQuery &query = m_store.prepared(QStringLiteral(
         "UPDATE object SET state = ?, problem = ?, status = ?, network = ?, detail = ?, attempts = ?, "
         "changed = ?, not_before = ?, sop_class = ?, sop_instance = ?, transfer_syntax = ? "
-        "WHERE id = ? AND state = 1"));
+        "WHERE id = ? AND state = $sending"));
     const QVariantList values{int(object.state), int(object.outcome.problem), int(object.outcome.status),
         int(object.outcome.network.problem), object.outcome.detail, object.attempts,
         object.changed.toMSecsSinceEpoch(), notBefore.isValid() ? notBefore.toMSecsSinceEpoch() : 0,
@@ -118,28 +125,17 @@ bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
     return m_store.run(query);
 }
 
-QVector<SendObject> SendQueue::failAll(const DicomNode &node, const NetworkFailure &failure, int most)
+bool SendQueue::failAll(const DicomNode &node, const NetworkFailure &failure)
 {
-    const QDateTime now = QDateTime::currentDateTime();
     const std::lock_guard lock(SendStore::writers());
-    WriteTransaction transaction(m_store.database());
-    QVector<SendObject> failed = waiting(node, QDateTime::fromMSecsSinceEpoch(INT64_MAX), most);
-    QSqlQuery &query = m_store.prepared(
-        QStringLiteral("UPDATE object SET state = 3, problem = ?, network = ?, detail = ?, changed = ? "
-                       "WHERE state = 0 AND job IN (SELECT id FROM job WHERE ae_title = ? AND host = ? "
-                       "AND port = ? AND hold = 0 AND ended IS NULL)"));
+    QSqlQuery &query = m_store.prepared(QStringLiteral(
+        "UPDATE object SET state = $failed, problem = ?, network = ?, detail = ?, changed = ? "
+        "WHERE state = $waiting AND job IN (SELECT id FROM job WHERE ae_title = ? AND host = ? "
+        "AND port = ? AND hold = $free AND ended IS NULL)"));
     const QVariantList values{int(StoreProblem::Network), int(failure.problem), failure.detail,
-        now.toMSecsSinceEpoch(), node.aeTitle, node.host, node.port};
+        QDateTime::currentMSecsSinceEpoch(), node.aeTitle, node.host, node.port};
     for (int at = 0; at < values.size(); ++at) {
         query.bindValue(at, values[at]);
     }
-    if (!m_store.run(query) || !transaction.commit()) {
-        return {};
-    }
-    for (SendObject &object : failed) {
-        object.state = SendObjectState::Failed;
-        object.outcome = {StoreProblem::Network, 0, failure, failure.detail};
-        object.changed = now;
-    }
-    return failed;
+    return m_store.run(query);
 }

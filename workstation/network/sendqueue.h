@@ -18,6 +18,8 @@ public:
         : m_store(store)
     { }
 
+    SendStore &store() const { return m_store; }
+
     /// Nodes with objects whose time has come. @param most counts no further
     QVector<WaitingNode> nodes(const QDateTime &now, int most);
     /// Takes the next objects for a node, so that no other worker does.
@@ -28,8 +30,8 @@ public:
     bool release(const QVector<SendObject> &objects);
     /// Writes down what became of an object that was taken. @param notBefore where it waits again
     bool record(const SendObject &object, const QDateTime &notBefore = {});
-    /// Nothing that waits for a node can be sent. @return some of it, as it is now
-    QVector<SendObject> failAll(const DicomNode &node, const NetworkFailure &failure, int most);
+    /// Nothing that waits for a node can be sent.
+    bool failAll(const DicomNode &node, const NetworkFailure &failure);
 
 private:
     QVector<SendObject> waiting(const DicomNode &node, const QDateTime &now, int most);

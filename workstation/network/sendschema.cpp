@@ -1,6 +1,7 @@
 #include "sendschema.h"
 
 #include "indexconnection.h"
+#include "sendjob.h"
 
 #include <QSqlQuery>
 #include <QStringList>
@@ -9,7 +10,10 @@
 namespace {
 
 constexpr int applicationId = 0x50445351;
-constexpr int version = 1;
+constexpr int version = 2;
+constexpr int versionWithoutOrder = 1; ///< had no index for the log of a job
+
+constexpr char logIndex[] = "CREATE INDEX object_in_order ON object(job, id)";
 
 /// The counters of a job follow its objects.
 const char *const statements[] = {
@@ -25,12 +29,15 @@ const char *const statements[] = {
     "status INTEGER NOT NULL DEFAULT 0, network INTEGER NOT NULL DEFAULT 0, detail TEXT, "
     "attempts INTEGER NOT NULL DEFAULT 0, not_before INTEGER NOT NULL DEFAULT 0, changed INTEGER)",
     "CREATE INDEX object_of_job ON object(job, state, id)",
+    logIndex,
     "CREATE TRIGGER object_added AFTER INSERT ON object BEGIN "
-    "UPDATE job SET total = total + 1, failed = failed + (new.state = 3) WHERE id = new.job; END",
-    "CREATE TRIGGER object_moved AFTER UPDATE OF state ON object WHEN new.state > 1 OR old.state > 1 BEGIN "
-    "UPDATE job SET accepted = accepted + (new.state = 2) - (old.state = 2), "
-    "warned = warned + (new.state = 2 AND new.status <> 0) - (old.state = 2 AND old.status <> 0), "
-    "failed = failed + (new.state = 3) - (old.state = 3) WHERE id = new.job; END",
+    "UPDATE job SET total = total + 1, failed = failed + (new.state = $failed) WHERE id = new.job; END",
+    "CREATE TRIGGER object_moved AFTER UPDATE OF state ON object "
+    "WHEN new.state IN ($accepted, $failed) OR old.state IN ($accepted, $failed) BEGIN "
+    "UPDATE job SET accepted = accepted + (new.state = $accepted) - (old.state = $accepted), "
+    "warned = warned + (new.state = $accepted AND new.status <> 0) - (old.state = $accepted AND old.status "
+    "<> 0), "
+    "failed = failed + (new.state = $failed) - (old.state = $failed) WHERE id = new.job; END",
 };
 
 int pragma(QSqlDatabase &db, const QString &name)
@@ -39,10 +46,15 @@ int pragma(QSqlDatabase &db, const QString &name)
     return query.exec(QStringLiteral("PRAGMA ") + name) && query.next() ? query.value(0).toInt() : -1;
 }
 
-bool isMade(QSqlDatabase &db)
+bool isMade(QSqlDatabase &db, int as = version)
 {
     return pragma(db, QStringLiteral("application_id")) == applicationId
-        && pragma(db, QStringLiteral("user_version")) == version;
+        && pragma(db, QStringLiteral("user_version")) == as;
+}
+
+bool setVersion(QSqlQuery &query)
+{
+    return query.exec(QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 
 } // namespace
@@ -59,15 +71,40 @@ bool prepareSendSchema(QSqlDatabase &db)
     if (isMade(db)) { // by somebody else, while we waited
         return true;
     }
+    QSqlQuery query(db);
+    if (isMade(db, versionWithoutOrder)) {
+        return query.exec(QLatin1String(logIndex)) && setVersion(query) && transaction.commit();
+    }
     if (pragma(db, QStringLiteral("schema_version")) != 0) {
         return false;
     }
-    QSqlQuery query(db);
     for (const char *statement : statements) {
-        if (!query.exec(QLatin1String(statement))) {
+        if (!query.exec(withSendNumbers(QLatin1String(statement)))) {
             return false;
         }
     }
-    return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId))
-        && query.exec(QStringLiteral("PRAGMA user_version = %1").arg(version)) && transaction.commit();
+    return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId)) && setVersion(query)
+        && transaction.commit();
+}
+
+bool touchSendSchema(const QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    return setVersion(query);
+}
+
+QString withSendNumbers(QString sql)
+{
+    const std::pair<const char *, int> names[] = {
+        {"$waiting", int(SendObjectState::Waiting)},
+        {"$sending", int(SendObjectState::Sending)},
+        {"$accepted", int(SendObjectState::Accepted)},
+        {"$failed", int(SendObjectState::Failed)},
+        {"$free", int(SendHold::None)},
+        {"$cancelled", int(SendHold::Cancelled)},
+    };
+    for (const auto &[name, number] : names) {
+        sql.replace(QLatin1String(name), QString::number(number));
+    }
+    return sql;
 }

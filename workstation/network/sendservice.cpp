@@ -1,22 +1,31 @@
 #include "sendservice.h"
 
 #include "sendcoordinator.h"
+#include "sendlog.h"
 
 #include <QCoreApplication>
 #include <QSet>
 #include <QThread>
 
 #include <algorithm>
+#include <numeric>
 
-Q_DECLARE_METATYPE(SendObject)
+namespace {
+
+bool isPath(const QString &text)
+{
+    return !text.isEmpty() && !text.contains(QChar());
+}
+
+} // namespace
 
 struct SendService::Private
 {
     explicit Private(QString path)
-        : storePath(std::move(path))
+        : log(std::move(path))
     { }
 
-    const QString storePath;
+    const SendLog log;
     QThread thread;
     SendCoordinator *coordinator = nullptr; ///< lives on the thread
     QVector<SendJob> jobs;
@@ -24,7 +33,7 @@ struct SendService::Private
     qint64 lastId = 0;
     QSet<qint64> ofThisRun;
     QSet<qint64> known; ///< by a list of the jobs
-    std::unique_ptr<SendStore> log; ///< for reading
+    qint64 seenFailures = -1; ///< below 0 until the first list has come
 
     template <typename Action>
     void order(Action action)
@@ -32,7 +41,14 @@ struct SendService::Private
         QMetaObject::invokeMethod(coordinator, action, Qt::QueuedConnection);
     }
     qint64 newId();
+    qint64 failures() const;
 };
+
+qint64 SendService::Private::failures() const
+{
+    return std::accumulate(jobs.cbegin(), jobs.cend(), qint64(0),
+        [](qint64 sum, const SendJob &job) { return sum + job.failed; });
+}
 
 /// Grows with time, and differs from what other processes make.
 qint64 SendService::Private::newId()
@@ -49,19 +65,22 @@ SendService::SendService(const QString &storePath, SendOptions options, QObject 
     , d(new Private(storePath))
 {
     qRegisterMetaType<QVector<SendJob>>("QVector<SendJob>");
-    qRegisterMetaType<QVector<SendObject>>("QVector<SendObject>");
     d->coordinator = new SendCoordinator(storePath, std::move(options));
     d->coordinator->moveToThread(&d->thread);
     connect(&d->thread, &QThread::finished, d->coordinator, &QObject::deleteLater);
     connect(&d->thread, &QThread::started, d->coordinator, &SendCoordinator::start);
     connect(d->coordinator, &SendCoordinator::accepted, this, &SendService::accepted);
-    connect(d->coordinator, &SendCoordinator::failed, this, &SendService::failed);
     connect(d->coordinator, &SendCoordinator::jobsRead, this,
         [this](const QVector<SendJob> &jobs, const QString &problem) {
             d->jobs = jobs;
             d->problem = problem;
             for (const SendJob &job : jobs) {
                 d->known.insert(job.id);
+            }
+            const qint64 failures = d->failures();
+            const bool isFirst = d->seenFailures < 0 && problem.isEmpty();
+            if (isFirst || failures < d->seenFailures) { // of an earlier run; or tried again, or removed
+                d->seenFailures = failures;
             }
             emit changed();
         });
@@ -71,7 +90,7 @@ SendService::SendService(const QString &storePath, SendOptions options, QObject 
 
 SendService::~SendService()
 {
-    d->thread.quit();
+    d->order([] { QThread::currentThread()->quit(); }); // behind all that was asked for before
     d->thread.wait();
 }
 
@@ -87,8 +106,13 @@ qint64 SendService::enqueue(const QStringList &paths, const DicomNode &node, Sen
     job.node = node;
     job.source = source;
     job.created = QDateTime::currentDateTime();
+    QStringList good = paths;
+    good.erase(std::remove_if(good.begin(), good.end(), [](const QString &path) { return !isPath(path); }),
+        good.end());
+    job.skippedFiles = paths.size() - good.size();
+    job.unlisted = good.size();
     d->ofThisRun.insert(job.id);
-    d->order([coordinator = d->coordinator, job, paths] { coordinator->add(job, paths); });
+    d->order([coordinator = d->coordinator, job, good] { coordinator->add(job, good); });
     return job.id;
 }
 
@@ -114,6 +138,18 @@ bool SendService::isForgotten(qint64 id) const
     return d->known.contains(id) && job(id).id == 0;
 }
 
+qint64 SendService::unseenFailures() const
+{
+    return d->seenFailures < 0 ? 0 : d->failures() - d->seenFailures;
+}
+
+void SendService::setFailuresSeen()
+{
+    if (d->seenFailures >= 0) {
+        d->seenFailures = d->failures();
+    }
+}
+
 QString SendService::storeProblem() const
 {
     return d->problem;
@@ -121,10 +157,7 @@ QString SendService::storeProblem() const
 
 QVector<SendObject> SendService::objects(qint64 job, int first, int count, bool onlyFailed) const
 {
-    if (!d->log) {
-        d->log = std::make_unique<SendStore>(d->storePath);
-    }
-    return d->log->isOpen() ? d->log->objects(job, first, count, onlyFailed) : QVector<SendObject>();
+    return d->log.objects(job, first, count, onlyFailed);
 }
 
 void SendService::setOwnAeTitle(const QString &aeTitle)

@@ -21,7 +21,8 @@ struct SendOptions
 
 /**
  * Sends files to DICOM nodes in the background: jobs on disk, workers that go on with them after a restart or
- * a kill.
+ * a kill. Where the disk refuses a job or an outcome, it is kept in memory and written once that is possible;
+ * nothing is sent meanwhile.
  *
  * What a peer has acknowledged is noted before the next object is sent, so that only the object in flight at
  * a kill may be sent twice. Nodes are served side by side; one that is away holds up no other. Of several
@@ -40,8 +41,8 @@ public:
     /// The file of the jobs that belongs to an index.
     static QString storePathOf(const QString &indexPath);
 
-    /// Takes files and folders as they come: what is no DICOM file, and folders themselves, are skipped and
-    /// counted. @return the job's id at once; it is on the disk a moment later
+    /// Takes files and folders as they come: what is no DICOM file or no path, and folders themselves, are
+    /// skipped and counted. @return the job's id at once; it is on the disk a moment later
     qint64 enqueue(const QStringList &paths, const DicomNode &node, SendSource source);
 
     /// All jobs by their age, as of the last changed().
@@ -52,10 +53,15 @@ public:
     bool isOfThisRun(qint64 job) const;
     /// Whether a job was known once and has been removed since.
     bool isForgotten(qint64 job) const;
+    /// What has failed in this run of the program since it was last seen.
+    qint64 unseenFailures() const;
+    /// Somebody looks at them now.
+    void setFailuresSeen();
     /// Why the jobs cannot be kept (the words of the database); empty where all is well.
     QString storeProblem() const;
 
-    /// Part of a job's objects in the order of their sending, read from the disk now.
+    /// Part of a job's objects in the order of their sending, read from the disk now; waits for nobody, and
+    /// is empty where they cannot be read at the moment.
     /// @param onlyFailed leaves all others out
     QVector<SendObject> objects(qint64 job, int first, int count, bool onlyFailed = false) const;
 
@@ -78,8 +84,6 @@ signals:
     void changed();
     /// So many more objects of a job were accepted; gathered like changed(), never twice for one object.
     void accepted(qint64 job, int count);
-    /// These have failed for good; gathered, and at most a thousand at once.
-    void failed(qint64 job, const QVector<SendObject> &objects);
 
 private:
     struct Private;

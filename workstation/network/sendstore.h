@@ -9,9 +9,6 @@
 
 #include <mutex>
 
-/// What a person wants of a job. Stored.
-enum class SendHold : quint8 { None = 0, Paused = 1, Cancelled = 2 };
-
 /**
  * The file of the jobs: a database of its own beside the index, since it is written for every object that is
  * sent and must not hold up the index. A connection for one thread; the writers of a process take turns.
@@ -24,9 +21,11 @@ public:
     SendStore(const SendStore &) = delete;
     SendStore &operator=(const SendStore &) = delete;
 
-    bool isOpen() const { return m_problem.isEmpty(); }
-    /// Why it is not open, or why the last statement failed.
+    bool isOpen() const { return m_isOpen; }
+    /// Why it is not open, or why a statement failed, since canWrite() last said yes.
     const QString &problem() const { return m_problem; }
+    /// Tries it.
+    bool canWrite();
 
     /// @name Jobs
     /// @{
@@ -45,39 +44,18 @@ public:
     qint64 dataVersion();
     /// @}
 
-    /// @name Paths that nobody has looked at
-    /// @{
-    /// The oldest job with such paths, that is not cancelled; 0 where there is none.
-    qint64 unlistedJob();
-    QStringList unlistedPaths(qint64 job);
-    struct Listed
-    {
-        QVector<SendObject> objects;
-        int paths = 0; ///< how many were looked at, from the first on
-        int skippedFolders = 0;
-        int skippedFiles = 0;
-    };
-    bool addListed(qint64 job, const Listed &listed);
-    /// @}
-
-    /// Part of a job's objects, in their order.
-    QVector<SendObject> objects(qint64 job, int first, int count, bool onlyFailed);
-
-    /// A statement that stays prepared; with no values bound.
+    /// A statement that stays prepared; it may name states and holds ("$waiting").
     QSqlQuery &prepared(const QString &sql);
     /// Runs it with its values; a failure becomes the problem.
     bool run(QSqlQuery &query);
     QSqlDatabase database() const;
-    /// The columns of an object, and the object that a row with them holds.
-    static QString objectColumns();
-    static SendObject objectOf(const QSqlQuery &row);
-
     static std::mutex &writers();
 
 private:
     bool open(const QString &path);
 
     const QString m_name;
+    bool m_isOpen = false;
     QString m_problem;
     QHash<QString, QSqlQuery> m_prepared;
 };

@@ -15,6 +15,7 @@ namespace {
 constexpr int takenAtOnce = 32;
 constexpr int lookMs = 20;
 constexpr int lingerMs = 1000;
+constexpr int refusedMs = 100; ///< before the store is asked again
 static_assert(takenAtOnce <= StoreScu::mostKinds, "what was taken always fits into one association");
 
 StoreKind kindOf(const SendObject &object)
@@ -43,6 +44,10 @@ void SendWorker::run()
         while (!mustEnd() && !linger.hasExpired()) {
             QVector<SendObject> taken = queue.take(m_node->node, QDateTime::currentDateTime(), takenAtOnce);
             if (taken.isEmpty()) {
+                if (!store.problem().isEmpty()) {
+                    m_board.noteProblem(store.problem());
+                    break;
+                }
                 QThread::msleep(lookMs);
                 continue;
             }
@@ -92,6 +97,9 @@ void SendWorker::setAssociation(std::unique_ptr<ScuAssociation> association)
     }
     const std::lock_guard lock(m_mutex);
     m_association = std::move(association);
+    if (m_association && m_isStopped) {
+        m_association->abort();
+    }
 }
 
 void SendWorker::abort()
@@ -102,6 +110,34 @@ void SendWorker::abort()
     }
 }
 
+void SendWorker::stop()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isStopped = true;
+    if (m_association) {
+        m_association->abort();
+    }
+}
+
+/// What has become of an object must be noted before another is sent: while the store refuses, nothing is.
+/// @return false where the end came first; the next start then finds the object as one that was being sent
+bool SendWorker::insist(SendStore &store, const std::function<bool()> &write) const
+{
+    while (!write()) {
+        m_board.noteProblem(store.problem());
+        if (m_board.stop) {
+            return false;
+        }
+        QThread::msleep(refusedMs);
+    }
+    return true;
+}
+
+bool SendWorker::giveBack(SendQueue &queue, const QVector<SendObject> &objects) const
+{
+    return objects.isEmpty() || insist(queue.store(), [&] { return queue.release(objects); });
+}
+
 /// @return false where this worker can do no more
 bool SendWorker::sendTaken(SendQueue &queue, const QVector<SendObject> &taken)
 {
@@ -109,7 +145,7 @@ bool SendWorker::sendTaken(SendQueue &queue, const QVector<SendObject> &taken)
     int at = 0;
     for (; at < taken.size() && goOn && !mustEnd(); ++at) {
         if (m_board.isHeld(taken[at].job)) {
-            queue.release({taken[at]});
+            giveBack(queue, {taken[at]});
             continue;
         }
         m_currentJob = taken[at].job;
@@ -124,7 +160,7 @@ bool SendWorker::sendTaken(SendQueue &queue, const QVector<SendObject> &taken)
         goOn = recordOutcome(queue, taken[at], m_scu->send(QFile::encodeName(taken[at].path), next));
     }
     m_currentJob = 0;
-    queue.release(taken.mid(at)); // the state of those that were recorded is no longer that of a taken one
+    giveBack(queue, taken.mid(at)); // the state of those that were recorded is no longer that of a taken one
     m_board.anyChange = true;
     return goOn;
 }
@@ -169,15 +205,16 @@ bool SendWorker::mayGoOnAfter(
     StoreOutcome outcome; // other kinds may be welcome
     outcome.problem = StoreProblem::ClassNotAccepted;
     m_node->answered = true;
-    return std::all_of(taken.cbegin(), taken.cend(),
-        [&](const SendObject &object) { return recordOutcome(queue, object, outcome); });
+    return std::all_of(taken.cbegin(), taken.cend(), [&](const SendObject &object) {
+        return m_board.isHeld(object.job) || recordOutcome(queue, object, outcome);
+    });
 }
 
 /// @return false where this worker can do no more
 bool SendWorker::recordOutcome(SendQueue &queue, SendObject object, const StoreOutcome &outcome)
 {
     if (outcome.network.problem == NetworkProblem::Stopped) {
-        return queue.release({object});
+        return giveBack(queue, {object});
     }
     object.outcome = outcome;
     object.changed = QDateTime::currentDateTime();
@@ -192,14 +229,11 @@ bool SendWorker::recordOutcome(SendQueue &queue, SendObject object, const StoreO
     } else {
         object.state = SendObjectState::Failed;
     }
-    if (!queue.record(object, notBefore)) {
-        m_node->fail({NetworkProblem::Stopped, {}}); // what cannot be noted must not be sent
+    if (!insist(queue.store(), [&] { return queue.record(object, notBefore); })) {
         return false;
     }
     if (object.state == SendObjectState::Accepted) {
         m_board.noteAccepted(object.job);
-    } else if (object.state == SendObjectState::Failed) {
-        m_board.noteFailed(object);
     }
     if (outcome.problem == StoreProblem::Network) {
         m_node->fail(outcome.network);

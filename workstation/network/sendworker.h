@@ -4,6 +4,7 @@
 #include "sendservice.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 
@@ -44,6 +45,8 @@ public:
     /// @{
     /// Cuts off what is being sent; run() then ends, or goes on with other jobs.
     void abort();
+    /// The same for good: run() makes no other association.
+    void stop();
     qint64 currentJob() const { return m_currentJob; }
     bool isDone() const { return m_done; }
     /// @}
@@ -54,6 +57,8 @@ private:
     bool isOpenFor(const QVector<SendObject> &taken) const;
     NetworkFailure open(SendQueue &queue, const QVector<SendObject> &taken);
     bool mayGoOnAfter(const NetworkFailure &failure, SendQueue &queue, const QVector<SendObject> &taken);
+    bool insist(SendStore &store, const std::function<bool()> &write) const;
+    bool giveBack(SendQueue &queue, const QVector<SendObject> &objects) const;
     bool recordOutcome(SendQueue &queue, SendObject object, const StoreOutcome &outcome);
     bool mustEnd() const;
     void setAssociation(std::unique_ptr<ScuAssociation> association);
@@ -64,6 +69,7 @@ private:
     SendBoard &m_board;
     std::mutex m_mutex; ///< of the association's pointer, which only run() changes
     std::unique_ptr<ScuAssociation> m_association;
+    bool m_isStopped = false; ///< under the mutex
     std::unique_ptr<StoreScu> m_scu;
     QVector<StoreKind> m_kinds; ///< that were offered
     std::atomic<qint64> m_currentJob{0};

@@ -27,31 +27,16 @@ void SendNotifier::tell(const SentJob &job)
     emit changed(job.id);
 }
 
-void SendNotifier::addFailures(qint64 job, const QVector<SendFailure> &failures)
+void SendNotifier::setFailureReader(const QObject *host, FailureReader reader)
 {
-    if (failures.isEmpty()) {
-        return;
-    }
-    if (m_failures.contains(job)) {
-        m_failures[job] += failures;
-    } else {
-        m_failures.insert(job, failures);
-    }
-    emit failuresChanged(job);
-}
-
-void SendNotifier::clearFailures(qint64 job)
-{
-    if (m_failures.remove(job) > 0) {
-        emit failuresChanged(job);
-    }
+    m_failureHost = host;
+    m_failureReader = std::move(reader);
 }
 
 void SendNotifier::forget(qint64 job)
 {
     const auto isIt = [job](const SentJob &known) { return known.id == job; };
     m_jobs.erase(std::remove_if(m_jobs.begin(), m_jobs.end(), isIt), m_jobs.end());
-    clearFailures(job);
     emit changed(job);
 }
 
@@ -60,7 +45,6 @@ void SendNotifier::forgetAll()
     while (!m_jobs.isEmpty()) {
         forget(m_jobs.constLast().id);
     }
-    m_failures.clear();
 }
 
 qint64 SendNotifier::request(const std::function<void()> &emitRequest)
@@ -78,9 +62,9 @@ SentJob SendNotifier::job(qint64 id) const
     return found == m_jobs.end() ? SentJob() : *found;
 }
 
-QVector<SendFailure> SendNotifier::failures(qint64 job) const
+QVector<SendFailure> SendNotifier::failures(qint64 job, int first, int count) const
 {
-    return m_failures.value(job);
+    return m_failureHost && m_failureReader ? m_failureReader(job, first, count) : QVector<SendFailure>();
 }
 
 bool SendNotifier::canControl() const

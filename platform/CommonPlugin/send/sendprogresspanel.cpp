@@ -6,6 +6,7 @@
 #include "sendnotifier.h"
 #include "transfertext.h"
 
+#include <QHash>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -27,6 +28,12 @@ constexpr int fileCharacters = 46;
 constexpr int jobRole = Qt::UserRole;
 enum JobColumn { DestinationColumn, StateColumn, CountColumn, NoticeColumn };
 
+/// 0 for no line.
+qint64 jobOf(const QTreeWidgetItem *item)
+{
+    return item ? item->data(DestinationColumn, jobRole).toLongLong() : 0;
+}
+
 } // namespace
 
 SendProgressPanel::SendProgressPanel(QWidget *parent)
@@ -44,10 +51,6 @@ SendProgressPanel::SendProgressPanel(QWidget *parent)
     };
     const SendNotifier *notifier = SendNotifier::instance();
     connect(notifier, &SendNotifier::changed, this, later);
-    connect(notifier, &SendNotifier::failuresChanged, this, [this, later] {
-        m_failuresChanged = true;
-        later();
-    });
     update();
 }
 
@@ -107,7 +110,10 @@ QWidget *SendProgressPanel::buildJobs()
 QWidget *SendProgressPanel::buildFailures()
 {
     auto *area = new QWidget(this);
-    m_failureModel = new SendFailureModel(this);
+    m_failureModel =
+        new SendFailureModel([](qint64 job, int first,
+                                 int count) { return SendNotifier::instance()->failures(job, first, count); },
+            this);
     m_failures = new PlainTableView(area);
     m_failures->setObjectName(QStringLiteral("failures"));
     m_failures->setAccessibleName(tr("Images that were not taken"));
@@ -153,10 +159,7 @@ void SendProgressPanel::update()
     m_batch.update(SendNotifier::instance()->jobs(), m_time.elapsed());
     showBatch();
     showJobs();
-    if (m_failuresChanged) {
-        showFailures();
-        m_failuresChanged = false;
-    }
+    showFailures();
     enableButtons();
     setVisible(!m_batch.isEmpty() || m_jobs->topLevelItemCount() > 0);
     if (wasSending != m_batch.isRunning()) {
@@ -179,18 +182,28 @@ void SendProgressPanel::showBatch()
     m_bar->setVisible(m_batch.isRunning());
 }
 
-/// The latest on top. Lines are changed where they stand, so that the chosen one stays chosen.
+/// The latest on top. A line stays its job's, so that what is chosen is never another send than before.
 void SendProgressPanel::showJobs()
 {
-    const QVector<SentJob> &jobs = SendNotifier::instance()->jobs();
-    while (m_jobs->topLevelItemCount() > jobs.size()) {
-        delete m_jobs->takeTopLevelItem(0);
+    const SendNotifier *notifier = SendNotifier::instance();
+    QHash<qint64, QTreeWidgetItem *> items;
+    for (int row = m_jobs->topLevelItemCount() - 1; row >= 0; --row) {
+        QTreeWidgetItem *item = m_jobs->topLevelItem(row);
+        const qint64 id = jobOf(item);
+        if (notifier->job(id).id == id) {
+            items.insert(id, item);
+        } else {
+            delete item;
+        }
     }
-    while (m_jobs->topLevelItemCount() < jobs.size()) {
-        m_jobs->insertTopLevelItem(0, new QTreeWidgetItem);
-    }
-    for (int i = 0; i < jobs.size(); ++i) {
-        fillItem(m_jobs->topLevelItem(jobs.size() - 1 - i), jobs[i]);
+    const QVector<SentJob> &jobs = notifier->jobs();
+    for (const SentJob &job : jobs) {
+        QTreeWidgetItem *&item = items[job.id];
+        if (!item) {
+            item = new QTreeWidgetItem;
+            m_jobs->insertTopLevelItem(0, item);
+        }
+        fillItem(item, job);
     }
     if (!m_jobs->currentItem()) {
         m_jobs->setCurrentItem(m_jobs->topLevelItem(0));
@@ -221,16 +234,15 @@ void SendProgressPanel::fillItem(QTreeWidgetItem *item, const SentJob &job)
 
 void SendProgressPanel::showFailures()
 {
-    const SendNotifier *notifier = SendNotifier::instance();
-    QVector<SendFailureModel::Row> rows;
-    for (const SentJob &job : notifier->jobs()) {
-        for (const SendFailure &failure : notifier->failures(job.id)) {
-            rows.append({job.destination, failure});
+    QVector<SendFailureModel::Part> parts;
+    for (const SentJob &job : SendNotifier::instance()->jobs()) {
+        if (job.failed > 0) {
+            parts.append({job.id, job.destination, int(job.failed), job.isOver()});
         }
     }
-    m_failureModel->setRows(rows);
-    m_failureCaption->setText(tr("N&ot taken: %1").arg(QLocale().toString(rows.size())));
-    m_failureArea->setVisible(!rows.isEmpty());
+    m_failureModel->show(parts);
+    m_failureCaption->setText(tr("N&ot taken: %1").arg(QLocale().toString(m_failureModel->rowCount())));
+    m_failureArea->setVisible(!parts.isEmpty());
 }
 
 void SendProgressPanel::enableButtons()
@@ -246,6 +258,5 @@ void SendProgressPanel::enableButtons()
 
 qint64 SendProgressPanel::currentJob() const
 {
-    const QTreeWidgetItem *item = m_jobs->currentItem();
-    return item ? item->data(DestinationColumn, jobRole).toLongLong() : 0;
+    return jobOf(m_jobs->currentItem());
 }

@@ -49,7 +49,6 @@ private:
     SendBatch m_batch;
     QElapsedTimer m_time;
     QTimer m_update; ///< one for however many changes
-    bool m_failuresChanged = true;
     QLabel *m_headline = nullptr;
     QProgressBar *m_bar = nullptr;
     QTreeWidget *m_jobs = nullptr;

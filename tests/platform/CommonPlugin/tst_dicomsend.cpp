@@ -116,9 +116,11 @@ private slots:
         job.accepted = 398;
         job.failed = 2;
         job.state = SendState::Ended;
-        notifier->addFailures(7,
-            {{QStringLiteral("/a.dcm"), QStringLiteral("1.2"), QStringLiteral("Out of resources (A700)")},
-                {QStringLiteral("/b.dcm"), QString(), QStringLiteral("Gone")}});
+        const QVector<SendFailure> all{
+            {QStringLiteral("/a.dcm"), QStringLiteral("1.2"), QStringLiteral("Out of resources (A700)")},
+            {QStringLiteral("/b.dcm"), QString(), QStringLiteral("Gone")}};
+        notifier->setFailureReader(
+            this, [all](qint64 /*job*/, int first, int count) { return all.mid(first, count); });
         notifier->tell(job);
         QTRY_VERIFY(failures()->isVisible());
         QCOMPARE(failures()->model()->rowCount(), 2);
@@ -146,6 +148,27 @@ private slots:
         QCOMPARE(list("jobs")->topLevelItem(0)->text(3), job.notice);
         QVERIFY(text("headline").contains(QStringLiteral("5 of 20")));
         QVERIFY(!button("retry")->isVisible()); // nobody would hear it
+    }
+
+    /// Jobs that are forgotten elsewhere must not put another one beneath the chosen line.
+    void keepsTheChosenSendWhereOthersGo()
+    {
+        SendNotifier *notifier = SendNotifier::instance();
+        QSignalSpy cancels(notifier, &SendNotifier::cancelRequested);
+        SentJob job;
+        job.total = 20;
+        for (job.id = 1; job.id <= 3; ++job.id) {
+            notifier->tell(job);
+        }
+        QTreeWidget *jobs = list("jobs");
+        QTRY_COMPARE(jobs->topLevelItemCount(), 3);
+        jobs->setCurrentItem(jobs->topLevelItem(1)); // the second of three
+        notifier->forget(1);
+        job.id = 4;
+        notifier->tell(job);
+        QTRY_COMPARE(jobs->currentIndex().row(), 2);
+        emit m_dialog->findChild<QPushButton *>(QStringLiteral("cancelSend"))->clicked();
+        QCOMPARE(cancels.value(0).value(0).toLongLong(), 2);
     }
 
     void asksDestinationsWhetherTheyAnswer()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "sendjob.h"
+
+#include <QSqlQuery>
+
+/// The columns of an object, and the object that a row with them holds.
+QString sendObjectColumns();
+SendObject sendObjectOf(const QSqlQuery &row);
+
+/**
+ * Reads what became of the objects of the jobs: a connection of its own that cannot write, waits for nobody
+ * and is opened with the first question. For one thread, the GUI's too.
+ */
+class SendLog
+{
+public:
+    explicit SendLog(QString storePath);
+    ~SendLog();
+    SendLog(const SendLog &) = delete;
+    SendLog &operator=(const SendLog &) = delete;
+
+    /// Part of a job's objects, in their order. Empty where they cannot be read at the moment.
+    QVector<SendObject> objects(qint64 job, int first, int count, bool onlyFailed) const;
+
+private:
+    bool open() const;
+
+    const QString m_storePath;
+    const QString m_name;
+};

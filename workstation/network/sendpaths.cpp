@@ -1,0 +1,80 @@
+#include "sendpaths.h"
+
+#include "indexconnection.h"
+
+#include <QVariant>
+
+namespace {
+
+constexpr char separator = '\0';
+
+} // namespace
+
+QByteArray SendPaths::toBytes(const QStringList &paths)
+{
+    return paths.join(QLatin1Char(separator)).toUtf8();
+}
+
+qint64 SendPaths::job()
+{
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("SELECT id FROM job WHERE unlisted > 0 AND hold <> $cancelled ORDER BY id LIMIT 1"));
+    const qint64 job = m_store.run(query) && query.next() ? query.value(0).toLongLong() : 0;
+    query.finish();
+    return job;
+}
+
+bool SendPaths::read(qint64 job, QStringList &paths)
+{
+    QSqlQuery &query = m_store.prepared(QStringLiteral("SELECT paths, unlisted FROM job WHERE id = ?"));
+    query.bindValue(0, job);
+    const bool good = m_store.run(query);
+    paths.clear();
+    if (good && query.next() && !query.isNull(0)) {
+        const QByteArray bytes = query.value(0).toByteArray(); // fromUtf8() of an array ends at a zero
+        const QStringList all =
+            QString::fromUtf8(bytes.constData(), bytes.size()).split(QLatin1Char(separator));
+        paths = all.mid(std::max(0, all.size() - query.value(1).toInt()));
+    }
+    query.finish();
+    return good;
+}
+
+bool SendPaths::add(qint64 job, const Listed &listed)
+{
+    const std::lock_guard lock(SendStore::writers());
+    WriteTransaction transaction(m_store.database());
+    if (!transaction.isActive()) {
+        return false;
+    }
+    QSqlQuery &insert = m_store.prepared(QStringLiteral(
+        "INSERT INTO object(job, path, sop_class, sop_instance, transfer_syntax, state, problem, detail) "
+        "VALUES(?, ?, ?, ?, ?, ?, ?, ?)"));
+    for (const SendObject &object : listed.objects) {
+        const QVariantList values{job, object.path, object.sopClassUid, object.sopInstanceUid,
+            object.transferSyntaxUid, int(object.state), int(object.outcome.problem), object.outcome.detail};
+        for (int at = 0; at < values.size(); ++at) {
+            insert.bindValue(at, values[at]);
+        }
+        if (!m_store.run(insert)) {
+            return false;
+        }
+    }
+    QSqlQuery &update = m_store.prepared(
+        QStringLiteral("UPDATE job SET unlisted = unlisted - ?, skipped_folders = skipped_folders + ?, "
+                       "skipped_files = skipped_files + ? WHERE id = ?"));
+    update.bindValue(0, listed.paths);
+    update.bindValue(1, listed.skippedFolders);
+    update.bindValue(2, listed.skippedFiles);
+    update.bindValue(3, job);
+    return m_store.run(update) && transaction.commit();
+}
+
+bool SendPaths::end(qint64 job)
+{
+    const std::lock_guard lock(SendStore::writers());
+    QSqlQuery &query = m_store.prepared(QStringLiteral(
+        "UPDATE job SET paths = NULL, skipped_files = skipped_files + unlisted, unlisted = 0 WHERE id = ?"));
+    query.bindValue(0, job);
+    return m_store.run(query);
+}
