@@ -147,8 +147,9 @@ std::unique_ptr<DicomServer> DicomServer::orthanc(const QVector<Peer> &peers, co
         {QStringLiteral("IndexDirectory"), server->folder()}, {QStringLiteral("Plugins"), QJsonArray()},
         {QStringLiteral("RemoteAccessAllowed"), false}, {QStringLiteral("AuthenticationEnabled"), false},
         {QStringLiteral("DicomModalities"), modalities}, {QStringLiteral("SynchronousCMove"), true},
-        {QStringLiteral("SaveJobs"), false}, {QStringLiteral("DicomAlwaysAllowFind"), true},
-        {QStringLiteral("DicomAlwaysAllowGet"), true}, {QStringLiteral("UnknownSopClassAccepted"), true}};
+        {QStringLiteral("DefaultEncoding"), QStringLiteral("Utf8")}, {QStringLiteral("SaveJobs"), false},
+        {QStringLiteral("DicomAlwaysAllowFind"), true}, {QStringLiteral("DicomAlwaysAllowGet"), true},
+        {QStringLiteral("UnknownSopClassAccepted"), true}};
     for (auto setting = settings.begin(); setting != settings.end(); ++setting) {
         config[setting.key()] = setting.value();
     }

@@ -52,6 +52,7 @@ struct QueryScu::Private
     ScuAssociation association;
     CharacterSet characterSet;
     std::atomic<bool> cancelled{false};
+    std::atomic<bool> asked{false}; ///< a request is on its way or with the archive
 
     NetworkFailure open();
     NetworkFailure ask(const QueryRequest &request, QueryResult &result);
@@ -99,6 +100,10 @@ NetworkFailure QueryScu::Private::listen(
             failure = {NetworkProblem::BadAnswer, {}};
         }
         const T_DIMSE_C_FindRSP &response = answer.msg.CFindRSP;
+        if (failure.isNone() && DICOM_PENDING_STATUS(response.DimseStatus)
+            && response.DataSetType == DIMSE_DATASET_NULL) {
+            failure = {NetworkProblem::BadAnswer, {}}; // or a peer could go on like that for ever
+        }
         if (failure.isNone() && response.DataSetType != DIMSE_DATASET_NULL) {
             failure = take(dialogue, request, result);
         }
@@ -129,7 +134,7 @@ NetworkFailure QueryScu::Private::ask(const QueryRequest &request, QueryResult &
 }
 
 QueryScu::QueryScu(const DicomNode &node, const ScuOptions &options)
-    : d(new Private{{node, options}, {}, {}})
+    : d(new Private{{node, options}, {}, {}, {}})
 { }
 
 QueryScu::~QueryScu() = default;
@@ -141,7 +146,9 @@ QueryResult QueryScu::find(const QueryRequest &request)
     if (!result.failure.isNone()) {
         return result;
     }
+    d->asked = true;
     result.failure = d->ask(request, result);
+    d->asked = false;
     const bool isStopped = d->cancelled || d->association.isAborted();
     if (!result.failure.isNone() && result.failure.problem != NetworkProblem::NoContext) {
         d->association.close(); // nobody knows what would come next
@@ -157,6 +164,9 @@ QueryResult QueryScu::find(const QueryRequest &request)
 void QueryScu::cancel()
 {
     d->cancelled = true;
+    if (!d->asked) {
+        d->association.abort(); // it may still be connecting, and nothing is lost
+    }
 }
 
 void QueryScu::abort()

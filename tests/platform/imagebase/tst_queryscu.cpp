@@ -218,6 +218,13 @@ void QueryScuTest::aSilentArchiveIsLeft()
     QCOMPARE(asked.wait_for(20s), std::future_status::ready);
     QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
     QCOMPARE(scu.find(patientsCalled({})).failure.problem, NetworkProblem::Stopped);
+
+    QueryScu connecting(nodeOf(*archive)); // it is given half a minute for its association
+    asked = std::async(std::launch::async, [&connecting] { return connecting.find(patientsCalled({})); });
+    QCOMPARE(asked.wait_for(200ms), std::future_status::timeout);
+    connecting.cancel();
+    QCOMPARE(asked.wait_for(20s), std::future_status::ready);
+    QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
 }
 
 void QueryScuTest::strangeAnswersEnd_data()
