@@ -110,11 +110,18 @@ private slots:
         frame.window.reset();
         frame.index.query(QStringLiteral("INSERT INTO deletion (Level, RecordKeys, EveryFile, LastImage) "
                                          "VALUES (0, '[1]', 0, 2)"));
-        const QString stray = frame.index.folder() + QStringLiteral("/store/p/t/s/stray.dcm");
+        const QString store = frame.index.folder() + QStringLiteral("/store/");
+        const QString stray = store + QStringLiteral("p-0123456789/1.1/1.2/1.3.dcm");
+        const QString identity = frame.index.query(QStringLiteral("SELECT Identity FROM store")).toString();
         QVERIFY(QDir().mkpath(QFileInfo(stray).path()));
-        QFile file(stray);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.close();
+        for (const auto &[path, text] :
+            {std::make_pair(stray, QString()), std::make_pair(store + QStringLiteral(".index"), identity)}) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text.toLatin1()) >= 0);
+        }
+        frame.index.query(
+            QStringLiteral("UPDATE imageformat SET IrradiationEventUID = 'copy', FilePath = ? || pk"),
+            {store});
         frame.window = std::make_unique<WorkstationWindow>();
         frame.window->show();
         QTRY_COMPARE(frame.patientView()->model()->rowCount(), 1);

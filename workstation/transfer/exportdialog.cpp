@@ -20,11 +20,13 @@
 #include <QVBoxLayout>
 
 #include <memory>
+#include <optional>
 
 namespace {
 
 constexpr char zipSuffix[] = ".zip";
 constexpr int usualWidth = 560;
+constexpr int countingWaitMs = 300; ///< the dialog does not close before its count has ended
 
 } // namespace
 
@@ -108,16 +110,17 @@ QLayout *ExportDialog::buildTarget()
 
 void ExportDialog::count()
 {
-    const auto size = std::make_shared<ExportSize>();
+    const auto size = std::make_shared<std::optional<ExportSize>>();
     m_counter = QThread::create([request = m_request, size] {
-        const IndexConnection connection(request.databasePath);
+        const IndexConnection connection(request.databasePath, countingWaitMs);
         if (connection.isOpen()) {
             *size = exportSize(connection.database(), request.level, request.keys);
         }
     });
     m_counter->setParent(this);
     connect(m_counter, &QThread::finished, this, [this, size] {
-        m_size->setText(tr("%1: %2").arg(m_what, exportSizeText(size->files, size->bytes)));
+        m_size->setText(*size ? tr("%1: %2").arg(m_what, exportSizeText((*size)->files, (*size)->bytes))
+                              : tr("%1, which could not be counted").arg(m_what));
     });
     m_counter->start();
 }

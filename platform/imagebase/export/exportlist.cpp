@@ -75,13 +75,13 @@ QVector<ExportItem> listExport(
     return items;
 }
 
-ExportSize exportSize(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
+std::optional<ExportSize> exportSize(const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys)
 {
     QSqlQuery query(db);
     query.prepare(QStringLiteral("SELECT count(*), total(FileSize) ") + fromChosen(level));
     query.addBindValue(RecordSql::keyList(keys));
     if (!query.exec() || !query.next()) {
-        return {};
+        return std::nullopt;
     }
-    return {query.value(0).toLongLong(), qint64(query.value(1).toDouble())};
+    return ExportSize{query.value(0).toLongLong(), qint64(query.value(1).toDouble())};
 }

@@ -7,6 +7,7 @@
 #include <QSqlError>
 
 #include <atomic>
+#include <optional>
 
 /// The files of the records that a request names, each with its place below the target, by patient, study,
 /// series and instance number. Any thread.
@@ -21,6 +22,6 @@ struct ExportSize
     qint64 files = 0;
     qint64 bytes = 0; ///< as the index knows it
 };
-/// Asked of the index alone; of no records nothing. On the thread of the connection.
-IMAGEBASE_EXPORT ExportSize exportSize(
+/// Asked of the index alone. On the thread of the connection. @return nothing where the index refuses
+IMAGEBASE_EXPORT std::optional<ExportSize> exportSize(
     const QSqlDatabase &db, RecordLevel level, const QList<qlonglong> &keys);

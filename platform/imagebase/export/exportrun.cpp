@@ -76,10 +76,13 @@ void ExportRun::fail(const ExportItem &item, const ExportWriter::Outcome &outcom
 
 void ExportRun::work()
 {
-    if (!list() || !hasRoom() || !hasPlace()) {
+    if (!list() || !hasRoom()) {
         return;
     }
     const ExportStage stage(folderOf(m_request));
+    if (stage.error() == 0 && !hasPlace()) {
+        return;
+    }
     if (stage.error() == 0) {
         writeAll(stage);
     } else {
@@ -136,6 +139,7 @@ void ExportRun::writeAll(const ExportStage &stage)
 {
     std::unique_ptr<ExportWriter> writer;
     do {
+        writer.reset(); // it may have something to say to its file until it is gone
         writer = ExportWriter::make(m_request, stage, m_cancelled);
     } while (!m_cancelled && m_report.end == ExportEnd::Complete && !writePass(*writer));
     if (m_cancelled) {
@@ -228,6 +232,10 @@ void ExportRun::checkAll(ExportWriter &writer)
         }
     }
     m_items = good;
+    const std::optional<ExportWriter::Outcome> bad = writer.checkEnd();
+    if (bad && !m_items.isEmpty()) {
+        end(ExportEnd::NotReadBack, bad->detail);
+    }
 }
 
 /// From here on it is too late to cancel: a rename takes no time.
@@ -238,12 +246,10 @@ void ExportRun::placeAll(const QStringList &pieces, const ExportStage &stage)
         placeFiles(stage);
         return;
     }
-    for (const QString &piece : m_items.isEmpty() ? QStringList() : pieces) {
-        const int error = stage.moveOut(piece, m_request.format == ExportFormat::Zip);
-        if (error != 0) {
-            end(ExportEnd::TargetFailed, systemText(error));
-            return;
-        }
+    const int error = m_items.isEmpty() ? 0 : stage.moveAllOut(pieces, m_request.format == ExportFormat::Zip);
+    if (error != 0) {
+        end(ExportEnd::TargetFailed, systemText(error));
+        return;
     }
     m_report.files = m_items.size();
     m_report.bytes = sumOf(m_items);

@@ -4,7 +4,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -15,6 +17,8 @@ namespace {
 
 constexpr char stageTemplate[] = "/.export-XXXXXX";
 constexpr char stagePattern[] = ".export-??????";
+/// In a stage: the names that it lets out together.
+constexpr char outNote[] = "/.out";
 
 std::unique_ptr<QLockFile> lockOf(const QString &stage)
 {
@@ -73,7 +77,34 @@ void ExportStage::sweep(const QString &folder)
         // Without a lock it is no stage of ours, whatever it is called.
         const QString stage = dir.filePath(name);
         if (QFile::exists(stage + QStringLiteral("/.lock")) && lockOf(stage)->tryLock(0)) {
+            takeBackPart(folder, stage);
             QDir(stage).removeRecursively();
+        }
+    }
+}
+
+/// Takes back what a stage had begun to let out, where it did not come to the end of it.
+void ExportStage::takeBackPart(const QString &folder, const QString &stage)
+{
+    QFile note(stage + QLatin1String(outNote));
+    if (!note.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QStringList names = QString::fromUtf8(note.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const bool isWhole = std::none_of(names.begin(), names.end(),
+        [&stage](const QString &name) { return QFileInfo::exists(stage + QLatin1Char('/') + name); });
+    if (!isWhole) {
+        takeBack(names, folder, stage);
+    }
+}
+
+void ExportStage::takeBack(const QStringList &names, const QString &folder, const QString &stage)
+{
+    for (const QString &name : names) {
+        const QString inside = stage + QLatin1Char('/') + name;
+        if (!QFileInfo::exists(inside)) {
+            std::rename(QFile::encodeName(folder + QLatin1Char('/') + name).constData(),
+                QFile::encodeName(inside).constData());
         }
     }
 }
@@ -111,6 +142,25 @@ int ExportStage::moveOut(const QString &name, bool replace) const
         return EEXIST;
     }
     return std::rename(QFile::encodeName(path(name)).constData(), to.constData()) == 0 ? 0 : errno;
+}
+
+int ExportStage::moveAllOut(const QStringList &names, bool replace) const
+{
+    if (names.size() > 1) {
+        QFile note(m_stage + QLatin1String(outNote));
+        const QByteArray text = names.join(QLatin1Char('\n')).toUtf8();
+        if (!note.open(QIODevice::WriteOnly) || note.write(text) != text.size() || !note.flush()) {
+            return EIO;
+        }
+    }
+    for (int i = 0; i < names.size(); ++i) {
+        const int error = moveOut(names.at(i), replace);
+        if (error != 0) {
+            takeBack(names.mid(0, i), m_folder, m_stage);
+            return error;
+        }
+    }
+    return 0;
 }
 
 void ExportStage::sync() const

@@ -2,6 +2,7 @@
 
 #include <QLockFile>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -27,11 +28,16 @@ public:
     /// Renames a file of the stage to the same name in the folder. @return errno, 0 for success, EEXIST where
     /// something is there that may not be replaced
     int moveOut(const QString &name, bool replace) const;
+    /// The same for several, all of them or none, whenever it ends: what a kill let out without the others
+    /// goes with its stage. @return errno, 0 for success
+    int moveAllOut(const QStringList &names, bool replace) const;
     /// Has the system write out what is in the file system of the folder.
     void sync() const;
 
 private:
     static void sweep(const QString &folder);
+    static void takeBackPart(const QString &folder, const QString &stage);
+    static void takeBack(const QStringList &names, const QString &folder, const QString &stage);
 
     const QString m_folder;
     QString m_stage;

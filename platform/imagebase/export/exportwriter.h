@@ -29,6 +29,8 @@ public:
     virtual std::optional<Outcome> finish() = 0;
     /// Compares a file that was written with its source. After finish().
     virtual Outcome check(const ExportItem &item) = 0;
+    /// After the last check. @return what is there besides the files that were checked; nothing for success
+    virtual std::optional<Outcome> checkEnd() { return std::nullopt; }
     /// What gets its place as a whole, in this order, and is worthless with one bad file in it; empty where
     /// each file stands for itself.
     virtual QStringList pieces() const = 0;

@@ -12,12 +12,20 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <vector>
 
 namespace {
 
-bool isFull(int systemError)
+/// @return errno, 0 where all of the file can be read
+int errorOfReading(const QByteArray &path)
 {
-    return systemError == ENOSPC || systemError == EDQUOT;
+    const FileDescriptor file(open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    std::vector<char> buffer(256 << 10);
+    ssize_t count = file < 0 ? -1 : 1;
+    while (count > 0) {
+        count = read(file, buffer.data(), buffer.size());
+    }
+    return count < 0 ? errno : 0;
 }
 
 } // namespace
@@ -25,7 +33,7 @@ bool isFull(int systemError)
 ExportWriter::Outcome notWritten(int systemError)
 {
     return {ExportProblem::NotWritten, QString::fromLocal8Bit(std::strerror(systemError)),
-        isFull(systemError), false};
+        isDiskFull(systemError), false};
 }
 
 ExportWriter::Outcome notRead(int systemError)
@@ -73,7 +81,12 @@ ExportWriter::Outcome FolderWriter::write(const ExportItem &item)
     if (error == 0) {
         error = copyIntoPlace(source, QFile::encodeName(m_stage.path(item.name)), m_cancelled);
     }
-    return error == 0 ? Outcome() : notWritten(error);
+    if (error == 0) {
+        return {};
+    }
+    // A copy that the kernel makes does not say on which side it failed.
+    const int readError = isDiskFull(error) || m_cancelled ? 0 : errorOfReading(source);
+    return readError != 0 ? notRead(readError) : notWritten(error);
 }
 
 ExportWriter::Outcome FolderWriter::check(const ExportItem &item)

@@ -153,6 +153,20 @@ ExportWriter::Outcome ZipWriter::check(const ExportItem &item)
     if (same || m_cancelled) {
         return {};
     }
+    return differs();
+}
+
+std::optional<ExportWriter::Outcome> ZipWriter::checkEnd()
+{
+    archive_entry *entry = nullptr;
+    if (openForCheck() && archive_read_next_header(m_reader, &entry) == ARCHIVE_EOF) {
+        return std::nullopt;
+    }
+    return differs();
+}
+
+ExportWriter::Outcome ZipWriter::differs() const
+{
     const char *text = archive_error_string(m_reader);
     return {ExportProblem::Differs, text ? QString::fromLocal8Bit(text) : QString(), false, false};
 }

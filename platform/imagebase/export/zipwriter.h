@@ -14,6 +14,7 @@ public:
     Outcome write(const ExportItem &item) override;
     std::optional<Outcome> finish() override;
     Outcome check(const ExportItem &item) override;
+    std::optional<Outcome> checkEnd() override;
     QStringList pieces() const override { return {m_name}; }
 
 private:
@@ -23,6 +24,7 @@ private:
     bool isSmallerDeflated(int source) const;
     bool openForCheck();
     bool sameAs(int source);
+    Outcome differs() const;
 
     const ExportStage &m_stage;
     const std::atomic<bool> &m_cancelled;

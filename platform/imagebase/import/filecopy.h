@@ -16,8 +16,9 @@ int writeAll(int to, const char *bytes, std::size_t size);
 /// @return errno, 0 for success, ECANCELED where cancelled was set
 int copyBytes(int from, int to, const std::atomic<bool> &cancelled);
 
-/// Copies a regular file under a passing name beside target and renames it to target, which is replaced in
-/// one step: whenever it ends, target is the old file or the whole new one. Any thread.
+/// Copies a regular file without a name, where the file system knows that, or under a passing one beside
+/// target, and gives it its name then, by which target is replaced in one step: whenever it ends, target is
+/// the old file or the whole new one. Any thread.
 /// @param source, target in the system's bytes, without a zero byte
 /// @return errno, 0 for success
 IMAGEBASE_EXPORT int copyIntoPlace(

@@ -64,6 +64,7 @@ public:
         while (walk.hasNext()) {
             files.append(walk.next());
         }
+        files.removeOne(index.folder() + QStringLiteral("/store/.index")); // whose the store is
         files.sort();
         return files;
     }
