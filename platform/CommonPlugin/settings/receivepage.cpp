@@ -65,6 +65,7 @@ void ReceivePage::read()
     m_port->setValue(m_stored.port);
     m_callers->setText(m_stored.callers.join(QStringLiteral(", ")));
     m_private->setChecked(m_stored.acceptPrivateClasses);
+    m_firstShown = shown();
 }
 
 ReceiveSettings ReceivePage::shown() const
@@ -85,10 +86,29 @@ ReceiveSettings ReceivePage::shown() const
     return settings;
 }
 
+/// What is stored, with what the user has changed: a field may show less than what stands in the file.
+ReceiveSettings ReceivePage::wanted() const
+{
+    const ReceiveSettings now = shown();
+    ReceiveSettings settings = m_stored;
+    const auto take = [&](auto field) {
+        if (now.*field != m_firstShown.*field) {
+            settings.*field = now.*field;
+        }
+    };
+    take(&ReceiveSettings::enabled);
+    take(&ReceiveSettings::aeTitle);
+    take(&ReceiveSettings::address);
+    take(&ReceiveSettings::port);
+    take(&ReceiveSettings::callers);
+    take(&ReceiveSettings::acceptPrivateClasses);
+    return settings;
+}
+
 QString ReceivePage::fault() const
 {
     const ReceiveSettings settings = shown();
-    if (settings == m_stored) {
+    if (settings == m_firstShown) {
         return {}; // what stood there before is not this page's to judge
     }
     switch (settings.fault()) {
@@ -108,7 +128,7 @@ QString ReceivePage::fault() const
 
 QStringList ReceivePage::write()
 {
-    const ReceiveSettings settings = shown();
+    const ReceiveSettings settings = wanted();
     if (settings == m_stored) {
         return {};
     }
@@ -116,6 +136,7 @@ QStringList ReceivePage::write()
         return {ReceiveSettings::file()};
     }
     m_stored = settings;
+    m_firstShown = shown();
     emit SettingsNotifier::instance()->receivingChanged();
     return {};
 }

@@ -23,8 +23,10 @@ public:
 private:
     void build();
     ReceiveSettings shown() const;
+    ReceiveSettings wanted() const;
 
     ReceiveSettings m_stored; ///< as they were read
+    ReceiveSettings m_firstShown; ///< as the fields could show that
     QCheckBox *m_enabled = nullptr;
     QLineEdit *m_aeTitle = nullptr;
     QComboBox *m_address = nullptr;

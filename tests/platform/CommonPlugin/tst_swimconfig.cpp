@@ -290,12 +290,16 @@ void SwimconfigTest::tellsOfAnotherLookAtOnce()
 
 void SwimconfigTest::keepsHowToReceiveAndTellsAtOnce()
 {
+    ReceiveSettings before = ReceiveSettings::read();
+    before.port = 70000; // more than the field can show
+    QVERIFY(before.write());
     QSignalSpy told(SettingsNotifier::instance(), &SettingsNotifier::receivingChanged);
     swimconfig::instance()->showPage(swimconfig::Receiving);
     QVERIFY(!part<QCheckBox>("receive")->isChecked());
     QCOMPARE(part<QComboBox>("receiveAddress")->currentData().toString(), QStringLiteral("127.0.0.1"));
     pressOk();
     QCOMPARE(told.count(), 0);
+    QCOMPARE(ReceiveSettings::read().port, 70000);
 
     swimconfig::instance()->showPage(swimconfig::Receiving);
     part<QCheckBox>("receive")->click();
