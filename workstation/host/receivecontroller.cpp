@@ -45,6 +45,11 @@ QString problemText(const ReceiveEvent &event)
     return {};
 }
 
+QString spoolText(const QString &problem)
+{
+    return ReceiveController::tr("What comes cannot be kept beside the index: %1").arg(problem);
+}
+
 } // namespace
 
 ReceiveController::ReceiveController(ReceiveService *service, QStatusBar *bar)
@@ -77,7 +82,7 @@ void ReceiveController::update()
 
 QString ReceiveController::statusText(const ReceiveStatus &status) const
 {
-    if (status.failure.reason != ListenFailure::Reason::None) {
+    if (!status.spoolProblem.isEmpty() || status.failure.reason != ListenFailure::Reason::None) {
         return tr("Cannot receive");
     }
     const QLocale locale;
@@ -99,7 +104,9 @@ QString ReceiveController::details(const ReceiveStatus &status) const
 {
     const QLocale locale;
     QStringList lines;
-    if (status.failure.reason != ListenFailure::Reason::None) {
+    if (!status.spoolProblem.isEmpty()) {
+        lines.append(spoolText(status.spoolProblem));
+    } else if (status.failure.reason != ListenFailure::Reason::None) {
         lines.append(failureText(ReceiveSettings::read().port, status.failure));
     }
     if (status.listening) {
@@ -139,7 +146,9 @@ QString ReceiveController::failureText(int port, const ListenFailure &failure)
 /// Later: the settings that caused it are just being closed.
 void ReceiveController::tellFailure(int port, const ListenFailure &failure)
 {
-    QTimer::singleShot(0, m_label, [this, text = failureText(port, failure)] {
+    const QString problem = m_service->status().spoolProblem;
+    const QString text = problem.isEmpty() ? failureText(port, failure) : spoolText(problem);
+    QTimer::singleShot(0, m_label, [this, text] {
         kivMessageBoxForm::warning(
             m_label->window(), tr("Receiving"), text, kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
     });

@@ -130,7 +130,10 @@ QString WorkstationSession::noticeText() const
 
 bool WorkstationSession::isBusy() const
 {
-    return m_window->imports()->isRunning() || m_window->exports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
+    // Retrievals go on beneath a window of another language, but not into another index.
+    const bool isRetrieving = !m_wantedIndex.isEmpty() && m_services.retrievals()->isRunning();
+    return isRetrieving || m_window->imports()->isRunning() || m_window->exports()->isRunning()
+        || DataBaseSetForm::isAnyWorkRunning();
 }
 
 void WorkstationSession::tryChange()

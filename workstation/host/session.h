@@ -29,6 +29,8 @@ public:
     /// Shows the window and begins what the command line asks for.
     void start();
     WorkstationWindow *window() const { return m_window.get(); }
+    /// What windows come and go beside.
+    const SessionServices &services() const { return m_services; }
 
 public slots:
     /// Works on another index, made where there is none, as soon as nothing runs.

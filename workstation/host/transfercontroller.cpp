@@ -53,9 +53,8 @@ void TransferController::showTransfers()
 void TransferController::update()
 {
     if (m_transfers && m_transfers->isVisible()) {
-        m_seenFailures = failures();
+        m_sends->setFailuresSeen();
     }
-    m_seenFailures = qMin(m_seenFailures, failures()); // some were tried again, or removed
     const QString text = statusText();
     m_status->setText(text);
     m_status->setAccessibleName(text);
@@ -76,7 +75,7 @@ QString TransferController::statusText() const
             isWaiting = true;
         }
     }
-    const qint64 unseen = failures() - m_seenFailures;
+    const qint64 unseen = m_sends->unseenFailures();
     if (isSending) {
         return TransferText::ofCounts(sent, total, unseen);
     }
@@ -84,13 +83,4 @@ QString TransferController::statusText() const
         return tr("%n image(s) could not be sent", nullptr, int(unseen));
     }
     return isWaiting ? tr("Sends are waiting") : QString();
-}
-
-qint64 TransferController::failures() const
-{
-    qint64 failed = 0;
-    for (const SendJob &job : m_sends->jobs()) {
-        failed += job.failed;
-    }
-    return failed;
 }

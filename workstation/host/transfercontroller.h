@@ -28,12 +28,10 @@ public:
 private:
     void update();
     QString statusText() const;
-    qint64 failures() const;
 
     QMainWindow *const m_window;
     SendService *m_sends = nullptr;
     QAction *const m_action;
     QToolButton *const m_status;
     QPointer<TransfersWindow> m_transfers;
-    qint64 m_seenFailures = 0;
 };

@@ -56,22 +56,29 @@ ArchiveSearch::ArchiveSearch(QObject *parent)
 {
     m_pool.setMaxThreadCount(threads);
     m_pool.setStackSize(ScuAssociation::stackBytes);
+    m_local.setMaxThreadCount(1);
 }
 
 ArchiveSearch::~ArchiveSearch()
+{
+    abortAll();
+    m_pool.waitForDone();
+    m_local.waitForDone();
+}
+
+void ArchiveSearch::abortAll()
 {
     for (const auto &weak : qAsConst(m_tasks)) {
         if (const auto task = weak.lock()) {
             task->scu.abort();
         }
     }
-    m_pool.waitForDone();
 }
 
 template <typename Function>
-void ArchiveSearch::run(Function function)
+void ArchiveSearch::run(QThreadPool &pool, Function function)
 {
-    m_pool.start(new FunctionRun<Function>(std::move(function)));
+    pool.start(new FunctionRun<Function>(std::move(function)));
 }
 
 void ArchiveSearch::begin(const std::shared_ptr<Task> &task)
@@ -84,13 +91,12 @@ void ArchiveSearch::begin(const std::shared_ptr<Task> &task)
 
 void ArchiveSearch::search(const Archive &archive, const ArchiveQuestion &question)
 {
-    if (m_studies) {
-        m_studies->scu.abort();
-    }
+    abortAll(); // listings of the archive before, too
+    ++m_number;
     m_archive = archive;
     m_studies = std::make_shared<Task>(archive);
     begin(m_studies);
-    run([this, task = m_studies, question] { ask(task, question); });
+    run(m_pool, [this, task = m_studies, question] { ask(task, question); });
 }
 
 /// On a thread of the pool.
@@ -132,26 +138,48 @@ void ArchiveSearch::listSeries(const QString &patientId, const QString &studyUid
 {
     const auto task = std::make_shared<Task>(m_archive);
     begin(task);
-    run([this, task, patientId, studyUid] {
+    run(m_pool, [this, task, patientId, studyUid, number = m_number] {
         const QueryResult result = task->scu.find(seriesOf(patientId, studyUid, mostSeries));
         ArchiveAnswer answer{result.failure, result.status, result.isCutOff, 0};
         QSet<QString> known;
         const auto series = taken(result.records, QueryTag::seriesUid, known, answer.unreadable);
         QMetaObject::invokeMethod(
-            this, [this, studyUid, series, answer] { emit seriesFound(studyUid, series, answer); },
+            this,
+            [this, studyUid, series, answer, number] {
+                if (number == m_number) {
+                    emit seriesFound(studyUid, series, answer);
+                }
+            },
             Qt::QueuedConnection);
     });
 }
 
 void ArchiveSearch::countHeld(RecordLevel level, const QStringList &uids)
 {
-    if (uids.isEmpty() || databasePath().isEmpty()) {
+    if (!uids.isEmpty() && !databasePath().isEmpty()) {
+        m_uncounted.insert(int(level), uids);
+        countNext();
+    }
+}
+
+/// One count at a time: the index changes faster than a large one is counted.
+void ArchiveSearch::countNext()
+{
+    if (m_isCounting || m_uncounted.isEmpty()) {
         return;
     }
-    run([this, level, uids, path = databasePath()] {
+    m_isCounting = true;
+    const auto level = static_cast<RecordLevel>(m_uncounted.firstKey());
+    run(m_local, [this, level, uids = m_uncounted.take(int(level)), path = databasePath()] {
         const QHash<QString, int> images = localHoldings(path, level, uids);
         QMetaObject::invokeMethod(
-            this, [this, level, images] { emit held(level, images); }, Qt::QueuedConnection);
+            this,
+            [this, level, images] {
+                m_isCounting = false;
+                emit held(level, images);
+                countNext();
+            },
+            Qt::QueuedConnection);
     });
 }
 

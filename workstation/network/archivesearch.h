@@ -4,6 +4,7 @@
 #include "archivequestion.h"
 #include "localholdings.h"
 
+#include <QMap>
 #include <QObject>
 #include <QThreadPool>
 
@@ -21,8 +22,8 @@ struct ArchiveAnswer
 
 /**
  * Searches an archive on threads of its own. What has been asked last counts: another search ends the one
- * before, of which nothing more is told. GUI thread; the destructor ends what runs and waits for it, for
- * milliseconds.
+ * before and its listings, of which nothing more is told. GUI thread; the destructor ends what runs and waits
+ * for it, for milliseconds.
  */
 class ArchiveSearch : public QObject
 {
@@ -59,13 +60,19 @@ private:
     struct Task;
 
     template <typename Function>
-    void run(Function function);
+    static void run(QThreadPool &pool, Function function);
     void begin(const std::shared_ptr<Task> &task);
+    void abortAll();
+    void countNext();
     void ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question);
     void tell(const std::shared_ptr<Task> &task, const std::function<void()> &function);
 
     QThreadPool m_pool;
+    QThreadPool m_local; ///< for the index: archives that do not answer hold it up no longer
     Archive m_archive;
+    int m_number = 0; ///< of the last search
+    QMap<int, QStringList> m_uncounted; ///< by level; the latest wish only
+    bool m_isCounting = false;
     std::shared_ptr<Task> m_studies; ///< the search that runs
     QVector<std::weak_ptr<Task>> m_tasks;
 };

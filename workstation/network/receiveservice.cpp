@@ -141,6 +141,8 @@ ReceiveStatus ReceiveService::status() const
     ReceiveStatus status;
     status.failure = m_failure;
     if (m_work) {
+        status.spoolProblem =
+            m_work->error != 0 ? QString::fromLocal8Bit(std::strerror(m_work->error)) : QString();
         status.listening = m_work->port != nullptr;
         status.port = m_work->port ? m_work->port->port() : 0;
         status.counts = m_work->journal.counts();

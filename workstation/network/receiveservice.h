@@ -17,6 +17,7 @@ struct ReceiveStatus
 {
     bool listening = false;
     int port = 0;
+    QString spoolProblem; ///< why nothing can be taken at all (the system's word); empty where all is well
     ListenFailure failure; ///< why the port is not listened on although it should be
     ReceiveCounts counts;
     int waiting = 0; ///< objects that have no record yet

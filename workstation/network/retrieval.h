@@ -22,9 +22,13 @@ struct Retrieval
     int expected = 0; ///< images, as the archive has said; 0 where it has not
     RetrievalState state = RetrievalState::Waiting;
     bool needsReceiver = false; ///< it has to be sent to us, and nothing listens
+    QString spoolProblem; ///< why nothing can be taken here (the system's word)
     RetrieveMethod used = RetrieveMethod::Auto; ///< Get or Move, once it runs
     RetrieveResult result;
 
     bool isOver() const { return state == RetrievalState::Ended || state == RetrievalState::Cancelled; }
-    bool isGood() const { return state == RetrievalState::Ended && !needsReceiver && result.isGood(); }
+    bool isGood() const
+    {
+        return state == RetrievalState::Ended && !needsReceiver && spoolProblem.isEmpty() && result.isGood();
+    }
 };

@@ -116,7 +116,11 @@ void RetrievalService::enqueue(const QVector<Retrieval> &retrievals)
 void RetrievalService::next()
 {
     const StoreProvider *provider = m_receiving->provider();
-    if (m_work || !provider) {
+    if (!provider) {
+        endAll(m_receiving->status().spoolProblem);
+        return;
+    }
+    if (m_work) {
         return;
     }
     for (Retrieval &retrieval : m_retrievals) {
@@ -131,6 +135,17 @@ void RetrievalService::next()
         }
     }
     m_timer.stop();
+}
+
+/// What waits would wait for ever.
+void RetrievalService::endAll(const QString &spoolProblem)
+{
+    for (Retrieval &retrieval : m_retrievals) {
+        if (retrieval.state == RetrievalState::Waiting && !spoolProblem.isEmpty()) {
+            retrieval.state = RetrievalState::Ended;
+            retrieval.spoolProblem = spoolProblem;
+        }
+    }
 }
 
 void RetrievalService::end()
@@ -172,6 +187,7 @@ void RetrievalService::retry(qint64 id)
     if (retrieval && retrieval->isOver()) {
         retrieval->state = RetrievalState::Waiting;
         retrieval->needsReceiver = false;
+        retrieval->spoolProblem.clear();
         retrieval->result = {};
         next();
         emit changed();

@@ -49,6 +49,7 @@ private:
     Retrieval *find(qint64 id);
     void next();
     void end();
+    void endAll(const QString &spoolProblem);
     void look();
 
     ReceiveService *const m_receiving;

@@ -98,6 +98,19 @@ void ArchiveModel::addStudies(const QVector<QueryRecord> &studies)
     }
 }
 
+/// Rows below a study, and what is known of them.
+void ArchiveModel::removeSeries(QStandardItem *study)
+{
+    for (int row = 0; row < study->rowCount(); ++row) {
+        const QStandardItem *item = study->child(row);
+        const QString uid = item->data(RecordRole).value<QueryRecord>().value(QueryTag::seriesUid);
+        if (m_series.value(uid) == item) {
+            m_series.remove(uid);
+        }
+    }
+    study->removeRows(0, study->rowCount());
+}
+
 void ArchiveModel::setSeries(
     const QString &studyUid, const QVector<QueryRecord> &series, const QString &problem)
 {
@@ -105,7 +118,7 @@ void ArchiveModel::setSeries(
     if (!study) {
         return;
     }
-    study->removeRows(0, study->rowCount());
+    removeSeries(study);
     QueryRecord shared = study->data(RecordRole).value<QueryRecord>();
     for (const QueryRecord &one : series) {
         QueryRecord record = shared;
@@ -170,7 +183,7 @@ bool ArchiveModel::beginListing(const QModelIndex &study)
     auto *note = new QStandardItem(tr("Asking the archive…"));
     note->setEditable(false);
     note->setSelectable(false);
-    item->removeRows(0, item->rowCount());
+    removeSeries(item);
     item->appendRow(note);
     return true;
 }

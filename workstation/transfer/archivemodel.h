@@ -47,6 +47,7 @@ public:
 
 private:
     QStandardItem *patientItem(const QueryRecord &study);
+    void removeSeries(QStandardItem *study);
     static QList<QStandardItem *> row(const QStringList &texts, RecordLevel level, const QueryRecord &record);
     static void setHeldText(QStandardItem *first, int images, quint32 totalTag);
 

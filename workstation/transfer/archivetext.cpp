@@ -131,6 +131,9 @@ QString noticeOf(const Retrieval &retrieval)
     if (!retrieval.isOver()) {
         return {};
     }
+    if (!retrieval.spoolProblem.isEmpty()) {
+        return Text::tr("What comes cannot be kept beside the index: %1").arg(retrieval.spoolProblem);
+    }
     if (retrieval.needsReceiver) {
         return Text::tr("The archive can only send the images to this workstation: switch receiving on in "
                         "the settings, and tell the archive of it");

@@ -140,6 +140,7 @@ QWidget *QueryRetrieveWindow::buildResults()
         &QueryRetrieveWindow::enableButtons);
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *enter = new QShortcut(key, m_results, nullptr, nullptr, Qt::WidgetShortcut);
+        enter->setAutoRepeat(false); // a key that is held down asks once
         connect(enter, &QShortcut::activated, this, &QueryRetrieveWindow::retrieve);
     }
     m_state = new QLabel(area);

@@ -64,6 +64,17 @@ SendObject SendLogModel::object(int row) const
     return m_pages.object(page)->value(row % pageSize);
 }
 
+QString SendLogModel::wholeText() const
+{
+    QString lines;
+    for (const SendObject &sent : m_count > 0 ? m_reader(0, m_count) : QVector<SendObject>()) {
+        for (int column = 0; column < ColumnCount; ++column) {
+            lines += text(sent, column) + (column + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
+        }
+    }
+    return lines;
+}
+
 QVariant SendLogModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) {

@@ -33,6 +33,9 @@ public:
     /// The same log; what is in sight is read again. More objects are added behind, fewer begin anew.
     void refresh(int count);
 
+    /// All rows as lines, columns parted by tabs; by one read, which costs the whole log.
+    QString wholeText() const;
+
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;

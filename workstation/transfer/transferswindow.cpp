@@ -7,6 +7,8 @@
 #include "sendlogmodel.h"
 
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -234,7 +236,11 @@ void TransfersWindow::removeFinished()
 
 void TransfersWindow::copyLog() const
 {
-    m_log->copyRows();
+    if (m_log->selectionModel()->hasSelection()) {
+        m_log->copyRows();
+    } else { // page by page, a long one would take seconds
+        QGuiApplication::clipboard()->setText(m_logModel->wholeText());
+    }
 }
 
 QVector<SendJob> TransfersWindow::chosenJobs() const
