@@ -438,6 +438,10 @@
         <source>Yes</source>
         <translation>是</translation>
     </message>
+    <message>
+        <source>What comes cannot be kept beside the index: %1</source>
+        <translation>收到的内容无法保存到索引旁: %1</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
@@ -1623,6 +1627,10 @@
     <message>
         <source>Receiving</source>
         <translation>接收</translation>
+    </message>
+    <message>
+        <source>What comes cannot be kept beside the index: %1</source>
+        <translation>收到的内容无法保存到索引旁: %1</translation>
     </message>
 </context>
 <context>
