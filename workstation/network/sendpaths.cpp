@@ -26,7 +26,8 @@ qint64 SendPaths::job()
 
 bool SendPaths::read(qint64 job, QStringList &paths)
 {
-    QSqlQuery &query = m_store.prepared(QStringLiteral("SELECT paths, unlisted FROM job WHERE id = ?"));
+    QSqlQuery &query = m_store.prepared(
+        QStringLiteral("SELECT list, unlisted FROM paths JOIN job ON job.id = paths.job WHERE job = ?"));
     query.bindValue(0, job);
     const bool good = m_store.run(query);
     paths.clear();
@@ -73,8 +74,11 @@ bool SendPaths::add(qint64 job, const Listed &listed)
 bool SendPaths::end(qint64 job)
 {
     const std::lock_guard lock(SendStore::writers());
-    QSqlQuery &query = m_store.prepared(QStringLiteral(
-        "UPDATE job SET paths = NULL, skipped_files = skipped_files + unlisted, unlisted = 0 WHERE id = ?"));
-    query.bindValue(0, job);
-    return m_store.run(query);
+    WriteTransaction transaction(m_store.database());
+    QSqlQuery &rest = m_store.prepared(
+        QStringLiteral("UPDATE job SET skipped_files = skipped_files + unlisted, unlisted = 0 WHERE id = ?"));
+    rest.bindValue(0, job);
+    QSqlQuery &done = m_store.prepared(QStringLiteral("DELETE FROM paths WHERE job = ?"));
+    done.bindValue(0, job);
+    return transaction.isActive() && m_store.run(rest) && m_store.run(done) && transaction.commit();
 }

@@ -11,15 +11,19 @@ namespace {
 
 constexpr int applicationId = 0x50445351;
 constexpr int version = 2;
-constexpr int versionWithoutOrder = 1; ///< had no index for the log of a job
+constexpr int firstVersion = 1; ///< kept the paths in the rows of the jobs
 
+/// Apart from the job's row, which every object writes anew.
+constexpr char pathTable[] =
+    "CREATE TABLE paths(job INTEGER PRIMARY KEY REFERENCES job(id) ON DELETE CASCADE, "
+    "list BLOB NOT NULL)";
 constexpr char logIndex[] = "CREATE INDEX object_in_order ON object(job, id)";
 
 /// The counters of a job follow its objects.
 const char *const statements[] = {
     "CREATE TABLE job(id INTEGER PRIMARY KEY, ae_title TEXT NOT NULL, host TEXT NOT NULL, "
     "port INTEGER NOT NULL, source INTEGER NOT NULL, hold INTEGER NOT NULL DEFAULT 0, "
-    "created INTEGER NOT NULL, ended INTEGER, paths BLOB, unlisted INTEGER NOT NULL DEFAULT 0, "
+    "created INTEGER NOT NULL, ended INTEGER, unlisted INTEGER NOT NULL DEFAULT 0, "
     "total INTEGER NOT NULL DEFAULT 0, accepted INTEGER NOT NULL DEFAULT 0, "
     "warned INTEGER NOT NULL DEFAULT 0, failed INTEGER NOT NULL DEFAULT 0, "
     "skipped_folders INTEGER NOT NULL DEFAULT 0, skipped_files INTEGER NOT NULL DEFAULT 0)",
@@ -30,6 +34,7 @@ const char *const statements[] = {
     "attempts INTEGER NOT NULL DEFAULT 0, not_before INTEGER NOT NULL DEFAULT 0, changed INTEGER)",
     "CREATE INDEX object_of_job ON object(job, state, id)",
     logIndex,
+    pathTable,
     "CREATE TRIGGER object_added AFTER INSERT ON object BEGIN "
     "UPDATE job SET total = total + 1, failed = failed + (new.state = $failed) WHERE id = new.job; END",
     "CREATE TRIGGER object_moved AFTER UPDATE OF state ON object "
@@ -72,8 +77,12 @@ bool prepareSendSchema(QSqlDatabase &db)
         return true;
     }
     QSqlQuery query(db);
-    if (isMade(db, versionWithoutOrder)) {
-        return query.exec(QLatin1String(logIndex)) && setVersion(query) && transaction.commit();
+    if (isMade(db, firstVersion)) {
+        return query.exec(QLatin1String(logIndex)) && query.exec(QLatin1String(pathTable))
+            && query.exec(
+                QStringLiteral("INSERT INTO paths SELECT id, paths FROM job WHERE paths IS NOT NULL"))
+            && query.exec(QStringLiteral("UPDATE job SET paths = NULL")) && setVersion(query)
+            && transaction.commit();
     }
     if (pragma(db, QStringLiteral("schema_version")) != 0) {
         return false;

@@ -131,16 +131,19 @@ bool SendStore::canWrite()
 bool SendStore::addJob(const SendJob &job, const QStringList &paths)
 {
     const std::lock_guard lock(writers());
-    QSqlQuery &query =
-        prepared(QStringLiteral("INSERT OR IGNORE INTO job(id, ae_title, host, port, source, created, paths, unlisted, "
-                                "skipped_files) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    WriteTransaction transaction(database());
+    QSqlQuery &query = prepared(QStringLiteral(
+        "INSERT OR IGNORE INTO job(id, ae_title, host, port, source, created, unlisted, skipped_files) "
+        "VALUES(?, ?, ?, ?, ?, ?, ?, ?)"));
     const QVariantList values{job.id, notNull(job.node.aeTitle), notNull(job.node.host), job.node.port,
-        int(job.source), job.created.toMSecsSinceEpoch(), SendPaths::toBytes(paths), paths.size(),
-        job.skippedFiles};
+        int(job.source), job.created.toMSecsSinceEpoch(), paths.size(), job.skippedFiles};
     for (int at = 0; at < values.size(); ++at) {
         query.bindValue(at, values[at]);
     }
-    return run(query);
+    QSqlQuery &list = prepared(QStringLiteral("INSERT OR IGNORE INTO paths(job, list) VALUES(?, ?)"));
+    list.bindValue(0, job.id);
+    list.bindValue(1, SendPaths::toBytes(paths));
+    return transaction.isActive() && run(query) && (paths.isEmpty() || run(list)) && transaction.commit();
 }
 
 QVector<SendJob> SendStore::jobs()

@@ -1,0 +1,132 @@
+#include "dicomfilebuilder.h"
+#include "faultypeer.h"
+#include "sendservice.h"
+#include "sendstore.h"
+#include "testmain.h"
+
+#include <QSqlQuery>
+#include <QtTest>
+
+namespace {
+
+QStringList writeFiles(const QString &folder, int count)
+{
+    QStringList paths;
+    for (int number = 1; number <= count; ++number) {
+        paths.append(QStringLiteral("%1/%2.dcm").arg(folder).arg(number));
+        DicomFileBuilder()
+            .uids(
+                QStringLiteral("1.2.3"), QStringLiteral("1.2.3.4"), QStringLiteral("1.2.3.4.%1").arg(number))
+            .write(paths.last());
+    }
+    return paths;
+}
+
+SendOptions oneAssociation()
+{
+    SendOptions options;
+    options.associationsPerNode = 1;
+    return options;
+}
+
+} // namespace
+
+/// Jobs are kept whatever the disk says, and nobody waits for it.
+class SendKeepingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_store = m_folder->filePath(QStringLiteral("later/index.send"));
+    }
+
+    void manyPathsAreLookedAtInTheBackground()
+    {
+        constexpr int count = 100'000;
+        QVERIFY(makePlace());
+        QStringList paths{QString(), QStringLiteral("a") + QChar()};
+        for (int i = 0; i < count; ++i) {
+            paths.append(m_folder->filePath(QStringLiteral("gone/%1.dcm").arg(i)));
+        }
+        SendService service(m_store, oneAssociation());
+        QVector<qint64> unlisted;
+        qint64 job = 0;
+        connect(&service, &SendService::changed, this, [&] { unlisted.append(service.job(job).unlisted); });
+        job = service.enqueue(paths, node(1), SendSource::Forwarding);
+        QVERIFY(job != 0 && unlisted.isEmpty()); // nothing is done before the event loop turns
+        QTRY_VERIFY_WITH_TIMEOUT(service.job(job).isOver(), 60'000);
+        // And it turned while they were looked at.
+        QVERIFY(std::any_of(
+            unlisted.cbegin(), unlisted.cend(), [](qint64 left) { return left > 0 && left < count; }));
+        QCOMPARE(service.job(job).failed, count);
+        QCOMPARE(service.job(job).skippedFiles, 2);
+        QCOMPARE(service.objects(job, count - 100, 200, true).size(), 100);
+    }
+
+    void whatIsAskedForLastIsKept()
+    {
+        QVERIFY(makePlace());
+        const QStringList paths = writeFiles(m_folder->path(), 1);
+        qint64 job = 0;
+        {
+            SendService service(m_store);
+            service.enqueue(paths, node(1), SendSource::Dialog);
+            job = service.enqueue(paths, node(1), SendSource::Dialog);
+        }
+        const QVector<SendJob> kept = SendStore(m_store).jobs();
+        QCOMPARE(kept.size(), 2);
+        QCOMPARE(kept.last().id, job);
+    }
+
+    void aPlaceThatComesLater()
+    {
+        const FaultyPeer peer;
+        SendService service(m_store, oneAssociation());
+        const qint64 job =
+            service.enqueue(writeFiles(m_folder->path(), 3), node(peer.port()), SendSource::Dialog);
+        QTRY_COMPARE(service.job(job).unlisted, 3);
+        QVERIFY(!service.storeProblem().isEmpty());
+        QVERIFY(makePlace());
+        QTRY_VERIFY(service.job(job).isOver());
+        QCOMPARE(service.job(job).accepted, 3);
+        QTRY_VERIFY(service.storeProblem().isEmpty());
+    }
+
+    void nothingIsSentWhileOutcomesCannotBeNoted()
+    {
+        QVERIFY(makePlace());
+        const FaultyPeer peer;
+        {
+            SendStore store(m_store);
+            QVERIFY(QSqlQuery(store.database())
+                        .exec(QStringLiteral("CREATE TRIGGER full BEFORE UPDATE OF attempts ON object "
+                                             "BEGIN SELECT RAISE(FAIL, 'no room'); END")));
+        }
+        SendService service(m_store, oneAssociation());
+        const qint64 job =
+            service.enqueue(writeFiles(m_folder->path(), 10), node(peer.port()), SendSource::Dialog);
+        QTRY_VERIFY(service.storeProblem().contains(QStringLiteral("no room")));
+        QCOMPARE(peer.received().size(), 1);
+        {
+            SendStore store(m_store);
+            QVERIFY(QSqlQuery(store.database()).exec(QStringLiteral("DROP TRIGGER full")));
+        }
+        QTRY_VERIFY(service.job(job).isOver());
+        QCOMPARE(service.job(job).accepted, 10);
+        QCOMPARE(peer.received().size(), 10); // the first one, too, came once
+        QTRY_VERIFY(service.storeProblem().isEmpty());
+    }
+
+private:
+    static DicomNode node(int port) { return {QStringLiteral("PEER"), QStringLiteral("127.0.0.1"), port}; }
+    bool makePlace() const { return QDir(m_folder->path()).mkpath(QStringLiteral("later")); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_store;
+};
+
+PM_TEST_MAIN(SendKeepingTest)
+#include "tst_sendkeeping.moc"
