@@ -8,6 +8,7 @@
 #include "mainsetting.h"
 #include "ntableview.h"
 #include "recordform.h"
+#include "sendnotifier.h"
 #include "session.h"
 #include "settingsnotifier.h"
 #include "shownpatients.h"
@@ -20,6 +21,7 @@
 #include <QSettings>
 #include <QSqlQuery>
 #include <QSqlTableModel>
+#include <QTcpServer>
 #include <QtTest>
 
 namespace {
@@ -123,6 +125,31 @@ private slots:
         emit SettingsNotifier::instance()->indexRequested(m_index->path());
         QTRY_COMPARE(m_rebuilt->count(), 2);
         QCOMPARE(count("patient"), 3);
+    }
+
+    /// Retrievals end first, and nothing of the old index's transfers is left in the other one.
+    void opensAnotherIndexBesideTransfers()
+    {
+        QTcpServer mute; // takes the connection and says nothing
+        QVERIFY(mute.listen(QHostAddress::LocalHost));
+        const DicomNode node{
+            QStringLiteral("MUTE"), QStringLiteral("127.0.0.1"), static_cast<int>(mute.serverPort())};
+        const SessionServices &services = m_session->services();
+        Retrieval wanted;
+        wanted.archive.node = node;
+        wanted.request.studyUid = QStringLiteral("1.2");
+        services.retrievals()->enqueue({wanted});
+        QVERIFY(services.retrievals()->isRunning());
+        const qint64 job = services.sending()->enqueue({m_index->path()}, node, SendSource::Dialog);
+        QTRY_VERIFY(services.sending()->job(job).id == job && SendNotifier::instance()->job(job).id == job);
+        emit SettingsNotifier::instance()->indexRequested(m_index->folder() + QStringLiteral("/other.db"));
+        QVERIFY(m_session->window()->statusPanel()->activityText().contains(QStringLiteral("index")));
+        QCOMPARE(m_rebuilt->count(), 0);
+        services.retrievals()->closeIndex(); // as a person who cancels it
+        QTRY_COMPARE(m_rebuilt->count(), 1);
+        QVERIFY(services.retrievals()->retrievals().isEmpty());
+        QVERIFY(SendNotifier::instance()->jobs().isEmpty());
+        QCOMPARE(services.sending()->job(job).id, 0);
     }
 
     void goesBackWhereTheOtherIndexCannotBeOpened()

@@ -1,3 +1,4 @@
+#include "archivemodel.h"
 #include "sendjobmodel.h"
 #include "sendlogmodel.h"
 #include "testmain.h"
@@ -40,6 +41,25 @@ class TransferModelsTest : public QObject
     Q_OBJECT
 
 private slots:
+    /// An archive may be searched again while the series of a study are still being asked for.
+    void seriesThatAreListedAgainReplaceTheOldOnes()
+    {
+        ArchiveModel model;
+        const QString study = QStringLiteral("1.1");
+        const QString series[] = {QStringLiteral("1.1.1"), QStringLiteral("1.1.2")};
+        model.addStudies({{{QueryTag::studyUid, study}}});
+        const QModelIndex row = model.index(0, 0, model.index(0, 0));
+        QVERIFY(model.beginListing(row) && !model.beginListing(row));
+        model.setSeries(study, {{{QueryTag::seriesUid, series[0]}}, {{QueryTag::seriesUid, series[1]}}}, {});
+        QCOMPARE(model.rowCount(row), 2);
+        model.setSeries(study, {{{QueryTag::seriesUid, series[1]}}}, {});
+        QCOMPARE(model.seriesUids(), QStringList{series[1]});
+        model.setHeld(RecordLevel::Series, {{series[0], 3}, {series[1], 4}});
+        QVERIFY(!row.model()->index(0, ArchiveModel::HeldColumn, row).data().toString().isEmpty());
+        model.setSeries(study, {}, QStringLiteral("Gone"));
+        QVERIFY(model.seriesUids().isEmpty());
+    }
+
     void jobsKeepTheirRows()
     {
         SendJobModel model;
@@ -99,6 +119,8 @@ private slots:
         QCOMPARE(text(0, SendLogModel::ReasonColumn), QStringLiteral("Out of resources (A700)"));
         QCOMPARE(text(length - 1, SendLogModel::FileColumn), QStringLiteral("/100000.dcm"));
         QCOMPARE(reads.size(), 2);
+        QCOMPARE(model.wholeText().count(QLatin1Char('\n')), length);
+        QCOMPARE(reads.size(), 3);
         QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
         model.refresh(length + 5); // its rows are not there yet: a job that is still being listed
         QCOMPARE(model.rowCount(), length + 5);
