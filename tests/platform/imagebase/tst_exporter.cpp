@@ -276,8 +276,8 @@ void ExporterTest::aFileSetComesWholeOrNotAtAll()
     // As a kill between the two leaves them.
     const QString dead = target + QStringLiteral("/.export-abcdef/");
     QVERIFY(QDir().mkpath(dead) && QDir().mkpath(target + QStringLiteral("/DICOM/old")));
-    for (const auto &[name, text] : {std::make_pair(".lock", ""), std::make_pair(".out", "DICOM\nDICOMDIR"),
-             std::make_pair("DICOMDIR", "x")}) {
+    for (const auto &[name, text] : {std::make_pair(".lock", "99999999\nx\n\n"),
+             std::make_pair(".out", "DICOM\nDICOMDIR"), std::make_pair("DICOMDIR", "x")}) {
         QFile file(dead + QLatin1String(name));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
     }
