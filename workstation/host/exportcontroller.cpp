@@ -32,6 +32,7 @@ ExportController::ExportController(const SelectionStatus *selection, QStatusBar 
     m_action->setToolTip(tr("Export what is selected as folders, as a ZIP archive or with a DICOMDIR"));
     m_button->setObjectName(QStringLiteral("exportButton"));
     m_button->setToolTip(tr("Show the export"));
+    m_button->setAccessibleName(m_button->toolTip());
     m_button->setFocusPolicy(Qt::TabFocus);
     m_button->hide();
     bar->addPermanentWidget(m_button);

@@ -23,6 +23,7 @@ TransferController::TransferController(QMainWindow *window)
     m_status->setObjectName(QStringLiteral("statusTransfers"));
     m_status->setAutoRaise(true);
     m_status->setToolTip(tr("Show the transfers"));
+    m_status->setAccessibleName(m_status->toolTip());
     m_status->hide();
     window->statusBar()->addPermanentWidget(m_status);
     connect(m_status, &QToolButton::clicked, this, &TransferController::showTransfers);
@@ -57,7 +58,7 @@ void TransferController::update()
     }
     const QString text = statusText();
     m_status->setText(text);
-    m_status->setAccessibleName(text);
+    m_status->setAccessibleName(text.isEmpty() ? m_status->toolTip() : text);
     m_status->setVisible(!text.isEmpty());
 }
 

@@ -1,6 +1,7 @@
 #include "retrievalmodel.h"
 
 #include "archivetext.h"
+#include "plaintooltip.h"
 
 #include <algorithm>
 
@@ -79,7 +80,7 @@ QVariant RetrievalModel::data(const QModelIndex &index, int role) const
         return shareOf(retrieval);
     }
     if (role == Qt::ToolTipRole) { // whatever a patient is called
-        return QStringLiteral("<span>%1</span>").arg(textOf(retrieval, index.column()).toHtmlEscaped());
+        return plainToolTip(textOf(retrieval, index.column()));
     }
     return role == Qt::DisplayRole ? textOf(retrieval, index.column()) : QVariant();
 }

@@ -18,6 +18,12 @@ constexpr int nameCharacters = 22;
 constexpr int titleCharacters = 16;
 constexpr int addressCharacters = 28;
 
+/// What a check asks; the name is only ours.
+QString nodeOf(const DicomDestination &destination)
+{
+    return QStringLiteral("%1\n%2\n%3").arg(destination.aeTitle, destination.ip).arg(destination.port);
+}
+
 } // namespace
 
 DestinationList::DestinationList(QWidget *parent)
@@ -91,7 +97,7 @@ QTreeWidgetItem *DestinationList::makeItem(int place)
     const DicomDestination &destination = m_destinations[place];
     auto *item = new QTreeWidgetItem({destination.name, destination.aeTitle,
         QStringLiteral("%1:%2").arg(destination.ip).arg(destination.port),
-        m_results.value(destination.name)});
+        m_results.value(nodeOf(destination))});
     if (isUsable(place)) {
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     } else {
@@ -140,29 +146,28 @@ void DestinationList::checkConnections()
 void DestinationList::check(int place)
 {
     const DicomDestination destination = m_destinations[place];
-    if (m_running.contains(destination.name)) {
+    const QString node = nodeOf(destination);
+    if (m_running.contains(node)) {
         return;
     }
-    tell(destination.name, tr("Asking…"));
+    tell(node, tr("Asking…"));
     auto *echo = new EchoCheck({destination.aeTitle, destination.ip, destination.port}, this);
-    m_running.insert(destination.name, echo);
+    m_running.insert(node, echo);
     connect(echo, &EchoCheck::answered, this,
-        [this, echo, destination](const NetworkFailure &failure, qint64 milliseconds) {
-            m_running.remove(destination.name);
+        [this, echo, node](const NetworkFailure &failure, qint64 milliseconds) {
+            m_running.remove(node);
             echo->deleteLater();
-            if (m_destinations.contains(destination)) {
-                tell(destination.name, TransferText::ofEcho(failure, milliseconds));
-            }
+            tell(node, TransferText::ofEcho(failure, milliseconds));
         });
     echo->start();
 }
 
-void DestinationList::tell(const QString &name, const QString &result)
+void DestinationList::tell(const QString &node, const QString &result)
 {
-    m_results.insert(name, result);
+    m_results.insert(node, result);
     const QSignalBlocker blocker(m_list);
     for (int place = 0; place < m_destinations.size(); ++place) {
-        if (m_destinations[place].name == name) {
+        if (nodeOf(m_destinations[place]) == node) {
             m_list->topLevelItem(place)->setText(ConnectionColumn, result);
             m_list->topLevelItem(place)->setToolTip(ConnectionColumn, plainToolTip(result));
         }

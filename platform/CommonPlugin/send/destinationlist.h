@@ -37,11 +37,11 @@ private:
     QTreeWidgetItem *makeItem(int place);
     bool isUsable(int place) const;
     void check(int place);
-    void tell(const QString &name, const QString &result);
+    void tell(const QString &node, const QString &result);
 
     QTreeWidget *m_list = nullptr;
     QPushButton *m_check = nullptr;
     QVector<DicomDestination> m_destinations;
-    QHash<QString, QString> m_results; ///< of the checks, by name
-    QHash<QString, EchoCheck *> m_running; ///< by name
+    QHash<QString, QString> m_results; ///< of the checks, by nodeOf()
+    QHash<QString, EchoCheck *> m_running; ///< by nodeOf()
 };
