@@ -8,6 +8,7 @@
 #include "patientmanagermainwindow.h"
 #include "receivesettings.h"
 #include "recordform.h"
+#include "retrievalmodel.h"
 #include "testmain.h"
 
 #include <QAction>
@@ -164,7 +165,14 @@ void SceneTest::receives() const
     QVERIFY2(sent.exitCode == 0, sent.output.constData());
     QTRY_COMPARE_WITH_TIMEOUT(images(), imageCount, networkMs);
     choosePatient();
-    QTRY_COMPARE(m_frame->window->forms()[3]->view()->model()->rowCount(), imageCount);
+    const auto &forms = m_frame->window->forms();
+    for (int level = 1; level <= 2; ++level) {
+        QTRY_COMPARE(forms[level]->view()->model()->rowCount(), 1);
+        forms[level]->view()->selectRow(0);
+        forms[level]->selectIndex(forms[level]->view()->model()->index(0, 1));
+    }
+    QTRY_COMPARE(forms[3]->view()->model()->rowCount(), imageCount);
+    choosePatient();
 }
 
 void SceneTest::sends() const
@@ -219,6 +227,10 @@ void SceneTest::retrieves(const char *method) const
         return retrievals->model()->index(0, 3).data(Qt::UserRole).toDouble();
     };
     QTRY_COMPARE_WITH_TIMEOUT(isShare(), 1.0, networkMs);
+    const auto *model = qobject_cast<const RetrievalModel *>(retrievals->model());
+    QVERIFY(model);
+    QCOMPARE(
+        model->retrieval(0).used, qstrcmp(method, "get") == 0 ? RetrieveMethod::Get : RetrieveMethod::Move);
     click(window, "removeEnded");
     window->close();
 }
@@ -248,7 +260,7 @@ void SceneTest::othersReadIt() const
     QCOMPARE(dump.exitCode, 0);
     QCOMPARE(dump.output.count("DirectoryRecordType") - 3, imageCount); // patient, study, series
     QCOMPARE(dump.output.count("[IMAGE]"), imageCount);
-    const ToolRun python = runTool(QStringLiteral("python3"),
+    const ToolRun python = runTool(QStringLiteral("/usr/bin/python3"), // the system's, which has the toolkit
         {QStringLiteral("-c"),
             QStringLiteral("import os, sys, pydicom\n"
                            "top = os.path.dirname(sys.argv[1])\n"
