@@ -1,10 +1,12 @@
 #include "archivequestion.h"
 #include "archivesearch.h"
+#include "archivetext.h"
 #include "configlocation.h"
 #include "dicomfilebuilder.h"
 #include "dicomservers.h"
 #include "inifile.h"
 #include "namedcontrols.h"
+#include "objectspool.h"
 #include "queryretrievewindow.h"
 #include "receiveservice.h"
 #include "retrievalservice.h"
@@ -76,6 +78,7 @@ private slots:
     void bringsWhatIsThere_data();
     void bringsWhatIsThere();
     void tellsWhatIsMissing();
+    void endsWhereNothingCanBeKept();
     void endsWhenItIsCancelled();
     void matchesAsPeopleMeanIt();
     void findsAndMarks();
@@ -207,6 +210,19 @@ void RetrievalTest::tellsWhatIsMissing()
     QVERIFY(ended[0].needsReceiver && !ended[0].isGood()); // no C-GET there, and nobody to send to
     QCOMPARE(ended[1].result.failure.problem, NetworkProblem::Refused);
     QVERIFY(!ended[1].isGood());
+}
+
+/// Else it would wait for ever.
+void RetrievalTest::endsWhereNothingCanBeKept()
+{
+    QFile inTheWay(ObjectSpool::folderOf(m_index->path()));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    receive(false);
+    QVERIFY(!m_receiving->status().spoolProblem.isEmpty()); // though nothing is to be received
+    m_service->enqueue({Retrieval()});
+    const Retrieval ended = m_service->retrievals().first();
+    QVERIFY(ended.isOver() && !ended.isGood());
+    QVERIFY(ArchiveText::noticeOf(ended).contains(ended.spoolProblem));
 }
 
 void RetrievalTest::endsWhenItIsCancelled()
