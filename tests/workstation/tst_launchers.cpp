@@ -12,6 +12,7 @@
 #include "recordform.h"
 #include "runningprograms.h"
 #include "selectionstatus.h"
+#include "sessionservices.h"
 #include "testmain.h"
 
 #include <QMenu>
@@ -233,20 +234,20 @@ void LaunchersTest::outlivesTheWindow()
                 "while [ ! -e \"$1\" ]; do sleep 0.05; done; "
                 "echo x >&2 && echo \"$2\" > \"$0.new\" && cat \"$2\" >> \"$0.new\" && mv \"$0.new\" \"$0\""),
             result, gate, QStringLiteral("{fileList}")});
-    auto programs = std::make_unique<RunningPrograms>();
-    frame->window = std::make_unique<WorkstationWindow>(programs.get());
+    auto services = std::make_unique<SessionServices>();
+    frame->window = std::make_unique<WorkstationWindow>(services.get());
     frame->window->show();
     QVERIFY(QTest::qWaitForWindowExposed(frame->window.get()));
     Frame::click(frame->patientView(), 0, QStringLiteral("PatientName"));
     QCOMPARE(status()->current().text(), QStringLiteral("1 patient"));
     press();
-    QTRY_COMPARE(programs->running().size(), 1);
+    QTRY_COMPARE(services->programs()->running().size(), 1);
     QCOMPARE(messages, QStringList());
     frame->window.reset();
-    frame->window = std::make_unique<WorkstationWindow>(programs.get()); // of another language
+    frame->window = std::make_unique<WorkstationWindow>(services.get()); // of another language
     QVERIFY(!frame->window->findChild<QWidget *>(QStringLiteral("runningPrograms"))->isHidden());
     frame.reset();
-    programs.reset();
+    services.reset();
     // The next start leaves alone what is still needed, and removes it once nobody needs it.
     LaunchFolder::sweep();
     QFile open(gate);

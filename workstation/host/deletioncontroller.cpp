@@ -110,8 +110,9 @@ void DeletionController::tell(const char *actionName, const QString &text) const
 void DeletionController::showEnd(const DeletionReport &report)
 {
     if (!report.error.isValid()) {
-        m_status->setIdleText(
-            tr("Deleted; %1 files were removed").arg(QLocale().toString(report.removedFiles)));
+        m_status->setIdleText(report.removedFiles == 0
+                ? tr("Deleted; the files stay where they are")
+                : tr("Deleted with %n file(s)", nullptr, int(report.removedFiles)));
     }
     showLeft(report.left);
 }

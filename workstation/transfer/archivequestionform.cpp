@@ -36,7 +36,7 @@ ArchiveQuestionForm::ArchiveQuestionForm(QWidget *parent)
     m_id = addField(grid, 1, QStringLiteral("patientId"), tr("Patient &ID:"), tr("Patient ID"),
         tr("The whole ID; * stands for any text"));
     m_birthDate = addField(grid, 2, QStringLiteral("birthDate"), tr("&Birth date:"), tr("Birth date"),
-        tr("A date, such as %1").arg(QLocale().toString(QDate(1970, 12, 31), QLocale::ShortFormat)));
+        tr("A date, such as %1").arg(QDate(1970, 12, 31).toString(Qt::ISODate)));
     m_accession = addField(grid, 3, QStringLiteral("accession"), tr("&Accession number:"),
         tr("Accession number"), tr("The whole number; * stands for any text"));
     m_description = addField(grid, 4, QStringLiteral("description"), tr("Study &description:"),
@@ -88,6 +88,7 @@ void ArchiveQuestionForm::addDates(QGridLayout *grid)
         day->setAccessibleName(accessibleName);
         day->setToolTip(accessibleName);
         day->setCalendarPopup(true);
+        day->setDisplayFormat(QStringLiteral("yyyy-MM-dd")); // as the tables have it
         return day;
     };
     m_first = addDay(QStringLiteral("firstDay"), tr("First day"));

@@ -76,6 +76,9 @@ QString problemOf(const ArchiveAnswer &answer)
     if (answer.failure.problem == NetworkProblem::Stopped) {
         return Text::tr("The search was stopped");
     }
+    if (answer.failure.problem == NetworkProblem::NoContext) {
+        return Text::tr("This destination cannot be searched; choose an archive that can");
+    }
     if (!answer.failure.isNone()) {
         return TransferText::of(answer.failure);
     }
@@ -161,7 +164,7 @@ QString heldOf(int images, int total)
 QString dateOf(const QString &date)
 {
     const QDate day = QDate::fromString(date.left(8), QStringLiteral("yyyyMMdd"));
-    return day.isValid() ? QLocale().toString(day, QLocale::ShortFormat) : date;
+    return day.isValid() ? day.toString(Qt::ISODate) : date;
 }
 
 } // namespace ArchiveText

@@ -29,6 +29,11 @@ QString skippedText(const SendJob &job)
 
 namespace JobText {
 
+QString timeOf(const QDateTime &time)
+{
+    return time.toLocalTime().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+}
+
 SendState stateOf(SendJobState state)
 {
     switch (state) {

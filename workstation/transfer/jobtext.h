@@ -3,11 +3,14 @@
 #include "sendjob.h"
 #include "sentjob.h"
 
+#include <QDateTime>
 #include <QString>
 
 /// What the windows say of a send job.
 namespace JobText {
 
+/// When it was, here, to the minute.
+QString timeOf(const QDateTime &time);
 /// As the send dialog knows it.
 SendState stateOf(SendJobState state);
 /// Who has asked for it: a person, or the forwarding of an import.

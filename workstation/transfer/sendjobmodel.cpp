@@ -107,9 +107,11 @@ QString SendJobModel::text(const SendJob &job, int column) const
     case SourceColumn:
         return JobText::sourceOf(job);
     case CreatedColumn:
-        return QLocale().toString(job.created.toLocalTime(), QLocale::ShortFormat);
+        return JobText::timeOf(job.created);
     case StateColumn:
-        return TransferText::ofState(JobText::stateOf(job.state));
+        return job.state == SendJobState::Ended && job.failed > 0
+            ? tr("Finished with failures")
+            : TransferText::ofState(JobText::stateOf(job.state));
     case ProgressColumn: {
         const QVariant share = shareOf(job);
         return share.isValid() ? tr("%1 %").arg(int(share.toDouble() * 100)) : QString();

@@ -100,7 +100,7 @@ QString SendLogModel::text(const SendObject &sent, int column)
     case AttemptsColumn:
         return QLocale().toString(sent.attempts);
     case TimeColumn:
-        return QLocale().toString(sent.changed.toLocalTime(), QLocale::ShortFormat);
+        return JobText::timeOf(sent.changed);
     default:
         return sent.sopInstanceUid;
     }

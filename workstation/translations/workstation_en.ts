@@ -26,6 +26,16 @@
     </message>
 </context>
 <context>
+    <name>DeletionController</name>
+    <message numerus="yes">
+        <source>Deleted with %n file(s)</source>
+        <translation>
+            <numerusform>Deleted with %n file</numerusform>
+            <numerusform>Deleted with %n files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ExportController</name>
     <message numerus="yes">
         <source>, %n waiting</source>

@@ -442,6 +442,10 @@
         <source>What comes cannot be kept beside the index: %1</source>
         <translation>收到的内容无法保存到索引旁: %1</translation>
     </message>
+    <message>
+        <source>This destination cannot be searched; choose an archive that can</source>
+        <translation>此目标不支持查询，请选择可以查询的归档服务器</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
@@ -509,10 +513,6 @@
         <translation>发送 %1</translation>
     </message>
     <message>
-        <source>Deleted; %1 files were removed</source>
-        <translation>已删除；移除了 %1 个文件</translation>
-    </message>
-    <message>
         <source>Stays in the store, though no record names it: %1</source>
         <translation>保留在存储区，但没有对应的记录: %1</translation>
     </message>
@@ -559,6 +559,16 @@
     <message>
         <source>An interrupted deletion was finished; %1 files were removed</source>
         <translation>中断的删除已完成；移除了 %1 个文件</translation>
+    </message>
+    <message>
+        <source>Deleted; the files stay where they are</source>
+        <translation>已删除；文件保留在原处</translation>
+    </message>
+    <message numerus="yes">
+        <source>Deleted with %n file(s)</source>
+        <translation>
+            <numerusform>已删除，连同 %n 个文件</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1853,6 +1863,10 @@
     <message>
         <source>Notice</source>
         <translation>提示</translation>
+    </message>
+    <message>
+        <source>Finished with failures</source>
+        <translation>已完成，但有失败</translation>
     </message>
 </context>
 <context>
