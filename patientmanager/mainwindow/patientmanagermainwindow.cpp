@@ -1,8 +1,8 @@
 #include "patientmanagermainwindow.h"
 
 #include "createconnection.h"
-#include "dicomsend.h"
 #include "deletionnotifier.h"
+#include "dicomsend.h"
 #include "directoryviewer.h"
 #include "imageformatform.h"
 #include "importsettings.h"

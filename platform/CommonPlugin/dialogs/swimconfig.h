@@ -10,7 +10,8 @@ class QStackedWidget;
 class SettingsPage;
 
 /**
- * The settings of the workstation: imports, deletion, DICOM destinations, receiving, applications, cloud, appearance.
+ * The settings of the workstation: imports, deletion, DICOM destinations, receiving, applications, cloud,
+ * appearance.
  *
  * Each is read from and written to the file that its reader uses. One window for the process; it reads anew
  * whenever it is shown, writes all when OK is pressed, and nothing before. GUI thread.

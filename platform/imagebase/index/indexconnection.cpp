@@ -1,8 +1,8 @@
 #include "indexconnection.h"
 
-#include "longwrite.h"
 #include "databaseerror.h"
 #include "foundkeys.h"
+#include "longwrite.h"
 #include "nativehandle.h"
 #include "schema.h"
 #include "textfold.h"

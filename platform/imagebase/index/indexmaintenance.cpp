@@ -1,9 +1,9 @@
 #include "indexmaintenance.h"
 
-#include "longwrite.h"
 #include "databaseerror.h"
 #include "indexbackup.h"
 #include "indexworkplace.h"
+#include "longwrite.h"
 #include "sqlitetempfolder.h"
 
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "longwrite.h"
 #include "imageformatform.h"
 #include "indexconnection.h"
 #include "kivmessageboxform.h"
+#include "longwrite.h"
 #include "ntableview.h"
 #include "patientform.h"
 #include "seriesform.h"

@@ -96,7 +96,8 @@ void DabaseHelperTest::cleanUpLeavesTheRecords()
     QCOMPARE(column("SELECT count(*) FROM imageformat"), QStringLiteral("3"));
     QCOMPARE(column("SELECT count(*) FROM generalseries"), QStringLiteral("2"));
     for (const QString &uid : uids) {
-        const bool isThere = QFileInfo::exists(thumbnails.pathOf(uid, QFileInfo(QCoreApplication::applicationFilePath())));
+        const bool isThere =
+            QFileInfo::exists(thumbnails.pathOf(uid, QFileInfo(QCoreApplication::applicationFilePath())));
         QCOMPARE(isThere, images.split(QLatin1Char(',')).contains(uid));
     }
 }
