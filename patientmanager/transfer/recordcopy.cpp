@@ -13,12 +13,10 @@ namespace {
 
 constexpr QLatin1Char slash('/');
 
-/// The last part of a path that either system has written; empty where it names no file.
+/// Empty where it names no file.
 QString fileName(const QString &path)
 {
-    QString name = path;
-    name.replace(QLatin1Char('\\'), slash);
-    name = name.mid(name.lastIndexOf(slash) + 1);
+    QString name = KeyFolders::fileName(path);
     const bool leadsAway = name == QLatin1String(".") || name == QLatin1String("..");
     return leadsAway || name.contains(QChar::Null) ? QString() : name;
 }

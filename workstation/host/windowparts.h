@@ -29,7 +29,7 @@ class WindowClosing;
 /// The parts of a workstation window, all owned by it. What each is for stands in its header.
 struct WindowParts
 {
-    PatientManagerMainWindow *library = nullptr;
+    PatientManagerMainWindow *mainWindow = nullptr;
     /// The patient, study, series and image form.
     QVector<RecordForm *> forms;
     IndexBanner *banner = nullptr;

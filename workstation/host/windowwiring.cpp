@@ -49,7 +49,7 @@ void WindowWiring::connectQueryPanel(const WindowParts &parts)
 {
     PatientQueryForm *panel = parts.queryPanel->panel();
     const auto *controller =
-        new QueryPanelController(panel, parts.library, parts.shown, parts.edits, parts.tree);
+        new QueryPanelController(panel, parts.mainWindow, parts.shown, parts.edits, parts.tree);
     TableStage *stage = parts.stage;
     QObject::connect(
         controller, &QueryPanelController::allTablesWanted, stage, [stage] { stage->showTable(QString()); });

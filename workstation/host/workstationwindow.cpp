@@ -86,11 +86,11 @@ WorkstationWindow::~WorkstationWindow() = default;
 
 void WorkstationWindow::build()
 {
-    m_parts.library = new PatientManagerMainWindow(this); // opens the index
+    m_parts.mainWindow = new PatientManagerMainWindow(this); // opens the index
     m_hasIndex = connectionFailure().reason == ConnectionFailure::Reason::None;
-    m_parts.forms = {m_parts.library->getPatientForm(), m_parts.library->getStudyForm(),
-        m_parts.library->getSeriesForm(), m_parts.library->getImagesForm()};
-    m_parts.library->setWindowFlags(Qt::Widget);
+    m_parts.forms = {m_parts.mainWindow->getPatientForm(), m_parts.mainWindow->getStudyForm(),
+        m_parts.mainWindow->getSeriesForm(), m_parts.mainWindow->getImagesForm()};
+    m_parts.mainWindow->setWindowFlags(Qt::Widget);
     m_parts.banner = new IndexBanner(this);
     m_parts.searchBar = new SearchBar(this);
     auto *centre = new QWidget(this);
@@ -99,7 +99,7 @@ void WorkstationWindow::build()
     column->setSpacing(0);
     column->addWidget(m_parts.banner);
     column->addWidget(m_parts.searchBar);
-    column->addWidget(m_parts.library, 1);
+    column->addWidget(m_parts.mainWindow, 1);
     setCentralWidget(centre);
 
     buildParts();
@@ -107,30 +107,30 @@ void WorkstationWindow::build()
 
 void WorkstationWindow::buildParts()
 {
-    m_parts.imports = new ImportCentre(m_parts.library, this);
+    m_parts.imports = new ImportCentre(m_parts.mainWindow, this);
     m_parts.watcher = new IndexWatcher(this);
     m_parts.health = new IndexHealth(this);
     m_parts.liveRefresh = new LiveRefresh(m_parts.forms, this);
-    m_parts.edits = new EditController(m_parts.forms, m_parts.library, this);
+    m_parts.edits = new EditController(m_parts.forms, m_parts.mainWindow, this);
     new RowKeys(m_parts.forms, this);
-    m_parts.tree = new TreeController(m_parts.library, m_parts.edits, this);
-    m_parts.stage = new TableStage(m_parts.library, m_parts.forms, m_parts.edits, this);
+    m_parts.tree = new TreeController(m_parts.mainWindow, m_parts.edits, this);
+    m_parts.stage = new TableStage(m_parts.mainWindow, m_parts.forms, m_parts.edits, this);
     m_parts.shown = new ShownPatients(m_parts.forms, m_parts.edits, this);
     m_parts.search = new SearchController(
         m_parts.searchBar, m_parts.shown, m_parts.forms.first()->view(), m_parts.edits, this);
     m_parts.queryPanel = new QueryPanelDock(this);
-    m_parts.selection = new SelectionStatus(m_parts.library, m_parts.forms, this);
-    m_parts.layout = new LayoutKeeper(this, m_parts.library, m_parts.stage, m_parts.forms, this);
+    m_parts.selection = new SelectionStatus(m_parts.mainWindow, m_parts.forms, this);
+    m_parts.layout = new LayoutKeeper(this, m_parts.mainWindow, m_parts.stage, m_parts.forms, this);
     m_parts.exports = new ExportController(m_parts.selection, statusBar(), this);
     const auto *retrieve = new RetrieveController(m_services->retrievals(), m_parts.watcher, this);
     m_parts.transfers = new TransferController(this);
-    m_parts.menus = new ActionMenus(this, m_parts.library,
+    m_parts.menus = new ActionMenus(this, m_parts.mainWindow,
         {m_parts.edits->editAction(), m_parts.tree->toggleAction(), m_parts.search->findAction(),
             m_parts.queryPanel->toggleAction(), m_parts.exports->action(), retrieve->action(),
             m_parts.transfers->action()});
     m_parts.status = new StatusPanel(statusBar(), m_parts.imports);
     new ReceiveController(m_services->receiving(), statusBar());
-    m_parts.pictures = new PictureController(m_parts.library, m_parts.queryPanel->thumbnailBody(), this);
+    m_parts.pictures = new PictureController(m_parts.mainWindow, m_parts.queryPanel->thumbnailBody(), this);
     m_parts.deletions = new DeletionController(m_parts, this);
     m_parts.closing = new WindowClosing(this, m_parts.tree, m_parts.edits);
     new LauncherButtons(m_parts.queryPanel->panel(), statusBar(), m_parts.selection,
@@ -186,7 +186,7 @@ void WorkstationWindow::reportIndex()
     if (m_hasIndex) {
         m_parts.watcher->watch(databasePath());
         m_services->openIndex(databasePath());
-        new SendController(m_parts.library, m_services->sending(), this);
+        new SendController(m_parts.mainWindow, m_services->sending(), this);
         m_parts.transfers->setService(m_services->sending());
         m_parts.deletions->begin(databasePath());
         m_parts.health->check(databasePath());
@@ -198,7 +198,7 @@ void WorkstationWindow::reportIndex()
     setAcceptDrops(false);
     m_parts.searchBar->setEnabled(false);
     m_parts.queryPanel->panel()->setEnabled(false);
-    if (auto *load = m_parts.library->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
+    if (auto *load = m_parts.mainWindow->findChild<QAction *>(QStringLiteral("actionLoadDir"))) {
         load->setEnabled(false);
     }
 }

@@ -22,7 +22,7 @@ public:
     ~WorkstationWindow() override;
 
     bool hasIndex() const { return m_hasIndex; }
-    PatientManagerMainWindow *library() const { return m_parts.library; }
+    PatientManagerMainWindow *library() const { return m_parts.mainWindow; }
     ImportCentre *imports() const { return m_parts.imports; }
     LiveRefresh *liveRefresh() const { return m_parts.liveRefresh; }
     IndexWatcher *indexWatcher() const { return m_parts.watcher; }

@@ -133,7 +133,7 @@ void DestinationsPage::showChosen()
     m_aeTitle->setText(shown.aeTitle);
     m_ip->setText(shown.ip);
     // What was written by hand is shown as it is.
-    m_port->setRange(qMin(0, shown.port), qMax(DestinationSettings::highestPort, shown.port));
+    m_port->setRange(qMin(0, shown.port), qMax(highestPort, shown.port));
     m_port->setValue(shown.port);
     m_showing = false;
     forgetAnswer();

@@ -38,7 +38,6 @@ enum class DestinationFault {
 namespace DestinationSettings {
 
 using ::longestAeTitle;
-constexpr int highestPort = 65535;
 
 COMMONPLUGIN_EXPORT QVector<DicomDestination> read();
 /// Makes the file hold these and no others. @return whether it does

@@ -27,7 +27,7 @@ void ReceivePage::build()
     m_address->setObjectName(QStringLiteral("receiveAddress"));
     m_port = new QSpinBox(this);
     m_port->setObjectName(QStringLiteral("receivePort"));
-    m_port->setRange(1, DestinationSettings::highestPort);
+    m_port->setRange(1, highestPort);
     m_port->setGroupSeparatorShown(false);
     m_callers = new QLineEdit(this);
     m_callers->setObjectName(QStringLiteral("receiveCallers"));

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr int highestPort = 65535;
-
 QString text(const char *key, const char *usual)
 {
     const QString value = MainSetting::dicom(key).value().toStringList().join(QLatin1Char(',')).trimmed();

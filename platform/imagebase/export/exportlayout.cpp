@@ -15,13 +15,6 @@ constexpr QLatin1Char slash('/');
 constexpr int longestFolder = 60;
 constexpr int longestFile = 80;
 
-QString fileNameOf(const QString &path)
-{
-    QString name = path;
-    name.replace(QLatin1Char('\\'), slash);
-    return name.mid(name.lastIndexOf(slash) + 1);
-}
-
 /// As RecordCopy has it, but that no file takes the place of another of the same name.
 class KeyLayout : public ExportLayout
 {
@@ -39,7 +32,8 @@ public:
             folder += (folder.isEmpty() ? QString() : QString(slash))
                 + KeyFolders::name(RecordLevel(level), keys[std::size_t(level)]);
         }
-        const QString name = safeName(fileNameOf(row.filePath), QStringLiteral("image"), longestFile);
+        const QString name =
+            safeName(KeyFolders::fileName(row.filePath), QStringLiteral("image"), longestFile);
         return folder + slash + m_names.unique(folder, name);
     }
 

@@ -1,6 +1,7 @@
 #include "exportrun.h"
 
 #include "exportlist.h"
+#include "filecopy.h"
 #include "indexconnection.h"
 #include "mediawriter.h"
 
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QStorageInfo>
 
-#include <cerrno>
 #include <cstring>
 
 namespace {
@@ -86,7 +86,7 @@ void ExportRun::work()
     if (stage.error() == 0) {
         writeAll(stage);
     } else {
-        end(stage.error() == ENOSPC ? ExportEnd::DiskFull : ExportEnd::TargetFailed,
+        end(isDiskFull(stage.error()) ? ExportEnd::DiskFull : ExportEnd::TargetFailed,
             systemText(stage.error()));
     }
 }

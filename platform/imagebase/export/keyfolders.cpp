@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace {
 
 QLatin1String prefix(RecordLevel level)
@@ -39,6 +41,13 @@ QString holder(RecordLevel level, const QString &destination)
     }
     // The one of studies has always been written small.
     return upper == RecordLevel::Patient ? QStringLiteral("pa_0") : prefix(upper) + QStringLiteral("_0");
+}
+
+QString fileName(const QString &path)
+{
+    const auto isSeparator = [](QChar c) { return c == QLatin1Char('/') || c == QLatin1Char('\\'); };
+    const auto name = std::find_if(path.crbegin(), path.crend(), isSeparator);
+    return path.right(int(name - path.crbegin()));
 }
 
 } // namespace KeyFolders

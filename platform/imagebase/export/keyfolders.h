@@ -17,4 +17,7 @@ IMAGEBASE_EXPORT QString name(RecordLevel level, qlonglong key);
 /// @param level of the records that are exported
 IMAGEBASE_EXPORT QString holder(RecordLevel level, const QString &destination);
 
+/// The name of a file in them: the last part of a stored path, whichever system has written it.
+IMAGEBASE_EXPORT QString fileName(const QString &path);
+
 } // namespace KeyFolders

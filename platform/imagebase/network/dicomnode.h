@@ -5,6 +5,7 @@
 #include <QString>
 
 constexpr int longestAeTitle = 16;
+constexpr int highestPort = 65535;
 /// Whether an application may be called so: printable ASCII without a backslash, not only spaces.
 IMAGEBASE_EXPORT bool isAeTitle(const QString &title);
 

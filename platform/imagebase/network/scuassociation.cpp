@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr int highestPort = 65535;
 /// How long a peer that is told of the end may take to close the line itself.
 constexpr int closingMs = 1000;
 

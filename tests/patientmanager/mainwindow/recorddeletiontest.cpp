@@ -4,9 +4,9 @@
 #include "importer.h"
 #include "indexconnection.h"
 #include "ordinaryuser.h"
-#include "storesweep.h"
 #include "temporaryindex.h"
 #include "testmain.h"
+#include "writefile.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -15,8 +15,6 @@
 #include <atomic>
 #include <cerrno>
 #include <memory>
-
-Q_DECLARE_METATYPE(StoreKept)
 
 namespace {
 
@@ -35,15 +33,6 @@ QStringList filesBelow(const QString &folder)
     }
     files.sort();
     return files;
-}
-
-void writeFile(const QString &path)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write("x") != 1) {
-        qFatal("%s cannot be written", qPrintable(path));
-    }
 }
 
 } // namespace
@@ -73,10 +62,6 @@ private slots:
     void imagesThatCameLaterSurviveTheFinish();
     void imagesThatCameAgainSurviveTheFinish();
     void whatHasARecordAgainIsNotTriedAgain();
-    void strayFilesAreSweptAndNothingElse();
-    void aStoreInDoubtIsKept_data();
-    void aStoreInDoubtIsKept();
-    void anOlderIndexKeepsTheStore();
 
 private:
     void import(ImportMode mode) const;
@@ -85,13 +70,6 @@ private:
         return m_index->folder() + QStringLiteral("/source/") + name;
     }
     QString store() const { return m_index->folder() + QStringLiteral("/store"); }
-    /// A file that an import might have put there and no record names.
-    QString addStray() const
-    {
-        QString path = store() + QStringLiteral("/A-0123456789/1.1/1.1.1/1.2.99-2.dcm");
-        writeFile(path);
-        return path;
-    }
     QString pathOf(qlonglong image) const
     {
         return m_index->query(QStringLiteral("SELECT FilePath FROM imageformat WHERE pk = ?"), {image})
@@ -435,86 +413,6 @@ void RecordDeletionTest::whatHasARecordAgainIsNotTriedAgain()
     const QVector<FileLeft> left{{pathOf(1), EACCES}, {stray, EACCES}};
     QVERIFY(FileDisposal::tryAgain(m_index->database(), left).isEmpty());
     QVERIFY(QFile::exists(pathOf(1)) && !QFile::exists(stray));
-}
-
-void RecordDeletionTest::strayFilesAreSweptAndNothingElse()
-{
-    import(ImportMode::Copy);
-    const QString stray = addStray();
-    const QStringList others{store() + QStringLiteral("/.incoming/1-2-3/4"),
-        m_index->folder() + QStringLiteral("/source/outside.dcm"), store() + QStringLiteral("/readme.txt"),
-        store() + QStringLiteral("/mine/b/c/other.dcm")};
-    for (const QString &path : others) {
-        writeFile(path);
-    }
-    QVERIFY(QFile::link(m_index->folder() + QStringLiteral("/source"), store() + QStringLiteral("/link")));
-    const QString expired = store() + QStringLiteral("/.removed/2001-02-03/x/y");
-    writeFile(expired);
-    const StoreSweep sweep = sweepStore(m_index->path(), never);
-    QVERIFY(sweep.left.isEmpty());
-    QCOMPARE(sweep.removed, QStringList{stray});
-    QVERIFY(!QFile::exists(stray) && !QFileInfo::exists(QFileInfo(stray).path()));
-    QVERIFY(QFile::exists(sweep.removedTo + stray.mid(store().size())));
-    QVERIFY(!QFile::exists(expired));
-    for (const QString &path : others) {
-        QVERIFY2(QFile::exists(path), qPrintable(path));
-    }
-    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 6);
-    for (qlonglong image = 1; image <= 6; ++image) {
-        QVERIFY(QFile::exists(pathOf(image)));
-    }
-}
-
-void RecordDeletionTest::aStoreInDoubtIsKept_data()
-{
-    QTest::addColumn<QString>("change"); ///< of the index, with %1 for its folder
-    QTest::addColumn<StoreKept>("kept");
-    QTest::newRow("another index beside it")
-        << QStringLiteral("VACUUM INTO '%1/index.db2'") << StoreKept::Shared;
-    QTest::newRow("a new index") << QStringLiteral("DELETE FROM patient") << StoreKept::NoRecords;
-    QTest::newRow("another index's mark")
-        << QStringLiteral("UPDATE store SET Identity = 'x'") << StoreKept::OtherIndex;
-    QTest::newRow("a backup in its place")
-        << QStringLiteral("UPDATE store SET Changes = 0") << StoreKept::OlderIndex;
-    QTest::newRow("a renamed folder")
-        << QStringLiteral("UPDATE imageformat SET FilePath = '/before' || FilePath WHERE pk = 2")
-        << StoreKept::Elsewhere;
-}
-
-void RecordDeletionTest::aStoreInDoubtIsKept()
-{
-    QFETCH(QString, change);
-    import(ImportMode::Copy);
-    const QString stray = addStray();
-    m_index->query(QString(change).replace(QLatin1String("%1"), m_index->folder()));
-    const StoreSweep sweep = sweepStore(m_index->path(), never);
-    QTEST(sweep.kept, "kept");
-    QVERIFY(sweep.removed.isEmpty() && sweep.left.contains(stray) && QFile::exists(stray));
-}
-
-/// An older copy that has gone on with the store is no better; records for all files make it good.
-void RecordDeletionTest::anOlderIndexKeepsTheStore()
-{
-    import(ImportMode::Copy);
-    m_index->query(QStringLiteral("DELETE FROM imageformat WHERE pk = 6"));
-    m_index->query(QStringLiteral("UPDATE store SET Changes = 0"));
-    DicomFileBuilder()
-        .patient(QStringLiteral("C"), QStringLiteral("C"))
-        .uids(QStringLiteral("1.7"), QStringLiteral("1.7.1"), QStringLiteral("1.2.7"))
-        .write(source(QStringLiteral("7.dcm")));
-    ImportRequest request;
-    request.paths = QStringList{source(QStringLiteral("7.dcm"))};
-    request.mode = ImportMode::Copy;
-    request.databasePath = m_index->path();
-    QCOMPARE(Importer(request).run().of(FileVerdict::New), 1);
-    StoreSweep sweep = sweepStore(m_index->path(), never);
-    QCOMPARE(sweep.kept, StoreKept::OlderIndex);
-    QCOMPARE(sweep.left.size(), 1);
-    request.paths = QStringList{source(QStringLiteral("6.dcm"))};
-    QCOMPARE(Importer(request).run().of(FileVerdict::New), 1);
-    QVERIFY(sweepStore(m_index->path(), never).left.isEmpty());
-    const QString stray = addStray();
-    QCOMPARE(sweepStore(m_index->path(), never).removed, QStringList{stray});
 }
 
 PM_TEST_MAIN(RecordDeletionTest)
