@@ -16,6 +16,8 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <atomic>
+#include <limits>
 #include <numeric>
 
 namespace {
@@ -311,11 +313,18 @@ void TestSending::pauseCancelRetry()
 
 void TestSending::afterKillsNothingRecordedIsSentAgain()
 {
-    constexpr int files = 300;
+    constexpr int files = 400;
+    constexpr int mostBetween = 40; ///< objects from one kill to the next
+    constexpr int mostBeyond = 20; ///< that the peer answers while a kill is on its way
     constexpr quint32 seed = 20261121;
     constexpr int kills = 5;
+    static_assert(
+        kills * (mostBetween + mostBeyond) < files, "a fast sender has something left for each kill");
     QRandomGenerator random(seed);
-    const FaultyPeer peer;
+    std::atomic<int> answered{0};
+    const FaultyPeer peer([&answered](int number, const QByteArray & /*uid*/, int /*earlier*/) -> PeerAction {
+        return number <= answered ? answer(0) : PeerAction{PeerAction::Kind::BeSilent};
+    });
     qint64 job = 0;
     {
         SendService service(m_store, impatient()); // ended soon after the job is on the disk
@@ -325,7 +334,8 @@ void TestSending::afterKillsNothingRecordedIsSentAgain()
     const QStringList arguments{QLatin1String(childOption), m_store};
     QHash<QByteArray, int> recorded; // and how often the peer had it then
     for (int kill = 1; kill <= kills; ++kill) {
-        const int until = peer.received().size() + random.bounded(5, files / (kills + 2));
+        const int until = peer.received().size() + random.bounded(5, mostBetween);
+        answered = until + mostBeyond;
         QProcess sender;
         sender.start(QCoreApplication::applicationFilePath(), arguments);
         QVERIFY(QTest::qWaitFor([&] { return peer.received().size() >= until; }, 30000));
@@ -340,6 +350,7 @@ void TestSending::afterKillsNothingRecordedIsSentAgain()
             }
         }
     }
+    answered = std::numeric_limits<int>::max();
     QProcess sender;
     sender.start(QCoreApplication::applicationFilePath(), arguments);
     QVERIFY(sender.waitForFinished(60000));
