@@ -61,7 +61,7 @@ void LauncherCentre::start(LauncherId id)
 
 void LauncherCentre::prepare(LauncherId id, const Launcher &launcher, const RecordSelection &selected)
 {
-    auto *reader = new LaunchFiles(databasePath(), selected, this);
+    auto *reader = new LaunchFiles(this);
     m_preparing.insert(id, reader);
     emit runningChanged();
     connect(reader, &LaunchFiles::finished, this, [this, id, launcher, reader, name = selected.text()] {
@@ -75,6 +75,7 @@ void LauncherCentre::prepare(LauncherId id, const Launcher &launcher, const Reco
             launch(id, launcher, files);
         }
     });
+    reader->start(databasePath(), selected);
 }
 
 void LauncherCentre::launch(LauncherId id, const Launcher &launcher, const RecordFiles &files)

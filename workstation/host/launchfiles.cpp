@@ -3,8 +3,11 @@
 #include "indexconnection.h"
 #include "selectionstatus.h"
 
-LaunchFiles::LaunchFiles(const QString &indexPath, const RecordSelection &selection, QObject *parent)
+LaunchFiles::LaunchFiles(QObject *parent)
     : QObject(parent)
+{ }
+
+void LaunchFiles::start(const QString &indexPath, const RecordSelection &selection)
 {
     m_reader = std::thread([this, indexPath, selection] {
         {
@@ -18,5 +21,7 @@ LaunchFiles::LaunchFiles(const QString &indexPath, const RecordSelection &select
 LaunchFiles::~LaunchFiles()
 {
     m_stop = true;
-    m_reader.join();
+    if (m_reader.joinable()) {
+        m_reader.join();
+    }
 }

@@ -9,16 +9,18 @@
 
 struct RecordSelection;
 
-/// Reads the files of a selection, of which there may be very many, on a thread of its own that begins at
-/// once. The destructor stops it and waits for it. GUI thread.
+/// Reads the files of a selection, of which there may be very many, on a thread of its own. The destructor
+/// stops it and waits for it. GUI thread.
 class LaunchFiles : public QObject
 {
     Q_OBJECT
 
 public:
-    LaunchFiles(const QString &indexPath, const RecordSelection &selection, QObject *parent);
+    explicit LaunchFiles(QObject *parent);
     ~LaunchFiles() override;
 
+    /// Called once, by whoever has connected to finished() before: it may come at any moment from then on.
+    void start(const QString &indexPath, const RecordSelection &selection);
     /// To be asked after finished().
     const RecordFiles &files() const { return m_files; }
 
