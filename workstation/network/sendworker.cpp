@@ -42,7 +42,7 @@ void SendWorker::run()
         SendQueue queue(store);
         QDeadlineTimer linger(lingerMs);
         while (!mustEnd() && !linger.hasExpired()) {
-            QVector<SendObject> taken = queue.take(m_node->node, QDateTime::currentDateTime(), takenAtOnce);
+            QVector<SendObject> taken = queue.take(m_node->node, QDateTime::currentDateTimeUtc(), takenAtOnce);
             if (taken.isEmpty()) {
                 if (!store.problem().isEmpty()) {
                     m_board.noteProblem(store.problem());
@@ -217,7 +217,7 @@ bool SendWorker::recordOutcome(SendQueue &queue, SendObject object, const StoreO
         return giveBack(queue, {object});
     }
     object.outcome = outcome;
-    object.changed = QDateTime::currentDateTime();
+    object.changed = QDateTime::currentDateTimeUtc();
     ++object.attempts;
     QDateTime notBefore;
     if (outcome.isAccepted()) {

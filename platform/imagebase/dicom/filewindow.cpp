@@ -6,11 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
-/// The header of nearly every file fits; a small file is read by one call.
-constexpr qint64 windowSize = qint64(32) * 1024;
-} // namespace
-
 FileWindow::~FileWindow()
 {
     close();

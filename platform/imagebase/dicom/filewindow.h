@@ -10,6 +10,9 @@
 class FileWindow
 {
 public:
+    /// The header of nearly every file fits; a small file is read by one call.
+    static constexpr qint64 windowSize = qint64(32) * 1024;
+
     FileWindow() = default;
     ~FileWindow();
     FileWindow(const FileWindow &) = delete;

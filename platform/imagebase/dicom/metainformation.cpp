@@ -13,6 +13,8 @@ constexpr quint32 syntaxTag = 0x00020010;
 constexpr quint32 longestUid = 64;
 constexpr qint64 markLength = 4;
 
+} // namespace
+
 QByteArray uidAt(FileWindow &file, const ElementPlace &element)
 {
     const uchar *bytes = element.length <= longestUid ? file.at(element.value, element.length) : nullptr;
@@ -22,8 +24,6 @@ QByteArray uidAt(FileWindow &file, const ElementPlace &element)
     }
     return DicomReader::isUid(QString::fromLatin1(uid)) ? uid : QByteArray();
 }
-
-} // namespace
 
 MetaInformation readMetaInformation(FileWindow &file)
 {

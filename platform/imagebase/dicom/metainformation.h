@@ -1,6 +1,6 @@
 #pragma once
 
-#include "filewindow.h"
+#include "elementcursor.h"
 
 #include <QByteArray>
 
@@ -13,5 +13,7 @@ struct MetaInformation
     qint64 end = 0; ///< where the data set begins; 0 where the file has no meta information
 };
 
+/// The UID that an element holds; empty where it is none.
+QByteArray uidAt(FileWindow &file, const ElementPlace &element);
 /// Reads the group of meta information at a file's beginning; malformed UIDs are left out.
 MetaInformation readMetaInformation(FileWindow &file);

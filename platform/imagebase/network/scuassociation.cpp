@@ -263,6 +263,13 @@ bool ScuAssociation::waitForData(int milliseconds) const
     return line && line->waitForData(milliseconds);
 }
 
+void ScuAssociation::joinWrites(bool on) const
+{
+    if (ScuConnection *line = d->line()) {
+        line->join(on);
+    }
+}
+
 void ScuAssociation::limitCommand(CommandSize size) const
 {
     if (ScuConnection *line = d->line()) {

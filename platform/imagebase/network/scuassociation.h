@@ -95,6 +95,9 @@ public:
     void limitCommand(CommandSize size) const;
     void endOfLimit() const;
 
+    /// While on, what is sent waits for what follows it, so that both leave in one packet.
+    void joinWrites(bool on) const;
+
     /// DCMTK's association while it is open, for the services built on this class; else null.
     T_ASC_Association *native() const;
     /// What DCMTK's word on a service of this association means.

@@ -85,7 +85,7 @@ ssize_t ScuConnection::read(void *buffer, size_t length)
 
 ssize_t ScuConnection::write(void *buffer, size_t length)
 {
-    const int more = isHeadOfData(buffer, length) ? MSG_MORE : 0;
+    const int more = m_isJoining || isHeadOfData(buffer, length) ? MSG_MORE : 0;
     size_t done = 0;
     while (done < length) {
         const ssize_t now = send(getSocket(), static_cast<const char *>(buffer) + done, length - done,

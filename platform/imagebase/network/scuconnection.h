@@ -25,6 +25,8 @@ public:
     ssize_t read(void *buffer, size_t length) override;
     /// All of it, or -1.
     ssize_t write(void *buffer, size_t length) override;
+    /// While on, what is written waits for what follows, as one packet goes faster than two.
+    void join(bool on) { m_isJoining = on; }
     /// From now on the peer may send this much, within this time.
     void limit(qint64 bytes, int milliseconds);
     void unlimit();
@@ -41,6 +43,7 @@ private:
     int m_milliseconds;
     bool *const m_timedOut;
     qint64 m_allowed = -1; ///< bytes; negative for any number
+    bool m_isJoining = false;
     QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };
 

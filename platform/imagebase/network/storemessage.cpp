@@ -81,7 +81,9 @@ bool StoreMessage::open()
 OFCondition StoreMessage::send()
 {
     QByteArray command = storeCommand(m_file, m_association.native()->nextMsgID);
+    m_association.joinWrites(true); // the peer need not wake up for a request without its data
     const OFCondition result = sendPiece(command.data(), command.size(), true, true);
+    m_association.joinWrites(false);
     return result.good() ? sendDataSet() : result;
 }
 

@@ -2,6 +2,7 @@
 
 #include "dcmtkcodecs.h"
 #include "dicomuids.h"
+#include "filewindow.h"
 #include "storemessage.h"
 #include "transfersyntax.h"
 
@@ -78,6 +79,9 @@ void StoreScu::Private::readAhead(const QByteArray &path)
         return;
     }
     ahead = reader.read(path);
+    if (ahead.size <= FileWindow::windowSize) {
+        return; // is in memory by now
+    }
     const int file = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file >= 0) {
         posix_fadvise(file, 0, far, POSIX_FADV_WILLNEED);
