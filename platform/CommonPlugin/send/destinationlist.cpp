@@ -1,6 +1,7 @@
 #include "destinationlist.h"
 
 #include "echocheck.h"
+#include "listheight.h"
 #include "plaintooltip.h"
 #include "transfertext.h"
 
@@ -47,7 +48,7 @@ void DestinationList::build()
     m_list->setColumnWidth(NameColumn, nameCharacters * character);
     m_list->setColumnWidth(AeTitleColumn, titleCharacters * character);
     m_list->setColumnWidth(AddressColumn, addressCharacters * character);
-    m_list->setMinimumHeight(visibleRows * m_list->fontMetrics().height() * 3 / 2);
+    m_list->setMinimumHeight(heightOfRows(*m_list, visibleRows));
     connect(m_list, &QTreeWidget::itemChanged, this, &DestinationList::chosenChanged);
     m_check = new QPushButton(tr("&Check Connection"), this);
     m_check->setObjectName(QStringLiteral("echo"));

@@ -1,6 +1,7 @@
 #include "dicomsend.h"
 
 #include "destinationlist.h"
+#include "listheight.h"
 #include "personname.h"
 #include "sendnotifier.h"
 #include "sendprogresspanel.h"
@@ -18,8 +19,9 @@
 
 namespace {
 
-constexpr QSize firstSize{900, 620};
-constexpr int visibleRecords = 3;
+constexpr QSize firstSize{920, 680};
+constexpr int visibleRecords = 2;
+constexpr int namedPatients = 3; ///< by the label of a send
 constexpr int nameCharacters = 44;
 constexpr int modalityCharacters = 14;
 enum RecordColumn { NameColumn, ModalityColumn, CountColumn };
@@ -60,8 +62,8 @@ void dicomSend::build()
     connect(m_progress, &SendProgressPanel::sendingChanged, this, &dicomSend::askAnew);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(buildRecords(), 2);
-    layout->addWidget(buildDestinations(), 2);
-    layout->addWidget(m_progress, 3);
+    layout->addWidget(buildDestinations(), 3);
+    layout->addWidget(m_progress, 4);
     layout->addLayout(buildButtons());
 }
 
@@ -74,7 +76,7 @@ QWidget *dicomSend::buildRecords()
     m_records->setHeaderLabels({tr("Patient"), tr("Modality"), tr("Files")});
     m_records->setRootIsDecorated(false);
     m_records->setUniformRowHeights(true);
-    m_records->setMinimumHeight(visibleRecords * fontMetrics().height() * 3 / 2);
+    m_records->setMinimumHeight(heightOfRows(*m_records, visibleRecords));
     const int character = fontMetrics().averageCharWidth();
     m_records->setColumnWidth(NameColumn, nameCharacters * character);
     m_records->setColumnWidth(ModalityColumn, modalityCharacters * character);
@@ -156,16 +158,19 @@ void dicomSend::showRecords(
 {
     const QLocale locale;
     m_records->clear();
+    m_patients.clear();
     QList<QTreeWidgetItem *> items;
     for (int i = 0; i < names.size(); ++i) {
         const QString shown = personNameForDisplay(names[i]);
         const QString name = shown.isEmpty() ? tr("(no name)") : shown;
+        m_patients.append(name);
         const QString count = i < counts.size() ? locale.toString(counts[i]) : QString();
         items.append(new QTreeWidgetItem({name, modalities.value(i), count}));
     }
     m_records->addTopLevelItems(items);
-    m_total->setText(tr("%n patient(s)", nullptr, names.size()) + QStringLiteral(", ")
-        + tr("%n file(s)", nullptr, m_files.size()));
+    m_total->setText(
+        tr("%1, %2", "patients, files")
+            .arg(tr("%Ln patient(s)", nullptr, names.size()), tr("%Ln file(s)", nullptr, m_files.size())));
 }
 
 void dicomSend::send()
@@ -178,13 +183,18 @@ void dicomSend::send()
         const auto ask = [this, &destination] {
             emit sendDicomfiles(m_files, destination.aeTitle, destination.ip, destination.port);
         };
-        untold += SendNotifier::instance()->request(ask) > 0 ? 0 : m_files.size();
+        untold += SendNotifier::instance()->request(ask, labelFor(destination.name)) > 0 ? 0 : m_files.size();
     }
     m_isAsked = true;
     if (untold > 0) {
         m_progress->expect(untold);
     }
     enableSend();
+}
+
+SendLabel dicomSend::labelFor(const QString &destination) const
+{
+    return {destination, m_patients.mid(0, namedPatients), m_patients.size()};
 }
 
 /// What was sent may be sent again.

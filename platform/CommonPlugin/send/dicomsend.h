@@ -11,6 +11,7 @@ class QLabel;
 class QPushButton;
 class QTreeWidget;
 class SendProgressPanel;
+struct SendLabel;
 
 /**
  * The dialog that sends images to DICOM destinations: whose images, where to, and how it goes.
@@ -58,8 +59,10 @@ private:
     void askAnew();
     void enableSend();
     QString obstacle() const;
+    SendLabel labelFor(const QString &destination) const;
 
     QStringList m_files;
+    QStringList m_patients; ///< as they are shown
     bool m_isAsked = false; ///< just these files for just these destinations
     QTreeWidget *m_records = nullptr;
     QLabel *m_total = nullptr;

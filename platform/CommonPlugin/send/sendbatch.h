@@ -25,8 +25,13 @@ public:
     qint64 sent() const { return m_sent; }
     qint64 failed() const { return m_failed; }
     double perSecond() const { return m_rate.filesPerSecond(); }
-    /// -1 where that cannot be said
-    qint64 millisecondsLeft() const { return m_rate.millisecondsFor(m_total - m_sent - m_failed); }
+    /// Sends whose destinations cannot be worked with at the moment.
+    int away() const { return m_away; }
+    /// -1 where that cannot be said, as while a destination is away
+    qint64 millisecondsLeft() const
+    {
+        return m_away > 0 ? -1 : m_rate.millisecondsFor(m_total - m_sent - m_failed);
+    }
 
 private:
     void addUp(const QVector<SentJob> &jobs, qint64 elapsedMs);
@@ -38,6 +43,7 @@ private:
     qint64 m_total = 0;
     qint64 m_sent = 0;
     qint64 m_failed = 0;
+    int m_away = 0;
     bool m_isRunning = false;
     ImportRate m_rate;
 };

@@ -47,9 +47,10 @@ void SendNotifier::forgetAll()
     }
 }
 
-qint64 SendNotifier::request(const std::function<void()> &emitRequest)
+qint64 SendNotifier::request(const std::function<void()> &emitRequest, const SendLabel &label)
 {
     const QScopedValueRollback<bool> requesting(m_isRequesting, true);
+    const QScopedValueRollback<SendLabel> labelled(m_label, label);
     m_taken = 0;
     emitRequest();
     return m_taken;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commonplugin_export.h"
+#include "sendlabel.h"
 #include "sentjob.h"
 
 #include <QObject>
@@ -29,6 +30,8 @@ public:
     /// @{
     /// Whether the dialog is asking at this moment: the request comes from it, and not from a forwarding.
     bool isRequesting() const { return m_isRequesting; }
+    /// What people know the request that is being made by.
+    const SendLabel &label() const { return m_label; }
     /// The request that is being made has become this job.
     void taken(const SentJob &job);
     /// The job stands so now. Also for jobs of an earlier run of the program that go on.
@@ -46,7 +49,7 @@ public:
     /// @name The dialog's side
     /// @{
     /// Runs what emits a request. @return the job that the host has made of it; 0 where it told none
-    qint64 request(const std::function<void()> &emitRequest);
+    qint64 request(const std::function<void()> &emitRequest, const SendLabel &label = {});
     /// In the order of their first mention.
     const QVector<SentJob> &jobs() const { return m_jobs; }
     /// The job with this id; one without id where there is none.
@@ -69,6 +72,7 @@ private:
 
     bool m_isRequesting = false;
     qint64 m_taken = 0;
+    SendLabel m_label; ///< while a request is made
     QVector<SentJob> m_jobs;
     QPointer<const QObject> m_failureHost;
     FailureReader m_failureReader;

@@ -1,5 +1,7 @@
 #include "sendprogresspanel.h"
 
+#include "detaillabel.h"
+#include "listheight.h"
 #include "plaintableview.h"
 #include "plaintooltip.h"
 #include "sendfailuremodel.h"
@@ -18,15 +20,17 @@
 namespace {
 
 constexpr int updateMs = 100;
+constexpr int tickMs = 1000;
 constexpr int barSteps = 1000;
-constexpr int visibleJobs = 2;
-constexpr int visibleFailures = 3;
-constexpr int destinationCharacters = 22;
+constexpr int visibleJobs = 3;
+constexpr int visibleFailures = 3; ///< with the header
+constexpr int destinationCharacters = 26;
+constexpr int subjectCharacters = 20;
 constexpr int stateCharacters = 12;
-constexpr int countCharacters = 36;
-constexpr int fileCharacters = 46;
+constexpr int countCharacters = 28;
+constexpr int fileCharacters = 40;
 constexpr int jobRole = Qt::UserRole;
-enum JobColumn { DestinationColumn, StateColumn, CountColumn, NoticeColumn };
+enum JobColumn { DestinationColumn, SubjectColumn, StateColumn, CountColumn, NoticeColumn };
 
 /// 0 for no line.
 qint64 jobOf(const QTreeWidgetItem *item)
@@ -43,7 +47,9 @@ SendProgressPanel::SendProgressPanel(QWidget *parent)
     build();
     m_update.setSingleShot(true);
     m_update.setInterval(updateMs);
+    m_tick.setInterval(tickMs);
     connect(&m_update, &QTimer::timeout, this, &SendProgressPanel::update);
+    connect(&m_tick, &QTimer::timeout, this, &SendProgressPanel::update);
     const auto later = [this] {
         if (!m_update.isActive()) {
             m_update.start();
@@ -78,15 +84,21 @@ QWidget *SendProgressPanel::buildJobs()
     m_jobs = new QTreeWidget(area);
     m_jobs->setObjectName(QStringLiteral("jobs"));
     m_jobs->setAccessibleName(tr("Sends"));
-    m_jobs->setHeaderLabels({tr("Destination"), tr("State"), tr("Sent"), tr("Notice")});
+    m_jobs->setHeaderLabels({tr("Destination"), tr("Patient"), tr("State"), tr("Sent"), tr("Notice")});
     m_jobs->setRootIsDecorated(false);
     m_jobs->setUniformRowHeights(true);
-    m_jobs->setMinimumHeight(visibleJobs * fontMetrics().height() * 3 / 2);
+    m_jobs->setMinimumHeight(heightOfRows(*m_jobs, visibleJobs));
     const int character = fontMetrics().averageCharWidth();
     m_jobs->setColumnWidth(DestinationColumn, destinationCharacters * character);
+    m_jobs->setColumnWidth(SubjectColumn, subjectCharacters * character);
     m_jobs->setColumnWidth(StateColumn, stateCharacters * character);
     m_jobs->setColumnWidth(CountColumn, countCharacters * character);
-    connect(m_jobs, &QTreeWidget::currentItemChanged, this, &SendProgressPanel::enableButtons);
+    m_notice = new DetailLabel(area);
+    m_notice->setObjectName(QStringLiteral("notice"));
+    connect(m_jobs, &QTreeWidget::currentItemChanged, this, [this] {
+        showDetails();
+        enableButtons();
+    });
     m_cancel = addButton(tr("Ca&ncel Send"), QStringLiteral("cancelSend"),
         tr("Send no more to the destination of this line; what it has taken stays there"));
     m_retry = addButton(tr("&Retry Failed"), QStringLiteral("retry"),
@@ -97,9 +109,10 @@ QWidget *SendProgressPanel::buildJobs()
     connect(m_retry, &QPushButton::clicked, this,
         [this, notifier] { emit notifier->retryRequested(currentJob()); });
     auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_cancel);
-    buttons->addWidget(m_retry);
+    buttons->addWidget(m_notice, 1);
     buttons->addStretch();
+    buttons->addWidget(m_cancel, 0, Qt::AlignTop);
+    buttons->addWidget(m_retry, 0, Qt::AlignTop);
     auto *layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_jobs, 1);
@@ -119,14 +132,20 @@ QWidget *SendProgressPanel::buildFailures()
     m_failures->setAccessibleName(tr("Images that were not taken"));
     m_failures->setModel(m_failureModel);
     m_failures->setColumnCharacters(SendFailureModel::FileColumn, fileCharacters);
+    m_failures->setPathColumn(SendFailureModel::FileColumn);
     m_failures->setColumnCharacters(SendFailureModel::DestinationColumn, destinationCharacters);
     m_failures->setMinimumHeight(visibleFailures * fontMetrics().height() * 3 / 2);
+    m_reason = new DetailLabel(area);
+    m_reason->setObjectName(QStringLiteral("reason"));
+    connect(m_failures->selectionModel(), &QItemSelectionModel::currentChanged, this,
+        &SendProgressPanel::showDetails);
     m_failureCaption = new QLabel(area);
     m_failureCaption->setBuddy(m_failures);
     auto *layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_failureCaption);
     layout->addWidget(m_failures, 1);
+    layout->addWidget(m_reason);
     return area;
 }
 
@@ -160,8 +179,14 @@ void SendProgressPanel::update()
     showBatch();
     showJobs();
     showFailures();
+    showDetails();
     enableButtons();
     setVisible(!m_batch.isEmpty() || m_jobs->topLevelItemCount() > 0);
+    if (m_batch.isRunning() && !m_tick.isActive()) {
+        m_tick.start();
+    } else if (!m_batch.isRunning()) {
+        m_tick.stop();
+    }
     if (wasSending != m_batch.isRunning()) {
         emit sendingChanged();
     }
@@ -173,6 +198,10 @@ void SendProgressPanel::showBatch()
     if (m_batch.isRunning()) {
         const QString rate = TransferText::ofRate(m_batch.perSecond(), m_batch.millisecondsLeft());
         text += rate.isEmpty() ? QString() : QStringLiteral(" – ") + rate;
+        if (m_batch.away() > 0) {
+            text += QStringLiteral(" – ")
+                + tr("%n destination(s) cannot be reached now", nullptr, m_batch.away());
+        }
         const qint64 done = m_batch.sent() + m_batch.failed();
         m_bar->setRange(0, m_batch.total() > 0 ? barSteps : 0);
         m_bar->setValue(m_batch.total() > 0 ? int(done * barSteps / m_batch.total()) : 0);
@@ -221,6 +250,7 @@ void SendProgressPanel::fillItem(QTreeWidgetItem *item, const SentJob &job)
     };
     item->setData(DestinationColumn, jobRole, job.id);
     set(DestinationColumn, job.destination);
+    set(SubjectColumn, job.subject);
     set(StateColumn, TransferText::ofState(job.state));
     set(CountColumn, TransferText::ofCounts(job.accepted, job.total, job.failed));
     QString notice = job.notice;
@@ -243,6 +273,17 @@ void SendProgressPanel::showFailures()
     m_failureModel->show(parts);
     m_failureCaption->setText(tr("N&ot taken: %1").arg(QLocale().toString(m_failureModel->rowCount())));
     m_failureArea->setVisible(!parts.isEmpty());
+}
+
+/// What the lists cut.
+void SendProgressPanel::showDetails()
+{
+    const QTreeWidgetItem *job = m_jobs->currentItem();
+    m_notice->setDetail(job ? job->text(NoticeColumn) : QString());
+    const QModelIndex failure = m_failures->currentIndex();
+    m_reason->setDetail(failure.isValid()
+            ? failure.siblingAtColumn(SendFailureModel::ReasonColumn).data().toString()
+            : QString());
 }
 
 void SendProgressPanel::enableButtons()

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class DetailLabel;
 class PlainTableView;
 class QLabel;
 class QProgressBar;
@@ -43,18 +44,22 @@ private:
     void showJobs();
     void fillItem(QTreeWidgetItem *item, const SentJob &job);
     void showFailures();
+    void showDetails();
     void enableButtons();
     qint64 currentJob() const;
 
     SendBatch m_batch;
     QElapsedTimer m_time;
     QTimer m_update; ///< one for however many changes
+    QTimer m_tick; ///< time goes on where nothing changes
     QLabel *m_headline = nullptr;
     QProgressBar *m_bar = nullptr;
     QTreeWidget *m_jobs = nullptr;
+    DetailLabel *m_notice = nullptr; ///< of the chosen send
     SendFailureModel *m_failureModel = nullptr;
     QLabel *m_failureCaption = nullptr;
     PlainTableView *m_failures = nullptr;
+    DetailLabel *m_reason = nullptr; ///< of the chosen failure
     QWidget *m_jobArea = nullptr;
     QWidget *m_failureArea = nullptr;
     QPushButton *m_retry = nullptr;

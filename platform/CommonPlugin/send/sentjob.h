@@ -16,10 +16,12 @@ enum class SendState {
 struct SentJob
 {
     qint64 id = 0; ///< the host's; above 0
-    QString destination; ///< for people: its name or AE title
+    QString destination; ///< for people: its name and AE title
+    QString subject; ///< for people: whose images; empty where the host does not say
     SendState state = SendState::Waiting;
     /// Says why it waits, for people; empty where it does not, or where there is nothing to say.
     QString notice;
+    bool isAway = false; ///< its destination cannot be worked with at the moment
     qint64 total = 0; ///< of its files; what is no instance is taken off once it is known
     qint64 accepted = 0; ///< by the peer, with warnings or without
     qint64 warned = 0; ///< of the accepted ones

@@ -123,16 +123,16 @@ QString plainText(StoreProblem problem)
     }
 }
 
+} // namespace
+
+namespace TransferText {
+
 QString withDetail(const QString &sentence, const QString &detail)
 {
     return detail.isEmpty()
         ? sentence
         : Text::tr("%1: %2", "what happened: in the system's words").arg(sentence, detail);
 }
-
-} // namespace
-
-namespace TransferText {
 
 QString of(const NetworkFailure &failure)
 {
@@ -213,9 +213,23 @@ QString ofFault(DestinationFault fault, const QString &name)
     return {};
 }
 
+QString ofDestination(const QString &name, const QString &aeTitle)
+{
+    return name.isEmpty() || name == aeTitle
+        ? aeTitle
+        : Text::tr("%1 (%2)", "name of a destination (its AE title)").arg(name, aeTitle);
+}
+
+QString ofPatients(const QStringList &names, int count)
+{
+    const QString listed = names.join(Text::tr(", ", "between names"));
+    const int more = count - names.size();
+    return more > 0 ? Text::tr("%1 and %Ln more", "names of patients", more).arg(listed) : listed;
+}
+
 QString ofCounts(qint64 sent, qint64 total, qint64 failed)
 {
-    const QString counts = Text::tr("%1 of %2 images sent").arg(number(sent), number(total));
+    const QString counts = Text::tr("%1 of %Ln image(s) sent", nullptr, int(total)).arg(number(sent));
     return failed > 0 ? Text::tr("%1, %2 failed").arg(counts, number(failed)) : counts;
 }
 

@@ -1,12 +1,32 @@
 #include "plaintableview.h"
 
+#include "emptytext.h"
+
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <numeric>
+
+namespace {
+
+class PathDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideMiddle;
+    }
+};
+
+} // namespace
 
 PlainTableView::PlainTableView(QWidget *parent)
     : QTableView(parent)
@@ -15,7 +35,6 @@ PlainTableView::PlainTableView(QWidget *parent)
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setTextElideMode(Qt::ElideMiddle);
     setWordWrap(false);
     setTabKeyNavigation(false);
     setShowGrid(false);
@@ -62,7 +81,28 @@ void PlainTableView::setColumnCharacters(int column, int characters)
     setColumnWidth(column, characters * fontMetrics().averageCharWidth());
 }
 
+void PlainTableView::setPathColumn(int column)
+{
+    setItemDelegateForColumn(column, new PathDelegate(this));
+}
+
+void PlainTableView::setEmptyText(const QString &text)
+{
+    m_emptyText = text;
+    viewport()->update();
+}
+
+void PlainTableView::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    paintEmptyText(this, m_emptyText);
+}
+
 void PlainTableView::copyRows() const
 {
+    if (m_copying) {
+        m_copying();
+        return;
+    }
     QGuiApplication::clipboard()->setText(selectedText());
 }
