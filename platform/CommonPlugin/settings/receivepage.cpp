@@ -32,22 +32,38 @@ void ReceivePage::build()
     m_callers = new QLineEdit(this);
     m_callers->setObjectName(QStringLiteral("receiveCallers"));
     m_callers->setPlaceholderText(tr("anybody"));
-    m_private = new QCheckBox(tr("Take objects of pri&vate classes too"), this);
+    m_private =
+        new QCheckBox(tr("Also take objects of pri&vate kinds, which only some programs can show"), this);
     m_private->setObjectName(QStringLiteral("receivePrivate"));
 
+    connect(m_enabled, &QCheckBox::toggled, this, &ReceivePage::enableFields);
+
+    auto *own = new QFormLayout;
+    own->addRow(tr("AE &title of this workstation:"), m_aeTitle);
     auto *form = new QFormLayout;
-    form->addRow(tr("Our AE &title:"), m_aeTitle);
     form->addRow(tr("Reac&hable from:"), m_address);
     form->addRow(tr("&Port:"), m_port);
-    form->addRow(tr("&Senders:"), m_callers);
+    form->addRow(tr("A&ccept only from:"), m_callers);
     auto *layout = new QVBoxLayout(this);
+    layout->addLayout(own);
     layout->addWidget(m_enabled);
     layout->addLayout(form);
     layout->addWidget(m_private);
     addHint(layout,
-        tr("Senders are AE titles, parted by commas. Received images are kept in the store beside the index. "
-           "Takes effect at once; our AE title is also the one that we send under."));
+        tr("Sending, searching and retrieving use the same AE title. Name those who may send by their AE "
+           "titles, "
+           "parted by commas; with none named, everybody may. What is received is kept in the store beside "
+           "the "
+           "index. Takes effect at once."));
     layout->addStretch();
+}
+
+/// The AE title is used for sending, too.
+void ReceivePage::enableFields()
+{
+    for (QWidget *field : std::initializer_list<QWidget *>{m_address, m_port, m_callers, m_private}) {
+        field->setEnabled(m_enabled->isChecked());
+    }
 }
 
 void ReceivePage::read()
@@ -65,6 +81,7 @@ void ReceivePage::read()
     m_port->setValue(m_stored.port);
     m_callers->setText(m_stored.callers.join(QStringLiteral(", ")));
     m_private->setChecked(m_stored.acceptPrivateClasses);
+    enableFields();
     m_firstShown = shown();
 }
 
@@ -113,13 +130,15 @@ QString ReceivePage::fault() const
     }
     switch (settings.fault()) {
     case ReceiveSettings::Fault::BadAeTitle:
-        return tr("Our AE title must be 1 to 16 characters of plain ASCII without backslash.");
+        return tr(
+            "The AE title of this workstation must be 1 to 16 characters of plain ASCII without backslash.");
     case ReceiveSettings::Fault::BadAddress:
         return tr("%1 is no numeric address.").arg(settings.address);
     case ReceiveSettings::Fault::BadPort:
         return tr("The port must be 1 to 65535.");
     case ReceiveSettings::Fault::BadCaller:
-        return tr("Each sender must be an AE title of 1 to 16 characters of plain ASCII without backslash.");
+        return tr("Each of those who may send must be an AE title of 1 to 16 characters of plain ASCII "
+                  "without backslash.");
     case ReceiveSettings::Fault::None:
         break;
     }

@@ -22,6 +22,7 @@ public:
 
 private:
     void build();
+    void enableFields();
     ReceiveSettings shown() const;
     ReceiveSettings wanted() const;
 
