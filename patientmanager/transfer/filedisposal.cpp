@@ -17,11 +17,6 @@ namespace {
 const QLatin1Char separator('/');
 constexpr int foldersAbove = 2;
 
-QString folderOf(const QString &path)
-{
-    return path.left(std::max(0, path.lastIndexOf(separator)));
-}
-
 /// Whether it names one place, and not another one to the system than it seems to.
 bool isPlain(const QString &path)
 {
@@ -72,9 +67,10 @@ void FileDisposal::removeFile(const QString &path, bool isCopy)
     } else {
         m_failed.append({path, error});
     }
-    m_touched.insert(folderOf(path));
+    const QString folder = QFileInfo(path).path();
+    m_touched.insert(folder);
     if (isCopy) {
-        m_touchedByCopies.insert(folderOf(path));
+        m_touchedByCopies.insert(folder);
     }
 }
 
@@ -89,7 +85,7 @@ bool FileDisposal::isToGo(const QString &path, bool isCopy)
 bool FileDisposal::isOurs(const QString &path)
 {
     if (path.startsWith(m_store + separator)) {
-        return isOwnFolder(folderOf(path));
+        return isOwnFolder(QFileInfo(path).path());
     }
     constexpr int levelsOfStore = 5; // store/patient/study/series/file
     return path.section(separator, -levelsOfStore, -levelsOfStore) != m_store.section(separator, -1);
@@ -116,7 +112,7 @@ void FileDisposal::removeFolders(bool lastWasCopy)
         for (int i = 0; i < foldersAbove; ++i) {
             QSet<QString> above;
             for (const QString &folder : qAsConst(m_touchedByCopies)) {
-                above.insert(folderOf(folder));
+                above.insert(QFileInfo(folder).path());
             }
             removeEmpty(above);
             m_touchedByCopies = above;
@@ -129,7 +125,7 @@ void FileDisposal::removeFolders(bool lastWasCopy)
 void FileDisposal::removeEmpty(const QSet<QString> &folders) const
 {
     for (const QString &folder : folders) {
-        const bool holdsStore = folder.isEmpty() || (m_store + separator).startsWith(folder + separator);
+        const bool holdsStore = (m_store + separator).startsWith(folder + separator);
         if (!holdsStore) {
             rmdir(QFile::encodeName(folder).constData());
         }

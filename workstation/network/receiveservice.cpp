@@ -4,8 +4,7 @@
 #include "objectspool.h"
 #include "settingsnotifier.h"
 #include "spoolindexer.h"
-
-#include <cstring>
+#include "systemtext.h"
 
 namespace {
 
@@ -125,7 +124,7 @@ void ReceiveService::tell()
 void ReceiveService::listen(const ReceiveSettings &settings)
 {
     if (m_work->error != 0) {
-        m_failure = {ListenFailure::Reason::Other, QString::fromLocal8Bit(std::strerror(m_work->error))};
+        m_failure = {ListenFailure::Reason::Other, systemText(m_work->error)};
     } else {
         m_work->port = std::make_unique<StoreScp>(portSettings(settings), *m_work->provider);
         m_failure = m_work->port->start();
@@ -141,8 +140,7 @@ ReceiveStatus ReceiveService::status() const
     ReceiveStatus status;
     status.failure = m_failure;
     if (m_work) {
-        status.spoolProblem =
-            m_work->error != 0 ? QString::fromLocal8Bit(std::strerror(m_work->error)) : QString();
+        status.spoolProblem = m_work->error != 0 ? systemText(m_work->error) : QString();
         status.listening = m_work->port != nullptr;
         status.port = m_work->port ? m_work->port->port() : 0;
         status.counts = m_work->journal.counts();

@@ -37,11 +37,6 @@ int makePath(const QString &folder)
     return errno != 0 ? errno : EACCES;
 }
 
-QString folderOf(const QString &path)
-{
-    return path.left(path.lastIndexOf(QLatin1Char('/')));
-}
-
 } // namespace
 
 ExportStage::ExportStage(QString folder)
@@ -116,7 +111,7 @@ QString ExportStage::path(const QString &name) const
 
 int ExportStage::makeFolderOf(const QString &name) const
 {
-    const QString folder = folderOf(path(name));
+    const QString folder = QFileInfo(path(name)).path();
     if (folder == m_lastFolder) {
         return 0;
     }
@@ -128,7 +123,7 @@ int ExportStage::makeFolderOf(const QString &name) const
 int ExportStage::moveOut(const QString &name, bool replace) const
 {
     const QString target = m_folder + QLatin1Char('/') + name;
-    const QString folder = folderOf(target);
+    const QString folder = QFileInfo(target).path();
     if (folder != m_lastFolder) {
         const int error = makePath(folder);
         if (error != 0) {

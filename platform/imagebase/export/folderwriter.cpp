@@ -4,13 +4,13 @@
 #include "filecopy.h"
 #include "filedescriptor.h"
 #include "mediawriter.h"
+#include "systemtext.h"
 #include "writeproblem.h"
 #include "zipwriter.h"
 
 #include <QFile>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <vector>
 
@@ -32,15 +32,14 @@ int errorOfReading(const QByteArray &path)
 
 ExportWriter::Outcome notWritten(int systemError)
 {
-    return {ExportProblem::NotWritten, QString::fromLocal8Bit(std::strerror(systemError)),
-        isDiskFull(systemError), false};
+    return {ExportProblem::NotWritten, systemText(systemError), isDiskFull(systemError), false};
 }
 
 ExportWriter::Outcome notRead(int systemError)
 {
     const bool missing = systemError == ENOENT || systemError == ENOTDIR;
     return {missing ? ExportProblem::SourceMissing : ExportProblem::SourceUnreadable,
-        missing ? QString() : QString::fromLocal8Bit(std::strerror(systemError)), false, false};
+        missing ? QString() : systemText(systemError), false, false};
 }
 
 void forgetCached(const QString &path)

@@ -4,6 +4,7 @@
 #include "filecopy.h"
 #include "filedescriptor.h"
 #include "importreport.h"
+#include "systemtext.h"
 
 #include <QFile>
 #include <QStorageInfo>
@@ -150,7 +151,7 @@ bool ArchiveReader::unpack(archive *reader, Entry *entry, WalkedFile *member)
     const int error = to < 0 ? temporary.systemError : copyData(reader, to, member);
     if (error != 0) {
         member->reason = FileReason::CopyFailed;
-        member->detail = QString::fromLocal8Bit(std::strerror(error));
+        member->detail = systemText(error);
         member->systemError = error;
     }
     struct stat status = {};

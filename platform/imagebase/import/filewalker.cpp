@@ -1,5 +1,7 @@
 #include "filewalker.h"
 
+#include "systemtext.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -134,7 +136,7 @@ bool FileWalker::refuse(const QByteArray &path, FileReason reason, int systemErr
     file.path = path;
     file.reason = reason;
     if (systemError != 0) {
-        file.detail = QString::fromLocal8Bit(std::strerror(systemError));
+        file.detail = systemText(systemError);
     }
     return m_sink(std::move(file));
 }

@@ -4,13 +4,13 @@
 #include "databaseerror.h"
 #include "filecompare.h"
 #include "filecopy.h"
+#include "systemtext.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QVariant>
 
 #include <cerrno>
-#include <cstring>
 #include <unistd.h>
 
 namespace {
@@ -131,8 +131,7 @@ bool IndexWriter::writeImage(ReadFile &file)
         return false;
     }
     if (file.copyError != 0) {
-        countIssue(file, FileVerdict::Refused, FileReason::CopyFailed,
-            QString::fromLocal8Bit(std::strerror(file.copyError)));
+        countIssue(file, FileVerdict::Refused, FileReason::CopyFailed, systemText(file.copyError));
         return true;
     }
     std::optional<KnownInstance> known;
@@ -332,7 +331,7 @@ bool IndexWriter::failOnDatabase()
 void IndexWriter::failOnCopy(int systemError)
 {
     m_end = isDiskFull(systemError) ? ImportEnd::DiskFull : ImportEnd::IndexFailed;
-    m_endDetail = QString::fromLocal8Bit(std::strerror(systemError));
+    m_endDetail = systemText(systemError);
 }
 
 void IndexWriter::countIssue(

@@ -2,22 +2,11 @@
 
 #include "indexconnection.h"
 #include "nativehandle.h"
+#include "stopflag.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
-
-namespace {
-
-/// SQLite's virtual machine asks after this many steps whether to go on: some milliseconds.
-constexpr int stepsBetweenLooks = 10'000;
-
-int lookAtStop(void *stop)
-{
-    return static_cast<const std::atomic<bool> *>(stop)->load() ? 1 : 0;
-}
-
-} // namespace
 
 QString firstDamage(const QString &databasePath, const std::atomic<bool> &stop)
 {
@@ -26,8 +15,7 @@ QString firstDamage(const QString &databasePath, const std::atomic<bool> &stop)
         return connection.failure().detail;
     }
     if (sqlite3 *native = nativeHandle(connection.database())) {
-        sqlite3_progress_handler(
-            native, stepsBetweenLooks, lookAtStop, const_cast<std::atomic<bool> *>(&stop));
+        StopFlag::watch(native, stop);
     }
     QSqlQuery query(connection.database());
     const bool read = query.exec(QStringLiteral("PRAGMA quick_check(1)")) && query.next();

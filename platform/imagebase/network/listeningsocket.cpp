@@ -1,7 +1,8 @@
 #include "listeningsocket.h"
 
+#include "systemtext.h"
+
 #include <cerrno>
-#include <cstring>
 #include <memory>
 
 #include <netdb.h>
@@ -16,7 +17,7 @@ constexpr int backlog = 256;
 ListenFailure failureOf(int error)
 {
     using Reason = ListenFailure::Reason;
-    const QString word = QString::fromLocal8Bit(std::strerror(error));
+    const QString word = systemText(error);
     switch (error) {
     case EADDRINUSE:
         return {Reason::PortBusy, word};

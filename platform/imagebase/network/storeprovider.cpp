@@ -7,9 +7,9 @@
 #include "receivejournal.h"
 #include "spoolfile.h"
 #include "spoolindexer.h"
+#include "systemtext.h"
 
 #include <cerrno>
-#include <cstring>
 #include <memory>
 
 #include <dcmtk/config/osconfig.h>
@@ -101,8 +101,7 @@ void StoreRequest::refuse(quint16 status, ReceiveProblem problem, const QString 
 void StoreRequest::refuseForSystem(int error)
 {
     refuse(STATUS_STORE_Refused_OutOfResources,
-        isDiskFull(error) ? ReceiveProblem::DiskFull : ReceiveProblem::WriteFailed,
-        QString::fromLocal8Bit(std::strerror(error)));
+        isDiskFull(error) ? ReceiveProblem::DiskFull : ReceiveProblem::WriteFailed, systemText(error));
 }
 
 /// Whether the request itself can be served.
