@@ -7,7 +7,6 @@
 #include "patientsearch.h"
 #include "searchbench.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -15,18 +14,6 @@
 namespace {
 
 constexpr BigIndexSize whole{100'000, 3, 0, 0, 0, 0};
-
-QString fill(const QStringList &arguments)
-{
-    QFile::remove(arguments.at(1));
-    QString error = GuiBench::openIndex(arguments.at(1));
-    if (error.isEmpty()) {
-        BigIndexSize size = whole;
-        size.patients = size.patients * arguments.value(2, QStringLiteral("100")).toInt() / 100;
-        error = fillBigIndex(size);
-    }
-    return error;
-}
 
 /// Processor time of reading the index for the first time, after one write, and what it takes in memory.
 QJsonObject measureReading(const QString &path, int rounds)
@@ -79,6 +66,7 @@ int main(int argc, char **argv)
     qputenv("QT_NO_GLIB", "1"); // the other dispatcher says exactly when it waits
     return GuiBench::run(argc, argv, 2, "bench_search fill INDEX [PERCENT] | run INDEX ROUNDS [FOLDER]",
         [](const QStringList &arguments) {
-            return arguments.at(0) == QLatin1String("fill") ? fill(arguments) : measure(arguments);
+            return arguments.at(0) == QLatin1String("fill") ? GuiBench::fillIndex(arguments, whole)
+                                                            : measure(arguments);
         });
 }

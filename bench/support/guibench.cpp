@@ -3,6 +3,7 @@
 #include "createconnection.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -11,6 +12,14 @@ QString GuiBench::openIndex(const QString &path)
 {
     setDatabasePath(path);
     return createConnection() ? QString() : path + QStringLiteral(": ") + connectionFailure().detail;
+}
+
+QString GuiBench::fillIndex(const QStringList &arguments, BigIndexSize whole)
+{
+    QFile::remove(arguments.at(1));
+    const QString error = openIndex(arguments.at(1));
+    whole.patients = whole.patients * arguments.value(2, QStringLiteral("100")).toInt() / 100;
+    return error.isEmpty() ? fillBigIndex(whole) : error;
 }
 
 int GuiBench::run(int argc, char **argv, int least, const char *usage,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "bigindex.h"
+
 #include <QStringList>
 
 #include <functional>
@@ -9,6 +11,10 @@ namespace GuiBench {
 
 /// Opens an index as the default connection, making it where it is not there. @return why that failed
 QString openIndex(const QString &path);
+
+/// Makes an index anew: arguments are the word that asks for it, the file, and what part of the whole it
+/// shall have, in percent. @return why that failed
+QString fillIndex(const QStringList &arguments, BigIndexSize whole);
 
 /**
  * The main() of such a program: an application without the user's settings, offscreen where nothing else is

@@ -6,7 +6,6 @@
 #include "rawread.h"
 #include "treebench.h"
 
-#include <QFile>
 #include <QSqlQuery>
 
 namespace {
@@ -45,12 +44,8 @@ void storeInquiries()
 
 QString fill(const QStringList &arguments)
 {
-    QFile::remove(arguments.at(1));
-    QString error = GuiBench::openIndex(arguments.at(1));
+    const QString error = GuiBench::fillIndex(arguments, whole);
     if (error.isEmpty()) {
-        BigIndexSize size = whole;
-        size.patients = size.patients * arguments.value(2, QStringLiteral("100")).toInt() / 100;
-        error = fillBigIndex(size);
         storeInquiries();
     }
     return error;
