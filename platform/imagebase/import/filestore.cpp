@@ -10,9 +10,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSqlQuery>
 #include <QStorageInfo>
-#include <QVariant>
 
 #include <cerrno>
 #include <csignal>
@@ -249,23 +247,4 @@ QString FileStore::freePlaceFor(const DicomHeader &header, const IsTaken &isTake
             + QLatin1String(fileSuffix);
     }
     return candidate;
-}
-
-void FileStore::removeObsolete(const QSqlDatabase &db)
-{
-    QStringList done;
-    QSqlQuery query(db);
-    query.exec(QStringLiteral("SELECT FilePath FROM obsoletefile"));
-    while (query.next()) {
-        const QString path = query.value(0).toString();
-        if (QFile::remove(path) || !QFile::exists(path)) {
-            done.append(path);
-        }
-    }
-    query.finish();
-    query.prepare(QStringLiteral("DELETE FROM obsoletefile WHERE FilePath = ?"));
-    for (const QString &path : done) {
-        query.bindValue(0, path);
-        query.exec();
-    }
 }

@@ -4,7 +4,6 @@
 #include "imagebase_export.h"
 
 #include <QByteArray>
-#include <QSqlDatabase>
 #include <QString>
 
 #include <atomic>
@@ -72,9 +71,6 @@ public:
     int take(const QByteArray &source, const QString &path, const std::atomic<bool> &cancelled);
     /// Makes sure that these names of files in the store survive a power cut.
     void syncNames(const QStringList &paths) const;
-
-    /// Removes the files that committed replacements noted as obsolete.
-    static void removeObsolete(const QSqlDatabase &db);
 
 private:
     QByteArray incomingFolderOf(int number) const;

@@ -6,6 +6,7 @@
 #include "indexwriter.h"
 #include "knownfiles.h"
 #include "longwrite.h"
+#include "obsoletefiles.h"
 #include "orderedbuffer.h"
 
 #include <QDir>
@@ -110,7 +111,7 @@ ImportReport Importer::run()
         const std::unique_ptr<IndexConnection> connection = d->openIndex();
         if (connection->isOpen()) {
             d->store.sweepTemporaryFiles();
-            FileStore::removeObsolete(connection->database());
+            ObsoleteFiles(connection->database()).remove();
             d->write(*connection, &report);
         } else {
             report.end = d->cancelled ? ImportEnd::Cancelled : ImportEnd::IndexFailed;

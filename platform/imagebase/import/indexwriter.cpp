@@ -59,6 +59,7 @@ IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &co
     , m_cancelled(cancelled)
     , m_dataVersion(dataVersion())
     , m_records(m_db)
+    , m_obsoleteFiles(m_db)
     , m_mark(store.folder())
 {
     // What was taken has no other copy: its record must last before its first name goes.
@@ -215,7 +216,7 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
     }
     if (known && known->place.copied && known->place.filePath != place.filePath) {
         m_obsolete = true;
-        return m_records.noteObsolete(known->place.filePath) || failOnDatabase();
+        return m_obsoleteFiles.note(known->place.filePath) || failOn(m_obsoleteFiles.error());
     }
     return true;
 }
@@ -252,7 +253,7 @@ QString IndexWriter::placeFor(const ReadFile &file, const KnownInstance *known) 
     const QString old = known ? QFileInfo(known->place.filePath).canonicalFilePath() : QString();
     return m_store.freePlaceFor(file.result.header, [this, known, &old](const QString &path) {
         return (!old.isEmpty() && QFileInfo(path).canonicalFilePath() == old)
-            || (known && m_placed.contains(path)) || m_records.isObsolete(path);
+            || (known && m_placed.contains(path)) || m_obsoleteFiles.contains(path);
     });
 }
 
@@ -287,7 +288,7 @@ bool IndexWriter::commit()
     }
     m_taken.clear();
     if (m_obsolete) {
-        FileStore::removeObsolete(m_db);
+        m_obsoleteFiles.remove();
         m_obsolete = false;
     }
     return true;
@@ -314,18 +315,19 @@ void IndexWriter::abandon()
     m_records.forgetParents();
 }
 
-void IndexWriter::failOn(const QSqlError &error)
+/// @return false
+bool IndexWriter::failOn(const QSqlError &error)
 {
     const ConnectionFailure failure = connectionFailureOf(error, m_request.databasePath);
     m_end =
         failure.reason == ConnectionFailure::Reason::DiskFull ? ImportEnd::DiskFull : ImportEnd::IndexFailed;
     m_endDetail = failure.detail;
+    return false;
 }
 
 bool IndexWriter::failOnDatabase()
 {
-    failOn(m_records.error());
-    return false;
+    return failOn(m_records.error());
 }
 
 void IndexWriter::failOnCopy(int systemError)

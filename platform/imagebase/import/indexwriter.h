@@ -3,6 +3,7 @@
 #include "filestore.h"
 #include "importrequest.h"
 #include "indexconnection.h"
+#include "obsoletefiles.h"
 #include "readfile.h"
 #include "recordwriter.h"
 #include "storemark.h"
@@ -55,7 +56,7 @@ private:
     bool refreshPlace(const ReadFile &file, const KnownInstance &known);
     int bringIn(ReadFile &file, const QString &path);
     void drop(ReadFile &file);
-    void failOn(const QSqlError &error);
+    bool failOn(const QSqlError &error);
     bool failOnDatabase();
     void failOnCopy(int systemError);
     void countIssue(const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail = {});
@@ -67,6 +68,7 @@ private:
     const std::atomic<bool> &m_cancelled;
     qint64 m_dataVersion; ///< read before the records are, so that no change falls in between
     RecordWriter m_records;
+    ObsoleteFiles m_obsoleteFiles;
     StoreMark m_mark;
     std::unique_ptr<WriteTransaction> m_transaction;
     ImportReport m_report;

@@ -2,16 +2,16 @@
 
 #include "dicomheader.h"
 #include "filewalker.h"
+#include "interrupteddeletions.h"
 #include "nativestatement.h"
+#include "parentrecords.h"
+#include "writtenuids.h"
 
-#include <QHash>
-#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
-#include <QSqlQuery>
 
-#include <array>
 #include <optional>
+#include <vector>
 
 /// Where an instance's file lies, and which file it was made from.
 struct FilePlace
@@ -33,11 +33,8 @@ struct KnownInstance
 };
 
 /**
- * The statements by which an import changes the four record tables, inside a transaction of the caller's.
- *
- * Parents are found or made by their identity: a patient is (PatientID, IssuerOfPatientID, PatientName,
- * PatientBirthDate); without a PatientID it is the same patient only within the same study, so that strangers
- * never merge. One thread; the keys that it remembers are good until forgetParents().
+ * Enters images, and the records above them, into the four record tables, inside a transaction of the
+ * caller's. One thread; what it remembers is good until forgetParents() or forgetAll().
  */
 class RecordWriter
 {
@@ -50,53 +47,35 @@ public:
     /// Gives a known instance another file and header, and removes parents that this leaves empty.
     bool replace(const KnownInstance &known, const DicomHeader &header, const FilePlace &place);
     /// Looks, at the start of a transaction, for deletions that were interrupted.
-    void lookForDeletions();
+    void lookForDeletions() { m_deletions.look(); }
     /// Whether such a deletion will take the instance when it is finished: what comes under its UID is a new
     /// one to it, and replace() makes it one.
-    bool isCondemned(const KnownInstance &known) const;
+    bool isCondemned(const KnownInstance &known) const { return m_deletions.willTake(known.pk); }
     /// The instance of this header has other bytes than before: as with a new one, its branch is updated now
     /// and no longer uploaded.
     bool noteNewContent(const DicomHeader &header);
-    /// Notes a file that no record names any more.
-    bool noteObsolete(const QString &filePath);
-    /// True for a file that was noted so and is still to be removed.
-    bool isObsolete(const QString &filePath) const;
 
     /// To be called when another connection may have changed the records.
     void forgetAll();
     /// To be called after a rollback.
-    void forgetParents();
+    void forgetParents() { m_parents.forget(); }
     const QSqlError &error() const { return m_error; }
 
 private:
-    bool isKnown(const QString &sopInstanceUid) const;
-    void remember(const QString &sopInstanceUid);
-    qlonglong series(const DicomHeader &header);
-    qlonglong patient(const DicomHeader &header);
-    qlonglong child(RecordLevel level, qlonglong parent, const QString &uid, const DicomHeader &header);
-    qlonglong insertRecord(RecordLevel level, qlonglong parent, const DicomHeader &header);
-    qlonglong firstKey(QSqlQuery &query);
-    bool writeImage(
-        NativeStatement &statement, qlonglong seriesPk, const DicomHeader &header, const FilePlace &place);
+    qlonglong seriesOf(const DicomHeader &header);
+    /// @param updatedPk of the image that the statement is to update; 0 where it inserts one
+    bool writeImage(NativeStatement &statement, qlonglong seriesPk, const DicomHeader &header,
+        const FilePlace &place, qlonglong updatedPk = 0);
     bool removeImage(qlonglong pk);
-    bool removeEmptyParents(qlonglong seriesPk);
-    bool run(QSqlQuery &query);
-
-    static constexpr std::size_t parentLevels = 3;
+    bool passOn(bool good);
 
     QSqlDatabase m_db;
     NativeStatement m_find;
     NativeStatement m_insertImage;
     NativeStatement m_updateImage;
-    QSqlQuery m_findPatient;
-    QSqlQuery m_findNamelessPatient;
-    std::array<QSqlQuery, parentLevels> m_findChild;
-    std::array<QSqlQuery, parentLevels> m_insertRecord;
-    std::array<QHash<QString, qlonglong>, parentLevels> m_known;
-    std::array<QString, 6> m_lastIdentity;
-    qlonglong m_lastSeries = 0;
-    QSet<uint> m_written; ///< hashes of the UIDs written, while they are all that the index has
-    bool m_writtenIsAll = false;
+    const std::vector<AttributeInfo> m_imageAttributes;
+    ParentRecords m_parents;
+    InterruptedDeletions m_deletions;
+    WrittenUids m_written;
     QSqlError m_error;
-    qlonglong m_lastCondemned = 0; ///< the newest image that an interrupted deletion may be about
 };
