@@ -1,55 +1,14 @@
 #include "indexwriter.h"
 
-#include "archivemember.h"
 #include "databaseerror.h"
 #include "filecompare.h"
 #include "filecopy.h"
+#include "fileissue.h"
 #include "systemtext.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QVariant>
-
-#include <cerrno>
-#include <unistd.h>
-
-namespace {
-
-struct Verdict
-{
-    FileVerdict verdict;
-    FileReason reason;
-};
-
-Verdict verdictOf(DicomReadResult::Outcome outcome)
-{
-    using Outcome = DicomReadResult::Outcome;
-    switch (outcome) {
-    case Outcome::MediaDirectory:
-        return {FileVerdict::MediaDirectory, FileReason::None};
-    case Outcome::NotDicom:
-        return {FileVerdict::NotDicom, FileReason::NotDicom};
-    case Outcome::Unreadable:
-        return {FileVerdict::Unreadable, FileReason::Damaged};
-    case Outcome::NoPatientOrStudy:
-        return {FileVerdict::Refused, FileReason::NoPatientOrStudy};
-    case Outcome::MissingUid:
-        return {FileVerdict::Refused, FileReason::MissingUid};
-    case Outcome::MalformedUid:
-        return {FileVerdict::Refused, FileReason::MalformedUid};
-    case Outcome::CannotOpen:
-    case Outcome::Image:
-        break;
-    }
-    return {FileVerdict::Skipped, FileReason::ReadFailed};
-}
-
-bool isForbidden(const QByteArray &path)
-{
-    return access(path.constData(), R_OK) != 0 && errno == EACCES;
-}
-
-} // namespace
 
 IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &connection, FileStore &store,
     const std::atomic<bool> &cancelled)
@@ -61,6 +20,7 @@ IndexWriter::IndexWriter(const ImportRequest &request, const IndexConnection &co
     , m_records(m_db)
     , m_obsoleteFiles(m_db)
     , m_mark(store.folder())
+    , m_files(store, cancelled)
 {
     // What was taken has no other copy: its record must last before its first name goes.
     if (request.mode == ImportMode::Take && request.synced) {
@@ -102,24 +62,18 @@ qint64 IndexWriter::dataVersion() const
 
 bool IndexWriter::write(ReadFile &file)
 {
-    if (isDiskFull(file.file.systemError)) {
-        failOnCopy(file.file.systemError);
-        return false;
-    }
-    if (file.file.reason != FileReason::None) {
-        countIssue(file, FileVerdict::Skipped, file.file.reason, file.file.detail);
-        return true;
+    for (const int systemError : {file.file.systemError, file.copyError}) {
+        if (isDiskFull(systemError)) {
+            failOnCopy(systemError);
+            return false;
+        }
     }
     if (file.known) {
         m_batch.count(FileVerdict::AlreadyThere);
         return true;
     }
-    if (file.result.outcome != DicomReadResult::Outcome::Image) {
-        Verdict verdict = verdictOf(file.result.outcome);
-        if (verdict.reason == FileReason::ReadFailed && isForbidden(file.file.path)) {
-            verdict.reason = FileReason::NoPermission;
-        }
-        countIssue(file, verdict.verdict, verdict.reason, file.result.detail);
+    if (const std::optional<ImportIssue> issue = fileIssueOf(file)) {
+        m_batch.count(*issue);
         return true;
     }
     return writeImage(file);
@@ -127,14 +81,6 @@ bool IndexWriter::write(ReadFile &file)
 
 bool IndexWriter::writeImage(ReadFile &file)
 {
-    if (isDiskFull(file.copyError)) {
-        failOnCopy(file.copyError);
-        return false;
-    }
-    if (file.copyError != 0) {
-        countIssue(file, FileVerdict::Refused, FileReason::CopyFailed, systemText(file.copyError));
-        return true;
-    }
     std::optional<KnownInstance> known;
     if (!m_records.find(file.result.header[Attribute::SOPInstanceUID], &known)) {
         return failOnDatabase();
@@ -163,14 +109,15 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
     const bool toBeCopied = m_request.mode == ImportMode::Copy && !known.place.copied;
     const bool toBeNew = toBeCopied || m_records.isCondemned(known);
     if (same && !toBeNew) {
-        drop(file);
+        m_files.drop(file);
         m_batch.count(FileVerdict::AlreadyThere);
         return !sameSource || known.place.stamp == file.file.stamp || refreshPlace(file, known);
     }
     if (!same && !replaceable && !m_records.isCondemned(known)
         && m_request.policy == DuplicatePolicy::KeepOld) {
         FileStore::discard(file.temporaryPath);
-        countIssue(file, FileVerdict::AlreadyThere, FileReason::OtherContentKept, known.place.filePath);
+        m_batch.count(
+            fileIssue(file, FileVerdict::AlreadyThere, FileReason::OtherContentKept, known.place.filePath));
         return true;
     }
     if (!put(file, &known)) {
@@ -201,13 +148,12 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
         place.sourcePath = file.taken ? QString() : place.filePath;
         place.copied = true;
         place.filePath = placeFor(file, known);
-        const int error = bringIn(file, place.filePath);
+        const int error = m_files.bringIn(file, place.filePath);
         if (error != 0) {
             file.copyError = error;
             failOnCopy(error);
             return false;
         }
-        m_placed.append(place.filePath);
     }
     const bool written = known ? m_records.replace(*known, file.result.header, place)
                                : m_records.insert(file.result.header, place);
@@ -221,39 +167,13 @@ bool IndexWriter::put(ReadFile &file, const KnownInstance *known)
     return true;
 }
 
-/// @return errno, 0 for success
-int IndexWriter::bringIn(ReadFile &file, const QString &path)
-{
-    if (file.taken) {
-        const int error = m_store.take(file.file.path, path, m_cancelled);
-        if (error == 0) {
-            m_taken.append(file.file.path);
-        }
-        return error;
-    }
-    const int error = m_store.place(file.temporaryPath, path);
-    if (error == 0) {
-        file.temporaryPath.clear();
-    }
-    return error;
-}
-
-/// The index has these bytes already.
-void IndexWriter::drop(ReadFile &file)
-{
-    FileStore::discard(file.temporaryPath);
-    if (file.taken) {
-        m_taken.append(file.file.path);
-    }
-}
-
 QString IndexWriter::placeFor(const ReadFile &file, const KnownInstance *known) const
 {
     // A place that waits for its old file to be removed is not free for a new one: it would go with it.
     const QString old = known ? QFileInfo(known->place.filePath).canonicalFilePath() : QString();
     return m_store.freePlaceFor(file.result.header, [this, known, &old](const QString &path) {
         return (!old.isEmpty() && QFileInfo(path).canonicalFilePath() == old)
-            || (known && m_placed.contains(path)) || m_obsoleteFiles.contains(path);
+            || (known && m_files.hasBrought(path)) || m_obsoleteFiles.contains(path);
     });
 }
 
@@ -268,25 +188,21 @@ bool IndexWriter::refreshPlace(const ReadFile &file, const KnownInstance &known)
 bool IndexWriter::commit()
 {
     if (m_request.mode == ImportMode::Take && m_request.synced) {
-        m_store.syncNames(m_placed);
+        m_files.syncNames();
     }
-    const QSqlError uncounted = m_placed.isEmpty() ? QSqlError() : m_mark.count(m_db);
+    const QSqlError uncounted = m_files.hasBroughtAny() ? m_mark.count(m_db) : QSqlError();
     if (uncounted.isValid() || !m_transaction->commit()) {
         failOn(uncounted.isValid() ? uncounted : m_transaction->error());
         abandon();
         return false;
     }
     m_transaction.reset();
-    if (!m_placed.isEmpty()) {
+    if (m_files.hasBroughtAny()) {
         m_mark.note();
     }
     m_report.add(m_batch);
     m_batch = {};
-    m_placed.clear();
-    for (const QByteArray &path : qAsConst(m_taken)) {
-        FileStore::discard(path);
-    }
-    m_taken.clear();
+    m_files.keep();
     if (m_obsolete) {
         m_obsoleteFiles.remove();
         m_obsolete = false;
@@ -302,14 +218,8 @@ void IndexWriter::resume()
 
 void IndexWriter::abandon()
 {
-    // Under the lock: another writer may take the same place as soon as that is free. What was to be taken
-    // still has its first name.
-    for (const QString &path : qAsConst(m_placed)) {
-        QFile::remove(path);
-    }
-    m_placed.clear();
+    m_files.undo();
     m_transaction.reset();
-    m_taken.clear();
     m_batch = {};
     m_obsolete = false;
     m_records.forgetParents();
@@ -334,11 +244,4 @@ void IndexWriter::failOnCopy(int systemError)
 {
     m_end = isDiskFull(systemError) ? ImportEnd::DiskFull : ImportEnd::IndexFailed;
     m_endDetail = systemText(systemError);
-}
-
-void IndexWriter::countIssue(
-    const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail)
-{
-    const QString archive = file.file.member ? file.file.member->archive : QString();
-    m_batch.count(ImportIssue{QFile::decodeName(file.file.path), verdict, reason, detail, archive});
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "batchfiles.h"
 #include "filestore.h"
 #include "importrequest.h"
 #include "indexconnection.h"
@@ -54,12 +55,9 @@ private:
     bool put(ReadFile &file, const KnownInstance *known);
     QString placeFor(const ReadFile &file, const KnownInstance *known) const;
     bool refreshPlace(const ReadFile &file, const KnownInstance &known);
-    int bringIn(ReadFile &file, const QString &path);
-    void drop(ReadFile &file);
     bool failOn(const QSqlError &error);
     bool failOnDatabase();
     void failOnCopy(int systemError);
-    void countIssue(const ReadFile &file, FileVerdict verdict, FileReason reason, const QString &detail = {});
     qint64 dataVersion() const;
 
     const ImportRequest &m_request;
@@ -70,11 +68,10 @@ private:
     RecordWriter m_records;
     ObsoleteFiles m_obsoleteFiles;
     StoreMark m_mark;
+    BatchFiles m_files; ///< of the open transaction
     std::unique_ptr<WriteTransaction> m_transaction;
     ImportReport m_report;
     ImportReport m_batch; ///< of the open transaction
-    QStringList m_placed; ///< files that the open transaction put into the store
-    QVector<QByteArray> m_taken; ///< files that leave their place once the open transaction is committed
     bool m_obsolete = false; ///< the open transaction noted files to remove
     ImportEnd m_end = ImportEnd::Complete;
     QString m_endDetail;
