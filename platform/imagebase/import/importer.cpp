@@ -1,45 +1,27 @@
 #include "importer.h"
 
-#include "archivemember.h"
-#include "archivereader.h"
-#include "boundedqueue.h"
+#include "importreader.h"
+#include "importwalk.h"
 #include "indexwriter.h"
-#include "knownfiles.h"
 #include "longwrite.h"
 #include "obsoletefiles.h"
-#include "orderedbuffer.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 
-#include <atomic>
+#include <algorithm>
 #include <chrono>
-#include <mutex>
 #include <thread>
 
 namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t chunkSize = 32; ///< files that travel together
-constexpr std::size_t chunksWalkedAhead =
-    8192; ///< the walk runs ahead, so that progress knows the whole soon
-constexpr qint64 bytesOfChunk = 32LL << 20; ///< of files out of archives
-constexpr qint64 bytesUnpackedAhead = 512LL << 20; ///< of the disk, before the walk waits for the writer
-constexpr std::size_t chunksInFlight = 64; ///< bounds the headers between readers and writer
 constexpr auto patience = 50ms; ///< how long the writer waits for work before it commits what it has
 constexpr qint64 batchMs = 100; ///< the write lock is given back this often
 constexpr auto lockGap = 1500us; ///< and stays free this long, for others to get a turn
 constexpr int lockWaitMs = 200; ///< between looks at the cancel flag
 constexpr qint64 longestLockWaitMs = 60'000;
-
-struct WalkedChunk
-{
-    std::size_t number = 0;
-    std::vector<WalkedFile> files;
-};
 
 std::atomic<int> runningImports{0};
 
@@ -61,38 +43,17 @@ void forgiveLongWrite(QElapsedTimer *waiting)
 
 } // namespace
 
-struct Importer::Private
+struct Importer::Private : ImportPipeline
 {
-    explicit Private(ImportRequest asked)
-        : request(std::move(asked))
-        , store(request.databasePath)
-    { }
+    using ImportPipeline::ImportPipeline;
 
     std::unique_ptr<IndexConnection> openIndex() const;
-    void walk();
-    void read();
-    void readInto(ReadFile &file, DicomReader &reader, KnownFiles &known);
+    std::vector<std::thread> startThreads();
     void write(const IndexConnection &connection, ImportReport *report);
+    void writeAll(IndexWriter &writer);
     bool takeTurn(IndexWriter &writer);
     bool writeChunk(IndexWriter &writer, ReadChunk &chunk);
     bool commit(IndexWriter &writer);
-    void stop();
-    void noteCurrent(const QByteArray &path);
-    static void discard(ReadChunk &chunk, std::size_t from);
-
-    ImportRequest request;
-    FileStore store;
-    UnpackedAhead unpacked; ///< outlives all that is unpacked
-    std::atomic<bool> stopped{false};
-    BoundedQueue<WalkedChunk> walked{chunksWalkedAhead};
-    OrderedBuffer<ReadChunk> readChunks{chunksInFlight};
-    std::atomic<bool> cancelled{false};
-    std::atomic<qint64> found{0};
-    std::atomic<qint64> done{0};
-    std::atomic<bool> walking{true};
-    std::atomic<bool> finished{false};
-    mutable std::mutex currentMutex;
-    QByteArray current;
 };
 
 Importer::Importer(ImportRequest request)
@@ -142,8 +103,7 @@ ImportProgress Importer::progress() const
     progress.walking = d->walking;
     progress.done = d->done;
     progress.found = d->found;
-    const std::lock_guard lock(d->currentMutex);
-    progress.current = QFile::decodeName(d->current);
+    progress.current = QFile::decodeName(d->currentPath());
     return progress;
 }
 
@@ -162,120 +122,39 @@ std::unique_ptr<IndexConnection> Importer::Private::openIndex() const
     }
 }
 
-void Importer::Private::noteCurrent(const QByteArray &path)
+std::vector<std::thread> Importer::Private::startThreads()
 {
-    const std::lock_guard lock(currentMutex);
-    current = path;
-}
-
-void Importer::Private::stop()
-{
-    stopped = true;
-    walked.abort();
-    readChunks.abort();
-}
-
-void Importer::Private::walk()
-{
-    WalkedChunk chunk;
-    const auto flush = [&] {
-        const std::size_t number = chunk.number;
-        const bool taken = walked.push(std::move(chunk));
-        chunk = {};
-        chunk.number = number + 1;
-        return taken;
-    };
-    qint64 bytes = 0;
-    const FileWalker::Sink put = [&](WalkedFile file) {
-        ++found;
-        if (file.member) {
-            file.member->countIn(&unpacked, file.stamp.size);
-            bytes += file.stamp.size;
-        }
-        chunk.files.push_back(std::move(file));
-        if (cancelled || (chunk.files.size() < chunkSize && bytes < bytesOfChunk)) {
-            return !cancelled;
-        }
-        bytes = 0;
-        // Only what has been handed on comes to its place while the walk waits.
-        const bool taken = flush();
-        unpacked.waitBelow(bytesUnpackedAhead, stopped);
-        return taken;
-    };
-    ArchiveReader archives(store, cancelled, put);
-    FileWalker walker(QFile::encodeName(store.folder()), [&](WalkedFile file) {
-        const bool isArchive = file.reason == FileReason::None && request.mode != ImportMode::Take
-            && ArchiveReader::isArchive(file.path);
-        return isArchive ? archives.read(file) : put(std::move(file));
-    });
-    for (const QString &path : qAsConst(request.paths)) {
-        const QString absolute = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-        if (!walker.walk(QFile::encodeName(absolute))) {
-            break;
-        }
+    std::vector<std::thread> threads;
+    threads.emplace_back([this] { ImportWalk(*this).run(); });
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    for (unsigned i = 0; i < cores; ++i) {
+        threads.emplace_back([this] { ImportReader(*this).run(); });
     }
-    if (!chunk.files.empty()) {
-        flush();
-    }
-    walking = false;
-    readChunks.setEnd(chunk.number);
-    walked.close();
-}
-
-void Importer::Private::read()
-{
-    DicomReader reader;
-    KnownFiles known(request.databasePath, request.mode);
-    while (std::optional<WalkedChunk> chunk = walked.pop()) {
-        ReadChunk result(chunk->files.size());
-        for (std::size_t i = 0; i < result.size() && !cancelled; ++i) {
-            result[i].file = std::move(chunk->files[i]);
-            readInto(result[i], reader, known);
-        }
-        if (cancelled || !readChunks.put(chunk->number, result)) {
-            discard(result, 0);
-            return;
-        }
-    }
-}
-
-void Importer::Private::readInto(ReadFile &file, DicomReader &reader, KnownFiles &known)
-{
-    if (file.file.reason != FileReason::None) {
-        return;
-    }
-    noteCurrent(file.file.path);
-    if (file.file.member) {
-        // It is in the store already, and has no other place.
-        file.result = reader.read(file.file.member->path);
-        file.temporaryPath =
-            file.result.outcome == DicomReadResult::Outcome::Image ? file.file.member->path : QByteArray();
-        return;
-    }
-    file.known = request.mode != ImportMode::Take && known.contains(file.file);
-    if (file.known) {
-        return;
-    }
-    file.result = reader.read(file.file.path);
-    const bool isImage = file.result.outcome == DicomReadResult::Outcome::Image;
-    file.taken = isImage && request.mode == ImportMode::Take;
-    if (isImage && request.mode == ImportMode::Copy) {
-        FileStore::Copy copy = store.copyIn(file.file.path, cancelled);
-        file.temporaryPath = copy.temporaryPath;
-        file.copyError = copy.systemError;
-    }
+    return threads;
 }
 
 /// Runs the threads around the writer and leaves nothing behind, however it ends.
 void Importer::Private::write(const IndexConnection &connection, ImportReport *report)
 {
-    std::vector<std::thread> threads;
-    threads.emplace_back([this] { walk(); });
-    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
-    for (unsigned i = 0; i < cores; ++i) {
-        threads.emplace_back([this] { read(); });
-    }
+    std::vector<std::thread> threads = startThreads();
     IndexWriter writer(request, connection, store, cancelled);
+    writeAll(writer);
+    stop();
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    for (const auto &left : readChunks.leftOver()) {
+        discard(left.second, 0);
+    }
+    writer.abandon();
+    *report = writer.report();
+    report->end = writer.end() == ImportEnd::Complete && cancelled ? ImportEnd::Cancelled : writer.end();
+    report->endDetail = writer.endDetail();
+    report->notReached = found - report->found();
+}
+
+void Importer::Private::writeAll(IndexWriter &writer)
+{
     QElapsedTimer batch;
     bool good = true;
     while (good && !cancelled && !readChunks.isDone()) {
@@ -296,18 +175,6 @@ void Importer::Private::write(const IndexConnection &connection, ImportReport *r
     if (good && writer.isOpen()) {
         commit(writer);
     }
-    stop();
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    for (auto &left : readChunks.leftOver()) {
-        discard(left.second, 0);
-    }
-    writer.abandon();
-    *report = writer.report();
-    report->end = writer.end() == ImportEnd::Complete && cancelled ? ImportEnd::Cancelled : writer.end();
-    report->endDetail = writer.endDetail();
-    report->notReached = found - report->found();
 }
 
 bool Importer::Private::takeTurn(IndexWriter &writer)
@@ -345,11 +212,4 @@ bool Importer::Private::commit(IndexWriter &writer)
     done = writer.report().found();
     std::this_thread::sleep_for(lockGap);
     return good;
-}
-
-void Importer::Private::discard(ReadChunk &chunk, std::size_t from)
-{
-    for (std::size_t i = from; i < chunk.size(); ++i) {
-        FileStore::discard(chunk[i].temporaryPath);
-    }
 }
