@@ -2,16 +2,14 @@
 
 #include "indexwriter.h"
 #include "objectspool.h"
-#include "receivejournal.h"
-#include "spoolfile.h"
+#include "spoolnotes.h"
 #include "spoolqueue.h"
+#include "spoolreader.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 
 #include <thread>
-
-#include <sys/stat.h>
 
 namespace {
 
@@ -19,63 +17,45 @@ using namespace std::chrono_literals;
 
 constexpr int lockWaitMs = 200;
 constexpr qint64 batchMs = 150; ///< how long others may wait for the lock of writers
-constexpr qint64 readingMs = 300; ///< for what earlier programs left, before the lock is taken
 constexpr auto lockGap = 1500us; ///< how long the lock stays free between two batches
 constexpr auto pauseAfterFailure = 1000ms;
 constexpr int mostIssues = 500; ///< a writer keeps its report as long as it lives
-
-/// What a writer needs besides the header. @return false where the object is gone
-bool fillStamp(WalkedFile &file)
-{
-    struct stat status = {};
-    if (lstat(file.path.constData(), &status) != 0) {
-        return false;
-    }
-    file.stamp = stampOf(status);
-    return true;
-}
 
 } // namespace
 
 struct SpoolIndexer::Private
 {
-    Private(const QString &databasePath, ObjectSpool &itsSpool, ReceiveJournal &itsJournal, bool synced);
+    Private(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced);
 
     void run();
     void index(SpoolItems items);
-    SpoolItems readable(SpoolItems items);
     bool prepare();
     bool write(SpoolItems items);
     bool writeOne(SpoolItem &item, ReadFile &file);
     void commit();
     void giveUp();
-    void tellIssues();
-    void keepAside(const QByteArray &path, ReceiveProblem problem, const QString &detail) const;
     void setApart(SpoolItem item, const QString &why, bool isFull);
     void pause(const QString &why, ImportEnd end);
-    void tellWaiting(const QString &why, bool isFull) const;
 
-    ObjectSpool &spool;
-    ReceiveJournal &journal;
     ImportRequest request;
     FileStore store;
-    DicomReader reader;
     std::unique_ptr<IndexConnection> connection;
     std::unique_ptr<IndexWriter> writer;
     SpoolItems batch; ///< written, not committed
     int told = 0; ///< issues of the writer's report that are dealt with
 
     SpoolQueue queue;
+    const SpoolNotes notes;
+    SpoolReader reader{queue, notes};
     std::atomic<DuplicatePolicy> policy{DuplicatePolicy::KeepOld};
     std::atomic<bool> stuck{false};
     std::thread thread;
 };
 
 SpoolIndexer::Private::Private(
-    const QString &databasePath, ObjectSpool &itsSpool, ReceiveJournal &itsJournal, bool synced)
-    : spool(itsSpool)
-    , journal(itsJournal)
-    , store(databasePath)
+    const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced)
+    : store(databasePath)
+    , notes(spool, journal)
 {
     request.databasePath = databasePath;
     request.mode = ImportMode::Take;
@@ -132,7 +112,7 @@ void SpoolIndexer::Private::run()
 
 void SpoolIndexer::Private::index(SpoolItems items)
 {
-    items = readable(std::move(items));
+    items = reader.read(std::move(items));
     if (items.empty() || !prepare() || !writer->begin(false)) {
         queue.putBack(std::move(items)); // where somebody else writes, the next turn may be ours
         return;
@@ -142,36 +122,6 @@ void SpoolIndexer::Private::index(SpoolItems items)
     } else {
         giveUp();
     }
-}
-
-/// Reads those that earlier programs left, as long as no lock is held. @return what is to be written
-SpoolItems SpoolIndexer::Private::readable(SpoolItems items)
-{
-    QElapsedTimer time;
-    time.start();
-    SpoolItems good;
-    while (!items.empty() && !time.hasExpired(readingMs) && !queue.isStopped()) {
-        SpoolItem item = std::move(items.front());
-        items.pop_front();
-        WalkedFile file;
-        file.path = item.path;
-        const bool isThere = fillStamp(file); // else an earlier program had no time to take it off its list
-        const bool isWhole = isThere && (item.result || SpoolFile::isWhole(item.path));
-        if (isThere && !isWhole) {
-            // It was never acknowledged: nobody relies on it, but it may be of use.
-            keepAside(item.path, ReceiveProblem::NotReadable, QString());
-        }
-        if (!isWhole) {
-            queue.finish(1);
-            continue;
-        }
-        if (!item.result) {
-            item.result = std::make_unique<DicomReadResult>(reader.read(item.path));
-        }
-        good.push_back(std::move(item));
-    }
-    queue.putBack(std::move(items));
-    return good;
 }
 
 /// Opens what is needed to write.
@@ -227,7 +177,7 @@ bool SpoolIndexer::Private::write(SpoolItems items)
 bool SpoolIndexer::Private::writeOne(SpoolItem &item, ReadFile &file)
 {
     file.file.path = item.path;
-    if (!fillStamp(file.file)) {
+    if (!stampSpooled(file.file)) {
         return true;
     }
     file.result = *item.result;
@@ -244,8 +194,10 @@ void SpoolIndexer::Private::commit()
     const std::size_t written = batch.size();
     batch.clear();
     stuck = false;
-    tellIssues();
-    journal.countIndexed(static_cast<qint64>(written));
+    const QVector<ImportIssue> &issues = writer->report().issues();
+    notes.keepAside(issues, told);
+    told = issues.size();
+    notes.countIndexed(written);
     queue.finish(written);
     std::this_thread::sleep_for(lockGap);
 }
@@ -264,34 +216,11 @@ void SpoolIndexer::Private::giveUp()
     }
 }
 
-/// What was not taken still lies in the spool.
-void SpoolIndexer::Private::tellIssues()
-{
-    const QVector<ImportIssue> &issues = writer->report().issues();
-    for (; told < issues.size(); ++told) {
-        const ImportIssue &issue = issues[told];
-        const ReceiveProblem problem = issue.reason == FileReason::OtherContentKept
-            ? ReceiveProblem::OtherContentKept
-            : ReceiveProblem::NotReadable;
-        keepAside(QFile::encodeName(issue.path), problem, issue.detail);
-    }
-}
-
-void SpoolIndexer::Private::keepAside(
-    const QByteArray &path, ReceiveProblem problem, const QString &detail) const
-{
-    ReceiveEvent event;
-    event.problem = problem;
-    event.detail = spool.keepAside(path) + QLatin1Char(' ') + detail;
-    journal.countKeptAside();
-    journal.note(event, false);
-}
-
 /// @param why of the writer
 void SpoolIndexer::Private::setApart(SpoolItem item, const QString &why, bool isFull)
 {
     if (item.apartFor == 0ms) {
-        tellWaiting(why + QLatin1Char(' ') + QFile::decodeName(item.path), isFull);
+        notes.tellWaiting(why + QLatin1Char(' ') + QFile::decodeName(item.path), isFull);
     }
     queue.setApart(std::move(item));
 }
@@ -299,15 +228,7 @@ void SpoolIndexer::Private::setApart(SpoolItem item, const QString &why, bool is
 void SpoolIndexer::Private::pause(const QString &why, ImportEnd end)
 {
     if (!stuck.exchange(true)) {
-        tellWaiting(why, end == ImportEnd::DiskFull);
+        notes.tellWaiting(why, end == ImportEnd::DiskFull);
     }
     queue.pause(pauseAfterFailure);
-}
-
-void SpoolIndexer::Private::tellWaiting(const QString &why, bool isFull) const
-{
-    ReceiveEvent event;
-    event.problem = isFull ? ReceiveProblem::DiskFull : ReceiveProblem::IndexFailed;
-    event.detail = why;
-    journal.note(event, false);
 }
