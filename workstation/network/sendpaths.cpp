@@ -54,21 +54,15 @@ bool SendPaths::add(qint64 job, const Listed &listed)
     for (const SendObject &object : listed.objects) {
         const QVariantList values{job, object.path, object.sopClassUid, object.sopInstanceUid,
             object.transferSyntaxUid, int(object.state), int(object.outcome.problem), object.outcome.detail};
-        for (int at = 0; at < values.size(); ++at) {
-            insert.bindValue(at, values[at]);
-        }
-        if (!m_store.run(insert)) {
+        if (!m_store.run(insert, values)) {
             return false;
         }
     }
     QSqlQuery &update = m_store.prepared(
         QStringLiteral("UPDATE job SET unlisted = unlisted - ?, skipped_folders = skipped_folders + ?, "
                        "skipped_files = skipped_files + ? WHERE id = ?"));
-    update.bindValue(0, listed.paths);
-    update.bindValue(1, listed.skippedFolders);
-    update.bindValue(2, listed.skippedFiles);
-    update.bindValue(3, job);
-    return m_store.run(update) && transaction.commit();
+    return m_store.run(update, {listed.paths, listed.skippedFolders, listed.skippedFiles, job})
+        && transaction.commit();
 }
 
 bool SendPaths::end(qint64 job)

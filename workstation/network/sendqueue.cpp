@@ -115,14 +115,11 @@ bool SendQueue::record(const SendObject &object, const QDateTime &notBefore)
         "UPDATE object SET state = ?, problem = ?, status = ?, network = ?, detail = ?, attempts = ?, "
         "changed = ?, not_before = ?, sop_class = ?, sop_instance = ?, transfer_syntax = ? "
         "WHERE id = ? AND state = $sending"));
-    const QVariantList values{int(object.state), int(object.outcome.problem), int(object.outcome.status),
-        int(object.outcome.network.problem), object.outcome.detail, object.attempts,
-        object.changed.toMSecsSinceEpoch(), notBefore.isValid() ? notBefore.toMSecsSinceEpoch() : 0,
-        object.sopClassUid, object.sopInstanceUid, object.transferSyntaxUid, object.id};
-    for (int at = 0; at < values.size(); ++at) {
-        query.bindValue(at, values[at]);
-    }
-    return m_store.run(query);
+    return m_store.run(query,
+        {int(object.state), int(object.outcome.problem), int(object.outcome.status),
+            int(object.outcome.network.problem), object.outcome.detail, object.attempts,
+            object.changed.toMSecsSinceEpoch(), notBefore.isValid() ? notBefore.toMSecsSinceEpoch() : 0,
+            object.sopClassUid, object.sopInstanceUid, object.transferSyntaxUid, object.id});
 }
 
 bool SendQueue::failAll(const DicomNode &node, const NetworkFailure &failure)
@@ -132,10 +129,7 @@ bool SendQueue::failAll(const DicomNode &node, const NetworkFailure &failure)
         "UPDATE object SET state = $failed, problem = ?, network = ?, detail = ?, changed = ? "
         "WHERE state = $waiting AND job IN (SELECT id FROM job WHERE ae_title = ? AND host = ? "
         "AND port = ? AND hold = $free AND ended IS NULL)"));
-    const QVariantList values{int(StoreProblem::Network), int(failure.problem), failure.detail,
-        QDateTime::currentMSecsSinceEpoch(), node.aeTitle, node.host, node.port};
-    for (int at = 0; at < values.size(); ++at) {
-        query.bindValue(at, values[at]);
-    }
-    return m_store.run(query);
+    return m_store.run(query,
+        {int(StoreProblem::Network), int(failure.problem), failure.detail,
+            QDateTime::currentMSecsSinceEpoch(), node.aeTitle, node.host, node.port});
 }

@@ -119,6 +119,14 @@ bool SendStore::run(QSqlQuery &query)
     return good;
 }
 
+bool SendStore::run(QSqlQuery &query, const QVariantList &values)
+{
+    for (int at = 0; at < values.size(); ++at) {
+        query.bindValue(at, values[at]);
+    }
+    return run(query);
+}
+
 bool SendStore::canWrite()
 {
     const std::lock_guard lock(writers());
@@ -137,13 +145,9 @@ bool SendStore::addJob(const SendJob &job, const QStringList &paths)
         "VALUES(?, ?, ?, ?, ?, ?, ?, ?)"));
     const QVariantList values{job.id, notNull(job.node.aeTitle), notNull(job.node.host), job.node.port,
         int(job.source), job.created.toMSecsSinceEpoch(), paths.size(), job.skippedFiles};
-    for (int at = 0; at < values.size(); ++at) {
-        query.bindValue(at, values[at]);
-    }
     QSqlQuery &list = prepared(QStringLiteral("INSERT OR IGNORE INTO paths(job, list) VALUES(?, ?)"));
-    list.bindValue(0, job.id);
-    list.bindValue(1, SendPaths::toBytes(paths));
-    return transaction.isActive() && run(query) && (paths.isEmpty() || run(list)) && transaction.commit();
+    return transaction.isActive() && run(query, values)
+        && (paths.isEmpty() || run(list, {job.id, SendPaths::toBytes(paths)})) && transaction.commit();
 }
 
 QVector<SendJob> SendStore::jobs()

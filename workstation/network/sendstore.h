@@ -6,6 +6,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QStringList>
+#include <QVariant>
 
 #include <mutex>
 
@@ -48,6 +49,8 @@ public:
     QSqlQuery &prepared(const QString &sql);
     /// Runs it with its values; a failure becomes the problem.
     bool run(QSqlQuery &query);
+    /// The same with these values, in the order of its places.
+    bool run(QSqlQuery &query, const QVariantList &values);
     QSqlDatabase database() const;
     static std::mutex &writers();
 
