@@ -6,6 +6,7 @@
 #include "patientmanagermainwindow.h"
 #include "recordform.h"
 #include "statuspanel.h"
+#include "storecare.h"
 #include "testmain.h"
 
 #include <QAction>
@@ -136,3 +137,18 @@ private:
 
 PM_TEST_MAIN(DeletionTest)
 #include "tst_deletion.moc"
+    /// The care has a connection of its own, which may fail where the window's stands.
+    void aCareThatCannotOpenTheIndexIsTold()
+    {
+        const Frame frame(1);
+        const QString path = frame.index.folder() + QStringLiteral("/gone/index.db");
+        StoreCare care;
+        QSignalSpy failed(&care, &StoreCare::failed);
+        connect(&care, &StoreCare::failed, frame.window->findChild<StoreCare *>(), &StoreCare::failed);
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^Interrupted deletions")));
+        care.begin(path);
+        QTRY_COMPARE(failed.count(), 1);
+        QTRY_VERIFY2(frame.window->statusPanel()->activityText().contains(path),
+            qPrintable(frame.window->statusPanel()->activityText()));
+    }
+

@@ -3,6 +3,7 @@
 #include "deletionleftovers.h"
 #include "deletionnotifier.h"
 #include "editcontroller.h"
+#include "importreporttext.h"
 #include "patientmanagermainwindow.h"
 #include "selectionstatus.h"
 #include "statuspanel.h"
@@ -73,6 +74,7 @@ DeletionController::DeletionController(const WindowParts &parts, QWidget *window
     connect(m_selection, &SelectionStatus::changed, this, &DeletionController::nameSelection);
     nameSelection();
 }
+    connect(m_care, &StoreCare::failed, this, &DeletionController::showFailedCare);
 
 void DeletionController::begin(const QString &databasePath)
 {
@@ -163,6 +165,16 @@ void DeletionController::showCare(const DeletionReport &deletions, const StoreSw
 /// Of what an earlier run had begun.
 QString DeletionController::finishedText(const DeletionReport &deletions) const
 {
+void DeletionController::showFailedCare(const ConnectionFailure &failure)
+{
+    const QString text =
+        tr("Interrupted deletions were not finished and the store was not looked through: %1. The next "
+           "start tries again.")
+            .arg(connectionFailureText(failure));
+    qWarning().noquote() << text;
+    m_status->setIdleText(text);
+}
+
     if (deletions.error.isValid()) {
         const QString text =
             tr("An interrupted deletion could not be finished: %1 The next start tries again.")

@@ -15,6 +15,7 @@ class QWidget;
 class SelectionStatus;
 class StatusPanel;
 class StoreCare;
+struct ConnectionFailure;
 struct DeletionReport;
 struct StoreSweep;
 struct WindowParts;
@@ -46,6 +47,7 @@ private:
     void showEnd(const DeletionReport &report);
     void showLeft(const QVector<FileLeft> &files);
     void showCare(const DeletionReport &deletions, const StoreSweep &sweep);
+    void showFailedCare(const ConnectionFailure &failure);
     QString finishedText(const DeletionReport &deletions) const;
 
     QWidget *const m_window;

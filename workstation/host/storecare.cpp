@@ -5,6 +5,7 @@
 StoreCare::StoreCare(QObject *parent)
     : QObject(parent)
 {
+    qRegisterMetaType<ConnectionFailure>("ConnectionFailure");
     qRegisterMetaType<DeletionReport>("DeletionReport");
     qRegisterMetaType<StoreSweep>("StoreSweep");
 }
@@ -32,6 +33,9 @@ void StoreCare::work(const QString &databasePath)
     {
         const IndexConnection index(databasePath);
         if (!index.isOpen()) {
+            if (!m_stop) {
+                emit failed(index.failure());
+            }
             return;
         }
         deletions = RecordDeletion::finishBegun(index.database(), m_stop);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "connectionfailure.h"
 #include "recorddeletion.h"
 #include "storesweep.h"
 
@@ -9,6 +10,7 @@
 #include <atomic>
 #include <thread>
 
+Q_DECLARE_METATYPE(ConnectionFailure)
 Q_DECLARE_METATYPE(StoreSweep)
 
 /**
@@ -30,8 +32,10 @@ public:
     void stop() { m_stop = true; }
 
 signals:
-    /// Sent once, where it was not ended.
+    /// One of the two is sent once, where it was not ended.
     void finished(const DeletionReport &deletions, const StoreSweep &sweep);
+    /// Nothing was done, as the index cannot be opened.
+    void failed(const ConnectionFailure &failure);
 
 private:
     void work(const QString &databasePath);
