@@ -1,10 +1,18 @@
 #include "archivemodel.h"
+#include "logcopybar.h"
+#include "plaintableview.h"
 #include "sendjobmodel.h"
+#include "sendlog.h"
 #include "sendlogmodel.h"
+#include "sendpaths.h"
 #include "testmain.h"
 
 #include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QPersistentModelIndex>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -31,6 +39,20 @@ SendObject makeObject(qint64 id)
     object.outcome.problem = StoreProblem::OutOfResources;
     object.outcome.status = 0xA700;
     return object;
+}
+
+/// A file of jobs with one, all of whose objects have failed.
+void fillStore(const QString &path, int objects)
+{
+    SendStore store(path);
+    SendJob job = makeJob(1, SendJobState::Ended, 0, 0);
+    SendPaths::Listed listed;
+    for (int i = 1; i <= objects; ++i) {
+        listed.objects += makeObject(i);
+    }
+    if (!store.addJob(job, {}) || !SendPaths(store).add(job.id, listed)) {
+        qFatal("the jobs cannot be written: %s", qPrintable(store.problem()));
+    }
 }
 
 } // namespace
@@ -119,8 +141,6 @@ private slots:
         QCOMPARE(text(0, SendLogModel::ReasonColumn), QStringLiteral("Out of resources (A700)"));
         QCOMPARE(text(length - 1, SendLogModel::FileColumn), QStringLiteral("/100000.dcm"));
         QCOMPARE(reads.size(), 2);
-        QCOMPARE(model.wholeText().count(QLatin1Char('\n')), length);
-        QCOMPARE(reads.size(), 3);
         QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
         model.refresh(length + 5); // its rows are not there yet: a job that is still being listed
         QCOMPARE(model.rowCount(), length + 5);
@@ -129,6 +149,81 @@ private slots:
         model.refresh(2); // failures that are tried again
         QCOMPARE(model.rowCount(), 2);
         QCOMPARE(text(1, SendLogModel::FileColumn), QStringLiteral("/2.dcm"));
+    }
+
+    /// The list does not read its rows for it, the clipboard is left alone until all is there, and the window
+    /// goes on meanwhile.
+    void aLongLogIsCopiedBesideTheWindow()
+    {
+        static constexpr int length = 100'000;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("jobs"));
+        fillStore(path, length);
+        const SendLog log(path);
+        int reads = 0;
+        SendLogModel model;
+        PlainTableView list;
+        list.setModel(&model);
+        model.show(
+            [&](int first, int count) {
+                ++reads;
+                return log.objects(1, first, count, false);
+            },
+            length);
+        LogCopyBar bar(path, &list);
+        bar.setLog(1, false, length);
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        clipboard->setText(QStringLiteral("before"));
+        list.selectAll();
+        list.copyRows();
+        QCOMPARE(clipboard->text(), QStringLiteral("before"));
+        auto *stop = bar.findChild<QPushButton *>(QStringLiteral("stopCopying"));
+        QVERIFY(stop->isEnabled());
+        stop->click();
+        list.copyRows();
+        QTRY_VERIFY_WITH_TIMEOUT(!stop->isEnabled(), 60000);
+        QCOMPARE(reads, 0);
+        const QStringList lines = clipboard->text().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), length + 1);
+        QVERIFY(lines[length - 1].startsWith(QStringLiteral("/100000.dcm\tFailed")));
+        QVERIFY(stateOf(bar).contains(QStringLiteral("100")));
+    }
+
+    void whatIsCopiedIsWhatWasSelectedUpToALimit()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("jobs"));
+        fillStore(path, 10);
+        QStandardItemModel rows(10, 1);
+        PlainTableView list;
+        list.setModel(&rows);
+        LogCopyBar bar(path, &list, nullptr, 3);
+        bar.setLog(1, false, 10);
+        for (const int row : {7, 1, 2}) {
+            list.selectionModel()->select(rows.index(row, 0), QItemSelectionModel::Select);
+        }
+        const auto copied = [&bar] {
+            bar.copy();
+            const auto *stop = bar.findChild<QPushButton *>(QStringLiteral("stopCopying"));
+            QString names;
+            if (QTest::qWaitFor([stop] { return !stop->isEnabled(); })) {
+                for (const QString &line : QGuiApplication::clipboard()->text().split(QLatin1Char('\n'))) {
+                    names += line.section(QLatin1Char('.'), 0, 0);
+                }
+            }
+            return names;
+        };
+        QCOMPARE(copied(), QStringLiteral("/2/3/8"));
+        QVERIFY(!stateOf(bar).contains(QStringLiteral("no more")));
+        list.clearSelection();
+        QCOMPARE(copied(), QStringLiteral("/1/2/3"));
+        QVERIFY(stateOf(bar).contains(QStringLiteral("no more")));
+    }
+
+private:
+    static QString stateOf(const LogCopyBar &bar)
+    {
+        return bar.findChild<QLabel *>(QStringLiteral("copyState"))->text();
     }
 };
 

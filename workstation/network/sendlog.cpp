@@ -3,6 +3,7 @@
 #include "sendschema.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QUuid>
 #include <QVariant>
 
@@ -55,14 +56,10 @@ bool SendLog::open() const
     return db.isOpen() || db.open();
 }
 
-QVector<SendObject> SendLog::objects(qint64 job, int first, int count, bool onlyFailed) const
+/// @param count negative for all
+bool SendLog::select(QSqlQuery &query, qint64 job, int first, int count, bool onlyFailed) const
 {
-    QVector<SendObject> found;
-    if (!open()) {
-        return found;
-    }
     const QString failedOnly = onlyFailed ? QStringLiteral(" AND state = $failed") : QString();
-    QSqlQuery query(QSqlDatabase::database(m_name, false));
     query.setForwardOnly(true);
     query.prepare(
         withSendNumbers(QStringLiteral("SELECT %1 FROM object WHERE job = ?%2 ORDER BY id LIMIT ? OFFSET ?")
@@ -70,8 +67,37 @@ QVector<SendObject> SendLog::objects(qint64 job, int first, int count, bool only
     query.bindValue(0, job);
     query.bindValue(1, count);
     query.bindValue(2, first);
-    for (bool more = query.exec() && query.next(); more; more = query.next()) {
+    return query.exec();
+}
+
+QVector<SendObject> SendLog::objects(qint64 job, int first, int count, bool onlyFailed) const
+{
+    QVector<SendObject> found;
+    if (!open()) {
+        return found;
+    }
+    QSqlQuery query(QSqlDatabase::database(m_name, false));
+    for (bool more = select(query, job, first, count, onlyFailed) && query.next(); more;
+         more = query.next()) {
         found.append(sendObjectOf(query));
     }
     return found;
+}
+
+bool SendLog::visit(
+    qint64 job, bool onlyFailed, const std::function<bool(const SendObject &object)> &visitor) const
+{
+    if (!open()) {
+        return false;
+    }
+    QSqlQuery query(QSqlDatabase::database(m_name, false));
+    if (!select(query, job, 0, -1, onlyFailed)) {
+        return false;
+    }
+    while (query.next()) {
+        if (!visitor(sendObjectOf(query))) {
+            return true;
+        }
+    }
+    return !query.lastError().isValid();
 }

@@ -4,6 +4,8 @@
 
 #include <QSqlQuery>
 
+#include <functional>
+
 /// The columns of an object, and the object that a row with them holds.
 QString sendObjectColumns();
 SendObject sendObjectOf(const QSqlQuery &row);
@@ -22,9 +24,14 @@ public:
 
     /// Part of a job's objects, in their order. Empty where they cannot be read at the moment.
     QVector<SendObject> objects(qint64 job, int first, int count, bool onlyFailed) const;
+    /// All of a job's objects, in their order and as they are at one moment, until the visitor returns false.
+    /// @return whether they could be read up to there
+    bool visit(
+        qint64 job, bool onlyFailed, const std::function<bool(const SendObject &object)> &visitor) const;
 
 private:
     bool open() const;
+    bool select(QSqlQuery &query, qint64 job, int first, int count, bool onlyFailed) const;
 
     const QString m_storePath;
     const QString m_name;

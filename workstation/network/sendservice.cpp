@@ -21,10 +21,12 @@ bool isPath(const QString &text)
 
 struct SendService::Private
 {
-    explicit Private(QString path)
-        : log(std::move(path))
+    explicit Private(const QString &path)
+        : storePath(path)
+        , log(path)
     { }
 
+    const QString storePath;
     const SendLog log;
     QThread thread;
     SendCoordinator *coordinator = nullptr; ///< lives on the thread
@@ -97,6 +99,11 @@ SendService::~SendService()
 QString SendService::storePathOf(const QString &indexPath)
 {
     return indexPath + QStringLiteral(".send");
+}
+
+QString SendService::storePath() const
+{
+    return d->storePath;
 }
 
 qint64 SendService::enqueue(const QStringList &paths, const DicomNode &node, SendSource source)

@@ -40,6 +40,8 @@ public:
 
     /// The file of the jobs that belongs to an index.
     static QString storePathOf(const QString &indexPath);
+    /// The file of these jobs, for a SendLog of another thread.
+    QString storePath() const;
 
     /// Takes files and folders as they come: what is no DICOM file or no path, and folders themselves, are
     /// skipped and counted. @return the job's id at once; it is on the disk a moment later

@@ -64,15 +64,13 @@ SendObject SendLogModel::object(int row) const
     return m_pages.object(page)->value(row % pageSize);
 }
 
-QString SendLogModel::wholeText() const
+QString SendLogModel::lineOf(const SendObject &sent)
 {
-    QString lines;
-    for (const SendObject &sent : m_count > 0 ? m_reader(0, m_count) : QVector<SendObject>()) {
-        for (int column = 0; column < ColumnCount; ++column) {
-            lines += text(sent, column) + (column + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
-        }
+    QString line;
+    for (int column = 0; column < ColumnCount; ++column) {
+        line += text(sent, column) + (column + 1 < ColumnCount ? QLatin1Char('\t') : QLatin1Char('\n'));
     }
-    return lines;
+    return line;
 }
 
 QVariant SendLogModel::data(const QModelIndex &index, int role) const

@@ -33,8 +33,8 @@ public:
     /// The same log; what is in sight is read again. More objects are added behind, fewer begin anew.
     void refresh(int count);
 
-    /// All rows as lines, columns parted by tabs; by one read, which costs the whole log.
-    QString wholeText() const;
+    /// A row as a line, columns parted by tabs. Any thread.
+    static QString lineOf(const SendObject &sent);
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -1,14 +1,13 @@
 #include "transferswindow.h"
 
 #include "companionwindow.h"
+#include "logcopybar.h"
 #include "plaintableview.h"
 #include "progressdelegate.h"
 #include "sendjobmodel.h"
 #include "sendlogmodel.h"
 
 #include <QCheckBox>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -163,13 +162,12 @@ QWidget *TransfersWindow::buildLog()
     auto *head = new QHBoxLayout;
     head->addWidget(m_logCaption, 1);
     head->addWidget(m_onlyFailed);
-    m_copy = addButton(head, QStringLiteral("copy"), tr("Copy &Log"),
-        tr("Put the selected objects, or all where none is selected, on the clipboard"));
-    connect(m_copy, &QPushButton::clicked, this, &TransfersWindow::copyLog);
+    m_copy = new LogCopyBar(m_service->storePath(), m_log, area);
     auto *layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(head);
     layout->addWidget(m_log, 1);
+    layout->addWidget(m_copy);
     return area;
 }
 
@@ -210,7 +208,7 @@ void TransfersWindow::showLog()
     } else {
         m_logModel->refresh(length);
     }
-    m_copy->setEnabled(length > 0);
+    m_copy->setLog(job.id, onlyFailed, length);
 }
 
 void TransfersWindow::enableButtons()
@@ -231,15 +229,6 @@ void TransfersWindow::removeFinished()
         if (job.isOver() && job.failed == 0) {
             m_service->remove(job.id);
         }
-    }
-}
-
-void TransfersWindow::copyLog() const
-{
-    if (m_log->selectionModel()->hasSelection()) {
-        m_log->copyRows();
-    } else { // page by page, a long one would take seconds
-        QGuiApplication::clipboard()->setText(m_logModel->wholeText());
     }
 }
 

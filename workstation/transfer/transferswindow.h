@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class LogCopyBar;
 class PlainTableView;
 class QCheckBox;
 class QLabel;
@@ -46,7 +47,6 @@ private:
     void showLog();
     void enableButtons();
     void removeFinished();
-    void copyLog() const;
     QVector<SendJob> chosenJobs() const;
     qint64 currentJob() const;
 
@@ -60,7 +60,7 @@ private:
     QCheckBox *m_onlyFailed = nullptr;
     QVector<JobButton> m_jobButtons;
     QPushButton *m_removeFinished = nullptr;
-    QPushButton *m_copy = nullptr;
+    LogCopyBar *m_copy = nullptr;
     qint64 m_loggedJob = 0;
     bool m_loggedOnlyFailed = false;
 };
