@@ -38,8 +38,10 @@ def server_of(bench, name, folder, port, files):
                        'DicomAet': 'BENCH', 'HttpServerEnabled': False, 'DicomAlwaysAllowStore': True}, file)
         command = ['Orthanc', configuration]
     else:
-        command = [os.path.join(bench.programs, 'bench_receive'), os.path.join(folder, 'index.db'), str(port), name,
-                   str(files)]
+        os.makedirs(os.path.join(folder, 'config'))
+        with open(os.path.join(folder, 'config', 'main.ini'), 'w', encoding='utf8') as file:
+            file.write(f'[dicom]\naeTitle=BENCH\nreceive=1\nreceivePort={port}\nreceiveSynced={int(name == "synced")}\n')
+        command = [os.path.join(bench.programs, 'bench_receive'), os.path.join(folder, 'index.db'), str(files)]
     return subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=SENDER)
 
 
