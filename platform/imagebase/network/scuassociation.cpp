@@ -2,6 +2,8 @@
 
 #include "dcmtklog.h"
 #include "scuconnection.h"
+#include "scufailure.h"
+#include "scurequest.h"
 
 #include <dcmtk/config/osconfig.h>
 #include <dcmtk/dcmnet/assoc.h>
@@ -21,38 +23,6 @@ int seconds(int milliseconds)
     return (milliseconds + 999) / 1000;
 }
 
-NetworkFailure rejection(T_ASC_Parameters *parameters)
-{
-    T_ASC_RejectParameters reject = {};
-    ASC_getRejectParameters(parameters, &reject);
-    OFString words;
-    ASC_printRejectParameters(words, &reject);
-    const QString detail = QString::fromLatin1(words.c_str()).simplified();
-    switch (reject.reason) {
-    case ASC_REASON_SU_CALLINGAETITLENOTRECOGNIZED:
-        return {NetworkProblem::RejectedCalling, detail};
-    case ASC_REASON_SU_CALLEDAETITLENOTRECOGNIZED:
-        return {NetworkProblem::RejectedCalled, detail};
-    case ASC_REASON_SP_PRES_TEMPORARYCONGESTION:
-    case ASC_REASON_SP_PRES_LOCALLIMITEXCEEDED:
-        return {NetworkProblem::RejectedBusy, detail};
-    default:
-        return {NetworkProblem::RejectedOther, detail};
-    }
-}
-
-OFCondition addContext(T_ASC_Parameters *parameters, int number, const ScuContext &context)
-{
-    QVector<const char *> syntaxes;
-    for (const QByteArray &syntax : context.transferSyntaxes) {
-        syntaxes.append(syntax.constData());
-    }
-    // Odd numbers from 1 on.
-    return ASC_addPresentationContext(parameters, static_cast<T_ASC_PresentationContextID>(2 * number + 1),
-        context.abstractSyntax.constData(), syntaxes.data(), syntaxes.size(),
-        context.weProvide ? ASC_SC_ROLE_SCP : ASC_SC_ROLE_DEFAULT);
-}
-
 } // namespace
 
 struct ScuAssociation::Private
@@ -65,8 +35,6 @@ struct ScuAssociation::Private
     T_ASC_Association *association = nullptr;
     QVector<ScuContext> offered;
 
-    bool isAddressGood() const;
-    OFCondition prepare(T_ASC_Parameters **parameters) const;
     NetworkFailure request();
     ScuConnection *line() const;
     void drop();
@@ -79,34 +47,13 @@ ScuConnection *ScuAssociation::Private::line() const
         : nullptr;
 }
 
-bool ScuAssociation::Private::isAddressGood() const
-{
-    return isAeTitle(node.aeTitle.trimmed()) && isAeTitle(options.ownAeTitle.trimmed())
-        && !node.host.trimmed().isEmpty() && node.port > 0 && node.port <= highestPort;
-}
-
-OFCondition ScuAssociation::Private::prepare(T_ASC_Parameters **parameters) const
-{
-    OFCondition result = ASC_createAssociationParameters(parameters, options.longestPdu);
-    if (result.bad()) {
-        return result;
-    }
-    ASC_setAPTitles(*parameters, options.ownAeTitle.trimmed().toLatin1().constData(),
-        node.aeTitle.trimmed().toLatin1().constData(), nullptr);
-    ASC_setPresentationAddresses(*parameters, "localhost", transport->address().constData());
-    for (int number = 0; number < offered.size() && result.good(); ++number) {
-        result = addContext(*parameters, number, offered[number]);
-    }
-    return result;
-}
-
 NetworkFailure ScuAssociation::Private::request()
 {
     T_ASC_Parameters *parameters = nullptr;
     OFCondition result = ASC_initializeNetwork(NET_REQUESTOR, 0, seconds(options.associationMs), &network);
     if (result.good()) {
         DUL_setTransportLayer(network->network, transport.get(), 0);
-        result = prepare(&parameters);
+        result = ScuRequest::make(node, options, offered, transport->address(), &parameters);
     }
     if (result.good()) {
         result = ASC_requestAssociation(
@@ -118,7 +65,7 @@ NetworkFailure ScuAssociation::Private::request()
         return {NetworkProblem::Stopped, {}};
     }
     if (result == DUL_ASSOCIATIONREJECTED && association) {
-        return rejection(association->params);
+        return ScuFailure::ofRejection(association->params);
     }
     if (result.good() && ASC_countAcceptedPresentationContexts(association->params) == 0) {
         ASC_abortAssociation(association);
@@ -171,7 +118,7 @@ NetworkFailure ScuAssociation::open(const QVector<ScuContext> &contexts)
 {
     close();
     Q_ASSERT(contexts.size() <= mostContexts);
-    if (!d->isAddressGood()) {
+    if (!ScuRequest::isAddressGood(d->node, d->options)) {
         return {NetworkProblem::BadAddress, {}};
     }
     if (isAborted()) {
@@ -208,9 +155,11 @@ int ScuAssociation::contextFor(const QByteArray &abstractSyntax, const QByteArra
         if (d->offered[number].abstractSyntax != abstractSyntax) {
             continue;
         }
-        const auto id = static_cast<T_ASC_PresentationContextID>(2 * number + 1);
+        const int id = ScuRequest::contextId(number);
         T_ASC_PresentationContext context = {};
-        if (ASC_findAcceptedPresentationContext(d->association->params, id, &context).good()
+        if (ASC_findAcceptedPresentationContext(
+                d->association->params, static_cast<T_ASC_PresentationContextID>(id), &context)
+                .good()
             && transferSyntax == context.acceptedTransferSyntax) {
             return id;
         }
@@ -307,18 +256,12 @@ NetworkFailure ScuAssociation::failureOf(const OFCondition &condition) const
     if (condition.good()) {
         return {};
     }
-    const QString detail = QString::fromLatin1(condition.text());
     if (isAborted()) {
         return {NetworkProblem::Stopped, {}};
     }
     if ((d->transport && d->transport->timedOut()) || condition == DUL_READTIMEOUT
         || condition == DIMSE_NODATAAVAILABLE) {
-        return {NetworkProblem::NoAnswer, detail};
+        return {NetworkProblem::NoAnswer, QString::fromLatin1(condition.text())};
     }
-    if (condition == DUL_PEERABORTEDASSOCIATION) {
-        return {NetworkProblem::PeerAborted, detail};
-    }
-    const bool isLine = condition == DUL_NETWORKCLOSED || condition == DUL_PEERREQUESTEDRELEASE
-        || condition.code() == DULC_TCPIOERROR || condition == DIMSE_SENDFAILED;
-    return {isLine ? NetworkProblem::PeerGone : NetworkProblem::BadAnswer, detail};
+    return ScuFailure::ofLine(condition);
 }
