@@ -1,5 +1,7 @@
 #include "importreporttext.h"
 
+#include "transfertext.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -14,14 +16,6 @@ struct Text
 QString number(qint64 value)
 {
     return QLocale().toString(value);
-}
-
-/// A sentence, with what the system or the parser said about it.
-QString withDetail(const QString &sentence, const QString &detail)
-{
-    return detail.isEmpty()
-        ? sentence
-        : Text::tr("%1: %2", "what happened: in the system's words").arg(sentence, detail);
 }
 
 QString plainReason(FileReason reason)
@@ -88,9 +82,11 @@ QString howItEnded(const ImportReport &report)
     case ImportEnd::Cancelled:
         return Text::tr("The import was cancelled; what had been imported stays.");
     case ImportEnd::IndexFailed:
-        return withDetail(Text::tr("The import stopped because the index failed"), report.endDetail);
+        return TransferText::withDetail(
+            Text::tr("The import stopped because the index failed"), report.endDetail);
     case ImportEnd::DiskFull:
-        return withDetail(Text::tr("The import stopped because the disk is full"), report.endDetail);
+        return TransferText::withDetail(
+            Text::tr("The import stopped because the disk is full"), report.endDetail);
     }
     return {};
 }
@@ -124,8 +120,9 @@ QString verdictText(FileVerdict verdict)
 
 QString reasonText(const ImportIssue &issue)
 {
-    return issue.reason == FileReason::None ? issue.detail
-                                            : withDetail(plainReason(issue.reason), issue.detail);
+    return issue.reason == FileReason::None
+        ? issue.detail
+        : TransferText::withDetail(plainReason(issue.reason), issue.detail);
 }
 
 QString importEndText(const ImportReport &report)
@@ -161,7 +158,7 @@ QString importReportText(const ImportReport &report)
 QString connectionFailureText(const ConnectionFailure &failure)
 {
     const auto about = [&failure](const QString &sentence) {
-        return withDetail(sentence.arg(failure.path), failure.detail);
+        return TransferText::withDetail(sentence.arg(failure.path), failure.detail);
     };
     using Reason = ConnectionFailure::Reason;
     switch (failure.reason) {
