@@ -1,6 +1,7 @@
 #include "temporaryindex.h"
 
 #include "createconnection.h"
+#include "importer.h"
 
 #include <QDateTime>
 #include <QSqlError>
@@ -63,6 +64,15 @@ qlonglong TemporaryIndex::addImage(
                          "VALUES (?, ?, ?, ?)"),
         {series, uid, instanceNumber, filePath.isEmpty() ? QStringLiteral("/nowhere/") + uid : filePath});
     return query(QStringLiteral("SELECT max(pk) FROM imageformat")).toLongLong();
+}
+
+ImportReport TemporaryIndex::import(const QStringList &paths, ImportMode mode) const
+{
+    ImportRequest request;
+    request.paths = paths;
+    request.mode = mode;
+    request.databasePath = path();
+    return Importer(request).run();
 }
 
 QVariant TemporaryIndex::query(const QString &sql, const QVariantList &values) const

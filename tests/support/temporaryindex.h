@@ -1,5 +1,8 @@
 #pragma once
 
+#include "importreport.h"
+#include "importrequest.h"
+
 #include <QSqlDatabase>
 #include <QString>
 #include <QTemporaryDir>
@@ -29,6 +32,9 @@ public:
         int number = 1) const;
     qlonglong addImage(qlonglong series, const QString &uid, int instanceNumber = 1,
         const QString &filePath = QString()) const;
+
+    /// Imports files and folders as the program does.
+    ImportReport import(const QStringList &paths, ImportMode mode = ImportMode::Reference) const;
 
     /// Runs one statement that must succeed; the first value of its first row, or an invalid variant.
     QVariant query(const QString &sql, const QVariantList &values = {}) const;

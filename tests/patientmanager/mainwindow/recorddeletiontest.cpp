@@ -1,12 +1,11 @@
 #include "recorddeletion.h"
 #include "deletionjournal.h"
 #include "dicomfilebuilder.h"
-#include "importer.h"
 #include "indexconnection.h"
 #include "ordinaryuser.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
-#include "writefile.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -23,17 +22,6 @@ const QString studyTable = QStringLiteral("generalstudy");
 const QString seriesTable = QStringLiteral("generalseries");
 const QString imageTable = QStringLiteral("imageformat");
 const std::atomic<bool> never{false};
-
-QStringList filesBelow(const QString &folder)
-{
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files | QDir::System, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        files.append(walk.next());
-    }
-    files.sort();
-    return files;
-}
 
 } // namespace
 
@@ -70,6 +58,7 @@ private:
         return m_index->folder() + QStringLiteral("/source/") + name;
     }
     QString store() const { return m_index->folder() + QStringLiteral("/store"); }
+    QStringList stored() const { return filesBelow(store(), {QStringLiteral("*.dcm")}); }
     QString pathOf(qlonglong image) const
     {
         return m_index->query(QStringLiteral("SELECT FilePath FROM imageformat WHERE pk = ?"), {image})
@@ -86,6 +75,7 @@ void RecordDeletionTest::init()
 {
     m_index = std::make_unique<TemporaryIndex>();
     DicomFileBuilder builder;
+    builder.set(0x00083010, QStringLiteral("copy")); // the mark of our copies, said by the files themselves
     int number = 0;
     const auto write = [&](const char *patient, const char *study, const char *series) {
         const QString uid = QStringLiteral("1.2.%1").arg(++number);
@@ -104,11 +94,7 @@ void RecordDeletionTest::init()
 
 void RecordDeletionTest::import(ImportMode mode) const
 {
-    ImportRequest request;
-    request.paths = QStringList{m_index->folder() + QStringLiteral("/source")};
-    request.mode = mode;
-    request.databasePath = m_index->path();
-    QCOMPARE(Importer(request).run().of(FileVerdict::New), 6);
+    QCOMPARE(m_index->import({source(QString())}, mode).of(FileVerdict::New), 6);
 }
 
 /// Patients, studies, series, images, files of the store.
@@ -118,7 +104,7 @@ QString RecordDeletionTest::counts() const
     for (const QString &table : {patientTable, studyTable, seriesTable, imageTable}) {
         numbers.append(m_index->query(QStringLiteral("SELECT count(*) FROM %1").arg(table)).toString());
     }
-    numbers.append(QString::number(filesBelow(store()).size()));
+    numbers.append(QString::number(stored().size()));
     return numbers.join(QLatin1Char(' '));
 }
 
@@ -176,7 +162,7 @@ void RecordDeletionTest::eachBranchTakesWhatItNames()
                  .toInt(),
         0);
     QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM deletion")).toInt(), 0);
-    for (const QString &file : filesBelow(store())) {
+    for (const QString &file : stored()) {
         QVERIFY(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat WHERE FilePath = ?"), {file})
                     .toInt());
     }
@@ -385,12 +371,9 @@ void RecordDeletionTest::imagesThatCameAgainSurviveTheFinish()
     begun.keys = QList<qlonglong>{1, 2, 5};
     QVERIFY(!DeletionJournal(m_index->database()).note(&begun).isValid());
     QVERIFY(QFile::remove(pathOf(1)));
-    ImportRequest request;
-    request.paths = QStringList{
-        source(QStringLiteral("1.dcm")), source(QStringLiteral("5.dcm")), source(QStringLiteral("6.dcm"))};
-    request.mode = ImportMode::Copy;
-    request.databasePath = m_index->path();
-    const ImportReport again = Importer(request).run();
+    const ImportReport again = m_index->import(
+        {source(QStringLiteral("1.dcm")), source(QStringLiteral("5.dcm")), source(QStringLiteral("6.dcm"))},
+        ImportMode::Copy);
     QCOMPARE(again.of(FileVerdict::Replaced), 2);
     QCOMPARE(again.of(FileVerdict::AlreadyThere), 1);
     QVERIFY(!RecordDeletion::finishBegun(m_index->database(), never).error.isValid());

@@ -5,6 +5,7 @@
 #include "seriesform.h"
 #include "studyform.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QDir>
@@ -15,14 +16,6 @@
 #include <QtTest>
 
 namespace {
-
-void writeFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
 
 QString caption(const RecordForm &form, const char *column)
 {

@@ -1,5 +1,6 @@
 #include "dabasehelper.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "thumbnailfiles.h"
 
@@ -85,10 +86,7 @@ void DabaseHelperTest::cleanUpLeavesTheRecords()
     const ThumbnailFiles thumbnails(m_index->path());
     const QStringList uids{QStringLiteral("1.1.1"), QStringLiteral("1.1.2"), QStringLiteral("1.2.1")};
     for (const QString &uid : uids) {
-        const QString path = thumbnails.pathOf(uid, QFileInfo(QCoreApplication::applicationFilePath()));
-        QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        writeFile(thumbnails.pathOf(uid, QFileInfo(QCoreApplication::applicationFilePath())));
     }
     QVERIFY(DabaseHelper().DeleteDBTable(level, QString(), keys));
     QCOMPARE(column("SELECT group_concat(SOPInstanceUID) FROM (SELECT * FROM images ORDER BY 1)"), images);

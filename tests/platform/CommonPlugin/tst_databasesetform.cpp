@@ -7,6 +7,7 @@
 #include "kivmessageboxform.h"
 #include "mainsetting.h"
 #include "settingsnotifier.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "uploadstatus.h"
 
@@ -104,10 +105,7 @@ void DataBaseSetFormTest::saysWhyThereIsNone()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("letter.db"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(4096, 'x'));
-    file.close();
+    writeFile(path, QByteArray(4096, 'x'));
     setDatabasePath(path);
     QVERIFY(!createConnection());
     DataBaseSetForm::instance()->show();

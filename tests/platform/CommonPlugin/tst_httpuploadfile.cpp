@@ -1,4 +1,5 @@
 #include "httpuploadfile.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QTemporaryDir>
@@ -22,15 +23,12 @@ void HttpUploadFileTest::expertsComeFromTheFileAsItIsNow()
     cloud->expertInfoList();
     QCOMPARE(cloud->getExpertNames(), QStringList());
 
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QStringLiteral("[e1]\nname=王医生\n[e2]\nhospital=none\n").toUtf8());
-    file.close();
+    writeFile(path, QStringLiteral("[e1]\nname=王医生\n[e2]\nhospital=none\n").toUtf8());
     QCOMPARE(cloud->getExpertNames(), QStringList());
     cloud->expertInfoList();
     QCOMPARE(cloud->getExpertNames(), (QStringList{QStringLiteral("王医生"), QStringLiteral("e2")}));
 
-    QVERIFY(file.remove());
+    QVERIFY(QFile::remove(path));
     cloud->expertInfoList();
     QCOMPARE(cloud->getExpertNames(), QStringList());
     HttpUploadFile::setExpertFile(QString());

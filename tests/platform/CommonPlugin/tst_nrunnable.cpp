@@ -50,8 +50,7 @@ private slots:
     void cancelledWhileRunning();
     void deletedBeforeItsTurn();
     void runsInAPool();
-    void reportOutlivesTheLoader();
-    void triesAgainWithoutTheLoader();
+    void reportOutlivesTheLoaderAndTriesAgain();
     void leavesTryAgainToWhoeverListens();
 };
 
@@ -163,25 +162,7 @@ void NRunnableTest::runsInAPool()
     QCOMPARE(scene.imageCount(), 1);
 }
 
-void NRunnableTest::reportOutlivesTheLoader()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    auto loader = std::make_unique<NRunnable>();
-    loader->loadDirectors({scene.folder()}, 0);
-    QSignalSpy finished(loader->notifier(), &LoadNotifier::finishReadFiles);
-    const QPointer<ImportProgressWidget> progress(loader->progressWidget());
-    progress->show();
-    loader->runRunnable();
-    QVERIFY(finished.wait());
-    loader.reset();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(progress);
-    buttonOf(progress, "close")->click();
-    QTRY_VERIFY(!progress);
-}
-
-void NRunnableTest::triesAgainWithoutTheLoader()
+void NRunnableTest::reportOutlivesTheLoaderAndTriesAgain()
 {
     const ImportScene scene;
     scene.addImage(1);
@@ -194,6 +175,8 @@ void NRunnableTest::triesAgainWithoutTheLoader()
     loader->runRunnable();
     QVERIFY(finished.wait());
     loader.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(progress);
     QCOMPARE(scene.imageCount(), 1);
 
     scene.addImage(2);
@@ -203,7 +186,8 @@ void NRunnableTest::triesAgainWithoutTheLoader()
     QCOMPARE(finished.last().first().toBool(), true);
     QCOMPARE(scene.imageCount(), 2);
     QVERIFY(!buttonOf(progress, "retry")->isEnabled());
-    progress->close();
+    buttonOf(progress, "close")->click();
+    QTRY_VERIFY(!progress);
 }
 
 void NRunnableTest::leavesTryAgainToWhoeverListens()

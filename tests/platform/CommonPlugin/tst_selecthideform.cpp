@@ -2,6 +2,7 @@
 #include "importscene.h"
 #include "kivmessageboxform.h"
 #include "selecthideform.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QFile>
@@ -134,10 +135,8 @@ void SelectHideFormTest::everyPageFitsItsTable()
 void SelectHideFormTest::captionsComeFromTheRenameFile()
 {
     const ImportScene scene;
-    QFile file(ConfigLocation::aboveProgram(QLatin1String(ConfigKey::renameIni)));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[generalstudy]\nStudyDate=Study date\n");
-    file.close();
+    writeFile(ConfigLocation::aboveProgram(QLatin1String(ConfigKey::renameIni)),
+        "[generalstudy]\nStudyDate=Study date\n");
     const Page page(study);
     QCOMPARE(page.item(QStringLiteral("StudyDate"))->text(0), QStringLiteral("Study date"));
     QCOMPARE(page.item(QStringLiteral("StudyID"))->text(0), QStringLiteral("StudyID"));

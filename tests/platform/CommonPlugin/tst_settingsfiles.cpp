@@ -1,8 +1,8 @@
 #include "dicomdestination.h"
 #include "inifile.h"
+#include "testfiles.h"
 #include "testmain.h"
 
-#include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -23,16 +23,10 @@ private slots:
 private:
     QString write(const QByteArray &bytes) const
     {
-        QFile file(m_folder.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".ini")));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-            qFatal("no file");
-        }
-        return file.fileName();
-    }
-    static QByteArray read(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        QString path =
+            m_folder.filePath(QString::fromLatin1(QTest::currentDataTag()) + QStringLiteral(".ini"));
+        writeFile(path, bytes);
+        return path;
     }
 
     QTemporaryDir m_folder;
@@ -66,7 +60,7 @@ void SettingsFilesTest::changesOneLine()
     QFETCH(QVariant, value);
     const QString path = write(before);
     QVERIFY(IniFile::setValue(path, key, value));
-    QTEST(read(path), "after");
+    QTEST(bytesOf(path), "after");
     const QVariant now = QSettings(path, QSettings::IniFormat).value(key);
     QCOMPARE(now.toStringList(),
         value.type() == QVariant::StringList ? value.toStringList() : QStringList{value.toString()});
@@ -76,7 +70,7 @@ void SettingsFilesTest::removesAGroup()
 {
     const QString path = write("; top\n[a]\nx=1\n[b]\n; inner\ny=1\n\n; of c\n[c]\nz=1\n");
     QVERIFY(IniFile::removeGroup(path, QStringLiteral("b")));
-    QCOMPARE(read(path), QByteArray("; top\n[a]\nx=1\n\n; of c\n[c]\nz=1\n"));
+    QCOMPARE(bytesOf(path), QByteArray("; top\n[a]\nx=1\n\n; of c\n[c]\nz=1\n"));
     QVERIFY(IniFile::removeGroup(path, QStringLiteral("b")));
 }
 

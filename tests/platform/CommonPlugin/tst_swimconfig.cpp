@@ -5,6 +5,7 @@
 #include "receivesettings.h"
 #include "settingsnotifier.h"
 #include "swimconfig.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QAbstractButton>
@@ -62,19 +63,6 @@ void type(const char *name, const QString &text)
     auto *field = part<QLineEdit>(name);
     field->setText(text);
     emit field->textEdited(text);
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -187,9 +175,7 @@ void SwimconfigTest::valueOfNoChoiceIsLeftAlone()
 void SwimconfigTest::saysThatAFileCannotBeWritten()
 {
     // A file where the folder should be stops even the superuser.
-    QFile obstacle(inFolder(QStringLiteral("app/bin/config")));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    obstacle.close();
+    writeFile(inFolder(QStringLiteral("app/bin/config")));
     swimconfig::instance()->show();
     choose(ConfigKey::deleteMode, 1);
     pressOk();
@@ -220,7 +206,7 @@ void SwimconfigTest::keepsDestinations()
     pressOk();
     QVERIFY(!swimconfig::instance()->isVisible());
     QVERIFY(!QFile::exists(inFolder(QStringLiteral("app/bin/config/dicomsendservice.ini"))));
-    QVERIFY(readFile(file).startsWith("; nodes\n[Archive]\nAETitle=ARCHIVE\nIP=archive.example\n"));
+    QVERIFY(bytesOf(file).startsWith("; nodes\n[Archive]\nAETitle=ARCHIVE\nIP=archive.example\n"));
     QCOMPARE(valueIn(file, "Archive/TLS").toString(), QStringLiteral("yes"));
     const QVector<DicomDestination> now = DestinationSettings::read();
     QCOMPARE(now.size(), 2);
@@ -240,8 +226,8 @@ void SwimconfigTest::leavesHandWrittenDestinationsAlone()
     type("destinationName", QStringLiteral("Better"));
     pressOk();
     QVERIFY2(!swimconfig::instance()->isVisible(), qPrintable(part<QLabel>("failure")->text()));
-    QVERIFY(readFile(file).startsWith("[Bad]\nAETitle=BAD\nIP=bad\n\n"));
-    QVERIFY(!readFile(file).contains("Good"));
+    QVERIFY(bytesOf(file).startsWith("[Bad]\nAETitle=BAD\nIP=bad\n\n"));
+    QVERIFY(!bytesOf(file).contains("Good"));
     QCOMPARE(valueIn(file, "Better/TLS").toString(), QStringLiteral("yes"));
     QCOMPARE(valueIn(file, "Better/IP").toString(), QStringLiteral("good"));
 
@@ -272,7 +258,7 @@ void SwimconfigTest::keepsApplicationsAndCloud()
     QCOMPARE(vessel.program, QStringLiteral("/usr/bin/vessel tool"));
     QCOMPARE(vessel.arguments,
         (QStringList{QStringLiteral("--study"), QStringLiteral("{studyUID}"), QStringLiteral("a, \"b\"")}));
-    QCOMPARE(readFile(users),
+    QCOMPARE(bytesOf(users),
         QByteArray("[currentusername]\ndbname=me\nremberPwd=true\ncloud=https://cloud.example.org/api\n"));
 }
 

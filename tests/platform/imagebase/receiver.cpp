@@ -1,23 +1,7 @@
 #include "receiver.h"
+#include "testfiles.h"
 
-#include <QDirIterator>
 #include <QVariant>
-
-namespace {
-
-QStringList filesBelow(const QString &folder)
-{
-    QStringList files;
-    QDirIterator walk(
-        folder, {QStringLiteral("*.dcm")}, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        files.append(walk.next());
-    }
-    files.sort();
-    return files;
-}
-
-} // namespace
 
 Receiver::Receiver(const QStringList &callers)
     : journal(index.folder() + QStringLiteral("/problems.txt"))
@@ -46,12 +30,12 @@ int Receiver::records() const
 
 QStringList Receiver::stored() const
 {
-    return filesBelow(index.folder() + QStringLiteral("/store"));
+    return filesBelow(index.folder() + QStringLiteral("/store"), {QStringLiteral("*.dcm")});
 }
 
 QStringList Receiver::spooled() const
 {
-    return filesBelow(ObjectSpool::folderOf(index.path()));
+    return filesBelow(ObjectSpool::folderOf(index.path()), {QStringLiteral("*.dcm")});
 }
 
 bool Receiver::isIdle() const

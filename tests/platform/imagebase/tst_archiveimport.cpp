@@ -1,5 +1,4 @@
 #include "dicomfilebuilder.h"
-#include "importer.h"
 #include "temporaryindex.h"
 #include "testmain.h"
 
@@ -66,11 +65,7 @@ void ArchiveImportTest::python(const QString &script) const
 
 ImportReport ArchiveImportTest::import(const QString &name, ImportMode mode) const
 {
-    ImportRequest request;
-    request.paths = QStringList{path(name)};
-    request.mode = mode;
-    request.databasePath = m_index->path();
-    return Importer(request).run();
+    return m_index->import({path(name)}, mode);
 }
 
 QMap<QString, FileReason> ArchiveImportTest::reasonsOf(const ImportReport &report)

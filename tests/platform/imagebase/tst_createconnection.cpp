@@ -4,6 +4,7 @@
 #include "indexconnection.h"
 #include "schema.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QFile>
@@ -19,19 +20,6 @@ using Reason = ConnectionFailure::Reason;
 Q_DECLARE_METATYPE(ConnectionFailure::Reason)
 
 namespace {
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), qint64(bytes.size()));
-}
 
 /// Runs statements on a file of its own, as another program would.
 void runOn(const QString &path, const QStringList &statements)
@@ -54,11 +42,8 @@ QStringList olderVersion(int version)
 {
     QStringList statements;
     for (int step = 1; step <= version; ++step) {
-        QFile file(QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/schema/%1.sql").arg(step));
-        if (!file.open(QIODevice::ReadOnly)) {
-            qFatal("no schema");
-        }
-        statements += Schema::statements(QString::fromUtf8(file.readAll()));
+        const QString file = QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/schema/%1.sql").arg(step);
+        statements += Schema::statements(QString::fromUtf8(bytesOf(file)));
     }
     statements.append(QStringLiteral("PRAGMA application_id = %1").arg(Schema::applicationId));
     statements.append(QStringLiteral("PRAGMA user_version = %1").arg(version));
@@ -203,7 +188,7 @@ void TestCreateConnection::refusesAndLeavesUntouched()
     if (bytes.isEmpty()) {
         runOn(path(), statements);
     } else {
-        writeBytes(path(), bytes);
+        writeFile(path(), bytes);
     }
     const QByteArray before = bytesOf(path());
     QVERIFY(!createConnection());
@@ -257,7 +242,7 @@ void TestCreateConnection::findsDamageWhereverItLies()
         QByteArray bad = good;
         const int offset = place * (bad.size() / 10) + 100;
         bad.replace(offset, 64, QByteArray(64, '\xa5'));
-        writeBytes(path(), bad);
+        writeFile(path(), bad);
         setDatabasePath(path());
         const bool opened = createConnection();
         if (!opened) {

@@ -1,6 +1,7 @@
 #include "datatruth.h"
 #include "dicomreader.h"
 #include "rawdicom.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QFile>
@@ -79,12 +80,8 @@ private:
 
 DicomReadResult DicomReaderTest::readBytes(const QByteArray &bytes, const QString &name)
 {
-    QFile file(m_folder.filePath(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(name));
-    }
-    file.close();
-    return m_reader.read(QFile::encodeName(file.fileName()));
+    writeFile(m_folder.filePath(name), bytes);
+    return m_reader.read(QFile::encodeName(m_folder.filePath(name)));
 }
 
 void DicomReaderTest::corpusVerdicts()

@@ -2,10 +2,10 @@
 #include "exporter.h"
 #include "exportstage.h"
 #include "exportwriter.h"
-#include "importer.h"
 #include "keyfolders.h"
 #include "safename.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QSqlQuery>
@@ -16,21 +16,10 @@
 
 namespace {
 
-QByteArray bytesOf(const QString &path)
+QStringList namesBelow(const QString &folder)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QStringList filesBelow(const QString &folder)
-{
-    QStringList files;
-    QDirIterator walk(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        files.append(QDir(folder).relativeFilePath(walk.next()));
-    }
-    files.sort();
-    return files;
+    return filesBelow(folder).replaceInStrings(
+        QRegularExpression(u'^' + QRegularExpression::escape(folder + u'/')), QString());
 }
 
 /// What a program prints; a failure of the test where it fails.
@@ -108,10 +97,7 @@ void ExporterTest::add(int number, const QString &name, const QString &study, co
 
 void ExporterTest::import()
 {
-    ImportRequest request;
-    request.paths = QStringList{path(QStringLiteral("source"))};
-    request.databasePath = m_index->path();
-    QCOMPARE(Importer(request).run().end, ImportEnd::Complete);
+    QCOMPARE(m_index->import({path(QStringLiteral("source"))}).end, ImportEnd::Complete);
     QSqlQuery patients(QStringLiteral("SELECT pk FROM patient ORDER BY pk"), m_index->database());
     while (patients.next()) {
         m_request.keys.append(patients.value(0).toLongLong());
@@ -171,10 +157,10 @@ void ExporterTest::readableFoldersNeverMeet()
         QCOMPARE(report.end, ExportEnd::Complete);
         QCOMPARE(report.files, qint64(3));
         QVERIFY(report.failures.isEmpty());
-        QCOMPARE(filesBelow(path(QStringLiteral("out"))).size(), 3 * times);
+        QCOMPARE(namesBelow(path(QStringLiteral("out"))).size(), 3 * times);
     }
-    const QStringList files = filesBelow(target);
-    QCOMPARE(filesBelow(m_folder->path()).filter(QStringLiteral("out/")).size(), 6); // nothing outside of it
+    const QStringList files = namesBelow(target);
+    QCOMPARE(namesBelow(m_folder->path()).filter(QStringLiteral("out/")).size(), 6); // nothing outside of it
     // What is taken is numbered, by case, too.
     const QString up = QStringLiteral("/2024-01-31 CT .._.._up/001 CT/0000");
     const QString other = QStringLiteral("/2024-01-31 CT x/001 CT/00001.dcm");
@@ -197,7 +183,7 @@ void ExporterTest::keyFoldersAreUsedAgain()
     for (int times = 0; times < 3; ++times) {
         QCOMPARE(run(ExportFormat::KeyFolders, target).files, qint64(1));
     }
-    QCOMPARE(filesBelow(target),
+    QCOMPARE(namesBelow(target),
         QStringList({QStringLiteral("St0/Se%1/1-1.dcm").arg(series),
             QStringLiteral("St_0/Se%1/1-1.dcm").arg(series)}));
 }
@@ -226,7 +212,7 @@ void ExporterTest::anArchiveIsReadByOthers()
         QVERIFY2(names[0].contains(QStringLiteral("山田")) && names[0].contains(QStringLiteral("Zürich")),
             said.constData());
     }
-    QVERIFY(filesBelow(m_folder->path()).filter(QStringLiteral(".export")).isEmpty());
+    QVERIFY(namesBelow(m_folder->path()).filter(QStringLiteral(".export")).isEmpty());
 }
 
 /// A file that ends before its announced size spoils the archive that it was written to: of that nothing may
@@ -275,14 +261,13 @@ void ExporterTest::aFileSetComesWholeOrNotAtAll()
     }
     // As a kill between the two leaves them.
     const QString dead = target + QStringLiteral("/.export-abcdef/");
-    QVERIFY(QDir().mkpath(dead) && QDir().mkpath(target + QStringLiteral("/DICOM/old")));
+    QVERIFY(QDir().mkpath(target + QStringLiteral("/DICOM/old")));
     for (const auto &[name, text] : {std::make_pair(".lock", "99999999\nx\n\n"),
              std::make_pair(".out", "DICOM\nDICOMDIR"), std::make_pair("DICOMDIR", "x")}) {
-        QFile file(dead + QLatin1String(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) >= 0);
+        writeFile(dead + QLatin1String(name), text);
     }
     QCOMPARE(run(ExportFormat::Media, target).end, ExportEnd::Complete);
-    QCOMPARE(filesBelow(target),
+    QCOMPARE(namesBelow(target),
         QStringList(
             {QStringLiteral("DICOM/PA000001/ST000001/SE000001/IM000001"), QStringLiteral("DICOMDIR")}));
 }
@@ -296,17 +281,14 @@ void ExporterTest::aFileSetIsReadByOthers()
     import();
     // No file of a file set: the preamble that tells DICOM is missing. It goes along, and is named.
     const QString raw = path(QStringLiteral("source/1-3.dcm"));
-    const QByteArray whole = bytesOf(raw);
-    QFile file(raw);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(whole.mid(132)) > 0);
-    file.close();
+    writeFile(raw, bytesOf(raw).mid(132));
     const QString target = makeTarget(QStringLiteral("disc"));
     const ExportReport report = run(ExportFormat::Media, target);
     QCOMPARE(report.end, ExportEnd::Complete);
     QCOMPARE(report.failures.size(), 1);
     QCOMPARE(report.failures[0].problem, ExportProblem::NotInDirectory);
     QVERIFY(report.retryItems().isEmpty());
-    QCOMPARE(filesBelow(target),
+    QCOMPARE(namesBelow(target),
         QStringList({QStringLiteral("DICOM/PA000001/ST000001/SE000001/IM000001"),
             QStringLiteral("DICOM/PA000001/ST000001/SE000001/IM000002"),
             QStringLiteral("DICOM/PA000001/ST000001/SE000001/IM000003"),
@@ -325,7 +307,7 @@ void ExporterTest::aFileSetIsReadByOthers()
             target + "/DICOMDIR"});
     QCOMPARE(read.trimmed(), QByteArray("3 2 True"));
     QCOMPARE(run(ExportFormat::Media, target).end, ExportEnd::TargetTaken);
-    QCOMPARE(filesBelow(target).size(), 5);
+    QCOMPARE(namesBelow(target).size(), 5);
 }
 
 void ExporterTest::whatFailsIsToldAndCanBeRepeated()
@@ -347,8 +329,8 @@ void ExporterTest::whatFailsIsToldAndCanBeRepeated()
     QVERIFY(QFile::rename(lost + QStringLiteral(".away"), lost));
     m_request.items = report.retryItems();
     QCOMPARE(run(ExportFormat::NamedFolders, target).files, qint64(1));
-    QCOMPARE(filesBelow(target).size(), 3);
-    QCOMPARE(filesBelow(target).filter(QStringLiteral("(2)")).size(), 0);
+    QCOMPARE(namesBelow(target).size(), 3);
+    QCOMPARE(namesBelow(target).filter(QStringLiteral("(2)")).size(), 0);
 
     // Paths that an index must not have.
     m_request.items.clear();
@@ -356,7 +338,7 @@ void ExporterTest::whatFailsIsToldAndCanBeRepeated()
     m_index->query(QStringLiteral("UPDATE imageformat SET FilePath = '/a' || char(0) || 'b' WHERE pk = "
                                   "(SELECT min(pk) FROM imageformat)"));
     QCOMPARE(run(ExportFormat::KeyFolders, target).failures.size(), 3);
-    QCOMPARE(filesBelow(target).size(), 3);
+    QCOMPARE(namesBelow(target).size(), 3);
 }
 
 void ExporterTest::whatIsBeginsWholeOrNotAtAll()

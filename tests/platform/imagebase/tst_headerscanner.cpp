@@ -1,6 +1,7 @@
 #include "dcmtkheaderreader.h"
 #include "dicomreader.h"
 #include "headerscanner.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QDirIterator>
@@ -16,13 +17,7 @@ namespace {
 
 QStringList corpusFiles(const QString &folder = QString())
 {
-    QStringList files;
-    QDirIterator walk(sharedData() + folder, QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        files.append(walk.next());
-    }
-    files.sort();
-    return files;
+    return filesBelow(sharedData() + folder);
 }
 
 /// One change of the kinds that broken disks, broken transfers and bad intentions make.
@@ -126,20 +121,17 @@ void HeaderScannerTest::survivesMutations()
     DicomReader reader;
     const qint64 before = peakMegabytes();
     for (int source = 0; source < 20; ++source) {
-        QFile original(sources[random.bounded(sources.size())]);
-        QVERIFY(original.open(QIODevice::ReadOnly));
-        const QByteArray bytes = original.readAll() + ' ';
+        const QString original = sources[random.bounded(sources.size())];
+        const QByteArray bytes = bytesOf(original) + ' ';
         for (int variant = 0; variant < 100; ++variant) {
             QByteArray spoilt = bytes.left(8000);
             for (int change = random.bounded(1, 5); change > 0 && !spoilt.isEmpty(); --change) {
                 mutate(spoilt, random);
             }
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(spoilt) == spoilt.size());
-            file.close();
+            writeFile(path, spoilt);
             const std::clock_t start = std::clock();
             const DicomReadResult result = reader.read(QFile::encodeName(path));
-            QVERIFY2(std::clock() - start < 3 * CLOCKS_PER_SEC, qPrintable(original.fileName()));
+            QVERIFY2(std::clock() - start < 3 * CLOCKS_PER_SEC, qPrintable(original));
             QVERIFY(result.outcome != DicomReadResult::Outcome::CannotOpen);
             QVERIFY(result.outcome != DicomReadResult::Outcome::Image
                 || DicomReader::isUid(result.header[Attribute::SOPInstanceUID]));

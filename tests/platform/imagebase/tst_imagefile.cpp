@@ -1,6 +1,7 @@
 #include "imagefile.h"
 #include "pixelframe.h"
 #include "rawdicom.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QDirIterator>
@@ -168,11 +169,7 @@ private:
 PixelProblem ImageFileTest::read(const QByteArray &bytes, PixelFrame &frame, int number)
 {
     const QString path = m_folder.filePath(QStringLiteral("image.dcm"));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("no file");
-    }
-    file.close();
+    writeFile(path, bytes);
     ImageFile image;
     const PixelProblem problem = image.open(path);
     return problem == PixelProblem::None ? image.readFrame(number, frame) : problem;

@@ -2,10 +2,10 @@
 #include "dicomfilebuilder.h"
 #include "dicomreader.h"
 #include "dicomservers.h"
-#include "importer.h"
 #include "receiver.h"
 #include "scuassociation.h"
 #include "spoolfile.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QCryptographicHash>
@@ -23,12 +23,6 @@ namespace {
 QString text(const char *latin1)
 {
     return QLatin1String(latin1);
-}
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// What follows the file meta information.
@@ -221,11 +215,7 @@ void StoreScpTest::knowsWhatWasImported()
 {
     const Receiver receiver;
     const QString file = object(text("a.dcm"), text("1.2.3.4.5"));
-    ImportRequest request;
-    request.databasePath = receiver.index.path();
-    request.mode = ImportMode::Copy;
-    request.paths = QStringList{file};
-    QCOMPARE(Importer(request).run().of(FileVerdict::New), qint64(1));
+    QCOMPARE(receiver.index.import({file}, ImportMode::Copy).of(FileVerdict::New), qint64(1));
     QCOMPARE(send(receiver.port(), {}, {file}).exitCode, 0);
     QTRY_VERIFY(receiver.counts().received == 1 && receiver.isIdle());
     QCOMPARE(receiver.counts().keptAside, 0);
@@ -241,8 +231,8 @@ void StoreScpTest::holdsUpNoOther()
     // A file lies where the folder of another study of this patient belongs.
     QDir folder = QFileInfo(receiver.stored().value(0)).dir();
     QVERIFY(folder.cdUp() && folder.cdUp());
-    QFile obstacle(folder.filePath(text("1.2.9")));
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    const QString obstacle = folder.filePath(text("1.2.9"));
+    writeFile(obstacle);
     const QString other = m_folder->filePath(text("b.dcm"));
     DicomFileBuilder().uids(text("1.2.9"), text("1.2.9.1"), text("1.2.9.1.1")).write(other);
     QCOMPARE(send(receiver.port(), {},
@@ -254,7 +244,7 @@ void StoreScpTest::holdsUpNoOther()
     QCOMPARE(receiver.indexer->waiting(), 1);
     QTRY_COMPARE(int(receiver.counts().lastProblem.problem), int(ReceiveProblem::IndexFailed));
     QCOMPARE(receiver.spooled().size(), 1);
-    QVERIFY(obstacle.remove());
+    QVERIFY(QFile::remove(obstacle));
     QTRY_COMPARE_WITH_TIMEOUT(receiver.records(), 4, 30000);
     QTRY_VERIFY(receiver.isIdle() && !receiver.indexer->isStuck());
     QCOMPARE(receiver.spooled(), QStringList());
