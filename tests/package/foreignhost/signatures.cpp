@@ -82,11 +82,11 @@ void formSignatures()
     expectSignals(StudyForm::staticMetaObject, {"selectStudy(long long)", "signalLoadFileFinished(bool)"});
     expectSlots(StudyForm::staticMetaObject,
         {"onSelectPatient(long long)", "onStudy(QList<qlonglong>)", "onFixHeight(bool)",
-            "onLoadFileFinished(bool)"});
+            "onLoadFileFinished(bool)", "selectIdx(qlonglong)"});
     expectSignals(SeriesForm::staticMetaObject, {"selectSeries(long long)", "signalLoadFileFinished(bool)"});
     expectSlots(SeriesForm::staticMetaObject,
         {"onSelectStudy(long long)", "onSeries(QList<qlonglong>)", "on_tableView_doubleClicked(QModelIndex)",
-            "onLoadFileFinished(bool)"});
+            "onLoadFileFinished(bool)", "selectIdx(qlonglong)"});
     expectSignals(ImageformatForm::staticMetaObject,
         {"selectInstance(qint64,long,QString)", "signalLoadFileFinished(bool)"});
     expectSlots(ImageformatForm::staticMetaObject,

@@ -12,23 +12,13 @@
 #include <QtTest>
 
 #include <functional>
-#include <optional>
 
 /// The picker as a user meets it, through the window's action: the class itself is not exported.
-class DirectoryViewerTest : public QObject
+class DirectoryViewerTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init()
-    {
-        fixture.emplace();
-        // Any mode but 0, 1 and 2: these tests are about the choice, not about the import.
-        fixture->writeIni(QStringLiteral("config/main.ini"), "[dataCopyType]\ndataCopyType=9\n");
-    }
-    void cleanup() { fixture.reset(); }
-
     void listsFoldersOnly();
     void okSaysThePath_data();
     void okSaysThePath();
@@ -37,13 +27,16 @@ private slots:
     void secondUseReplacesTheFirst();
 
 private:
+    void prepare() override
+    {
+        // Any mode but 0, 1 and 2: these tests are about the choice, not about the import.
+        fixture->writeIni(QStringLiteral("config/main.ini"), "[dataCopyType]\ndataCopyType=9\n");
+    }
     using Act = std::function<void(QDialog &)>;
     /// Triggers the action and lets `act` work on the picker while it is modal.
     void withPicker(PatientManagerMainWindow &window, const Act &act);
     static QPushButton *button(const QDialog &picker, const QString &text);
     static void makeCurrent(const QDialog &picker, const QString &path);
-
-    std::optional<WindowFixture> fixture;
 };
 
 void DirectoryViewerTest::withPicker(PatientManagerMainWindow &window, const Act &act)

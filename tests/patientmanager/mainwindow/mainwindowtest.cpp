@@ -18,21 +18,11 @@
 #include <QToolBar>
 #include <QtTest>
 
-#include <optional>
-
-class MainWindowTest : public QObject
+class MainWindowTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init() { fixture.emplace(); }
-    void cleanup()
-    {
-        kivMessageBoxForm::setAnswerer(nullptr);
-        fixture.reset();
-    }
-
     void actionsAreAllThere_data();
     void actionsAreAllThere();
     void toolbarHasThreeActionsAndNoMenu();
@@ -59,8 +49,6 @@ private:
     {
         return fixture->index.query(QStringLiteral("SELECT PatientComments FROM patient")).toString();
     }
-
-    std::optional<WindowFixture> fixture;
 };
 
 void MainWindowTest::actionsAreAllThere_data()

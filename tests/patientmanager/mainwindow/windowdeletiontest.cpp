@@ -9,18 +9,12 @@
 #include <QSqlTableModel>
 #include <QtTest>
 
-#include <optional>
-
 /// What the window asks before a deletion, and whom it tells.
-class WindowDeletionTest : public QObject
+class WindowDeletionTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init();
-    void cleanup();
-
     void everyAnswerButCancelDeletes_data();
     void everyAnswerButCancelDeletes();
     void anUploadRefuses();
@@ -29,9 +23,9 @@ private slots:
     void filesAloneGoByTheirQuery();
 
 private:
+    void prepare() override;
     void trigger() { QVERIFY(QMetaObject::invokeMethod(window, "on_actionDelete_triggered")); }
 
-    std::optional<WindowFixture> fixture;
     PatientManagerMainWindow *window = nullptr;
     QString path;
     qlonglong patient = 0;
@@ -39,9 +33,8 @@ private:
     QStringList asked;
 };
 
-void WindowDeletionTest::init()
+void WindowDeletionTest::prepare()
 {
-    fixture.emplace();
     const TemporaryIndex &index = fixture->index;
     path = fixture->path(QStringLiteral("files/p/t/s/1.dcm"));
     fixture->writeIni(QStringLiteral("files/p/t/s/1.dcm"), "x");
@@ -56,12 +49,6 @@ void WindowDeletionTest::init()
         asked.append(request.text);
         return answer;
     });
-}
-
-void WindowDeletionTest::cleanup()
-{
-    kivMessageBoxForm::setAnswerer({});
-    fixture.reset();
 }
 
 void WindowDeletionTest::everyAnswerButCancelDeletes_data()

@@ -4,53 +4,31 @@
 #include "patientform.h"
 #include "recordcopy.h"
 #include "studyform.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "windowfixture.h"
 
 #include <QtTest>
 
-#include <optional>
-
-namespace {
-
-QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-void write(const QString &path, const QByteArray &bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
-
-} // namespace
-
 /// The silent export: which folders and files it makes, and that nothing gets out of the chosen folder.
-class WindowExportTest : public QObject
+class WindowExportTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init();
-    void cleanup();
-
     void nothingIsSelected();
     void patientsComeWithTheirTree();
     void holdersStandForUpperLevels();
     void nothingGetsOut();
 
 private:
+    void prepare() override;
     QStringList made() const;
     QString name(const char *prefix, qlonglong key) const
     {
         return QLatin1String(prefix) + QString::number(key);
     }
 
-    std::optional<WindowFixture> fixture;
     QString target;
     qlonglong patient = 0;
     qlonglong study = 0;
@@ -58,34 +36,24 @@ private:
     qlonglong image = 0;
 };
 
-void WindowExportTest::init()
+void WindowExportTest::prepare()
 {
-    fixture.emplace();
     target = fixture->path(QStringLiteral("outer/target"));
     QDir().mkpath(target);
     patient = fixture->index.addPatient(QStringLiteral("A^B"), QStringLiteral("1"));
     study = fixture->index.addStudy(patient, QStringLiteral("1.1"));
     series = fixture->index.addSeries(study, QStringLiteral("1.1.1"));
     const QString file = fixture->path(QStringLiteral("files/one.dcm"));
-    write(file, "one");
+    writeFile(file, "one");
     image = fixture->index.addImage(series, QStringLiteral("1.1.1.1"), 1, file);
-}
-
-void WindowExportTest::cleanup()
-{
-    FileChooser::setAnswerer({});
-    kivMessageBoxForm::setAnswerer({});
-    fixture.reset();
 }
 
 /// All below the outer folder of the target, from the target.
 QStringList WindowExportTest::made() const
 {
     QStringList found;
-    QDirIterator walk(
-        fixture->path(QStringLiteral("outer")), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        found.append(QDir(target).relativeFilePath(walk.next()));
+    for (const QString &path : filesBelow(fixture->path(QStringLiteral("outer")))) {
+        found.append(QDir(target).relativeFilePath(path));
     }
     found.sort();
     return found;
@@ -120,7 +88,7 @@ void WindowExportTest::patientsComeWithTheirTree()
     const QString own =
         QStringLiteral("%1/%2/%3/one.dcm").arg(name("Pa", patient), name("St", study), name("Se", series));
     for (const char *bytes : {"one", "changed"}) {
-        write(fixture->path(QStringLiteral("files/one.dcm")), bytes);
+        writeFile(fixture->path(QStringLiteral("files/one.dcm")), bytes);
         QVERIFY(QMetaObject::invokeMethod(&window, "on_actionSaveDicom_triggered"));
         QCOMPARE(made(), QStringList(own));
         QCOMPARE(bytesOf(target + QLatin1Char('/') + own), QByteArray(bytes));
@@ -153,7 +121,7 @@ void WindowExportTest::nothingGetsOut()
     fixture->open();
     const QString folder = fixture->path(QStringLiteral("files"));
     const QString odd = folder + QStringLiteral("/a\\..\\..\\..\\b.dcm"); // of a system with other separators
-    write(odd, "odd");
+    writeFile(odd, "odd");
     const QString target1 = target + QStringLiteral("/link.dcm");
     const QStringList paths{folder + QStringLiteral("/.."), folder + QStringLiteral("/."),
         folder + QLatin1Char('/'), folder + QStringLiteral("/one.dcm") + QChar(QChar::Null),

@@ -2,16 +2,18 @@
 
 #include "configlocation.h"
 #include "dicomfilebuilder.h"
+#include "filechooser.h"
 #include "imageformatform.h"
+#include "kivmessageboxform.h"
 #include "patientform.h"
 #include "seriesform.h"
 #include "studyform.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFile>
 #include <QSqlDatabase>
 #include <QVariant>
 
@@ -49,11 +51,7 @@ QString WindowFixture::path(const QString &name) const
 
 void WindowFixture::writeIni(const QString &name, const QByteArray &text) const
 {
-    QDir().mkpath(QFileInfo(path(name)).path());
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
-        qFatal("%s: %s", qPrintable(path(name)), qPrintable(file.errorString()));
-    }
+    writeFile(path(name), text);
 }
 
 QString WindowFixture::makeSeries(const QString &folder, int images) const
@@ -99,6 +97,24 @@ QString WindowFixture::privateConnection() const
 int WindowFixture::count(const QString &table) const
 {
     return index.query(QStringLiteral("SELECT count(*) FROM %1").arg(table)).toInt();
+}
+
+void WindowTest::initTestCase()
+{
+    allowWarningsOfNamedSlots();
+}
+
+void WindowTest::init()
+{
+    fixture.emplace();
+    prepare();
+}
+
+void WindowTest::cleanup()
+{
+    FileChooser::setAnswerer({});
+    kivMessageBoxForm::setAnswerer({});
+    fixture.reset();
 }
 
 QWidget *visibleWindow(const char *className)

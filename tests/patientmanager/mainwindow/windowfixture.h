@@ -3,10 +3,12 @@
 #include "patientmanagermainwindow.h"
 #include "temporaryindex.h"
 
+#include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 /**
  * A window over an index of its own, with a folder for configuration and for files to import. The working
@@ -39,6 +41,23 @@ private:
     QString m_workingDirectory;
     QStringList m_connections;
     std::unique_ptr<PatientManagerMainWindow> m_window;
+};
+
+/// A test whose functions each have a fixture of their own, and leave nobody behind who answers for the user.
+class WindowTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    /// Fills the fixture that has just been made.
+    virtual void prepare() { }
+
+    std::optional<WindowFixture> fixture;
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
 };
 
 /// The visible top-level widget of a class that has no exported name; null where there is none.

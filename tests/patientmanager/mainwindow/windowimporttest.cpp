@@ -10,8 +10,6 @@
 #include <QSqlTableModel>
 #include <QtTest>
 
-#include <optional>
-
 namespace {
 
 /// An import that is over: its finish was handled, and the refresh it causes was emitted.
@@ -19,19 +17,11 @@ constexpr int importWait = 30'000;
 
 } // namespace
 
-class WindowImportTest : public QObject
+class WindowImportTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init() { fixture.emplace(); }
-    void cleanup()
-    {
-        kivMessageBoxForm::setAnswerer(nullptr);
-        fixture.reset();
-    }
-
     void modeComesFromTheFirstMainIni_data();
     void modeComesFromTheFirstMainIni();
     void singleFileIsImported();
@@ -54,8 +44,6 @@ private:
     {
         return fixture->index.query(QStringLiteral("SELECT FilePath FROM imageformat")).toString();
     }
-
-    std::optional<WindowFixture> fixture;
 };
 
 void WindowImportTest::modeComesFromTheFirstMainIni_data()

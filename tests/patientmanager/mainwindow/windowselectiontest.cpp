@@ -10,8 +10,6 @@
 
 #include <QtTest>
 
-#include <optional>
-
 namespace {
 
 const QString patientTable = QStringLiteral("patient");
@@ -31,15 +29,11 @@ QList<qlonglong> keysOf(const QList<Record *> &records)
 } // namespace
 
 /// The window's selection and the patient that it stands for.
-class WindowSelectionTest : public QObject
+class WindowSelectionTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init();
-    void cleanup() { fixture.reset(); }
-
     void theMostSpecificLevelWins();
     void studiesComeInTheOrderOfTheSelection();
     void seriesHangBelowOneStudy();
@@ -47,9 +41,9 @@ private slots:
     void oneObjectServesAllRequests();
 
 private:
+    void prepare() override;
     void refresh() const { QVERIFY(QMetaObject::invokeMethod(window, "getSelectPatientPk")); }
 
-    std::optional<WindowFixture> fixture;
     PatientManagerMainWindow *window = nullptr;
     qlonglong patient = 0;
     QList<qlonglong> studies;
@@ -57,9 +51,8 @@ private:
 };
 
 /// Two patients; the first has three studies, the first of these two series with an image each.
-void WindowSelectionTest::init()
+void WindowSelectionTest::prepare()
 {
-    fixture.emplace();
     const TemporaryIndex &index = fixture->index;
     patient = index.addPatient(QStringLiteral("A^One"), QStringLiteral("1"));
     index.addPatient(QStringLiteral("B^Two"), QStringLiteral("2"));

@@ -8,24 +8,19 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-#include <optional>
-
 /// The action that sends: what the dialog gets of a selection, and what reaches the host.
-class WindowSendTest : public QObject
+class WindowSendTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init();
-    void cleanup() { fixture.reset(); }
-
     void aGroupForEachPatientAndOneLineForEachName();
     void oneGroupForStudiesInTheOrderOfTheSelection();
     void nothingIsMadeForImages();
     void theRequestReachesTheHost();
 
 private:
+    void prepare() override;
     void send(const QList<qlonglong> &keys, const char *table) const
     {
         window->onSelectTable(keys, QLatin1String(table));
@@ -59,16 +54,14 @@ private:
         return spy.value(0).value(0).toStringList();
     }
 
-    std::optional<WindowFixture> fixture;
     PatientManagerMainWindow *window = nullptr;
     QList<qlonglong> patients;
     QList<qlonglong> studies; ///< two of the first patient, one of each other
 };
 
 /// Two patients of one name, and one of another name with an image less.
-void WindowSendTest::init()
+void WindowSendTest::prepare()
 {
-    fixture.emplace();
     fixture->writeIni(QStringLiteral("config/dicomsendservice.ini"),
         "[Archive]\nAETitle=ARCHIVE\nIP=192.0.2.7\nPort=104\n");
     const TemporaryIndex &index = fixture->index;

@@ -14,26 +14,17 @@
 #include <QTreeView>
 #include <QtTest>
 
-#include <optional>
-
 /// The patient tree beside the tables of the main window.
-class WindowTreeTest : public QObject
+class WindowTreeTest : public WindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { allowWarningsOfNamedSlots(); }
-    void init() { fixture.emplace(); }
-    void cleanup() { fixture.reset(); }
-
     void treeDockIsMadeOnce();
     void titleOfTheTreeFloatsItsDock();
     void treeEndsWithItsWindow();
     void treeChoosesWhatTheTablesShow();
     void fieldChangesInTheTreeReachTheTables();
-
-private:
-    std::optional<WindowFixture> fixture;
 };
 
 void WindowTreeTest::treeDockIsMadeOnce()

@@ -16,8 +16,6 @@
 
 #include <memory>
 
-Q_DECLARE_METATYPE(const QMetaObject *)
-
 namespace {
 
 using Keys = QList<qlonglong>;
@@ -65,8 +63,6 @@ private slots:
     void cleanup();
 
     void startsWithTodaysPatients();
-    void offersItsSignalsAndSlotsByText_data();
-    void offersItsSignalsAndSlotsByText();
     void showsPatientsOfASearch();
     void showsKeys_data();
     void showsKeys();
@@ -133,46 +129,6 @@ void RecordFormsTest::startsWithTodaysPatients()
     QCOMPARE(shownKeys(StudyForm()), Keys());
     QCOMPARE(shownKeys(SeriesForm()), Keys());
     QCOMPARE(shownKeys(ImageformatForm()), Keys());
-}
-
-void RecordFormsTest::offersItsSignalsAndSlotsByText_data()
-{
-    QTest::addColumn<const QMetaObject *>("meta");
-    QTest::addColumn<QByteArrayList>("methods");
-    const QByteArrayList common{"selectPK(QList<qlonglong>,QString)",
-        "selectMutiPK(QList<qlonglong>,QString)", "selectIndex(QModelIndex)", "selectList()",
-        "onDeletereflash(QString)", "onInquiryShow()", "submit()", "on_submit_clicked()",
-        "on_revertall_clicked()", "updateFieldHeader()", "editsChanged()"};
-    const QByteArrayList dependent =
-        common + QByteArrayList{"signalLoadFileFinished(bool)", "onLoadFileFinished(bool)"};
-    QTest::newRow("patient") << &PatientForm::staticMetaObject
-                             << common
-            + QByteArrayList{"selectPatient(qlonglong)", "deleteSelected()", "refrshData(qlonglong)",
-                "selectIdx(qlonglong)", "onSearchPatient(QString)", "onPatient(QList<qlonglong>)",
-                "onShowPatient()", "getPreSelectedRows()", "showPreSelectedRows()", "on_reflash_clicked()",
-                "on_reflash_enable(bool)", "onExpertList()", "on_Delete_clicked()"};
-    QTest::newRow("study") << &StudyForm::staticMetaObject
-                           << dependent
-            + QByteArrayList{"selectStudy(qlonglong)", "onSelectPatient(qlonglong)",
-                "onStudy(QList<qlonglong>)", "onFixHeight(bool)", "selectIdx(qlonglong)"};
-    QTest::newRow("series") << &SeriesForm::staticMetaObject
-                            << dependent
-            + QByteArrayList{"selectSeries(qlonglong)", "onSelectStudy(qlonglong)",
-                "onSeries(QList<qlonglong>)", "on_tableView_doubleClicked(QModelIndex)",
-                "selectIdx(qlonglong)"};
-    QTest::newRow("image") << &ImageformatForm::staticMetaObject
-                           << dependent
-            + QByteArrayList{"selectInstance(qint64,long,QString)", "onSelectSeries(qlonglong)",
-                "onInstances(QString)", "onFixHeight(bool)"};
-}
-
-void RecordFormsTest::offersItsSignalsAndSlotsByText()
-{
-    QFETCH(const QMetaObject *, meta);
-    QFETCH(QByteArrayList, methods);
-    for (const QByteArray &method : methods) {
-        QVERIFY2(meta->indexOfMethod(QMetaObject::normalizedSignature(method)) >= 0, method.constData());
-    }
 }
 
 void RecordFormsTest::showsPatientsOfASearch()
