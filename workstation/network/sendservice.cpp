@@ -1,5 +1,6 @@
 #include "sendservice.h"
 
+#include "besideindex.h"
 #include "sendcoordinator.h"
 #include "sendlog.h"
 
@@ -98,7 +99,7 @@ SendService::~SendService()
 
 QString SendService::storePathOf(const QString &indexPath)
 {
-    return indexPath + QStringLiteral(".send");
+    return indexPath + QLatin1String(BesideIndex::sendJobs);
 }
 
 QString SendService::storePath() const

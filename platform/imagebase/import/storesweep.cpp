@@ -1,5 +1,6 @@
 #include "storesweep.h"
 
+#include "besideindex.h"
 #include "filestore.h"
 #include "indexconnection.h"
 #include "namedfiles.h"
@@ -86,13 +87,15 @@ bool isIndex(const QString &path)
     return reason != ConnectionFailure::Reason::Foreign && reason != ConnectionFailure::Reason::NotADatabase;
 }
 
-/// Another index beside this one, other than the copies that upgrades have made of it.
+/// Another index beside this one, other than the copies that upgrades have made of it. The jobs go by their
+/// name: what they are is not in the file yet while they are being made.
 bool isShared(const QString &databasePath)
 {
     const QFileInfo own(databasePath);
     const QRegularExpression family(
         QRegularExpression::anchoredPattern(QRegularExpression::escape(own.fileName())
-            + QStringLiteral("(\\.version[0-9]+\\.backup)?(-wal|-shm|-journal)?")));
+            + QStringLiteral("(\\.version[0-9]+\\.backup|%1)?(-wal|-shm|-journal)?")
+                  .arg(QRegularExpression::escape(QLatin1String(BesideIndex::sendJobs)))));
     const QFileInfoList beside = own.absoluteDir().entryInfoList(QDir::Files | QDir::Hidden);
     return std::any_of(beside.begin(), beside.end(), [&family](const QFileInfo &file) {
         return !family.match(file.fileName()).hasMatch() && isIndex(file.filePath());
