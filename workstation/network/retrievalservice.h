@@ -8,6 +8,7 @@
 #include <memory>
 
 class ReceiveService;
+class RetrievalWork;
 
 /**
  * Brings what is chosen in archives into the index that is open, one after another in the order of asking.
@@ -44,17 +45,14 @@ signals:
     void changed();
 
 private:
-    struct Work;
-
     Retrieval *find(qint64 id);
     void next();
-    void end();
     void endAll(const QString &spoolProblem);
     void look();
 
     ReceiveService *const m_receiving;
     QVector<Retrieval> m_retrievals;
     qint64 m_lastId = 0;
-    std::unique_ptr<Work> m_work; ///< what runs
+    std::unique_ptr<RetrievalWork> m_work; ///< what runs
     QTimer m_timer;
 };

@@ -37,8 +37,12 @@ QueryRecord keysOf(const RetrieveRequest &request)
 {
     QueryRecord keys{
         {QueryTag::level, queryLevelName(request.level)}, {QueryTag::studyUid, request.studyUid}};
-    if (request.level == RecordLevel::Series) {
+    if (request.level != RecordLevel::Study) {
         keys.insert(QueryTag::seriesUid, request.seriesUid);
+    }
+    if (request.level == RecordLevel::Image) {
+        Q_ASSERT(request.instanceUids.size() <= RetrieveRequest::mostInstances);
+        keys.insert(QueryTag::instanceUid, request.instanceUids.join(QLatin1Char('\\')));
     }
     return keys;
 }
@@ -89,6 +93,7 @@ NetworkFailure RetrieveScu::Private::store(
     case StoreProvider::Outcome::Refused:
         if (result.failedInstances.size() < mostNamed) {
             result.failedInstances.append(QString::fromLatin1(request.AffectedSOPInstanceUID));
+            result.refusedInstances.append(result.failedInstances.constLast());
         }
         break;
     case StoreProvider::Outcome::Broken:

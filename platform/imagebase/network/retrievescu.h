@@ -10,15 +10,19 @@
 
 class StoreProvider;
 
-/// What is fetched from an archive: a whole study, or one of its series.
+/// What is fetched from an archive: a whole study, one of its series, or images of one series.
 struct RetrieveRequest
 {
-    RecordLevel level = RecordLevel::Study; ///< Study or Series
+    RecordLevel level = RecordLevel::Study; ///< Study, Series or Image
     QString patientId; ///< for archives that know studies only below their patients
     QString studyUid;
-    QString seriesUid; ///< of a series
+    QString seriesUid; ///< of a series, and of images
+    QStringList instanceUids; ///< of images; at most mostInstances
     QStringList modalities; ///< what is known of them, so that the right services are offered
     QStringList classes;
+
+    /// What archives that keep a list of identifiers in 16 bits of length take at once.
+    static constexpr int mostInstances = 500;
 };
 
 /// How far the archive is, as it says.
@@ -36,6 +40,10 @@ struct RetrieveResult
     quint16 status = 0; ///< the archive's own word where it refused or something failed; 0 otherwise
     RetrieveProgress progress;
     QStringList failedInstances; ///< UIDs, where it names them, and of what we refused; at most a thousand
+    QStringList refusedInstances; ///< of these, what we refused: it would be refused again
+
+    /// How many objects have not come, and might still.
+    int missing() const { return qMax(progress.failed, failedInstances.size()) - refusedInstances.size(); }
 
     bool isGood() const
     {
