@@ -111,7 +111,7 @@ std::unique_ptr<DicomServer> DicomServer::storescp(const QStringList &options)
     return server;
 }
 
-std::unique_ptr<DicomServer> DicomServer::dcmqrscp(const QVector<Peer> &peers)
+std::unique_ptr<DicomServer> DicomServer::dcmqrscp(const QVector<Peer> &peers, const QStringList &options)
 {
     std::unique_ptr<DicomServer> server(
         new DicomServer(QStringLiteral("dcmqrscp"), QStringLiteral("DCMQRSCP")));
@@ -127,7 +127,7 @@ std::unique_ptr<DicomServer> DicomServer::dcmqrscp(const QVector<Peer> &peers)
         + " RW (10000, 4096mb) ANY\nAETable END\n";
     server->writeFile(QLatin1String(configName), config);
     server->m_arguments =
-        QStringList{QStringLiteral("-c"), server->m_folder.filePath(QLatin1String(configName))};
+        options + QStringList{QStringLiteral("-c"), server->m_folder.filePath(QLatin1String(configName))};
     server->start();
     return server;
 }

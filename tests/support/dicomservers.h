@@ -45,7 +45,9 @@ public:
     /// @param options of the program besides its port, title and folder
     static std::unique_ptr<DicomServer> storescp(const QStringList &options = {});
     /// An archive with C-FIND, C-MOVE and C-GET, empty at first.
-    static std::unique_ptr<DicomServer> dcmqrscp(const QVector<Peer> &peers = {});
+    /// @param options of the program besides its configuration
+    static std::unique_ptr<DicomServer> dcmqrscp(
+        const QVector<Peer> &peers = {}, const QStringList &options = {});
     /// An archive with a REST interface too. @param settings added to its configuration, or in place of ours
     static std::unique_ptr<DicomServer> orthanc(
         const QVector<Peer> &peers = {}, const QJsonObject &settings = {});

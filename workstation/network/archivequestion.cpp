@@ -149,6 +149,32 @@ QueryRequest ArchiveQuestion::attempt(int number, int limit) const
     return {RecordLevel::Study, keys, limit};
 }
 
+bool ArchiveQuestion::isAboutStudies() const
+{
+    return !(accessionNumber + description + modality).trimmed().isEmpty()
+        || dates.kind != StudyDates::Kind::Any;
+}
+
+QueryRequest ArchiveQuestion::patientAttempt(int number, int limit) const
+{
+    return {RecordLevel::Patient,
+        {{QueryTag::patientName, textKey(name, static_cast<Spelling>(number))},
+            {QueryTag::patientId, patientId.trimmed()}, {QueryTag::issuerOfPatientId, {}},
+            {QueryTag::birthDate, birthDate.toString(QStringLiteral("yyyyMMdd"))}, {QueryTag::sex, {}},
+            {QueryTag::patientStudies, {}}},
+        limit};
+}
+
+/// The patient is named by its ID alone, which is the key that the standard has for it.
+QueryRequest ArchiveQuestion::attemptBelow(const QueryRecord &patient, int number, int limit) const
+{
+    QueryRequest request = attempt(number, limit);
+    request.keys.insert(QueryTag::patientId, patient.value(QueryTag::patientId));
+    request.keys.insert(QueryTag::patientName, {});
+    request.keys.insert(QueryTag::birthDate, {});
+    return request;
+}
+
 /// An archive that does not mind the case says so by what it finds.
 bool ArchiveQuestion::isEnough(int number, const QVector<QueryRecord> &found) const
 {
@@ -166,8 +192,13 @@ bool ArchiveQuestion::matches(const QueryRecord &study) const
     const auto hasWords = [&study](quint32 tag, const QString &words) {
         return hasWildcards(words) || hasAllWords(study.value(tag), words);
     };
-    return hasWords(QueryTag::patientName, name) && hasWords(QueryTag::studyDescription, description)
+    return matchesPatient(study) && hasWords(QueryTag::studyDescription, description)
         && hasModality(study.value(QueryTag::modalitiesInStudy), modality);
+}
+
+bool ArchiveQuestion::matchesPatient(const QueryRecord &patient) const
+{
+    return hasWildcards(name) || hasAllWords(patient.value(QueryTag::patientName), name);
 }
 
 QueryRequest seriesOf(const QString &patientId, const QString &studyUid, int limit)

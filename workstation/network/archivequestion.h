@@ -28,10 +28,17 @@ struct ArchiveQuestion
     int attempts() const;
     /// One of them; the first is the likeliest to find something.
     QueryRequest attempt(int number, int limit) const;
+    /// Whether it says something of studies, which archives have no keys for at the level of patients.
+    bool isAboutStudies() const;
+    /// The same attempt at the level of patients, by what it says of them.
+    QueryRequest patientAttempt(int number, int limit) const;
+    /// The same attempt below one patient that was found, for archives that know studies only there.
+    QueryRequest attemptBelow(const QueryRecord &patient, int number, int limit) const;
     /// Whether the next attempt would find nothing new, by what an attempt has found.
     bool isEnough(int number, const QVector<QueryRecord> &found) const;
     /// Whether a study is asked for, as far as the archive told its values.
     bool matches(const QueryRecord &study) const;
+    bool matchesPatient(const QueryRecord &patient) const;
 };
 
 /// The attributes that are wanted of a series.

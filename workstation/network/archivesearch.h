@@ -18,6 +18,8 @@ struct ArchiveAnswer
     quint16 status = 0; ///< the archive's own word where it refused
     bool isCutOff = false; ///< there may be more
     int unreadable = 0; ///< answers that name no study or series
+
+    bool isGood() const { return failure.isNone() && status == 0; }
 };
 
 /**
@@ -31,6 +33,7 @@ class ArchiveSearch : public QObject
 
 public:
     /// Answers that are taken at most.
+    static constexpr int mostPatients = 500;
     static constexpr int mostStudies = 500;
     static constexpr int mostSeries = 2000;
 
@@ -49,6 +52,9 @@ public slots:
     void stop();
 
 signals:
+    /// Patients as the archive has them, before their studies; not from archives without such a level, nor
+    /// for questions about studies. Some may come again.
+    void foundPatients(const QVector<QueryRecord> &patients);
     /// More studies, each once.
     void found(const QVector<QueryRecord> &studies);
     void ended(const ArchiveAnswer &answer);
@@ -64,7 +70,14 @@ private:
     void begin(const std::shared_ptr<Task> &task);
     void abortAll();
     void countNext();
+    struct Attempt;
     void ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question);
+    QVector<QueryRecord> askForPatients(const std::shared_ptr<Task> &task, const Attempt &attempt);
+    QVector<QueryRecord> askForStudies(const std::shared_ptr<Task> &task, const Attempt &attempt);
+    QVector<QueryRecord> askBelow(
+        const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &patients);
+    void tellStudies(
+        const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &studies);
     void tell(const std::shared_ptr<Task> &task, const std::function<void()> &function);
 
     QThreadPool m_pool;

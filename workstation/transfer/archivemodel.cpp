@@ -80,6 +80,13 @@ QStandardItem *ArchiveModel::patientItem(const QueryRecord &study)
     return patient;
 }
 
+void ArchiveModel::addPatients(const QVector<QueryRecord> &patients)
+{
+    for (const QueryRecord &patient : patients) {
+        patientItem(patient);
+    }
+}
+
 void ArchiveModel::addStudies(const QVector<QueryRecord> &studies)
 {
     for (const QueryRecord &study : studies) {

@@ -29,6 +29,8 @@ public:
 
     void clearAll();
     void addStudies(const QVector<QueryRecord> &studies);
+    /// Patients whose studies follow, or that have none.
+    void addPatients(const QVector<QueryRecord> &patients);
     /// @param problem shown in their place where it is not empty
     void setSeries(const QString &studyUid, const QVector<QueryRecord> &series, const QString &problem);
     void setHeld(RecordLevel level, const QHash<QString, int> &images);

@@ -43,6 +43,7 @@ QueryRetrieveWindow::QueryRetrieveWindow(RetrievalService *service, QWidget *par
     m_heldTimer->setSingleShot(true);
     m_heldTimer->setInterval(heldDelayMs);
     connect(m_heldTimer, &QTimer::timeout, this, &QueryRetrieveWindow::countHeld);
+    connect(m_search, &ArchiveSearch::foundPatients, m_model, &ArchiveModel::addPatients);
     connect(m_search, &ArchiveSearch::found, this, [this](const QVector<QueryRecord> &studies) {
         m_model->addStudies(studies);
         m_results->expandToDepth(0);
@@ -289,7 +290,7 @@ void QueryRetrieveWindow::enableButtons()
     const bool isSearching = m_search->isRunning();
     m_searchButton->setEnabled(m_archive->currentIndex() >= 0 && !isSearching);
     m_stopButton->setEnabled(isSearching);
-    m_retrieveButton->setEnabled(m_results->selectionModel()->hasSelection());
+    m_retrieveButton->setEnabled(!chosen().isEmpty());
 }
 
 /// Screen readers read it where it changes, without the focus.

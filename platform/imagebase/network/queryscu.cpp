@@ -161,6 +161,17 @@ QueryResult QueryScu::find(const QueryRequest &request)
     return result;
 }
 
+NetworkFailure QueryScu::open()
+{
+    const NetworkFailure failure = d->cancelled ? NetworkFailure{NetworkProblem::Stopped, {}} : d->open();
+    return d->cancelled || d->association.isAborted() ? NetworkFailure{NetworkProblem::Stopped, {}} : failure;
+}
+
+bool QueryScu::hasStudyRoot() const
+{
+    return d->association.accepts(UID_FINDStudyRootQueryRetrieveInformationModel);
+}
+
 void QueryScu::cancel()
 {
     d->cancelled = true;

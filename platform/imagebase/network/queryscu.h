@@ -31,7 +31,8 @@ struct QueryResult
 
 /**
  * Asks an archive for its patients, studies, series or images (C-FIND). Patients are asked for in the patient
- * root model, all else in the study root model or where the archive has only the other, in that.
+ * root model, all else in the study root model or where the archive has only the other, in that: there,
+ * studies are known only below one patient, whose ID is to be a key.
  *
  * The association stays open from one query to the next until the object goes. Blocks the thread that it is
  * used on, which may ask several times; an answer is bounded in size and number, whatever the archive sends.
@@ -42,7 +43,12 @@ public:
     explicit QueryScu(const DicomNode &node, const ScuOptions &options = {});
     ~QueryScu();
 
+    /// Makes the association where it is not open; find() does so, too.
+    NetworkFailure open();
+    /// Fails with NoContext where the archive does not offer the model; others may still be asked for then.
     QueryResult find(const QueryRequest &request);
+    /// Whether the open association has the study root model.
+    bool hasStudyRoot() const;
     /// Any thread: asks the archive to end the query that runs; for good.
     void cancel();
     /// Any thread: find() ends within milliseconds; for good.
