@@ -1,16 +1,25 @@
-"""What the fault drivers share: the program under test, and what must hold of an index after a fault."""
+"""What the fault drivers share: the programs under test, and what must hold of an index after a fault."""
 import argparse
 import json
 import os
+import random
 import shutil
+import signal
+import socket
 import sqlite3
 import subprocess
 import sys
 import tempfile
+import time
 
 SKIPPED = 77
 UPLOAD_STATES = ('未上传', '上传中', '已上传')
 RECORD_TABLES = ('patient', 'generalstudy', 'generalseries', 'imageformat')
+BUILT = os.path.join(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))), 'build/dev/bin')
+INSIDE = 'PM_FAULTS_OWN_MOUNTS'
+LONGEST_WAIT = 60
+LOOK = 0.002  # seconds
+STRAY = 'stray-0123456789/1.1/1.2/1.3.dcm'  # of the form of a place in the store
 
 
 def skip(why):
@@ -20,24 +29,68 @@ def skip(why):
 
 def parser(description):
     result = argparse.ArgumentParser(description=description)
-    result.add_argument('--program', help='the program faultprocess; looked for in build/dev where not given')
+    result.add_argument('--programs', default=BUILT, help='folder of the programs under test; build/dev/bin by itself')
     result.add_argument('--place', default=None, help='folder for the temporary files')
     return result
 
 
-def program_of(arguments):
-    root = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-    program = arguments.program or os.path.join(root, 'build/dev/bin/faultprocess')
-    if not os.path.exists(program):
-        sys.exit(f'{program} is not built: ./test builds it, or name it with --program')
-    return os.path.abspath(program)
+def kill_parser(description, files, of=''):
+    result = parser(description)
+    result.add_argument('--kills', type=int, default=20, help=f'kills that hit{of}')
+    result.add_argument('--files', type=int, default=files)
+    result.add_argument('--seed', type=int, default=None, help='repeats a run')
+    return result
+
+
+def choice_of(arguments):
+    """@return the random choices of a run; tells their seed"""
+    seed = arguments.seed if arguments.seed is not None else random.SystemRandom().randrange(1 << 32)
+    print(f'seed {seed}', flush=True)
+    return random.Random(seed)
+
+
+def until_hit(scene, kills, attempt, what='in all'):
+    """Attempts, by attempt(number of the hit, number of the try), until enough kills have hit."""
+    hits = tries = 0
+    while hits < kills and tries < 10 * kills:
+        tries += 1
+        hits += bool(attempt(hits + 1, tries))
+    scene.expect(hits == kills, f'{what}: only {hits} of {tries} kills hit')
+
+
+def own_mounts(without):
+    """Starts the script again where it may mount; as an ordinary user that needs a user namespace.
+
+    @return whether it may mount; without says what is left out otherwise
+    """
+    if os.environ.get(INSIDE):
+        return True
+    unshare = ['unshare', '--mount'] if os.geteuid() == 0 else ['unshare', '--user', '--map-root-user', '--mount']
+    if subprocess.run([*unshare, 'true'], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+        print(f'this machine allows no mounts: {without}')
+        return False
+    os.execvpe(unshare[0], [*unshare, sys.executable, '-B', os.path.abspath(sys.argv[0]), *sys.argv[1:]],
+               {**os.environ, INSIDE: '1'})
+    return False
+
+
+def free_port():
+    with socket.socket() as probe:
+        probe.bind(('127.0.0.1', 0))
+        return probe.getsockname()[1]
+
+
+def listens(port):
+    with socket.socket() as probe:
+        return probe.connect_ex(('127.0.0.1', port)) == 0
 
 
 class Scene:
     """A temporary folder with the program under test; problems are collected, not thrown."""
 
     def __init__(self, arguments):
-        self.program = program_of(arguments)
+        self.programs = os.path.abspath(arguments.programs)
+        self.program = self.built('faultprocess')
         self.folder = tempfile.mkdtemp(prefix='pm-faults-', dir=arguments.place)
         self.prefix = []
         self.problems = []
@@ -48,6 +101,12 @@ class Scene:
     def __exit__(self, *_):
         subprocess.run(['chmod', '-R', 'u+rwX', self.folder], check=False)
         shutil.rmtree(self.folder, ignore_errors=True)
+
+    def built(self, name):
+        program = os.path.join(self.programs, name)
+        if not os.path.exists(program):
+            sys.exit(f'{program} is not built: ./test builds it, or name its folder with --programs')
+        return program
 
     def path(self, *parts):
         return os.path.join(self.folder, *parts)
@@ -81,6 +140,103 @@ class Scene:
     def finish(self):
         print(f'{len(self.problems)} problems')
         sys.exit(1 if self.problems else 0)
+
+
+class Workstation:
+    """The workstation, offscreen, with settings and a home of its own."""
+
+    def __init__(self, scene, index, *deed):
+        """@param deed what somebody at its window does; without, nobody is there"""
+        home = scene.path('home')
+        os.makedirs(os.path.join(home, 'config'), exist_ok=True)
+        if deed:
+            command = [scene.built('workstationprocess'), index, home, *map(str, deed)]
+        else:
+            command = [scene.built('workstation'), '--database', index, '--config', home]
+        homes = {name: home for name in ('HOME', 'XDG_DATA_HOME', 'XDG_CONFIG_HOME', 'XDG_CACHE_HOME')}
+        self.log = scene.path('log')
+        with open(self.log, 'wb') as log:
+            self.process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=log, env={
+                **os.environ, **homes, 'QT_QPA_PLATFORM': 'offscreen', 'QT_FORCE_STDERR_LOGGING': '1'})
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.kill()
+
+    def logged(self):
+        with open(self.log, encoding='utf8', errors='replace') as log:
+            return log.read()
+
+    def wait_for(self, condition, longest=LONGEST_WAIT):
+        """@return whether it came to hold while the workstation lived"""
+        deadline = time.monotonic() + longest
+        while self.process.poll() is None and time.monotonic() < deadline:
+            if condition():
+                return True
+            time.sleep(LOOK)
+        return False
+
+    def end(self):
+        """@return whether it came to its end by itself, and well"""
+        self.wait_for(lambda: False, 5 * LONGEST_WAIT)
+        return self.process.poll() == 0
+
+    def kill(self):
+        """@return whether it was alive"""
+        self.process.send_signal(signal.SIGKILL)
+        return self.process.wait() == -signal.SIGKILL
+
+
+def write_settings(scene, name, group, **values):
+    os.makedirs(scene.path('home', 'config'), exist_ok=True)
+    with open(scene.path('home', 'config', name), 'w', encoding='utf8') as file:
+        file.write('\n'.join([f'[{group}]', *(f'{key}={value}' for key, value in values.items()), '']))
+
+
+class StoredIndex:
+    """An index whose images are in its store, made anew for each kill: other names of the same bytes."""
+
+    def __init__(self, scene, name, source):
+        self.path, self.full, self.links = scene.path(name, 'index.db'), scene.path(name + '-full'), scene.path('links')
+        os.makedirs(os.path.dirname(self.path))
+        scene.run('import', self.path, 'copy', 'keep', 0, source)
+        os.rename(os.path.dirname(self.path), self.full)
+
+    def fresh(self):
+        folder = os.path.dirname(self.path)
+        shutil.rmtree(folder, ignore_errors=True)
+        subprocess.run(['cp', '-rl', os.path.join(self.full, 'store'), self.links], check=True)
+        os.makedirs(folder)
+        os.rename(self.links, os.path.join(folder, 'store'))
+        mark = os.path.join(folder, 'store', '.index')  # written in place
+        os.remove(mark)
+        shutil.copy(os.path.join(self.full, 'store', '.index'), mark)
+        shutil.copy(os.path.join(self.full, 'index.db'), self.path)
+        return self.path
+
+
+def start_again(scene, index, what, done=lambda: True):
+    """Starts the workstation as a user does after a kill, until done() and until its store is in order.
+
+    One file without a record is added to what the kill may have left: all are to be named in the log and set aside.
+    """
+    store = os.path.join(os.path.dirname(index), 'store')
+    stray, aside = os.path.join(store, STRAY), os.path.join(store, '.removed')
+    shutil.rmtree(aside, ignore_errors=True)
+    os.makedirs(os.path.dirname(stray), exist_ok=True)
+    with open(stray, 'wb'):
+        pass
+    with Workstation(scene, index) as workstation:
+        ready = workstation.wait_for(lambda: stray in workstation.logged() and done())
+        log = workstation.logged()
+    scene.expect(ready, f'{what}: the next start does not come to its end: {log[-500:]}')
+    scene.expect(not os.path.exists(stray), f'{what}: a file without a record stays in the store: {log[-500:]}')
+    unnamed = [path for path in files_below(aside) if not any(
+        os.path.join(aside, day, line.partition(store + '/')[2].strip()) == path
+        for day in os.listdir(aside) for line in log.splitlines())]
+    scene.expect(not unnamed, f'{what}: {len(unnamed)} files were set aside without a word, such as {unnamed[:1]}')
 
 
 def files_below(folder):
@@ -153,11 +309,11 @@ def check_index(scene, index, what, rules=None):
 
 
 def check_store(scene, index, what):
-    """The store holds what the index names, byte for byte as its source, and nothing else."""
+    """The store holds what the index names, byte for byte as its source where that is known, and nothing else."""
     named = rows(index, "SELECT FilePath, SourcePath FROM imageformat WHERE IrradiationEventUID = 'copy'")
     stray = stored_files(index) - {path for path, _ in named}
     scene.expect(not stray, f'{what}: {len(stray)} files of the store belong to no record, such as {sorted(stray)[:2]}')
-    different = [path for path, source in named if not same_bytes(path, source)]
+    different = [path for path, source in named if source and not same_bytes(path, source)]
     scene.expect(not different, f'{what}: {len(different)} copies differ from their source, such as {different[:1]}')
 
 

@@ -1,16 +1,11 @@
 // The process that the fault tests kill, starve and feed:
 //   faultprocess corpus FOLDER FILES VARIANT
 //   faultprocess open INDEX
-//   faultprocess receive INDEX PORT   (until standard input ends; says "listening" once it does)
 //   faultprocess import INDEX reference|copy keep|new FILELIMIT PATH...
 // FILELIMIT is the most bytes that a file may have, 0 for no limit. Answers with one line of JSON.
 #include "createconnection.h"
 #include "faultcorpus.h"
 #include "importer.h"
-#include "objectspool.h"
-#include "receivejournal.h"
-#include "spoolindexer.h"
-#include "storescp.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -18,7 +13,6 @@
 #include <QJsonObject>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QTimer>
 #include <QVariant>
 
 #include <csignal>
@@ -33,8 +27,6 @@ const std::array<const char *, std::size_t(FileVerdict::Count)> verdictNames = {
 const std::array<const char *, 4> endNames = {"complete", "cancelled", "indexFailed", "diskFull"};
 const std::array<const char *, 11> failureNames = {"none", "folderMissing", "cannotOpen", "readOnly",
     "locked", "notADatabase", "damaged", "foreign", "newer", "diskFull", "upgradeFailed"};
-
-constexpr int lookMs = 20;
 
 void answer(const QJsonObject &object)
 {
@@ -108,44 +100,6 @@ QJsonObject describe(const ImportReport &report)
         {QStringLiteral("issues"), issues}};
 }
 
-int receive(const QString &index, int port)
-{
-    setDatabasePath(index);
-    if (!createConnection()) {
-        return refused();
-    }
-    QSqlDatabase::database().close();
-    ReceiveJournal journal(index + QStringLiteral(".problems"));
-    ObjectSpool spool(index);
-    spool.setReserve(0);
-    if (spool.open() != 0) {
-        return 1;
-    }
-    SpoolIndexer indexer(index, spool, journal);
-    StoreProvider provider(spool, indexer, journal);
-    ScpSettings settings;
-    settings.aeTitle = QStringLiteral("FAULTS");
-    settings.bindAddress = QStringLiteral("127.0.0.1");
-    settings.port = port;
-    StoreScp scp(settings, provider);
-    if (scp.start().reason != ListenFailure::Reason::None) {
-        return 1;
-    }
-    std::puts("listening");
-    std::fflush(stdout);
-    while (std::getchar() != EOF) { }
-    // What was acknowledged until now comes in.
-    scp.stop();
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&indexer] {
-        if (indexer.waiting() == 0 || indexer.isStuck()) {
-            QCoreApplication::quit();
-        }
-    });
-    look.start(lookMs);
-    return QCoreApplication::exec();
-}
-
 int import(const QStringList &arguments)
 {
     ImportRequest request;
@@ -178,14 +132,10 @@ int main(int argc, char **argv)
     if (command == QLatin1String("open") && arguments.size() == 2) {
         return openIndex(arguments.at(1));
     }
-    if (command == QLatin1String("receive") && arguments.size() == 3) {
-        return receive(arguments.at(1), arguments.at(2).toInt());
-    }
     if (command == QLatin1String("import") && arguments.size() >= 6) {
         return import(arguments.mid(1));
     }
-    std::fputs("corpus FOLDER FILES VARIANT | open INDEX | receive INDEX PORT | import INDEX MODE POLICY "
-               "FILELIMIT PATH...\n",
-        stderr);
+    std::fputs(
+        "corpus FOLDER FILES VARIANT | open INDEX | import INDEX MODE POLICY FILELIMIT PATH...\n", stderr);
     return 2;
 }
