@@ -39,10 +39,14 @@ private slots:
         ask(paths.mid(0, 3)); // a forwarding
         QTRY_COMPARE(peer.accepted().size(), 3);
         QVERIFY(notifier->jobs().isEmpty());
-        const qint64 job = notifier->request([&] { ask(paths.mid(3)); });
+        const qint64 job = notifier->request(
+            [&] { ask(paths.mid(3)); }, {QStringLiteral("Archive"), {QStringLiteral("Anna Meier")}, 2});
         QVERIFY(job != 0);
+        QCOMPARE(notifier->job(job).destination, QStringLiteral("Archive (PEER)"));
+        QVERIFY(notifier->job(job).subject.startsWith(QStringLiteral("Anna Meier and 1")));
         QTRY_VERIFY(notifier->job(job).isOver());
         QTRY_COMPARE(sent.count(), 4);
+        QVERIFY(notifier->job(job).subject.startsWith(QStringLiteral("Anna Meier and 1"))); // as it was kept
         const QVector<SendFailure> failures = notifier->failures(job, 0, 10);
         QCOMPARE(failures.size(), 1);
         QCOMPARE(failures.first().file, paths.last());

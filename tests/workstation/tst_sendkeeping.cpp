@@ -81,6 +81,35 @@ private slots:
         QCOMPARE(kept.last().id, job);
     }
 
+    void jobsOfAnEarlierVersionStay()
+    {
+        QVERIFY(makePlace());
+        qint64 job = 0;
+        {
+            SendService service(m_store);
+            job = service.enqueue(writeFiles(m_folder->path(), 1), node(1), SendSource::Dialog);
+        }
+        {
+            SendStore store(m_store);
+            QSqlQuery query(store.database());
+            for (const char *statement :
+                {"ALTER TABLE job DROP COLUMN destination", "ALTER TABLE job DROP COLUMN patients",
+                    "ALTER TABLE job DROP COLUMN patient_count", "PRAGMA user_version = 2"}) {
+                QVERIFY(query.exec(QLatin1String(statement)));
+            }
+        }
+        SendStore store(m_store);
+        QCOMPARE(store.jobs().value(0).id, job);
+        SendJob labelled = store.jobs().value(0);
+        labelled.id = job + 1;
+        labelled.label = {QStringLiteral("Archive"), {QStringLiteral("A"), QStringLiteral("B")}, 5};
+        QVERIFY(store.addJob(labelled, {}));
+        const SendLabel kept = store.jobs().value(1).label;
+        QCOMPARE(kept.destination, labelled.label.destination);
+        QCOMPARE(kept.patients, labelled.label.patients);
+        QCOMPARE(kept.patientCount, 5);
+    }
+
     void aPlaceThatComesLater()
     {
         const FaultyPeer peer;

@@ -1,5 +1,6 @@
 #include "sendcontroller.h"
 
+#include "dicomdestination.h"
 #include "jobtext.h"
 #include "patientmanagermainwindow.h"
 #include "sendnotifier.h"
@@ -12,7 +13,9 @@ SentJob sentJob(const SendJob &job)
 {
     SentJob sent;
     sent.id = job.id;
-    sent.destination = job.node.aeTitle;
+    sent.destination = JobText::destinationOf(job);
+    sent.subject = JobText::sourceOf(job);
+    sent.isAway = !job.trouble.isNone();
     sent.state = JobText::stateOf(job.state);
     sent.notice = JobText::noticeOf(job);
     sent.total = job.total + job.unlisted;
@@ -21,6 +24,17 @@ SentJob sentJob(const SendJob &job)
     sent.failed = job.failed;
     sent.skipped = job.skippedFolders + job.skippedFiles;
     return sent;
+}
+
+/// As it is called in the settings now.
+QString nameOf(const DicomNode &node)
+{
+    for (const DicomDestination &destination : DestinationSettings::read()) {
+        if (DicomNode{destination.aeTitle, destination.ip, destination.port} == node) {
+            return destination.name;
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -46,7 +60,11 @@ void SendController::send(const QStringList &files, const QString &aeTitle, cons
     SendJob job;
     job.node = {aeTitle, host, port};
     job.source = notifier->isRequesting() ? SendSource::Dialog : SendSource::Forwarding;
-    job.id = m_service->enqueue(files, job.node, job.source);
+    job.label = notifier->label();
+    if (job.label.destination.isEmpty()) {
+        job.label.destination = nameOf(job.node);
+    }
+    job.id = m_service->enqueue(files, job.node, job.source, job.label);
     if (job.source == SendSource::Dialog) {
         job.unlisted = files.size();
         notifier->taken(sentJob(job));

@@ -1,6 +1,7 @@
 #include "transfercontroller.h"
 
 #include "companionwindow.h"
+#include "jobtext.h"
 #include "sendservice.h"
 #include "transferswindow.h"
 #include "transfertext.h"
@@ -56,10 +57,22 @@ void TransferController::update()
     if (m_transfers && m_transfers->isVisible()) {
         m_sends->setFailuresSeen();
     }
+    tellEnded();
     const QString text = statusText();
     m_status->setText(text);
     m_status->setAccessibleName(text.isEmpty() ? m_status->toolTip() : text);
     m_status->setVisible(!text.isEmpty());
+}
+
+void TransferController::tellEnded()
+{
+    for (const SendJob &job : m_sends->jobs()) {
+        if (!job.isOver()) {
+            m_open.insert(job.id);
+        } else if (m_open.remove(job.id)) {
+            emit ended(JobText::endOf(job));
+        }
+    }
 }
 
 QString TransferController::statusText() const
@@ -81,7 +94,7 @@ QString TransferController::statusText() const
         return TransferText::ofCounts(sent, total, unseen);
     }
     if (unseen > 0) {
-        return tr("%n image(s) could not be sent", nullptr, int(unseen));
+        return tr("%Ln image(s) could not be sent", nullptr, int(unseen));
     }
     return isWaiting ? tr("Sends are waiting") : QString();
 }

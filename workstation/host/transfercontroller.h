@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 class QAction;
 class QMainWindow;
@@ -25,12 +26,18 @@ public:
     /// Shows the window, or brings it back.
     void showTransfers();
 
+signals:
+    /// A job has ended; says how.
+    void ended(const QString &text);
+
 private:
     void update();
+    void tellEnded();
     QString statusText() const;
 
     QMainWindow *const m_window;
     SendService *m_sends = nullptr;
+    QSet<qint64> m_open; ///< jobs that were not over when they were last looked at
     QAction *const m_action;
     QToolButton *const m_status;
     QPointer<TransfersWindow> m_transfers;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dicomnode.h"
+#include "sendlabel.h"
 #include "storeoutcome.h"
 
 #include <QDateTime>
@@ -25,6 +26,7 @@ struct SendJob
 {
     qint64 id = 0; ///< above 0; grows with time
     DicomNode node;
+    SendLabel label;
     SendSource source = SendSource::Dialog;
     SendJobState state = SendJobState::Waiting;
     QDateTime created;

@@ -7,17 +7,28 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr int applicationId = 0x50445351;
-constexpr int version = 2;
+constexpr int version = 3;
 constexpr int firstVersion = 1; ///< kept the paths in the rows of the jobs
+constexpr int unlabelledVersion = 2; ///< did not say whose images a job sends, and to whom
 
 /// Apart from the job's row, which every object writes anew.
 constexpr char pathTable[] =
     "CREATE TABLE paths(job INTEGER PRIMARY KEY REFERENCES job(id) ON DELETE CASCADE, "
     "list BLOB NOT NULL)";
 constexpr char logIndex[] = "CREATE INDEX object_in_order ON object(job, id)";
+
+/// The names of the patients are a line each.
+const char *const labelColumns[] = {
+    "ALTER TABLE job ADD COLUMN destination TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE job ADD COLUMN patients TEXT NOT NULL DEFAULT ''",
+    "ALTER TABLE job ADD COLUMN patient_count INTEGER NOT NULL DEFAULT 0",
+};
 
 /// The counters of a job follow its objects.
 const char *const statements[] = {
@@ -62,6 +73,19 @@ bool setVersion(QSqlQuery &query)
     return query.exec(QStringLiteral("PRAGMA user_version = %1").arg(version));
 }
 
+bool addPaths(QSqlQuery &query)
+{
+    return query.exec(QLatin1String(logIndex)) && query.exec(QLatin1String(pathTable))
+        && query.exec(QStringLiteral("INSERT INTO paths SELECT id, paths FROM job WHERE paths IS NOT NULL"))
+        && query.exec(QStringLiteral("UPDATE job SET paths = NULL"));
+}
+
+bool addLabels(QSqlQuery &query)
+{
+    return std::all_of(std::begin(labelColumns), std::end(labelColumns),
+        [&query](const char *column) { return query.exec(QLatin1String(column)); });
+}
+
 } // namespace
 
 bool prepareSendSchema(QSqlDatabase &db)
@@ -78,11 +102,10 @@ bool prepareSendSchema(QSqlDatabase &db)
     }
     QSqlQuery query(db);
     if (isMade(db, firstVersion)) {
-        return query.exec(QLatin1String(logIndex)) && query.exec(QLatin1String(pathTable))
-            && query.exec(
-                QStringLiteral("INSERT INTO paths SELECT id, paths FROM job WHERE paths IS NOT NULL"))
-            && query.exec(QStringLiteral("UPDATE job SET paths = NULL")) && setVersion(query)
-            && transaction.commit();
+        return addPaths(query) && addLabels(query) && setVersion(query) && transaction.commit();
+    }
+    if (isMade(db, unlabelledVersion)) {
+        return addLabels(query) && setVersion(query) && transaction.commit();
     }
     if (pragma(db, QStringLiteral("schema_version")) != 0) {
         return false;
@@ -92,8 +115,8 @@ bool prepareSendSchema(QSqlDatabase &db)
             return false;
         }
     }
-    return query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId)) && setVersion(query)
-        && transaction.commit();
+    return addLabels(query) && query.exec(QStringLiteral("PRAGMA application_id = %1").arg(applicationId))
+        && setVersion(query) && transaction.commit();
 }
 
 bool touchSendSchema(const QSqlDatabase &db)

@@ -107,11 +107,13 @@ QString SendService::storePath() const
     return d->storePath;
 }
 
-qint64 SendService::enqueue(const QStringList &paths, const DicomNode &node, SendSource source)
+qint64 SendService::enqueue(
+    const QStringList &paths, const DicomNode &node, SendSource source, const SendLabel &label)
 {
     SendJob job;
     job.id = d->newId();
     job.node = node;
+    job.label = label;
     job.source = source;
     job.created = QDateTime::currentDateTime();
     QStringList good = paths;

@@ -45,7 +45,8 @@ public:
 
     /// Takes files and folders as they come: what is no DICOM file or no path, and folders themselves, are
     /// skipped and counted. @return the job's id at once; it is on the disk a moment later
-    qint64 enqueue(const QStringList &paths, const DicomNode &node, SendSource source);
+    qint64 enqueue(
+        const QStringList &paths, const DicomNode &node, SendSource source, const SendLabel &label = {});
 
     /// All jobs by their age, as of the last changed().
     const QVector<SendJob> &jobs() const;

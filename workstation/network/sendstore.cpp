@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr QLatin1Char labelSeparator('\n');
+
 QString notNull(const QString &text)
 {
     return text.isNull() ? QLatin1String("") : text;
@@ -49,6 +51,8 @@ SendJob jobOf(const QSqlQuery &row)
     job.failed = row.value(12).toLongLong();
     job.skippedFolders = row.value(13).toLongLong();
     job.skippedFiles = row.value(14).toLongLong();
+    job.label = {row.value(16).toString(), row.value(17).toString().split(labelSeparator, Qt::SkipEmptyParts),
+        row.value(18).toInt()};
     job.state = stateOf(SendHold(row.value(5).toInt()), job, row.value(15).toBool());
     return job;
 }
@@ -141,10 +145,12 @@ bool SendStore::addJob(const SendJob &job, const QStringList &paths)
     const std::lock_guard lock(writers());
     WriteTransaction transaction(database());
     QSqlQuery &query = prepared(QStringLiteral(
-        "INSERT OR IGNORE INTO job(id, ae_title, host, port, source, created, unlisted, skipped_files) "
-        "VALUES(?, ?, ?, ?, ?, ?, ?, ?)"));
+        "INSERT OR IGNORE INTO job(id, ae_title, host, port, source, created, unlisted, skipped_files, "
+        "destination, patients, patient_count) VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
     const QVariantList values{job.id, notNull(job.node.aeTitle), notNull(job.node.host), job.node.port,
-        int(job.source), job.created.toMSecsSinceEpoch(), paths.size(), job.skippedFiles};
+        int(job.source), job.created.toMSecsSinceEpoch(), paths.size(), job.skippedFiles,
+        notNull(job.label.destination), notNull(job.label.patients.join(labelSeparator)),
+        job.label.patientCount};
     QSqlQuery &list = prepared(QStringLiteral("INSERT OR IGNORE INTO paths(job, list) VALUES(?, ?)"));
     return transaction.isActive() && run(query, values)
         && (paths.isEmpty() || run(list, {job.id, SendPaths::toBytes(paths)})) && transaction.commit();
@@ -156,8 +162,8 @@ QVector<SendJob> SendStore::jobs()
     QSqlQuery &query = prepared(QStringLiteral(
         "SELECT id, ae_title, host, port, source, hold, created, ended, unlisted, total, accepted, warned, "
         "failed, skipped_folders, skipped_files, "
-        "ended IS NULL AND EXISTS(SELECT 1 FROM object WHERE job = job.id AND state = $sending) "
-        "FROM job ORDER BY id"));
+        "ended IS NULL AND EXISTS(SELECT 1 FROM object WHERE job = job.id AND state = $sending), "
+        "destination, patients, patient_count FROM job ORDER BY id"));
     for (bool more = run(query) && query.next(); more; more = query.next()) {
         found.append(jobOf(query));
     }

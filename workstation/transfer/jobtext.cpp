@@ -3,7 +3,6 @@
 #include "transfertext.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 
 namespace {
 
@@ -17,12 +16,12 @@ QString skippedText(const SendJob &job)
 {
     QStringList parts;
     if (job.skippedFiles > 0) {
-        parts += Text::tr("%n file(s) skipped: not DICOM", nullptr, int(job.skippedFiles));
+        parts += Text::tr("%Ln file(s) skipped: not DICOM", nullptr, int(job.skippedFiles));
     }
     if (job.warned > 0) {
         parts += Text::tr("%n taken with a warning", nullptr, int(job.warned));
     }
-    return parts.join(QStringLiteral("; "));
+    return parts.join(Text::tr("; ", "between two remarks"));
 }
 
 } // namespace
@@ -51,18 +50,37 @@ SendState stateOf(SendJobState state)
     return SendState::Ended;
 }
 
+QString destinationOf(const SendJob &job)
+{
+    return TransferText::ofDestination(job.label.destination, job.node.aeTitle);
+}
+
 QString sourceOf(const SendJob &job)
 {
+    if (!job.label.patients.isEmpty()) {
+        return TransferText::ofPatients(job.label.patients, job.label.patientCount);
+    }
     return job.source == SendSource::Dialog ? Text::tr("Chosen images") : Text::tr("Forwarded import");
+}
+
+QString endOf(const SendJob &job)
+{
+    const QString counts = TransferText::ofCounts(job.accepted, job.total, job.failed);
+    return job.state == SendJobState::Cancelled
+        ? Text::tr("Cancelled: %1 to %2, %3", "whose images, where to, how many")
+              .arg(sourceOf(job), destinationOf(job), counts)
+        : Text::tr("%1 to %2: %3", "whose images, where to, how many")
+              .arg(sourceOf(job), destinationOf(job), counts);
 }
 
 QString noticeOf(const SendJob &job)
 {
     if (!job.isOver() && !job.trouble.isNone()) {
         const QString trouble = TransferText::of(job.trouble);
-        return job.nextTry.isValid() ? Text::tr("%1. Next attempt at %2")
-                                           .arg(trouble, QLocale().toString(job.nextTry.toLocalTime().time()))
-                                     : trouble;
+        return job.nextTry.isValid()
+            ? Text::tr("%1. Next attempt at %2.")
+                  .arg(trouble, job.nextTry.toLocalTime().toString(QStringLiteral("HH:mm:ss")))
+            : trouble;
     }
     if (!job.isOver() && job.unlisted > 0) {
         return Text::tr("%n file(s) still to be looked at", nullptr, int(job.unlisted));

@@ -12,8 +12,13 @@ namespace JobText {
 /// When it was, here, to the minute.
 QString timeOf(const QDateTime &time);
 /// As the send dialog knows it.
+/// How a job ended, in a sentence with whose images it sent and where to.
+QString endOf(const SendJob &job);
 SendState stateOf(SendJobState state);
 /// Who has asked for it: a person, or the forwarding of an import.
+/// Where to, by the name that people gave it.
+QString destinationOf(const SendJob &job);
+/// Whose images, or what asked for them where nobody knows.
 QString sourceOf(const SendJob &job);
 /// Why it waits and until when, or what there is to know besides the counts; empty for nothing.
 QString noticeOf(const SendJob &job);

@@ -49,7 +49,7 @@ void SendJobModel::dropGone(const QVector<SendJob> &jobs)
 
 void SendJobModel::take(const SendJob &job)
 {
-    if (job.state == SendJobState::Sending) {
+    if (job.state != SendJobState::Paused && !job.isOver() && job.trouble.isNone()) {
         m_rates[job.id].add(m_time.elapsed(), job.accepted + job.failed);
     } else {
         m_rates.remove(job.id);
@@ -91,6 +91,11 @@ QVariant SendJobModel::data(const QModelIndex &index, int role) const
     if (role == shareRole && index.column() == ProgressColumn) {
         return shareOf(job);
     }
+    if (role == Qt::ToolTipRole && index.column() == DestinationColumn) {
+        return plainToolTip(tr("%1, at %2:%3", "AE title, at host:port")
+                                .arg(JobText::destinationOf(job), job.node.host)
+                                .arg(job.node.port));
+    }
     if (role == Qt::ToolTipRole) {
         return plainToolTip(text(job, index.column()));
     }
@@ -101,9 +106,7 @@ QString SendJobModel::text(const SendJob &job, int column) const
 {
     switch (column) {
     case DestinationColumn:
-        return tr("%1 (%2:%3)", "AE title (host:port)")
-            .arg(job.node.aeTitle, job.node.host)
-            .arg(job.node.port);
+        return JobText::destinationOf(job);
     case SourceColumn:
         return JobText::sourceOf(job);
     case CreatedColumn:
@@ -125,7 +128,7 @@ QString SendJobModel::text(const SendJob &job, int column) const
 
 QString SendJobModel::countText(const SendJob &job) const
 {
-    if (job.total == 0 && job.unlisted > 0) {
+    if (job.total == 0 && job.unlisted > 0) { // nobody knows yet what there is
         return {};
     }
     const QString counts = TransferText::ofCounts(job.accepted, job.total, job.failed);
@@ -143,7 +146,7 @@ QVariant SendJobModel::headerData(int section, Qt::Orientation orientation, int 
     case DestinationColumn:
         return tr("Destination");
     case SourceColumn:
-        return tr("What");
+        return tr("Whose images");
     case CreatedColumn:
         return tr("Asked for");
     case StateColumn:

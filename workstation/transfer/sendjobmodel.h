@@ -16,11 +16,11 @@ class SendJobModel : public QAbstractTableModel
 public:
     enum Column {
         DestinationColumn,
+        SourceColumn,
         StateColumn,
         ProgressColumn,
         CountColumn,
         NoticeColumn,
-        SourceColumn,
         CreatedColumn,
         ColumnCount
     };

@@ -1,6 +1,7 @@
 #include "transferswindow.h"
 
 #include "companionwindow.h"
+#include "detaillabel.h"
 #include "logcopybar.h"
 #include "plaintableview.h"
 #include "progressdelegate.h"
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr QSize firstSize{1120, 640};
+constexpr int tickMs = 1000;
 
 int logLength(const SendJob &job, bool onlyFailed)
 {
@@ -33,6 +35,9 @@ TransfersWindow::TransfersWindow(SendService *service, QWidget *parent)
     build();
     closeOnEscape(this);
     connect(service, &SendService::changed, this, &TransfersWindow::update);
+    m_tick.setInterval(tickMs);
+    connect(&m_tick, &QTimer::timeout, this, &TransfersWindow::tick);
+    m_tick.start();
     update();
 }
 
@@ -68,26 +73,29 @@ QWidget *TransfersWindow::buildJobs()
     m_jobs->setObjectName(QStringLiteral("jobs"));
     m_jobs->setAccessibleName(tr("Transfers"));
     m_jobs->setModel(m_model);
-    m_jobs->setTextElideMode(Qt::ElideRight);
+    m_jobs->setEmptyText(tr("Nothing is being sent, and nothing has been in the last week."));
     m_jobs->setItemDelegateForColumn(
         SendJobModel::ProgressColumn, new ProgressDelegate(SendJobModel::shareRole, m_jobs));
-    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 28);
-    m_jobs->setColumnCharacters(SendJobModel::StateColumn, 10);
-    m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 12);
-    m_jobs->setColumnCharacters(SendJobModel::CountColumn, 36);
-    m_jobs->setColumnCharacters(SendJobModel::NoticeColumn, 44);
-    m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 18);
+    m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 24);
+    m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 20);
+    m_jobs->setColumnCharacters(SendJobModel::StateColumn, 14);
+    m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 9);
+    m_jobs->setColumnCharacters(SendJobModel::CountColumn, 28);
+    m_jobs->setColumnCharacters(SendJobModel::NoticeColumn, 40);
     connect(m_jobs->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         enableButtons();
         showLog();
     });
     connect(m_jobs->selectionModel(), &QItemSelectionModel::currentChanged, this, &TransfersWindow::showLog);
+    m_notice = new DetailLabel(area);
+    m_notice->setObjectName(QStringLiteral("notice"));
     auto *caption = new QLabel(tr("&Transfers:"), area);
     caption->setBuddy(m_jobs);
     auto *layout = new QVBoxLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(caption);
     layout->addWidget(m_jobs, 1);
+    layout->addWidget(m_notice);
     layout->addLayout(buildJobButtons());
     return area;
 }
@@ -149,11 +157,17 @@ QWidget *TransfersWindow::buildLog()
     m_log->setObjectName(QStringLiteral("log"));
     m_log->setAccessibleName(tr("Objects of the transfer"));
     m_log->setModel(m_logModel);
+    m_log->setEmptyText(tr("The objects of the chosen transfer are listed here."));
+    m_log->setPathColumn(SendLogModel::FileColumn);
     m_log->setColumnCharacters(SendLogModel::FileColumn, 44);
     m_log->setColumnCharacters(SendLogModel::StateColumn, 18);
     m_log->setColumnCharacters(SendLogModel::ReasonColumn, 40);
     m_log->setColumnCharacters(SendLogModel::AttemptsColumn, 10);
     m_log->setColumnCharacters(SendLogModel::TimeColumn, 22);
+    m_reason = new DetailLabel(area);
+    m_reason->setObjectName(QStringLiteral("reason"));
+    connect(
+        m_log->selectionModel(), &QItemSelectionModel::currentChanged, this, &TransfersWindow::showDetails);
     m_logCaption = new QLabel(tr("&Objects:"), area);
     m_logCaption->setBuddy(m_log);
     m_onlyFailed = new QCheckBox(tr("O&nly failed ones"), area);
@@ -167,6 +181,7 @@ QWidget *TransfersWindow::buildLog()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(head);
     layout->addWidget(m_log, 1);
+    layout->addWidget(m_reason);
     layout->addWidget(m_copy);
     return area;
 }
@@ -209,6 +224,26 @@ void TransfersWindow::showLog()
         m_logModel->refresh(length);
     }
     m_copy->setLog(job.id, onlyFailed, length);
+    showDetails();
+}
+
+/// What the lists cut.
+void TransfersWindow::showDetails()
+{
+    const QModelIndex job = m_jobs->currentIndex();
+    m_notice->setDetail(job.siblingAtColumn(SendJobModel::NoticeColumn).data().toString());
+    const QModelIndex object = m_log->currentIndex();
+    m_reason->setDetail(object.siblingAtColumn(SendLogModel::ReasonColumn).data().toString());
+}
+
+/// Rates fall while nothing is taken.
+void TransfersWindow::tick()
+{
+    const QVector<SendJob> &jobs = m_service->jobs();
+    const auto runs = [](const SendJob &job) { return !job.isOver(); };
+    if (isVisible() && std::any_of(jobs.begin(), jobs.end(), runs)) {
+        m_model->setJobs(jobs);
+    }
 }
 
 void TransfersWindow::enableButtons()

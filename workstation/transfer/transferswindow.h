@@ -2,9 +2,11 @@
 
 #include "sendservice.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class LogCopyBar;
+class DetailLabel;
 class PlainTableView;
 class QCheckBox;
 class QLabel;
@@ -45,6 +47,8 @@ private:
     QPushButton *addButton(QLayout *layout, const QString &name, const QString &text, const QString &toolTip);
     void update();
     void showLog();
+    void showDetails();
+    void tick();
     void enableButtons();
     void removeFinished();
     QVector<SendJob> chosenJobs() const;
@@ -55,6 +59,9 @@ private:
     SendLogModel *m_logModel = nullptr;
     PlainTableView *m_jobs = nullptr;
     PlainTableView *m_log = nullptr;
+    DetailLabel *m_notice = nullptr; ///< of the current job
+    DetailLabel *m_reason = nullptr; ///< of the current object
+    QTimer m_tick; ///< time goes on where nothing changes
     QLabel *m_problem = nullptr;
     QLabel *m_logCaption = nullptr;
     QCheckBox *m_onlyFailed = nullptr;
