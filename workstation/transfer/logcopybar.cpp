@@ -84,7 +84,7 @@ void LogCopyBar::copy()
     m_part.rows = rangesOf(m_list->selectionModel()->selection());
     m_wanted = chosenLines();
     m_stopButton->setEnabled(true);
-    showState(tr("Copying %n object(s)…", nullptr, m_wanted));
+    showState(tr("Copying %Ln object(s)…", nullptr, m_wanted));
     m_copy->begin(m_part);
 }
 
@@ -114,7 +114,7 @@ void LogCopyBar::onEnded(const CopiedLog &copied)
         return;
     }
     QGuiApplication::clipboard()->setText(copied.text);
-    const QString count = tr("%n object(s) copied", nullptr, copied.lines);
+    const QString count = tr("%Ln object(s) copied", nullptr, copied.lines);
     showState(copied.isCutOff
             ? tr("%1; no more are copied at once. Select the others to copy them, too").arg(count)
             : count);
