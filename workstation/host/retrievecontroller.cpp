@@ -1,9 +1,11 @@
 #include "retrievecontroller.h"
 
+#include "archivetext.h"
 #include "companionwindow.h"
 #include "createconnection.h"
 #include "indexwatcher.h"
 #include "queryretrievewindow.h"
+#include "retrievalservice.h"
 
 #include <QAction>
 
@@ -20,11 +22,23 @@ RetrieveController::RetrieveController(
     m_action->setEnabled(connectionFailure().reason == ConnectionFailure::Reason::None);
     m_action->setToolTip(tr("Search an archive, and bring images from it into the index"));
     connect(m_action, &QAction::triggered, this, &RetrieveController::show);
+    connect(m_service, &RetrievalService::changed, this, &RetrieveController::tellEnded);
 }
 
 QueryRetrieveWindow *RetrieveController::searchWindow() const
 {
     return m_searchWindow;
+}
+
+void RetrieveController::tellEnded()
+{
+    for (const Retrieval &retrieval : m_service->retrievals()) {
+        if (!retrieval.isOver()) {
+            m_open.insert(retrieval.id);
+        } else if (m_open.remove(retrieval.id)) {
+            emit ended(ArchiveText::endOf(retrieval));
+        }
+    }
 }
 
 void RetrieveController::show()

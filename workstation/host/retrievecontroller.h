@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 class IndexWatcher;
 class QAction;
@@ -23,12 +24,18 @@ public:
     /// Null until it was first asked for.
     QueryRetrieveWindow *searchWindow() const;
 
+signals:
+    /// A retrieval has ended; says how.
+    void ended(const QString &text);
+
 private:
     void show();
+    void tellEnded();
 
     RetrievalService *const m_service;
     const IndexWatcher *const m_watcher;
     QWidget *const m_window;
     QAction *const m_action;
     QPointer<QueryRetrieveWindow> m_searchWindow;
+    QSet<qint64> m_open; ///< retrievals that were not over when they were last looked at
 };

@@ -19,6 +19,7 @@ struct Retrieval
     Archive archive;
     RetrieveRequest request;
     QString title; ///< what people know it by: patient and study, or series
+    int held = 0; ///< images of it that the index had when it was asked for
     int expected = 0; ///< images, as the archive has said; 0 where it has not
     RetrievalState state = RetrievalState::Waiting;
     bool needsReceiver = false; ///< it has to be sent to us, and nothing listens

@@ -13,7 +13,8 @@ namespace {
 enum Role {
     LevelRole = Qt::UserRole,
     RecordRole,
-    ListedRole ///< of a study: its series were asked for
+    ListedRole, ///< of a study: its series were asked for
+    HeldRole ///< of a study or series: images in the index
 };
 
 /// Two patients of one number are two where their names or birth dates differ.
@@ -39,8 +40,8 @@ QString listed(const QString &values)
 ArchiveModel::ArchiveModel(QObject *parent)
     : QStandardItemModel(0, ColumnCount, parent)
 {
-    setHorizontalHeaderLabels({tr("Patient, study, series"), tr("ID, accession number"), tr("Date"),
-        tr("Modality"), tr("Series"), tr("Images"), tr("In the index")});
+    setHorizontalHeaderLabels({tr("Patient, study, series"), tr("ID, accession no."), tr("Birth date"),
+        tr("Examined on"), tr("Modality"), tr("Series"), tr("Images"), tr("In the index")});
 }
 
 void ArchiveModel::clearAll()
@@ -73,7 +74,6 @@ QStandardItem *ArchiveModel::patientItem(const QueryRecord &study)
         const QString birthDate = ArchiveText::dateOf(study.value(QueryTag::birthDate));
         const auto items = row({orElse(name, tr("(no name)")), study.value(QueryTag::patientId), birthDate},
             RecordLevel::Patient, study);
-        items[DateColumn]->setToolTip(tr("Birth date"));
         patient = items.first();
         appendRow(items);
     }
@@ -94,11 +94,11 @@ void ArchiveModel::addStudies(const QVector<QueryRecord> &studies)
         if (m_studies.contains(uid)) {
             continue;
         }
-        const auto items = row(
-            {orElse(study.value(QueryTag::studyDescription), tr("(no description)")),
-                study.value(QueryTag::accessionNumber), ArchiveText::dateOf(study.value(QueryTag::studyDate)),
-                listed(study.value(QueryTag::modalitiesInStudy)), study.value(QueryTag::studySeries),
-                study.value(QueryTag::studyInstances)},
+        const auto items = row({orElse(study.value(QueryTag::studyDescription), tr("(no description)")),
+                                   study.value(QueryTag::accessionNumber), QString(),
+                                   ArchiveText::dateOf(study.value(QueryTag::studyDate)),
+                                   listed(study.value(QueryTag::modalitiesInStudy)),
+                                   study.value(QueryTag::studySeries), study.value(QueryTag::studyInstances)},
             RecordLevel::Study, study);
         patientItem(study)->appendRow(items);
         m_studies.insert(uid, items.first());
@@ -135,8 +135,9 @@ void ArchiveModel::setSeries(
         record.insert(QueryTag::studyUid, studyUid); // whatever the answer said
         const auto items =
             row({orElse(one.value(QueryTag::seriesDescription), tr("(no description)")),
-                    one.value(QueryTag::seriesNumber), ArchiveText::dateOf(one.value(QueryTag::seriesDate)),
-                    one.value(QueryTag::modality), QString(), one.value(QueryTag::seriesInstances)},
+                    one.value(QueryTag::seriesNumber), QString(),
+                    ArchiveText::dateOf(one.value(QueryTag::seriesDate)), one.value(QueryTag::modality),
+                    QString(), one.value(QueryTag::seriesInstances)},
                 RecordLevel::Series, record);
         study->appendRow(items);
         m_series.insert(one.value(QueryTag::seriesUid), items.first());
@@ -153,6 +154,7 @@ void ArchiveModel::setSeries(
 void ArchiveModel::setHeldText(QStandardItem *first, int images, quint32 totalTag)
 {
     const int total = first->data(RecordRole).value<QueryRecord>().value(totalTag).toInt();
+    first->setData(images, HeldRole);
     QStandardItem *above = first->parent();
     if (above) {
         above->child(first->row(), HeldColumn)->setText(ArchiveText::heldOf(images, total));
@@ -173,6 +175,11 @@ std::optional<RecordLevel> ArchiveModel::levelOf(const QModelIndex &index) const
 {
     const QVariant level = index.siblingAtColumn(0).data(LevelRole);
     return level.isValid() ? std::make_optional(static_cast<RecordLevel>(level.toInt())) : std::nullopt;
+}
+
+int ArchiveModel::heldOf(const QModelIndex &index) const
+{
+    return index.siblingAtColumn(0).data(HeldRole).toInt();
 }
 
 QueryRecord ArchiveModel::recordOf(const QModelIndex &index) const

@@ -17,7 +17,8 @@ public:
     enum Column {
         NameColumn, ///< name of the patient, description of a study or series
         IdColumn, ///< of the patient, accession number, number of the series
-        DateColumn,
+        BirthDateColumn,
+        DateColumn, ///< of the study or series
         ModalityColumn,
         SeriesColumn,
         ImagesColumn,
@@ -28,9 +29,9 @@ public:
     explicit ArchiveModel(QObject *parent = nullptr);
 
     void clearAll();
-    void addStudies(const QVector<QueryRecord> &studies);
     /// Patients whose studies follow, or that have none.
     void addPatients(const QVector<QueryRecord> &patients);
+    void addStudies(const QVector<QueryRecord> &studies);
     /// @param problem shown in their place where it is not empty
     void setSeries(const QString &studyUid, const QVector<QueryRecord> &series, const QString &problem);
     void setHeld(RecordLevel level, const QHash<QString, int> &images);
@@ -42,6 +43,8 @@ public:
     std::optional<RecordLevel> levelOf(const QModelIndex &index) const;
     /// What the archive told of a row of that level and those above.
     QueryRecord recordOf(const QModelIndex &index) const;
+    /// Images that the index has of a study or series, as far as that was looked up.
+    int heldOf(const QModelIndex &index) const;
     /// Whether the series of a study row have never been asked for; from then on they have.
     bool beginListing(const QModelIndex &study);
 

@@ -1,10 +1,13 @@
 #include "archivetext.h"
 
+#include "personname.h"
 #include "transfertext.h"
 
 #include <QCoreApplication>
 #include <QDate>
 #include <QLocale>
+
+#include <algorithm>
 
 namespace {
 
@@ -44,11 +47,61 @@ QString statusText(quint16 status)
     }
 }
 
+QString explained(const QString &what, const QString &detail)
+{
+    return Text::tr("%1: %2", "what happened: the details").arg(what, detail);
+}
+
+/// Parts of one list, by the comma of the language.
+QString listed(const QStringList &parts)
+{
+    return parts.join(Text::tr(", ", "between the parts of a list"));
+}
+
+/// Two sentences of which the first has no stop.
+QString sentences(const QString &first, const QString &second)
+{
+    return second.isEmpty() ? Text::tr("%1.", "a sentence and its stop").arg(first)
+                            : Text::tr("%1. %2", "two sentences").arg(first, second);
+}
+
+/// Two sentences with their stops.
+QString followed(const QString &first, const QString &second)
+{
+    return Text::tr("%1 %2", "two sentences with their stops").arg(first, second);
+}
+
+/// A series within its study; those without a number and words have only the end of their UID.
+QString seriesOf(const QueryRecord &record)
+{
+    constexpr int shownOfUid = 12;
+    const QString number = record.value(QueryTag::seriesNumber).trimmed();
+    const QString name = number.isEmpty() ? Text::tr("Series …%1", "the end of an identifier")
+                                                .arg(record.value(QueryTag::seriesUid).right(shownOfUid))
+                                          : Text::tr("Series %1", "its number").arg(number);
+    QStringList parts{name, record.value(QueryTag::modality), record.value(QueryTag::seriesDescription)};
+    parts.removeAll(QString());
+    return listed(parts);
+}
+
+bool isPartlyHeld(const Retrieval &retrieval)
+{
+    return retrieval.held > 0;
+}
+
+/// Some archives do not say beforehand how much there is.
+bool wasHeld(const Retrieval &retrieval)
+{
+    const RetrieveProgress &now = retrieval.result.progress;
+    return retrieval.held > 0 && retrieval.held >= qMax(retrieval.expected, now.completed + now.warned);
+}
+
 QString refusal(quint16 status, const QString &comment)
 {
-    const QString text = Text::tr("%1 (%2)").arg(
-        statusText(status), QString::number(status, 16).toUpper().rightJustified(4, '0'));
-    return comment.isEmpty() ? text : Text::tr("%1: %2").arg(text, comment);
+    const QString text =
+        Text::tr("%1 (%2)", "meaning of a status (its hexadecimal number)")
+            .arg(statusText(status), QString::number(status, 16).toUpper().rightJustified(4, '0'));
+    return comment.isEmpty() ? text : explained(text, comment);
 }
 
 QString failedText(const RetrieveResult &result)
@@ -59,10 +112,11 @@ QString failedText(const RetrieveResult &result)
     }
     QString text = Text::tr("%n image(s) not sent or not taken", nullptr, failed);
     if (!result.failedInstances.isEmpty()) {
-        const QString names =
-            QStringList(result.failedInstances.mid(0, namedFailures)).join(QStringLiteral(", "));
-        text = result.failedInstances.size() > namedFailures ? Text::tr("%1: %2, …").arg(text, names)
-                                                             : Text::tr("%1: %2").arg(text, names);
+        QStringList names = result.failedInstances.mid(0, namedFailures);
+        if (result.failedInstances.size() > namedFailures) {
+            names += QStringLiteral("…");
+        }
+        text = explained(text, listed(names));
     }
     return text;
 }
@@ -91,16 +145,46 @@ QString of(const ArchiveAnswer &answer, int studies)
     QString text = studies == 0 && problem.isEmpty() ? Text::tr("The archive has no such study.")
                                                      : Text::tr("%n study(ies) found.", nullptr, studies);
     if (!problem.isEmpty()) {
-        text = studies == 0 ? problem + QLatin1Char('.') : Text::tr("%1. %2").arg(problem, text);
+        text = studies == 0 ? sentences(problem, {}) : sentences(problem, text);
     }
     if (answer.isCutOff) {
-        text = Text::tr("%1 There may be more: the archive was stopped there. Ask for less.").arg(text);
+        text = followed(text, Text::tr("There may be more: the archive was stopped there. Ask for less."));
     }
     if (answer.unreadable > 0) {
-        text = Text::tr("%1 %2").arg(
-            text, Text::tr("%n answer(s) could not be read.", nullptr, answer.unreadable));
+        text = followed(text, Text::tr("%n answer(s) could not be read.", nullptr, answer.unreadable));
     }
     return text;
+}
+
+QString titleOf(const QueryRecord &record, RecordLevel level)
+{
+    const QString accession = record.value(QueryTag::accessionNumber);
+    QStringList parts{personNameForDisplay(record.value(QueryTag::patientName)),
+        record.value(QueryTag::studyDescription), dateOf(record.value(QueryTag::studyDate)),
+        accession.isEmpty() ? QString() : Text::tr("No. %1", "accession number").arg(accession),
+        level == RecordLevel::Series ? seriesOf(record) : Text::tr("whole study")};
+    if (parts.first().isEmpty()) {
+        parts.first() = record.value(QueryTag::patientId);
+    }
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(" – "));
+}
+
+QString requestOf(const QVector<Retrieval> &retrievals)
+{
+    if (retrievals.isEmpty()) {
+        return {};
+    }
+    const QString asked = Text::tr("%n study(ies) or series asked for.", nullptr, retrievals.size());
+    const int held = int(std::count_if(retrievals.begin(), retrievals.end(), isPartlyHeld));
+    if (held == 0) {
+        return asked;
+    }
+    const QString known = held == retrievals.size()
+        ? Text::tr("The index has images of all of it already; what is the same stays as it is.")
+        : Text::tr(
+            "The index has images of %n of them already; what is the same stays as it is.", nullptr, held);
+    return followed(asked, known);
 }
 
 QString stateOf(const Retrieval &retrieval)
@@ -125,8 +209,7 @@ QString countOf(const Retrieval &retrieval)
     const int total =
         now.remaining >= 0 ? done + now.failed + now.remaining : qMax(retrieval.expected, done + now.failed);
     const QLocale locale;
-    return total > 0 ? Text::tr("%1 of %2 images").arg(locale.toString(done), locale.toString(total))
-                     : QString();
+    return total > 0 ? Text::tr("%1 of %Ln image(s)", nullptr, total).arg(locale.toString(done)) : QString();
 }
 
 QString noticeOf(const Retrieval &retrieval)
@@ -149,7 +232,22 @@ QString noticeOf(const Retrieval &retrieval)
         parts += refusal(result.status, result.failure.detail);
     }
     const QString failed = failedText(result);
-    return (failed.isEmpty() ? parts : parts << failed).join(QStringLiteral("; "));
+    if (!failed.isEmpty()) {
+        parts += failed;
+    }
+    if (retrieval.isGood() && wasHeld(retrieval)) {
+        parts += Text::tr("All of it was in the index already");
+    } else if (retrieval.isGood() && retrieval.held > 0) {
+        parts += Text::tr("%n image(s) of it were in the index already", nullptr, retrieval.held);
+    }
+    return parts.join(Text::tr("; ", "between two remarks"));
+}
+
+QString endOf(const Retrieval &retrieval)
+{
+    QStringList parts{stateOf(retrieval), countOf(retrieval), noticeOf(retrieval)};
+    parts.removeAll(QString());
+    return explained(retrieval.title, listed(parts));
 }
 
 QString heldOf(int images, int total)

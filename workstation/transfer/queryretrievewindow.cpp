@@ -1,33 +1,27 @@
 #include "queryretrievewindow.h"
 
+#include "archivechoice.h"
 #include "archivemodel.h"
 #include "archivequestionform.h"
+#include "archiveresults.h"
 #include "archivetext.h"
 #include "companionwindow.h"
-#include "personname.h"
+#include "plaincaption.h"
 #include "retrievallist.h"
 #include "retrievalservice.h"
 
 #include <QAccessible>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QTimer>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr QSize firstSize{1040, 720};
 constexpr int heldDelayMs = 300; ///< an index that is written to changes often
-
-void setColumnCharacters(QTreeView *view, int column, int characters)
-{
-    view->setColumnWidth(column, characters * view->fontMetrics().averageCharWidth());
-}
 
 } // namespace
 
@@ -78,7 +72,7 @@ QPushButton *QueryRetrieveWindow::addButton(QLayout *layout, const QString &name
     auto *button = new QPushButton(text, this);
     button->setObjectName(name);
     button->setToolTip(toolTip);
-    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+    button->setAccessibleName(plainCaption(text));
     button->setAutoDefault(false);
     layout->addWidget(button);
     connect(button, &QPushButton::clicked, this, slot);
@@ -122,28 +116,12 @@ QWidget *QueryRetrieveWindow::buildQuestion()
 QWidget *QueryRetrieveWindow::buildResults()
 {
     auto *area = new QWidget(this);
-    m_results = new QTreeView(area);
-    m_results->setObjectName(QStringLiteral("results"));
-    m_results->setAccessibleName(tr("Found in the archive"));
-    m_results->setToolTip(tr("Enter retrieves what is chosen"));
-    m_results->setModel(m_model);
-    m_results->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_results->setAlternatingRowColors(true);
-    m_results->setUniformRowHeights(true);
-    m_results->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_results->setExpandsOnDoubleClick(true);
-    const int characters[] = {40, 22, 12, 12, 8, 8, 14};
-    for (int column = 0; column < ArchiveModel::ColumnCount; ++column) {
-        setColumnCharacters(m_results, column, characters[column]);
-    }
+    m_results = new ArchiveResults(m_model, area);
+    m_results->setEmptyText(tr("What a search finds is listed here."));
     connect(m_results, &QTreeView::expanded, this, &QueryRetrieveWindow::openRow);
+    connect(m_results, &ArchiveResults::retrieveRequested, this, &QueryRetrieveWindow::retrieve);
     connect(m_results->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &QueryRetrieveWindow::enableButtons);
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *enter = new QShortcut(key, m_results, nullptr, nullptr, Qt::WidgetShortcut);
-        enter->setAutoRepeat(false); // a key that is held down asks once
-        connect(enter, &QShortcut::activated, this, &QueryRetrieveWindow::retrieve);
-    }
     m_state = new QLabel(area);
     m_state->setObjectName(QStringLiteral("state"));
     m_state->setWordWrap(true);
@@ -194,6 +172,7 @@ void QueryRetrieveWindow::search()
     m_model->clearAll();
     m_searched = m_archives.at(m_archive->currentIndex());
     m_search->search(m_searched, m_question->question());
+    m_results->setEmptyText(QString());
     say(tr("Asking %1…").arg(m_searched.name));
     enableButtons();
 }
@@ -205,7 +184,9 @@ void QueryRetrieveWindow::stop()
 
 void QueryRetrieveWindow::onEnded(const ArchiveAnswer &answer)
 {
-    say(ArchiveText::of(answer, m_model->studyCount()));
+    const QString text = ArchiveText::of(answer, m_model->studyCount());
+    m_results->setEmptyText(text);
+    say(text);
     enableButtons();
 }
 
@@ -224,65 +205,16 @@ void QueryRetrieveWindow::openRow(const QModelIndex &index)
     }
 }
 
-Retrieval QueryRetrieveWindow::retrievalOf(const QModelIndex &index) const
-{
-    const QueryRecord record = m_model->recordOf(index);
-    const RecordLevel level = m_model->levelOf(index).value_or(RecordLevel::Study);
-    const bool isSeries = level == RecordLevel::Series;
-    Retrieval retrieval;
-    retrieval.archive = m_searched;
-    retrieval.request.level = level;
-    retrieval.request.patientId = record.value(QueryTag::patientId);
-    retrieval.request.studyUid = record.value(QueryTag::studyUid);
-    retrieval.request.seriesUid = record.value(QueryTag::seriesUid);
-    retrieval.request.modalities =
-        record.value(isSeries ? QueryTag::modality : QueryTag::modalitiesInStudy).split(QLatin1Char('\\'));
-    retrieval.request.classes =
-        record.value(QueryTag::classesInStudy).split(QLatin1Char('\\'), Qt::SkipEmptyParts);
-    retrieval.expected =
-        record.value(isSeries ? QueryTag::seriesInstances : QueryTag::studyInstances).toInt();
-    QStringList title{personNameForDisplay(record.value(QueryTag::patientName)),
-        record.value(QueryTag::studyDescription), ArchiveText::dateOf(record.value(QueryTag::studyDate))};
-    if (isSeries) {
-        title += record.value(QueryTag::seriesDescription);
-    }
-    title.removeAll(QString());
-    retrieval.title = title.join(QStringLiteral(" – "));
-    return retrieval;
-}
-
-/// What stands below something else that is chosen comes with that.
-QVector<Retrieval> QueryRetrieveWindow::chosen() const
-{
-    const QItemSelectionModel *selection = m_results->selectionModel();
-    QVector<Retrieval> retrievals;
-    const auto isAboveChosen = [&](const QModelIndex &index) {
-        for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
-            if (selection->isRowSelected(above.row(), above.parent())) {
-                return true;
-            }
-        }
-        return false;
-    };
-    for (const QModelIndex &index : selection->selectedRows()) {
-        const auto level = m_model->levelOf(index);
-        if (!level || isAboveChosen(index)) {
-            continue;
-        }
-        if (*level != RecordLevel::Patient) {
-            retrievals.append(retrievalOf(index));
-            continue;
-        }
-        for (int row = 0; row < m_model->rowCount(index); ++row) {
-            retrievals.append(retrievalOf(m_model->index(row, 0, index)));
-        }
-    }
-    return retrievals;
-}
-
 void QueryRetrieveWindow::retrieve()
 {
-    m_service->enqueue(chosen());
+    QVector<Retrieval> retrievals;
+    for (const QModelIndex &row : m_results->chosen()) {
+        retrievals.append(retrievalOf(*m_model, row, m_searched));
+    }
+    if (!retrievals.isEmpty()) {
+        m_service->enqueue(retrievals);
+        say(ArchiveText::requestOf(retrievals));
+    }
 }
 
 void QueryRetrieveWindow::enableButtons()
@@ -290,7 +222,7 @@ void QueryRetrieveWindow::enableButtons()
     const bool isSearching = m_search->isRunning();
     m_searchButton->setEnabled(m_archive->currentIndex() >= 0 && !isSearching);
     m_stopButton->setEnabled(isSearching);
-    m_retrieveButton->setEnabled(!chosen().isEmpty());
+    m_retrieveButton->setEnabled(!m_results->chosen().isEmpty());
 }
 
 /// Screen readers read it where it changes, without the focus.

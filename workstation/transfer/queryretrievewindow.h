@@ -1,17 +1,16 @@
 #pragma once
 
 #include "archivesearch.h"
-#include "retrieval.h"
 
 #include <QWidget>
 
 class ArchiveModel;
 class ArchiveQuestionForm;
+class ArchiveResults;
 class QComboBox;
 class QLabel;
 class QPushButton;
 class QTimer;
-class QTreeView;
 class RetrievalService;
 
 /**
@@ -49,8 +48,6 @@ private:
     void enableButtons();
     void say(const QString &text);
     void countHeld();
-    QVector<Retrieval> chosen() const;
-    Retrieval retrievalOf(const QModelIndex &index) const;
 
     RetrievalService *const m_service;
     ArchiveSearch *const m_search;
@@ -60,7 +57,7 @@ private:
     Archive m_searched; ///< the archive whose answers are shown
     QComboBox *m_archive = nullptr;
     ArchiveQuestionForm *m_question = nullptr;
-    QTreeView *m_results = nullptr;
+    ArchiveResults *m_results = nullptr;
     QLabel *m_state = nullptr;
     QPushButton *m_searchButton = nullptr;
     QPushButton *m_stopButton = nullptr;

@@ -1,5 +1,7 @@
 #include "retrievallist.h"
 
+#include "detaillabel.h"
+#include "plaincaption.h"
 #include "plaintableview.h"
 #include "progressdelegate.h"
 #include "retrievalmodel.h"
@@ -11,11 +13,18 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int visibleRows = 4; ///< with the header
+
+} // namespace
+
 RetrievalList::RetrievalList(RetrievalService *service, QWidget *parent)
     : QWidget(parent)
     , m_service(service)
     , m_model(new RetrievalModel(this))
     , m_table(new PlainTableView(this))
+    , m_notice(new DetailLabel(this))
 {
     buildTable();
     auto *caption = new QLabel(tr("Retrieva&ls:"), this);
@@ -32,6 +41,7 @@ RetrievalList::RetrievalList(RetrievalService *service, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(caption);
     layout->addWidget(m_table, 1);
+    layout->addWidget(m_notice);
     layout->addLayout(row);
     connect(m_cancel, &QPushButton::clicked, this, [this] { forChosen(&RetrievalService::cancel); });
     connect(m_retry, &QPushButton::clicked, this, [this] { forChosen(&RetrievalService::retry); });
@@ -46,12 +56,16 @@ void RetrievalList::buildTable()
     m_table->setAccessibleName(tr("Retrievals"));
     m_table->setToolTip(tr("What is on its way from archives"));
     m_table->setModel(m_model);
+    m_table->setEmptyText(tr("Nothing has been retrieved since the program was started."));
     m_table->setItemDelegateForColumn(
         RetrievalModel::ProgressColumn, new ProgressDelegate(RetrievalModel::shareRole, m_table));
-    m_table->setColumnCharacters(RetrievalModel::TitleColumn, 48);
-    m_table->setColumnCharacters(RetrievalModel::ArchiveColumn, 16);
-    m_table->setColumnCharacters(RetrievalModel::StateColumn, 12);
-    m_table->setColumnCharacters(RetrievalModel::ProgressColumn, 18);
+    m_table->setColumnCharacters(RetrievalModel::TitleColumn, 52);
+    m_table->setColumnCharacters(RetrievalModel::ArchiveColumn, 14);
+    m_table->setColumnCharacters(RetrievalModel::StateColumn, 10);
+    m_table->setColumnCharacters(RetrievalModel::ProgressColumn, 16);
+    m_table->setMinimumHeight(visibleRows * m_table->fontMetrics().height() * 3 / 2);
+    connect(
+        m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &RetrievalList::showNotice);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &RetrievalList::enableButtons);
 }
@@ -62,7 +76,7 @@ QPushButton *RetrievalList::addButton(
     auto *button = new QPushButton(text, this);
     button->setObjectName(name);
     button->setToolTip(toolTip);
-    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+    button->setAccessibleName(plainCaption(text));
     layout->addWidget(button);
     return button;
 }
@@ -87,6 +101,14 @@ void RetrievalList::update()
 {
     m_model->setRetrievals(m_service->retrievals());
     enableButtons();
+    showNotice();
+}
+
+/// What the list cuts.
+void RetrievalList::showNotice()
+{
+    const QModelIndex current = m_table->currentIndex();
+    m_notice->setDetail(current.siblingAtColumn(RetrievalModel::NoticeColumn).data().toString());
 }
 
 void RetrievalList::enableButtons()

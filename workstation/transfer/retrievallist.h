@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class DetailLabel;
 class PlainTableView;
 class QPushButton;
 class RetrievalModel;
@@ -25,10 +26,12 @@ private:
     QVector<Retrieval> chosen() const;
     void update();
     void enableButtons();
+    void showNotice();
 
     RetrievalService *const m_service;
     RetrievalModel *const m_model;
     PlainTableView *const m_table;
+    DetailLabel *const m_notice; ///< of the current retrieval
     QPushButton *m_cancel = nullptr;
     QPushButton *m_retry = nullptr;
     QPushButton *m_remove = nullptr;
