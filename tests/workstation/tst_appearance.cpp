@@ -58,6 +58,10 @@ private slots:
                 }
             }
         }
+        for (const bool isDark : {false, true}) {
+            const Palettes::MarkColours faint = Palettes::faintMark(isDark);
+            QVERIFY(Palettes::contrast(faint.text, faint.ground) >= leastContrast);
+        }
         QCOMPARE(qRound(Palettes::contrast(Qt::black, Qt::white)), 21);
     }
 

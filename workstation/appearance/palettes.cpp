@@ -62,6 +62,11 @@ constexpr QRgb lightDisabledHighlight = 0xffe4e7ec;
 constexpr QRgb darkDisabledText = 0xffb3b8c0;
 constexpr QRgb darkDisabledHighlight = 0xff42474e;
 
+constexpr QRgb lightFaintMark = 0xffd3d8df;
+constexpr QRgb lightFaintMarkText = 0xff1b1d21;
+constexpr QRgb darkFaintMark = 0xff454b54;
+constexpr QRgb darkFaintMarkText = 0xffe6e8eb;
+
 template <std::size_t Count>
 QPalette paletteOf(const RoleColour (&colours)[Count], QRgb disabledText, QRgb disabledHighlight)
 {
@@ -101,6 +106,12 @@ QPalette light()
 QPalette dark()
 {
     return paletteOf(darkColours, darkDisabledText, darkDisabledHighlight);
+}
+
+MarkColours faintMark(bool isDark)
+{
+    return isDark ? MarkColours{QColor(darkFaintMark), QColor(darkFaintMarkText)}
+                  : MarkColours{QColor(lightFaintMark), QColor(lightFaintMarkText)};
 }
 
 bool isDark(const QPalette &palette)

@@ -9,6 +9,14 @@ namespace Palettes {
 QPalette light();
 QPalette dark();
 
+/// The colours of a row that is marked while nothing acts on it.
+struct MarkColours
+{
+    QColor ground;
+    QColor text;
+};
+MarkColours faintMark(bool isDark);
+
 /// Whether light texts belong on this palette, whoever made it.
 bool isDark(const QPalette &palette);
 

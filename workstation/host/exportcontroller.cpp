@@ -5,7 +5,9 @@
 #include "exportprogressdialog.h"
 #include "exportqueue.h"
 #include "exporttext.h"
+#include "kivmessageboxform.h"
 #include "selectionstatus.h"
+#include "selectionsubject.h"
 
 #include <QAction>
 #include <QDir>
@@ -38,14 +40,12 @@ ExportController::ExportController(const SelectionStatus *selection, QStatusBar 
     bar->addPermanentWidget(m_button);
     m_last.target = QDir::homePath();
     m_look.setInterval(lookMs);
-    const auto enable = [this] { m_action->setEnabled(!m_selection->current().isEmpty()); };
-    connect(selection, &SelectionStatus::changed, this, enable);
+    m_action->setEnabled(connectionFailure().reason == ConnectionFailure::Reason::None);
     connect(m_action, &QAction::triggered, this, &ExportController::ask);
     connect(m_button, &QToolButton::clicked, this, [this] { showJob(m_told); });
     connect(m_queue, &ExportQueue::changed, this, &ExportController::followQueue);
     connect(m_queue, &ExportQueue::ended, this, &ExportController::onEnded);
     connect(&m_look, &QTimer::timeout, this, &ExportController::sayWhatRuns);
-    enable();
 }
 
 bool ExportController::isRunning() const
@@ -61,14 +61,20 @@ void ExportController::cancelAll()
 void ExportController::ask()
 {
     const RecordSelection records = m_selection->current();
-    if (records.isEmpty() || m_asking) {
+    if (m_asking) {
+        return;
+    }
+    if (records.isEmpty()) { // said as the other actions say it
+        kivMessageBoxForm::warning(m_window, tr("Export As"),
+            tr("Nothing is selected. Select patients, studies, series or images first."),
+            kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
         return;
     }
     ExportRequest request = m_last;
     request.databasePath = databasePath();
     request.level = records.level;
     request.keys = records.keys;
-    m_asking = new ExportDialog(request, records.text(), m_window);
+    m_asking = new ExportDialog(request, subjectOf(records), m_window);
     m_asking->setAttribute(Qt::WA_DeleteOnClose);
     connect(m_asking, &ExportDialog::requested, this, [this](const ExportRequest &wanted) {
         m_last = wanted;
@@ -134,11 +140,13 @@ void ExportController::sayWhatRuns()
     QString text = exportPhaseText(progress.phase);
     if (job.state == ExportQueue::State::Ended) {
         text = job.report.end == ExportEnd::Complete && job.report.failures.isEmpty()
-            ? tr("Exported %1").arg(exportSizeText(job.report.files, job.report.bytes))
+            ? tr("Exported %1 to %2")
+                  .arg(exportSizeText(job.report.files, job.report.bytes),
+                      QDir::toNativeSeparators(job.report.made()))
             : tr("An export did not go well");
     } else if (progress.allFiles > 0) {
-        text = tr("Export: %1 of %2 files")
-                   .arg(locale.toString(progress.files), locale.toString(progress.allFiles));
+        text = tr("Export: %1 of %Ln file(s)", nullptr, int(progress.allFiles))
+                   .arg(locale.toString(progress.files));
     }
     const int waiting = m_queue->openJobs() - 1;
     if (waiting > 0) {

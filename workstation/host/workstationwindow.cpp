@@ -8,7 +8,6 @@
 #include "editcontroller.h"
 #include "exportcontroller.h"
 #include "filechooser.h"
-#include "imageformatform.h"
 #include "importcentre.h"
 #include "importreport.h"
 #include "importreporttext.h"
@@ -16,31 +15,20 @@
 #include "indexhealth.h"
 #include "indexwatcher.h"
 #include "kivmessageboxform.h"
-#include "launcherbuttons.h"
-#include "launchercentre.h"
 #include "layoutkeeper.h"
-#include "liverefresh.h"
-#include "ntableview.h"
-#include "patientform.h"
 #include "patientmanagermainwindow.h"
 #include "patientqueryform.h"
-#include "picturecontroller.h"
 #include "querypaneldock.h"
-#include "receivecontroller.h"
-#include "retrievecontroller.h"
-#include "rowkeys.h"
+#include "recordform.h"
 #include "searchbar.h"
 #include "searchcontroller.h"
-#include "selectionstatus.h"
 #include "sendcontroller.h"
-#include "seriesform.h"
 #include "sessionservices.h"
-#include "shownpatients.h"
 #include "statuspanel.h"
-#include "studyform.h"
 #include "tablestage.h"
 #include "transfercontroller.h"
 #include "treecontroller.h"
+#include "windowbuilder.h"
 #include "windowclosing.h"
 #include "windowwiring.h"
 
@@ -51,7 +39,6 @@
 #include <QLocale>
 #include <QScreen>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace {
 
@@ -71,7 +58,8 @@ WorkstationWindow::WorkstationWindow(SessionServices *services, QWidget *parent)
     // A picture taken without a display keeps its size, whatever the platform calls its screen.
     const bool onScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
     resize(onScreen ? firstSize.boundedTo(screen()->availableSize() - roomOfFrame) : firstSize);
-    build();
+    WindowBuilder::build(this, *m_services, m_parts);
+    m_hasIndex = connectionFailure().reason == ConnectionFailure::Reason::None;
     connectParts();
     guardWork();
     m_parts.stage->arrange();
@@ -83,59 +71,6 @@ WorkstationWindow::WorkstationWindow(SessionServices *services, QWidget *parent)
 }
 
 WorkstationWindow::~WorkstationWindow() = default;
-
-void WorkstationWindow::build()
-{
-    m_parts.mainWindow = new PatientManagerMainWindow(this); // opens the index
-    m_hasIndex = connectionFailure().reason == ConnectionFailure::Reason::None;
-    m_parts.forms = {m_parts.mainWindow->getPatientForm(), m_parts.mainWindow->getStudyForm(),
-        m_parts.mainWindow->getSeriesForm(), m_parts.mainWindow->getImagesForm()};
-    m_parts.mainWindow->setWindowFlags(Qt::Widget);
-    m_parts.banner = new IndexBanner(this);
-    m_parts.searchBar = new SearchBar(this);
-    auto *centre = new QWidget(this);
-    auto *column = new QVBoxLayout(centre);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(0);
-    column->addWidget(m_parts.banner);
-    column->addWidget(m_parts.searchBar);
-    column->addWidget(m_parts.mainWindow, 1);
-    setCentralWidget(centre);
-
-    buildParts();
-}
-
-void WorkstationWindow::buildParts()
-{
-    m_parts.imports = new ImportCentre(m_parts.mainWindow, this);
-    m_parts.watcher = new IndexWatcher(this);
-    m_parts.health = new IndexHealth(this);
-    m_parts.liveRefresh = new LiveRefresh(m_parts.forms, this);
-    m_parts.edits = new EditController(m_parts.forms, m_parts.mainWindow, this);
-    new RowKeys(m_parts.forms, this);
-    m_parts.tree = new TreeController(m_parts.mainWindow, m_parts.edits, this);
-    m_parts.stage = new TableStage(m_parts.mainWindow, m_parts.forms, m_parts.edits, this);
-    m_parts.shown = new ShownPatients(m_parts.forms, m_parts.edits, this);
-    m_parts.search = new SearchController(
-        m_parts.searchBar, m_parts.shown, m_parts.forms.first()->view(), m_parts.edits, this);
-    m_parts.queryPanel = new QueryPanelDock(this);
-    m_parts.selection = new SelectionStatus(m_parts.mainWindow, m_parts.forms, this);
-    m_parts.layout = new LayoutKeeper(this, m_parts.mainWindow, m_parts.stage, m_parts.forms, this);
-    m_parts.exports = new ExportController(m_parts.selection, statusBar(), this);
-    const auto *retrieve = new RetrieveController(m_services->retrievals(), m_parts.watcher, this);
-    m_parts.transfers = new TransferController(this);
-    m_parts.menus = new ActionMenus(this, m_parts.mainWindow,
-        {m_parts.edits->editAction(), m_parts.tree->toggleAction(), m_parts.search->findAction(),
-            m_parts.queryPanel->toggleAction(), m_parts.exports->action(), retrieve->action(),
-            m_parts.transfers->action()});
-    m_parts.status = new StatusPanel(statusBar(), m_parts.imports);
-    new ReceiveController(m_services->receiving(), statusBar());
-    m_parts.pictures = new PictureController(m_parts.mainWindow, m_parts.queryPanel->thumbnailBody(), this);
-    m_parts.deletions = new DeletionController(m_parts, this);
-    m_parts.closing = new WindowClosing(this, m_parts.tree, m_parts.edits);
-    new LauncherButtons(m_parts.queryPanel->panel(), statusBar(), m_parts.selection,
-        new LauncherCentre(m_services->programs(), m_parts.selection, this));
-}
 
 void WorkstationWindow::connectParts()
 {
@@ -254,10 +189,10 @@ void WorkstationWindow::showResult(const ImportReport &report)
     const QLocale locale;
     const qint64 entered = report.of(FileVerdict::New) + report.of(FileVerdict::Replaced);
     const qint64 known = report.of(FileVerdict::AlreadyThere);
-    m_parts.status->setIdleText(
-        tr("Imported %1 of %2 files; %3 were there already, %4 were not taken")
-            .arg(locale.toString(entered), locale.toString(report.found()), locale.toString(known),
-                locale.toString(report.found() - entered - known)));
+    m_parts.status->setIdleText(tr(
+        "Imported %1 of %Ln file(s); %2 were there already, %3 were not taken", nullptr, int(report.found()))
+                                    .arg(locale.toString(entered), locale.toString(known),
+                                        locale.toString(report.found() - entered - known)));
 }
 
 void WorkstationWindow::showAbout()

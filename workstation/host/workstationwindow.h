@@ -52,8 +52,6 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void build();
-    void buildParts();
     void connectParts();
     void guardWork();
     void reportIndex();

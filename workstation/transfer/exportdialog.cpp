@@ -5,6 +5,7 @@
 #include "filechooser.h"
 #include "indexconnection.h"
 #include "kivmessageboxform.h"
+#include "plaincaption.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -160,7 +161,7 @@ QString ExportDialog::zipProposal(const QString &folder) const
 void ExportDialog::browse()
 {
     const FileChooser::Request request{
-        m_targetCaption->text().remove(QLatin1Char('&')), m_target->text(), tr("ZIP archives (*.zip)")};
+        plainCaption(m_targetCaption->text()), m_target->text(), tr("ZIP archives (*.zip)")};
     const QString chosen = format() == ExportFormat::Zip
         ? FileChooser::toOpenOrMake(this, request)
         : FileChooser::toFolder(this, {request.title, request.start, {}});

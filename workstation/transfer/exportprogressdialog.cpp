@@ -108,9 +108,8 @@ void ExportProgressDialog::showProgress(const ExportProgress &progress)
     m_bar->setValue(int(double(byBytes ? progress.bytes : progress.files) * barSteps / double(all)));
     const QLocale locale;
     const qint64 rate = progress.bytes * 1000 / qMax<qint64>(1, m_sincePhase.elapsed());
-    m_figures->setText(tr("%1 of %2 files, %3 of %4, %5/s")
-                           .arg(locale.toString(progress.files), locale.toString(progress.allFiles),
-                               locale.formattedDataSize(progress.bytes),
+    m_figures->setText(tr("%1 of %Ln file(s), %2 of %3, %4/s", nullptr, int(progress.allFiles))
+                           .arg(locale.toString(progress.files), locale.formattedDataSize(progress.bytes),
                                locale.formattedDataSize(progress.allBytes), locale.formattedDataSize(rate)));
 }
 
@@ -134,7 +133,7 @@ void ExportProgressDialog::showEnd(const ExportReport &report)
 
 void ExportProgressDialog::openPlace() const
 {
-    const QFileInfo place(m_queue->job(m_job).report.place);
+    const QFileInfo place(m_queue->job(m_job).report.made());
     QDesktopServices::openUrl(
         QUrl::fromLocalFile(place.isDir() ? place.absoluteFilePath() : place.absolutePath()));
 }

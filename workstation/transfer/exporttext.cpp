@@ -1,5 +1,7 @@
 #include "exporttext.h"
 
+#include "transfertext.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QLocale>
@@ -10,13 +12,6 @@ struct Text
 {
     Q_DECLARE_TR_FUNCTIONS(ExportText)
 };
-
-QString withDetail(const QString &sentence, const QString &detail)
-{
-    return detail.isEmpty()
-        ? sentence
-        : Text::tr("%1: %2", "what happened: in the system's words").arg(sentence, detail);
-}
 
 QString problemText(ExportProblem problem)
 {
@@ -39,12 +34,40 @@ QString problemText(ExportProblem problem)
     return {};
 }
 
+/// The first few of them.
+QString namesOf(const QStringList &folders)
+{
+    constexpr int named = 3;
+    QStringList names = folders.mid(0, named);
+    if (folders.size() > named) {
+        names += QStringLiteral("…");
+    }
+    return names.join(Text::tr(", ", "between names"));
+}
+
+QString followed(const QString &first, const QString &second)
+{
+    return Text::tr("%1 %2", "two sentences with their stops").arg(first, second);
+}
+
 QString completeText(const ExportReport &report)
 {
-    const QString done = Text::tr("Exported %1.").arg(exportSizeText(report.files, report.bytes));
-    return report.failures.isEmpty() ? done
-                                     : done + QLatin1Char(' ')
-            + Text::tr("Not everything went well: %n file(s).", nullptr, report.failures.size());
+    QString text =
+        Text::tr("Exported %1 to %2.")
+            .arg(exportSizeText(report.files, report.bytes), QDir::toNativeSeparators(report.made()));
+    if (report.folders.size() > 1) {
+        text = followed(text,
+            Text::tr("%Ln folder(s) were made there: %1.", nullptr, report.folders.size())
+                .arg(namesOf(report.folders)));
+    }
+    if (report.isReadBack) {
+        text = followed(text, Text::tr("All of it was read back and is what was written."));
+    }
+    if (!report.failures.isEmpty()) {
+        text = followed(
+            text, Text::tr("Not everything went well: %Ln file(s).", nullptr, report.failures.size()));
+    }
+    return text;
 }
 
 QString fullText(const ExportReport &report)
@@ -61,7 +84,7 @@ QString fullText(const ExportReport &report)
 
 QString exportSizeText(qint64 files, qint64 bytes)
 {
-    return Text::tr("%n file(s), %1", nullptr, int(files)).arg(QLocale().formattedDataSize(bytes));
+    return Text::tr("%Ln file(s), %1", nullptr, int(files)).arg(QLocale().formattedDataSize(bytes));
 }
 
 QString exportFormatText(ExportFormat format)
@@ -103,11 +126,11 @@ QString exportEndText(const ExportReport &report)
     case ExportEnd::Cancelled:
         return Text::tr("The export was cancelled. Nothing was left there.");
     case ExportEnd::IndexFailed:
-        return withDetail(Text::tr("The index cannot be read"), report.endDetail);
+        return TransferText::withDetail(Text::tr("The index cannot be read"), report.endDetail);
     case ExportEnd::Empty:
         return Text::tr("What is selected has no files.");
     case ExportEnd::TargetFailed:
-        return withDetail(
+        return TransferText::withDetail(
             Text::tr("Nothing can be written to %1").arg(QDir::toNativeSeparators(report.place)),
             report.endDetail);
     case ExportEnd::TargetTaken:
@@ -126,5 +149,5 @@ QString exportFailureText(const ExportFailure &failure)
 {
     return Text::tr("%1: %2", "a file: what is the matter with it")
         .arg(QDir::toNativeSeparators(failure.item.source),
-            withDetail(problemText(failure.problem), failure.detail));
+            TransferText::withDetail(problemText(failure.problem), failure.detail));
 }

@@ -2,6 +2,8 @@
 
 #include "exportrequest.h"
 
+#include <QStringList>
+
 /// Why a file of an export is not there, or not as it should be.
 enum class ExportProblem : quint8 {
     SourceMissing,
@@ -43,7 +45,13 @@ struct ExportReport
     qint64 available = 0; ///< what there was
     qint64 elapsedMs = 0;
     QVector<ExportFailure> failures;
-    QString place; ///< the folder or archive to look at
+    QString place; ///< the folder or archive that was asked for
+    QStringList folders; ///< that stand in it now with the files, by their names; none for an archive
+    bool isReadBack = false; ///< what is in its place was read back, and is what was written
+
+    /// The one thing that holds all files: the archive, the folder that was made, or the one with all of
+    /// them.
+    QString made() const { return folders.size() == 1 ? place + QLatin1Char('/') + folders.first() : place; }
 
     /// The files that another try may bring.
     QVector<ExportItem> retryItems() const

@@ -4,20 +4,14 @@
 #include "filecopy.h"
 #include "indexconnection.h"
 #include "mediawriter.h"
+#include "systemtext.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QStorageInfo>
 
-#include <cstring>
-
 namespace {
-
-QString systemText(int error)
-{
-    return QString::fromLocal8Bit(std::strerror(error));
-}
 
 /// The folder in which what is made gets its place.
 QString folderOf(const ExportRequest &request)
@@ -52,6 +46,7 @@ ExportReport ExportRun::run()
     if (m_cancelled && m_report.end != ExportEnd::Complete) {
         m_report.end = ExportEnd::Cancelled;
     }
+    m_report.isReadBack = m_request.check && m_report.end == ExportEnd::Complete && m_report.files > 0;
     m_report.elapsedMs = time.elapsed();
     begin(Phase::Done);
     return m_report;
@@ -255,6 +250,15 @@ void ExportRun::placeAll(const QStringList &pieces, const ExportStage &stage)
     m_report.bytes = sumOf(m_items);
 }
 
+/// Files come folder by folder.
+void ExportRun::noteFolder(const QString &name)
+{
+    if (m_report.folders.isEmpty() || m_report.folders.constLast() != name) {
+        m_report.folders.removeOne(name);
+        m_report.folders.append(name);
+    }
+}
+
 void ExportRun::placeFiles(const ExportStage &stage)
 {
     for (const ExportItem &item : qAsConst(m_items)) {
@@ -262,6 +266,7 @@ void ExportRun::placeFiles(const ExportStage &stage)
         m_tally.count(item);
         if (error == 0) {
             ++m_report.files;
+            noteFolder(item.name.section(QLatin1Char('/'), 0, 0));
             m_report.bytes += item.size;
         } else {
             const bool taken = error == EEXIST;

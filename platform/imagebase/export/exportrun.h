@@ -31,6 +31,7 @@ private:
     void checkAll(ExportWriter &writer);
     void placeAll(const QStringList &pieces, const ExportStage &stage);
     void placeFiles(const ExportStage &stage);
+    void noteFolder(const QString &name);
     bool end(ExportEnd how, const QString &detail = {});
     void begin(Phase phase);
     void fail(const ExportItem &item, const ExportWriter::Outcome &outcome);
