@@ -40,11 +40,33 @@ private slots:
         const QString before = action->statusTip();
         Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
         QTRY_COMPARE(action->statusTip(), QStringLiteral("Delete 1 patient"));
+        const auto isStrong = [](const QWidget *view) {
+            return view->palette().highlight().color() == QPalette().highlight().color();
+        };
+        QVERIFY(isStrong(frame.patientView()) && !isStrong(frame.studyView()));
+        Frame::click(frame.studyView(), 0, QStringLiteral("StudyDate"));
+        QTRY_COMPARE(action->statusTip(), QStringLiteral("Delete 1 study"));
+        QVERIFY(!isStrong(frame.patientView()) && isStrong(frame.studyView()));
+        frame.studyView()->clearSelection();
         frame.patientView()->selectAll();
         QTRY_COMPARE(action->toolTip(), QStringLiteral("Delete 3 patients"));
         QCOMPARE(frame.action("actionSaveDicom")->statusTip(), QStringLiteral("Export 3 patients"));
         frame.patientView()->clearSelection();
         QTRY_COMPARE(action->statusTip(), before);
+    }
+
+    void whatIsNotShownIsAskedForOnceMore()
+    {
+        const Frame frame(3);
+        Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
+        frame.window->library()->onShowTable(QStringLiteral("generalstudy"));
+        frame.studyView()->clearSelection();
+        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &) {
+            return ++m_asked == 1 ? kivMessageBoxForm::AnswerOk : kivMessageBoxForm::AnswerCancel;
+        });
+        frame.action("actionDelete")->trigger();
+        QCOMPARE(m_asked, 2);
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
     }
 
     void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
@@ -130,13 +152,6 @@ private slots:
         QTRY_VERIFY(frame.window->statusPanel()->activityText().contains(QStringLiteral("store")));
     }
 
-private:
-    int m_asked = 0;
-    int m_answer = kivMessageBoxForm::AnswerOk;
-};
-
-PM_TEST_MAIN(DeletionTest)
-#include "tst_deletion.moc"
     /// The care has a connection of its own, which may fail where the window's stands.
     void aCareThatCannotOpenTheIndexIsTold()
     {
@@ -152,3 +167,10 @@ PM_TEST_MAIN(DeletionTest)
             qPrintable(frame.window->statusPanel()->activityText()));
     }
 
+private:
+    int m_asked = 0;
+    int m_answer = kivMessageBoxForm::AnswerOk;
+};
+
+PM_TEST_MAIN(DeletionTest)
+#include "tst_deletion.moc"

@@ -4,8 +4,11 @@
 #include "deletionnotifier.h"
 #include "editcontroller.h"
 #include "importreporttext.h"
+#include "kivmessageboxform.h"
 #include "patientmanagermainwindow.h"
+#include "recordform.h"
 #include "selectionstatus.h"
+#include "selectionsubject.h"
 #include "statuspanel.h"
 #include "storecare.h"
 #include "windowparts.h"
@@ -13,7 +16,6 @@
 #include <QAction>
 #include <QDebug>
 #include <QDir>
-#include <QLocale>
 
 #include <optional>
 
@@ -61,20 +63,21 @@ DeletionController::DeletionController(const WindowParts &parts, QWidget *window
     , m_library(parts.mainWindow)
     , m_edits(parts.edits)
     , m_selection(parts.selection)
+    , m_forms(parts.forms)
     , m_status(parts.status)
     , m_care(new StoreCare(this))
 {
     // The forms read their tables again without a question, so the host asks before a deletion begins.
-    m_library->deletions()->setGate([this] { return m_edits->mayDropEdits(); });
+    m_library->deletions()->setGate([this] { return mayBegin(); });
     // Answered before the signal's emission returns: one confirmed upload would refuse all later deletions.
     connect(m_library, &PatientManagerMainWindow::uploadFlag, m_library,
         [this] { m_library->onUpLoadFlag(m_isUploading && m_isUploading()); });
     connect(m_library->deletions(), &DeletionNotifier::ended, this, &DeletionController::showEnd);
     connect(m_care, &StoreCare::finished, this, &DeletionController::showCare);
+    connect(m_care, &StoreCare::failed, this, &DeletionController::showFailedCare);
     connect(m_selection, &SelectionStatus::changed, this, &DeletionController::nameSelection);
     nameSelection();
 }
-    connect(m_care, &StoreCare::failed, this, &DeletionController::showFailedCare);
 
 void DeletionController::begin(const QString &databasePath)
 {
@@ -89,6 +92,26 @@ bool DeletionController::isRunning() const
 void DeletionController::stop()
 {
     m_care->stop();
+}
+
+bool DeletionController::mayBegin()
+{
+    const RecordSelection taken = m_selection->forActions();
+    m_chosen = subjectOf(taken); // while it can be read
+    if (!isInSight(taken)
+        && kivMessageBoxForm::question(m_window, tr("Delete"),
+               tr("What is to be deleted is in a table that is not shown now: %1. Delete it?").arg(m_chosen),
+               kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
+            != kivMessageBoxForm::AnswerOk) {
+        return false;
+    }
+    return m_edits->mayDropEdits();
+}
+
+/// A click in the tree shows one table alone, while the selection of the others stands.
+bool DeletionController::isInSight(const RecordSelection &records) const
+{
+    return records.isEmpty() || m_forms[int(records.level)]->isVisibleTo(m_window);
 }
 
 void DeletionController::nameSelection()
@@ -113,8 +136,8 @@ void DeletionController::showEnd(const DeletionReport &report)
 {
     if (!report.error.isValid()) {
         m_status->setIdleText(report.removedFiles == 0
-                ? tr("Deleted; the files stay where they are")
-                : tr("Deleted with %n file(s)", nullptr, int(report.removedFiles)));
+                ? tr("Deleted: %1; the files stay where they are").arg(m_chosen)
+                : tr("Deleted: %1, with %Ln file(s)", nullptr, int(report.removedFiles)).arg(m_chosen));
     }
     showLeft(report.left);
 }
@@ -143,16 +166,16 @@ void DeletionController::showCare(const DeletionReport &deletions, const StoreSw
     }
     QStringList texts{finishedText(deletions)};
     if (!sweep.left.isEmpty()) {
-        texts += tr("%1 files of the store belong to no record and stay; the log names them")
-                     .arg(QLocale().toString(sweep.left.size()));
+        texts += tr("%Ln file(s) of the store belong to no record and stay; the log names them", nullptr,
+            sweep.left.size());
         if (sweep.kept != StoreKept::No) {
             qInfo().noquote() << keptText(sweep.kept);
         }
     }
     if (!sweep.removed.isEmpty()) {
-        texts +=
-            tr("%1 files of the store belonged to no record; they lie in %2 for 30 days")
-                .arg(QLocale().toString(sweep.removed.size()), QDir::toNativeSeparators(sweep.removedTo));
+        texts += tr("%Ln file(s) of the store belonged to no record; they lie in %1 for 30 days", nullptr,
+            sweep.removed.size())
+                     .arg(QDir::toNativeSeparators(sweep.removedTo));
         qInfo().noquote() << texts.constLast();
     }
     texts.removeAll(QString());
@@ -162,9 +185,6 @@ void DeletionController::showCare(const DeletionReport &deletions, const StoreSw
     showLeft(deletions.left);
 }
 
-/// Of what an earlier run had begun.
-QString DeletionController::finishedText(const DeletionReport &deletions) const
-{
 void DeletionController::showFailedCare(const ConnectionFailure &failure)
 {
     const QString text =
@@ -175,6 +195,9 @@ void DeletionController::showFailedCare(const ConnectionFailure &failure)
     m_status->setIdleText(text);
 }
 
+/// Of what an earlier run had begun.
+QString DeletionController::finishedText(const DeletionReport &deletions) const
+{
     if (deletions.error.isValid()) {
         const QString text =
             tr("An interrupted deletion could not be finished: %1 The next start tries again.")
@@ -183,6 +206,6 @@ void DeletionController::showFailedCare(const ConnectionFailure &failure)
         return text;
     }
     return deletions.removedFiles == 0 ? QString()
-                                       : tr("An interrupted deletion was finished; %1 files were removed")
-                                             .arg(QLocale().toString(deletions.removedFiles));
+                                       : tr("An interrupted deletion was finished; %Ln file(s) removed",
+                                           nullptr, int(deletions.removedFiles));
 }

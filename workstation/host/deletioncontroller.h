@@ -12,12 +12,14 @@ class DeletionLeftovers;
 class EditController;
 class PatientManagerMainWindow;
 class QWidget;
+class RecordForm;
 class SelectionStatus;
 class StatusPanel;
 class StoreCare;
 struct ConnectionFailure;
 struct DeletionReport;
 struct StoreSweep;
+struct RecordSelection;
 struct WindowParts;
 
 /**
@@ -42,6 +44,8 @@ public:
     void setUploadCheck(std::function<bool()> isUploading) { m_isUploading = std::move(isUploading); }
 
 private:
+    bool mayBegin();
+    bool isInSight(const RecordSelection &records) const;
     void nameSelection();
     void tell(const char *actionName, const QString &text) const;
     void showEnd(const DeletionReport &report);
@@ -54,8 +58,10 @@ private:
     PatientManagerMainWindow *const m_library;
     EditController *const m_edits;
     SelectionStatus *const m_selection;
+    const QVector<RecordForm *> m_forms; ///< by level
     StatusPanel *const m_status;
     StoreCare *const m_care;
     QPointer<DeletionLeftovers> m_leftovers;
+    QString m_chosen; ///< what a deletion was asked for, and whose it is
     std::function<bool()> m_isUploading;
 };

@@ -87,7 +87,7 @@ QString ReceiveController::statusText(const ReceiveStatus &status) const
     }
     const QLocale locale;
     if (status.stuck) {
-        return tr("%1 received images wait for the index").arg(locale.toString(status.waiting));
+        return tr("%Ln received image(s) wait for the index", nullptr, int(status.waiting));
     }
     if (status.isBusy()) {
         return tr("Receiving… %1").arg(locale.toString(status.counts.received));

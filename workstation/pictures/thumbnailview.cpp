@@ -86,7 +86,7 @@ void ThumbnailView::onListed(const SeriesEntries &series)
         m_list->setCurrentIndex(m_model->index(row));
     }
     m_note->setText(series.more > 0 ? tr("… and %n more series", nullptr, series.more)
-                                    : tr("The selection has no series."));
+                                    : tr("There are no images to show. Select a patient, study or series."));
     m_note->setVisible(series.more > 0 || series.entries.isEmpty());
 }
 

@@ -1,16 +1,16 @@
 #include "deletionleftovers.h"
 
+#include "systemtext.h"
+
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QPushButton>
 #include <QSqlDatabase>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <cerrno>
-#include <cstring>
 
 namespace {
 
@@ -30,7 +30,7 @@ QString reasonText(int systemError)
     case EBUSY:
         return DeletionLeftovers::tr("Another program uses it.");
     default:
-        return QString::fromLocal8Bit(std::strerror(systemError));
+        return systemText(systemError);
     }
 }
 
@@ -59,7 +59,7 @@ void DeletionLeftovers::build()
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);
-    m_table->setTextElideMode(Qt::ElideMiddle);
+    m_table->setTextElideMode(Qt::ElideMiddle); // of paths; the reasons have their room
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(FileColumn, QHeaderView::Stretch);
     m_again->setToolTip(tr("Try to remove these files once more"));
@@ -92,11 +92,11 @@ void DeletionLeftovers::tryAgain()
 void DeletionLeftovers::fill()
 {
     const bool none = m_files.isEmpty();
-    m_text->setText(none ? tr("All of these files have been removed, or belong to records again.")
-                         : tr("The records are deleted, but %1 of their files are still on the disk. Remove "
-                              "what locks them "
-                              "and try again.")
-                               .arg(QLocale().toString(m_files.size())));
+    m_text->setText(none
+            ? tr("All of these files have been removed, or belong to records again.")
+            : tr("The records are deleted, but %Ln of their file(s) are still on the disk. Remove what "
+                 "locks them and try again.",
+                nullptr, m_files.size()));
     m_table->setRowCount(m_files.size());
     for (int row = 0; row < m_files.size(); ++row) {
         const FileLeft &file = m_files.at(row);
