@@ -1,6 +1,7 @@
 #include "patienttreeview.h"
 
 #include "captionheader.h"
+#include "emptytext.h"
 #include "qpatienttreeitem.h"
 #include "qpatienttreemodel.h"
 #include "recorddelegate.h"
@@ -15,7 +16,30 @@ namespace {
 
 constexpr int widestCharacters = 40; ///< of a column that nobody has dragged
 constexpr int summaryMargin = 4;
-constexpr int emptyMargin = 24;
+constexpr char patientNameColumn[] = "0.PatientName";
+
+/// A patient whose files name nobody is a row to be seen and clicked, too.
+class PatientNameDelegate : public RecordDelegate
+{
+public:
+    explicit PatientNameDelegate(const PatientTreeView *view, QObject *parent)
+        : RecordDelegate(ColumnKind::PersonName, parent)
+        , m_view(view)
+    { }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        RecordDelegate::initStyleOption(option, index);
+        const QPatientTreeItem *record = m_view->item(index);
+        if (record && record->getPatient()) {
+            option->text = m_view->shownText(index);
+        }
+    }
+
+private:
+    const PatientTreeView *const m_view;
+};
 
 } // namespace
 
@@ -23,6 +47,7 @@ PatientTreeView::PatientTreeView(QWidget *parent)
     : QTreeView(parent)
     , m_captions(
           new CaptionHeader([this](int column) { return m_widths.width(m_columnNames.value(column)); }, this))
+    , m_patientNames(new PatientNameDelegate(this, this))
 {
     m_widths.load(QStringLiteral("patienttree"));
     connect(m_captions, &CaptionHeader::widthChosen, this,
@@ -60,14 +85,21 @@ void PatientTreeView::nameColumns()
 void PatientTreeView::installDelegates()
 {
     for (int column = 0; column < m_tree->columnCount(); ++column) {
-        const QString name = m_tree->headerData(column, Qt::Horizontal).toString();
-        const ColumnKind kind = columnKind(name, false);
-        RecordDelegate *&delegate = m_delegates[std::size_t(kind)];
-        if (!delegate) {
-            delegate = new RecordDelegate(kind, this);
-        }
-        setItemDelegateForColumn(column, delegate);
+        setItemDelegateForColumn(column, delegateOf(column));
     }
+}
+
+RecordDelegate *PatientTreeView::delegateOf(int column)
+{
+    if (m_columnNames.at(column) == QLatin1String(patientNameColumn)) {
+        return m_patientNames;
+    }
+    const ColumnKind kind = columnKind(m_tree->headerData(column, Qt::Horizontal).toString(), false);
+    RecordDelegate *&delegate = m_delegates[std::size_t(kind)];
+    if (!delegate) {
+        delegate = new RecordDelegate(kind, this);
+    }
+    return delegate;
 }
 
 QPatientTreeItem *PatientTreeView::item(const QModelIndex &index) const
@@ -99,9 +131,12 @@ QString PatientTreeView::shownText(const QModelIndex &index) const
         return {};
     }
     const auto *delegate = qobject_cast<const QStyledItemDelegate *>(itemDelegate(index));
-    return index.column() < m_patientColumns && !record->getPatient()
-        ? recordSummary(*record)
-        : delegate->displayText(index.data(), locale());
+    if (index.column() < m_patientColumns && !record->getPatient()) {
+        return recordSummary(*record);
+    }
+    const QString text = delegate->displayText(index.data(), locale());
+    const bool isName = m_columnNames.value(index.column()) == QLatin1String(patientNameColumn);
+    return text.isEmpty() && isName ? tr("(no name)") : text;
 }
 
 int PatientTreeView::sizeHintForColumn(int column) const
@@ -121,13 +156,7 @@ void PatientTreeView::setEmptyText(const QString &text)
 void PatientTreeView::paintEvent(QPaintEvent *event)
 {
     QTreeView::paintEvent(event);
-    if (m_tree && m_tree->rowCount() == 0) {
-        QPainter painter(viewport());
-        style()->drawItemText(&painter,
-            viewport()->rect().adjusted(emptyMargin, emptyMargin, -emptyMargin, 0),
-            Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, palette(), isEnabled(), m_emptyText,
-            QPalette::Text);
-    }
+    paintEmptyText(this, m_tree ? m_emptyText : QString());
 }
 
 /// The columns of the patients from the first one on, as far as nothing else was moved between them, within

@@ -68,6 +68,7 @@ protected:
 
 private:
     void nameColumns();
+    RecordDelegate *delegateOf(int column);
     void installDelegates();
     static int patientRow(QModelIndex row);
     bool hasManyBranches(int first, int last) const;
@@ -80,6 +81,7 @@ private:
     QStringList m_columnNames;
     CaptionHeader *m_captions;
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
+    RecordDelegate *m_patientNames;
     QPatientTreeModel *m_tree = nullptr;
     int m_patientColumns = 0;
     QString m_emptyText;
