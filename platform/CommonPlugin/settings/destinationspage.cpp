@@ -30,7 +30,10 @@ void DestinationsPage::build()
     columns->addLayout(buildFields(), 2);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(columns);
-    addHint(layout, tr("Imported and sent images go to all of them. Takes effect at the next transfer."));
+    addHint(layout,
+        tr("What Import Folder brings in is sent on to all of them; Send and Query/Retrieve let you choose. "
+           "Takes "
+           "effect at the next transfer."));
 }
 
 QLayout *DestinationsPage::buildList()
