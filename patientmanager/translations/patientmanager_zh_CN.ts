@@ -744,6 +744,13 @@ The next start finishes it.</source>
     </message>
 </context>
 <context>
+    <name>PatientTreeView</name>
+    <message>
+        <source>(no name)</source>
+        <translation>（无姓名）</translation>
+    </message>
+</context>
+<context>
     <name>RecordForm</name>
     <message>
         <source>Cached Table</source>

@@ -24,21 +24,46 @@
             <numerusform>%n skipped: not DICOM files</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n destination(s) cannot be reached now</source>
+        <translation>
+            <numerusform>%n destination cannot be reached now</numerusform>
+            <numerusform>%n destinations cannot be reached now</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>TransferText</name>
+    <message numerus="yes">
+        <source>%1 and %Ln more</source>
+        <comment>names of patients</comment>
+        <translation>
+            <numerusform>%1 and %Ln more</numerusform>
+            <numerusform>%1 and %Ln more</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln image(s) sent</source>
+        <translation>
+            <numerusform>%1 of %Ln image sent</numerusform>
+            <numerusform>%1 of %Ln images sent</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>dicomSend</name>
     <message numerus="yes">
-        <source>%n patient(s)</source>
+        <source>%Ln patient(s)</source>
         <translation>
-            <numerusform>%n patient</numerusform>
-            <numerusform>%n patients</numerusform>
+            <numerusform>%Ln patient</numerusform>
+            <numerusform>%Ln patients</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n file(s)</source>
+        <source>%Ln file(s)</source>
         <translation>
-            <numerusform>%n file</numerusform>
-            <numerusform>%n files</numerusform>
+            <numerusform>%Ln file</numerusform>
+            <numerusform>%Ln files</numerusform>
         </translation>
     </message>
 </context>

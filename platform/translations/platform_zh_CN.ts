@@ -289,10 +289,6 @@
         <translation>DICOM 目标节点</translation>
     </message>
     <message>
-        <source>Imported and sent images go to all of them. Takes effect at the next transfer.</source>
-        <translation>导入和发送的图像会传到所有目标节点。下次传输时生效。</translation>
-    </message>
-    <message>
         <source>Destinations</source>
         <translation>目标节点</translation>
     </message>
@@ -339,6 +335,10 @@
     <message>
         <source>Asking…</source>
         <translation>正在询问…</translation>
+    </message>
+    <message>
+        <source>What Import Folder brings in is sent on to all of them; Send and Query/Retrieve let you choose. Takes effect at the next transfer.</source>
+        <translation>“导入文件夹”导入的内容会转发到全部目标节点；“发送”和“查询/获取”可自行选择。下次传输时生效。</translation>
     </message>
 </context>
 <context>
@@ -529,11 +529,6 @@
 </context>
 <context>
     <name>ImportReportText</name>
-    <message>
-        <source>%1: %2</source>
-        <comment>what happened: in the system&apos;s words</comment>
-        <translation>%1: %2</translation>
-    </message>
     <message>
         <source>Hidden</source>
         <translation>隐藏文件</translation>
@@ -955,24 +950,12 @@
         <translation>任意发送方</translation>
     </message>
     <message>
-        <source>Our AE &amp;title:</source>
-        <translation>本机 AE 标题(&amp;T):</translation>
-    </message>
-    <message>
         <source>Reac&amp;hable from:</source>
         <translation>可访问范围(&amp;H):</translation>
     </message>
     <message>
         <source>&amp;Port:</source>
         <translation>端口(&amp;P):</translation>
-    </message>
-    <message>
-        <source>&amp;Senders:</source>
-        <translation>发送方(&amp;S):</translation>
-    </message>
-    <message>
-        <source>Senders are AE titles, parted by commas. Received images are kept in the store beside the index. Takes effect at once; our AE title is also the one that we send under.</source>
-        <translation>发送方为 AE 标题，以逗号分隔。接收的图像保存在索引旁的存储区。立即生效；本机发送时也使用此 AE 标题。</translation>
     </message>
     <message>
         <source>this computer only</source>
@@ -983,10 +966,6 @@
         <translation>整个网络</translation>
     </message>
     <message>
-        <source>Our AE title must be 1 to 16 characters of plain ASCII without backslash.</source>
-        <translation>本机 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
-    </message>
-    <message>
         <source>%1 is no numeric address.</source>
         <translation>%1 不是数字形式的地址。</translation>
     </message>
@@ -995,12 +974,28 @@
         <translation>端口必须在 1 到 65535 之间。</translation>
     </message>
     <message>
-        <source>Each sender must be an AE title of 1 to 16 characters of plain ASCII without backslash.</source>
-        <translation>每个发送方必须是 1 到 16 个不含反斜杠的 ASCII 字符的 AE 标题。</translation>
+        <source>Also take objects of pri&amp;vate kinds, which only some programs can show</source>
+        <translation>也接收私有类型的对象（仅部分程序能显示）(&amp;V)</translation>
     </message>
     <message>
-        <source>Take objects of pri&amp;vate classes too</source>
-        <translation>也接收私有类的对象(&amp;V)</translation>
+        <source>AE &amp;title of this workstation:</source>
+        <translation>本工作站的 AE 标题(&amp;T):</translation>
+    </message>
+    <message>
+        <source>A&amp;ccept only from:</source>
+        <translation>仅接受来自(&amp;C):</translation>
+    </message>
+    <message>
+        <source>Sending, searching and retrieving use the same AE title. Name those who may send by their AE titles, parted by commas; with none named, everybody may. What is received is kept in the store beside the index. Takes effect at once.</source>
+        <translation>发送、查询和获取也使用此 AE 标题。请以 AE 标题列出允许的发送方，用逗号分隔；未列出则任何发送方均可。接收的图像保存在索引旁的存储区。立即生效。</translation>
+    </message>
+    <message>
+        <source>The AE title of this workstation must be 1 to 16 characters of plain ASCII without backslash.</source>
+        <translation>本工作站的 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
+    </message>
+    <message>
+        <source>Each of those who may send must be an AE title of 1 to 16 characters of plain ASCII without backslash.</source>
+        <translation>每个允许的发送方必须是 1 到 16 个不含反斜杠的 ASCII 字符的 AE 标题。</translation>
     </message>
 </context>
 <context>
@@ -1079,6 +1074,16 @@
     <message>
         <source>N&amp;ot taken: %1</source>
         <translation>未被接收(&amp;O): %1</translation>
+    </message>
+    <message>
+        <source>Patient</source>
+        <translation>患者</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n destination(s) cannot be reached now</source>
+        <translation>
+            <numerusform>%n 个目标节点目前无法连接</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1222,7 +1227,7 @@
     <message>
         <source>%1: %2</source>
         <comment>what happened: in the system&apos;s words</comment>
-        <translation>%1: %2</translation>
+        <translation>%1：%2</translation>
     </message>
     <message>
         <source>%1 (%2)</source>
@@ -1278,10 +1283,6 @@
         <translation>%1 的端口必须在 1 到 65535 之间。</translation>
     </message>
     <message>
-        <source>%1 of %2 images sent</source>
-        <translation>已发送 %1 / %2 幅图像</translation>
-    </message>
-    <message>
         <source>%1, %2 failed</source>
         <translation>%1，%2 幅失败</translation>
     </message>
@@ -1292,6 +1293,29 @@
     <message>
         <source>%1 images/s, %2 left</source>
         <translation>%1 幅/秒，剩余 %2</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>name of a destination (its AE title)</comment>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between names</comment>
+        <translation>、</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 and %Ln more</source>
+        <comment>names of patients</comment>
+        <translation>
+            <numerusform>%1 等，另有 %Ln 人</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln image(s) sent</source>
+        <translation>
+            <numerusform>已发送 %1 / %Ln 幅图像</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1344,18 +1368,6 @@
         <source>(no name)</source>
         <translation>(无姓名)</translation>
     </message>
-    <message numerus="yes">
-        <source>%n patient(s)</source>
-        <translation>
-            <numerusform>%n 位患者</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s)</source>
-        <translation>
-            <numerusform>%n 个文件</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Nothing that has images is selected.</source>
         <translation>所选内容没有图像。</translation>
@@ -1371,6 +1383,23 @@
     <message>
         <source>These images are on their way. Choose others, or another destination, to send more.</source>
         <translation>这些图像已在发送中。如需继续发送，请选择其他图像或其他目标节点。</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <comment>patients, files</comment>
+        <translation>%1，%2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln patient(s)</source>
+        <translation>
+            <numerusform>%Ln 位患者</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s)</source>
+        <translation>
+            <numerusform>%Ln 个文件</numerusform>
+        </translation>
     </message>
 </context>
 <context>

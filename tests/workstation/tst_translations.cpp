@@ -102,7 +102,7 @@ private slots:
 
     void whatIsTranslatedKeepsItsPlaces()
     {
-        const QString places = QStringLiteral("%n|%L?\\d|\\{\\w+\\}");
+        const QString places = QStringLiteral("%L?n|%L?\\d|\\{\\w+\\}");
         for (const QString &floor : floors) {
             for (const char *language : {"zh_CN", "en"}) {
                 for (const Text &text : textsOf(fileOf(floor, QLatin1String(language)))) {

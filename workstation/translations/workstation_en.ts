@@ -24,14 +24,73 @@
             <numerusform>%n answers could not be read.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n study(ies) or series asked for.</source>
+        <translation>
+            <numerusform>%n study or series asked for.</numerusform>
+            <numerusform>%n studies or series asked for.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln image(s)</source>
+        <translation>
+            <numerusform>%1 of %Ln image</numerusform>
+            <numerusform>%1 of %Ln images</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s) of it were in the index already</source>
+        <translation>
+            <numerusform>%n image of it was in the index already</numerusform>
+            <numerusform>%n images of it were in the index already</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The index has images of %n of them already; what is the same stays as it is.</source>
+        <translation>
+            <numerusform>The index has images of %n of them already; what is the same stays as it is.</numerusform>
+            <numerusform>The index has images of %n of them already; what is the same stays as it is.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionController</name>
     <message numerus="yes">
-        <source>Deleted with %n file(s)</source>
+        <source>Deleted: %1, with %Ln file(s)</source>
         <translation>
-            <numerusform>Deleted with %n file</numerusform>
-            <numerusform>Deleted with %n files</numerusform>
+            <numerusform>Deleted: %1, with %Ln file</numerusform>
+            <numerusform>Deleted: %1, with %Ln files</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) of the store belong to no record and stay; the log names them</source>
+        <translation>
+            <numerusform>%Ln file of the store belongs to no record and stays; the log names it</numerusform>
+            <numerusform>%Ln files of the store belong to no record and stay; the log names them</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) of the store belonged to no record; they lie in %1 for 30 days</source>
+        <translation>
+            <numerusform>%Ln file of the store belonged to no record; it lies in %1 for 30 days</numerusform>
+            <numerusform>%Ln files of the store belonged to no record; they lie in %1 for 30 days</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>An interrupted deletion was finished; %Ln file(s) removed</source>
+        <translation>
+            <numerusform>An interrupted deletion was finished; %Ln file was removed</numerusform>
+            <numerusform>An interrupted deletion was finished; %Ln files were removed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>DeletionLeftovers</name>
+    <message numerus="yes">
+        <source>The records are deleted, but %Ln of their file(s) are still on the disk. Remove what locks them and try again.</source>
+        <translation>
+            <numerusform>The records are deleted, but %Ln of their files is still on the disk. Remove what locks it and try again.</numerusform>
+            <numerusform>The records are deleted, but %Ln of their files are still on the disk. Remove what locks them and try again.</numerusform>
         </translation>
     </message>
 </context>
@@ -44,6 +103,13 @@
             <numerusform>, %n waiting</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>Export: %1 of %Ln file(s)</source>
+        <translation>
+            <numerusform>Export: %1 of %Ln file</numerusform>
+            <numerusform>Export: %1 of %Ln files</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ExportProgressDialog</name>
@@ -54,33 +120,40 @@
             <numerusform>and %n more</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%1 of %Ln file(s), %2 of %3, %4/s</source>
+        <translation>
+            <numerusform>%1 of %Ln file, %2 of %3, %4/s</numerusform>
+            <numerusform>%1 of %Ln files, %2 of %3, %4/s</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ExportText</name>
     <message numerus="yes">
-        <source>Not everything went well: %n file(s).</source>
+        <source>%Ln folder(s) were made there: %1.</source>
         <translation>
-            <numerusform>Not everything went well: %n file.</numerusform>
-            <numerusform>Not everything went well: %n files.</numerusform>
+            <numerusform>%Ln folder was made there: %1.</numerusform>
+            <numerusform>%Ln folders were made there: %1.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n file(s), %1</source>
+        <source>Not everything went well: %Ln file(s).</source>
         <translation>
-            <numerusform>%n file, %1</numerusform>
-            <numerusform>%n files, %1</numerusform>
+            <numerusform>Not everything went well: %Ln file.</numerusform>
+            <numerusform>Not everything went well: %Ln files.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s), %1</source>
+        <translation>
+            <numerusform>%Ln file, %1</numerusform>
+            <numerusform>%Ln files, %1</numerusform>
         </translation>
     </message>
 </context>
 <context>
     <name>JobText</name>
-    <message numerus="yes">
-        <source>%n file(s) skipped: not DICOM</source>
-        <translation>
-            <numerusform>%n file skipped: not DICOM</numerusform>
-            <numerusform>%n files skipped: not DICOM</numerusform>
-        </translation>
-    </message>
     <message numerus="yes">
         <source>%n taken with a warning</source>
         <translation>
@@ -93,6 +166,40 @@
         <translation>
             <numerusform>%n file still to be looked at</numerusform>
             <numerusform>%n files still to be looked at</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) skipped: not DICOM</source>
+        <translation>
+            <numerusform>%Ln file skipped: not DICOM</numerusform>
+            <numerusform>%Ln files skipped: not DICOM</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>LogCopyBar</name>
+    <message numerus="yes">
+        <source>Copying %Ln object(s)…</source>
+        <translation>
+            <numerusform>Copying %Ln object…</numerusform>
+            <numerusform>Copying %Ln objects…</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln object(s) copied</source>
+        <translation>
+            <numerusform>%Ln object copied</numerusform>
+            <numerusform>%Ln objects copied</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ReceiveController</name>
+    <message numerus="yes">
+        <source>%Ln received image(s) wait for the index</source>
+        <translation>
+            <numerusform>%Ln received image waits for the index</numerusform>
+            <numerusform>%Ln received images wait for the index</numerusform>
         </translation>
     </message>
 </context>
@@ -119,10 +226,20 @@
 <context>
     <name>TransferController</name>
     <message numerus="yes">
-        <source>%n image(s) could not be sent</source>
+        <source>%Ln image(s) could not be sent</source>
         <translation>
-            <numerusform>%n image could not be sent</numerusform>
-            <numerusform>%n images could not be sent</numerusform>
+            <numerusform>%Ln image could not be sent</numerusform>
+            <numerusform>%Ln images could not be sent</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>WorkstationWindow</name>
+    <message numerus="yes">
+        <source>Imported %1 of %Ln file(s); %2 were there already, %3 were not taken</source>
+        <translation>
+            <numerusform>Imported %1 of %Ln file; %2 were there already, %3 were not taken</numerusform>
+            <numerusform>Imported %1 of %Ln files; %2 were there already, %3 were not taken</numerusform>
         </translation>
     </message>
 </context>

@@ -147,14 +147,6 @@
         <translation>患者、检查、序列</translation>
     </message>
     <message>
-        <source>ID, accession number</source>
-        <translation>编号、检查号</translation>
-    </message>
-    <message>
-        <source>Date</source>
-        <translation>日期</translation>
-    </message>
-    <message>
         <source>Modality</source>
         <translation>设备类型</translation>
     </message>
@@ -172,7 +164,7 @@
     </message>
     <message>
         <source>(no name)</source>
-        <translation>(无姓名)</translation>
+        <translation>（无姓名）</translation>
     </message>
     <message>
         <source>Birth date</source>
@@ -180,7 +172,7 @@
     </message>
     <message>
         <source>(no description)</source>
-        <translation>(无描述)</translation>
+        <translation>（无描述）</translation>
     </message>
     <message>
         <source>No series</source>
@@ -189,6 +181,14 @@
     <message>
         <source>Asking the archive…</source>
         <translation>正在询问归档服务器…</translation>
+    </message>
+    <message>
+        <source>Examined on</source>
+        <translation>检查日期</translation>
+    </message>
+    <message>
+        <source>ID, accession no.</source>
+        <translation>编号、检查号</translation>
     </message>
 </context>
 <context>
@@ -327,6 +327,17 @@
     </message>
 </context>
 <context>
+    <name>ArchiveResults</name>
+    <message>
+        <source>Found in the archive</source>
+        <translation>归档服务器中找到的内容</translation>
+    </message>
+    <message>
+        <source>Enter retrieves what is chosen</source>
+        <translation>按回车键获取所选内容</translation>
+    </message>
+</context>
+<context>
     <name>ArchiveText</name>
     <message>
         <source>The archive does not know this workstation as a destination</source>
@@ -352,23 +363,11 @@
         <source>The archive has refused or failed</source>
         <translation>归档服务器已拒绝或发生故障</translation>
     </message>
-    <message>
-        <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
-    </message>
-    <message>
-        <source>%1: %2</source>
-        <translation>%1: %2</translation>
-    </message>
     <message numerus="yes">
         <source>%n image(s) not sent or not taken</source>
         <translation>
             <numerusform>%n 幅图像未发送或未被接收</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>%1: %2, …</source>
-        <translation>%1: %2, …</translation>
     </message>
     <message>
         <source>The search was stopped</source>
@@ -383,18 +382,6 @@
         <translation>
             <numerusform>找到 %n 个检查。</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>%1. %2</source>
-        <translation>%1。%2</translation>
-    </message>
-    <message>
-        <source>%1 There may be more: the archive was stopped there. Ask for less.</source>
-        <translation>%1可能还有更多: 结果过多，查询在此停止。请缩小查询范围。</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <translation>%1%2</translation>
     </message>
     <message numerus="yes">
         <source>%n answer(s) could not be read.</source>
@@ -423,10 +410,6 @@
         <translation>失败</translation>
     </message>
     <message>
-        <source>%1 of %2 images</source>
-        <translation>%1 / %2 幅图像</translation>
-    </message>
-    <message>
         <source>The archive can only send the images to this workstation: switch receiving on in the settings, and tell the archive of it</source>
         <translation>归档服务器只能将图像发送到本工作站: 请在设置中开启接收，并在归档服务器上登记本工作站</translation>
     </message>
@@ -445,6 +428,96 @@
     <message>
         <source>This destination cannot be searched; choose an archive that can</source>
         <translation>此目标不支持查询，请选择可以查询的归档服务器</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>what happened: the details</comment>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <comment>between the parts of a list</comment>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source>%1.</source>
+        <comment>a sentence and its stop</comment>
+        <translation>%1。</translation>
+    </message>
+    <message>
+        <source>%1. %2</source>
+        <comment>two sentences</comment>
+        <translation>%1。%2</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>two sentences with their stops</comment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>Series …%1</source>
+        <comment>the end of an identifier</comment>
+        <translation>序列 …%1</translation>
+    </message>
+    <message>
+        <source>Series %1</source>
+        <comment>its number</comment>
+        <translation>序列 %1</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>meaning of a status (its hexadecimal number)</comment>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>There may be more: the archive was stopped there. Ask for less.</source>
+        <translation>可能还有更多：归档服务器的应答在此处被截止。请缩小查询范围。</translation>
+    </message>
+    <message>
+        <source>No. %1</source>
+        <comment>accession number</comment>
+        <translation>检查号 %1</translation>
+    </message>
+    <message>
+        <source>whole study</source>
+        <translation>整个检查</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n study(ies) or series asked for.</source>
+        <translation>
+            <numerusform>已请求 %n 项检查或序列。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln image(s)</source>
+        <translation>
+            <numerusform>%1 / %Ln 幅图像</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>All of it was in the index already</source>
+        <translation>全部原已在索引中</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n image(s) of it were in the index already</source>
+        <translation>
+            <numerusform>其中 %n 幅图像原已在索引中</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>; </source>
+        <comment>between two remarks</comment>
+        <translation>；</translation>
+    </message>
+    <message>
+        <source>The index has images of all of it already; what is the same stays as it is.</source>
+        <translation>索引中已有全部所选项的图像；相同的图像保持不变。</translation>
+    </message>
+    <message numerus="yes">
+        <source>The index has images of %n of them already; what is the same stays as it is.</source>
+        <translation>
+            <numerusform>索引中已有其中 %n 项的图像；相同的图像保持不变。</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -517,10 +590,6 @@
         <translation>保留在存储区，但没有对应的记录: %1</translation>
     </message>
     <message>
-        <source>%1 files of the store belong to no record and stay; the log names them</source>
-        <translation>存储区中有 %1 个文件不属于任何记录，已保留；日志中列有其名称</translation>
-    </message>
-    <message>
         <source>Nothing says that this store belongs to this index.</source>
         <translation>没有标记表明此存储区属于此索引。</translation>
     </message>
@@ -549,26 +618,48 @@
         <translation>已移出存储区，因为没有对应的记录: %1</translation>
     </message>
     <message>
-        <source>%1 files of the store belonged to no record; they lie in %2 for 30 days</source>
-        <translation>存储区中有 %1 个文件不属于任何记录；将在 %2 中保留 30 天</translation>
-    </message>
-    <message>
         <source>An interrupted deletion could not be finished: %1 The next start tries again.</source>
         <translation>中断的删除未能完成: %1 下次启动时会再次尝试。</translation>
     </message>
     <message>
-        <source>An interrupted deletion was finished; %1 files were removed</source>
-        <translation>中断的删除已完成；移除了 %1 个文件</translation>
-    </message>
-    <message>
-        <source>Deleted; the files stay where they are</source>
-        <translation>已删除；文件保留在原处</translation>
+        <source>Deleted: %1; the files stay where they are</source>
+        <translation>已删除：%1；文件保留在原处</translation>
     </message>
     <message numerus="yes">
-        <source>Deleted with %n file(s)</source>
+        <source>Deleted: %1, with %Ln file(s)</source>
         <translation>
-            <numerusform>已删除，连同 %n 个文件</numerusform>
+            <numerusform>已删除：%1，含 %Ln 个文件</numerusform>
         </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) of the store belong to no record and stay; the log names them</source>
+        <translation>
+            <numerusform>存储区中有 %Ln 个文件不属于任何记录，予以保留；日志中列出其名称</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) of the store belonged to no record; they lie in %1 for 30 days</source>
+        <translation>
+            <numerusform>存储区中有 %Ln 个文件不属于任何记录；它们将在 %1 中保留 30 天</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Interrupted deletions were not finished and the store was not looked through: %1. The next start tries again.</source>
+        <translation>中断的删除未能完成，存储区未检查：%1。下次启动时重试。</translation>
+    </message>
+    <message numerus="yes">
+        <source>An interrupted deletion was finished; %Ln file(s) removed</source>
+        <translation>
+            <numerusform>已完成中断的删除；移除了 %Ln 个文件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>What is to be deleted is in a table that is not shown now: %1. Delete it?</source>
+        <translation>要删除的内容位于当前未显示的表格中：%1。确定删除吗？</translation>
     </message>
 </context>
 <context>
@@ -630,12 +721,14 @@
         <translation>关闭</translation>
     </message>
     <message>
-        <source>The records are deleted, but %1 of their files are still on the disk. Remove what locks them and try again.</source>
-        <translation>记录已删除，但其中 %1 个文件仍在磁盘上。请解除对它们的锁定后重试。</translation>
-    </message>
-    <message>
         <source>All of these files have been removed, or belong to records again.</source>
         <translation>这些文件已全部移除，或已重新属于某些记录。</translation>
+    </message>
+    <message numerus="yes">
+        <source>The records are deleted, but %Ln of their file(s) are still on the disk. Remove what locks them and try again.</source>
+        <translation>
+            <numerusform>记录已删除，但仍有 %Ln 个文件留在磁盘上。请解除锁定后重试。</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -668,21 +761,31 @@
         <translation>显示导出</translation>
     </message>
     <message>
-        <source>Exported %1</source>
-        <translation>已导出 %1</translation>
-    </message>
-    <message>
         <source>An export did not go well</source>
         <translation>有导出未全部成功</translation>
-    </message>
-    <message>
-        <source>Export: %1 of %2 files</source>
-        <translation>导出: %1 / %2 个文件</translation>
     </message>
     <message numerus="yes">
         <source>, %n waiting</source>
         <translation>
             <numerusform>，另有 %n 个等待中</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Export As</source>
+        <translation>导出为</translation>
+    </message>
+    <message>
+        <source>Nothing is selected. Select patients, studies, series or images first.</source>
+        <translation>没有选择任何内容。请先选择患者、检查、序列或图像。</translation>
+    </message>
+    <message>
+        <source>Exported %1 to %2</source>
+        <translation>已导出 %1 到 %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>Export: %1 of %Ln file(s)</source>
+        <translation>
+            <numerusform>导出：%1 / %Ln 个文件</numerusform>
         </translation>
     </message>
 </context>
@@ -800,24 +903,21 @@
         <source>Waiting for another export to end…</source>
         <translation>正在等待其他导出结束…</translation>
     </message>
-    <message>
-        <source>%1 of %2 files, %3 of %4, %5/s</source>
-        <translation>%1 / %2 个文件，%3 / %4，%5/秒</translation>
-    </message>
     <message numerus="yes">
         <source>and %n more</source>
         <translation>
             <numerusform>另有 %n 个</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%1 of %Ln file(s), %2 of %3, %4/s</source>
+        <translation>
+            <numerusform>%1 / %Ln 个文件，%2 / %3，%4/秒</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ExportText</name>
-    <message>
-        <source>%1: %2</source>
-        <comment>what happened: in the system&apos;s words</comment>
-        <translation>%1: %2</translation>
-    </message>
     <message>
         <source>the file is not there</source>
         <translation>文件不存在</translation>
@@ -847,28 +947,12 @@
         <translation>目标位置已有同名项</translation>
     </message>
     <message>
-        <source>Exported %1.</source>
-        <translation>已导出 %1。</translation>
-    </message>
-    <message numerus="yes">
-        <source>Not everything went well: %n file(s).</source>
-        <translation>
-            <numerusform>有 %n 个文件未成功。</numerusform>
-        </translation>
-    </message>
-    <message>
         <source>The disk is full. Nothing was left there.</source>
         <translation>磁盘已满。目标位置未留下任何内容。</translation>
     </message>
     <message>
         <source>There is not enough room: %1 are needed, %2 are free.</source>
         <translation>空间不足: 需要 %1，可用 %2。</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s), %1</source>
-        <translation>
-            <numerusform>%n 个文件，%1</numerusform>
-        </translation>
     </message>
     <message>
         <source>Folders with the &amp;names of patients, studies and series</source>
@@ -931,6 +1015,42 @@
         <source>Folders with n&amp;umbers, as Export makes them</source>
         <translation>以编号命名的文件夹(&amp;U)，与“导出”相同</translation>
     </message>
+    <message>
+        <source>, </source>
+        <comment>between names</comment>
+        <translation>、</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>two sentences with their stops</comment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>Exported %1 to %2.</source>
+        <translation>已导出 %1 到 %2。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln folder(s) were made there: %1.</source>
+        <translation>
+            <numerusform>在那里建立了 %Ln 个文件夹：%1。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>All of it was read back and is what was written.</source>
+        <translation>已全部回读，与写入的内容一致。</translation>
+    </message>
+    <message numerus="yes">
+        <source>Not everything went well: %Ln file(s).</source>
+        <translation>
+            <numerusform>%Ln 个文件有问题。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s), %1</source>
+        <translation>
+            <numerusform>%Ln 个文件，%1</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ImportCentre</name>
@@ -949,12 +1069,6 @@
 </context>
 <context>
     <name>JobText</name>
-    <message numerus="yes">
-        <source>%n file(s) skipped: not DICOM</source>
-        <translation>
-            <numerusform>已跳过 %n 个文件: 不是 DICOM 文件</numerusform>
-        </translation>
-    </message>
     <message numerus="yes">
         <source>%n taken with a warning</source>
         <translation>
@@ -995,9 +1109,30 @@
         <source>Failed</source>
         <translation>失败</translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln file(s) skipped: not DICOM</source>
+        <translation>
+            <numerusform>已跳过 %Ln 个文件：不是 DICOM</numerusform>
+        </translation>
+    </message>
     <message>
-        <source>%1. Next attempt at %2</source>
-        <translation>%1。将于 %2 重试</translation>
+        <source>; </source>
+        <comment>between two remarks</comment>
+        <translation>；</translation>
+    </message>
+    <message>
+        <source>Cancelled: %1 to %2, %3</source>
+        <comment>whose images, where to, how many</comment>
+        <translation>已取消：%1 → %2，%3</translation>
+    </message>
+    <message>
+        <source>%1 to %2: %3</source>
+        <comment>whose images, where to, how many</comment>
+        <translation>%1 → %2：%3</translation>
+    </message>
+    <message>
+        <source>%1. Next attempt at %2.</source>
+        <translation>%1。将于 %2 重试。</translation>
     </message>
 </context>
 <context>
@@ -1077,6 +1212,53 @@
 %3</source>
         <translation>“%1”的程序未能启动: %2
 %3</translation>
+    </message>
+</context>
+<context>
+    <name>LogCopyBar</name>
+    <message>
+        <source>Copy &amp;Log</source>
+        <translation>复制日志(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Stop Copyin&amp;g</source>
+        <translation>停止复制(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Copying: %1 of %2 objects</source>
+        <translation>正在复制：%1 / %2 个对象</translation>
+    </message>
+    <message>
+        <source>Put the selected objects, or all where none is selected, on the clipboard</source>
+        <translation>将所选对象复制到剪贴板；未选择时复制全部</translation>
+    </message>
+    <message>
+        <source>Leave the clipboard as it is</source>
+        <translation>保持剪贴板不变</translation>
+    </message>
+    <message>
+        <source>Nothing was copied</source>
+        <translation>未复制任何内容</translation>
+    </message>
+    <message>
+        <source>The log cannot be read at the moment; nothing was copied</source>
+        <translation>目前无法读取日志；未复制任何内容</translation>
+    </message>
+    <message>
+        <source>%1; no more are copied at once. Select the others to copy them, too</source>
+        <translation>%1；一次最多复制这么多。请选择其余对象另行复制</translation>
+    </message>
+    <message numerus="yes">
+        <source>Copying %Ln object(s)…</source>
+        <translation>
+            <numerusform>正在复制 %Ln 个对象…</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln object(s) copied</source>
+        <translation>
+            <numerusform>已复制 %Ln 个对象</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1401,15 +1583,7 @@
     </message>
 </context>
 <context>
-    <name>PreviewWindow</name>
-    <message>
-        <source>Preview (not for diagnosis)</source>
-        <translation>预览 (不可用于诊断)</translation>
-    </message>
-    <message>
-        <source>Preview</source>
-        <translation>预览</translation>
-    </message>
+    <name>PreviewFooter</name>
     <message>
         <source>Image</source>
         <translation>图像</translation>
@@ -1417,18 +1591,6 @@
     <message>
         <source>Goes to an image</source>
         <translation>转到某幅图像</translation>
-    </message>
-    <message>
-        <source>Picture</source>
-        <translation>图像</translation>
-    </message>
-    <message>
-        <source>Loading…</source>
-        <translation>正在加载…</translation>
-    </message>
-    <message>
-        <source>There is no image to show.</source>
-        <translation>没有可显示的图像。</translation>
     </message>
     <message>
         <source>Image %1 of %2</source>
@@ -1441,6 +1603,29 @@
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>PreviewWindow</name>
+    <message>
+        <source>Preview (not for diagnosis)</source>
+        <translation>预览 (不可用于诊断)</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>预览</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>图像</translation>
+    </message>
+    <message>
+        <source>Loading…</source>
+        <translation>正在加载…</translation>
+    </message>
+    <message>
+        <source>There is no image to show.</source>
+        <translation>没有可显示的图像。</translation>
     </message>
 </context>
 <context>
@@ -1516,14 +1701,6 @@
         <translation>清空条件</translation>
     </message>
     <message>
-        <source>Found in the archive</source>
-        <translation>归档服务器中找到的内容</translation>
-    </message>
-    <message>
-        <source>Enter retrieves what is chosen</source>
-        <translation>按回车键获取所选内容</translation>
-    </message>
-    <message>
         <source>Retrie&amp;ve</source>
         <translation>获取(&amp;V)</translation>
     </message>
@@ -1538,6 +1715,10 @@
     <message>
         <source>Asking %1…</source>
         <translation>正在询问 %1…</translation>
+    </message>
+    <message>
+        <source>What a search finds is listed here.</source>
+        <translation>查询到的内容将列在此处。</translation>
     </message>
 </context>
 <context>
@@ -1585,10 +1766,6 @@
     <message>
         <source>Cannot receive</source>
         <translation>无法接收</translation>
-    </message>
-    <message>
-        <source>%1 received images wait for the index</source>
-        <translation>%1 幅已接收的图像等待写入索引</translation>
     </message>
     <message>
         <source>Receiving… %1</source>
@@ -1642,6 +1819,12 @@
         <source>What comes cannot be kept beside the index: %1</source>
         <translation>收到的内容无法保存到索引旁: %1</translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln received image(s) wait for the index</source>
+        <translation>
+            <numerusform>%Ln 幅已接收的图像等待写入索引</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>RetrievalList</name>
@@ -1680,6 +1863,10 @@
     <message>
         <source>What is on its way from archives</source>
         <translation>正从归档服务器获取的内容</translation>
+    </message>
+    <message>
+        <source>Nothing has been retrieved since the program was started.</source>
+        <translation>程序启动后尚未获取任何内容。</translation>
     </message>
 </context>
 <context>
@@ -1826,12 +2013,24 @@
     </message>
 </context>
 <context>
-    <name>SendJobModel</name>
+    <name>SelectionSubject</name>
     <message>
-        <source>%1 (%2:%3)</source>
-        <comment>AE title (host:port)</comment>
-        <translation>%1 (%2:%3)</translation>
+        <source>(no name)</source>
+        <translation>（无姓名）</translation>
     </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>some patients (their names)</comment>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>some records of patients</comment>
+        <translation>%2的%1</translation>
+    </message>
+</context>
+<context>
+    <name>SendJobModel</name>
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
@@ -1839,10 +2038,6 @@
     <message>
         <source>Destination</source>
         <translation>目标节点</translation>
-    </message>
-    <message>
-        <source>What</source>
-        <translation>内容</translation>
     </message>
     <message>
         <source>Asked for</source>
@@ -1867,6 +2062,15 @@
     <message>
         <source>Finished with failures</source>
         <translation>已完成，但有失败</translation>
+    </message>
+    <message>
+        <source>%1, at %2:%3</source>
+        <comment>AE title, at host:port</comment>
+        <translation>%1，位于 %2:%3</translation>
+    </message>
+    <message>
+        <source>Whose images</source>
+        <translation>患者</translation>
     </message>
 </context>
 <context>
@@ -1963,8 +2167,8 @@
         </translation>
     </message>
     <message>
-        <source>The selection has no series.</source>
-        <translation>所选内容没有序列。</translation>
+        <source>There are no images to show. Select a patient, study or series.</source>
+        <translation>没有可显示的图像。请选择患者、检查或序列。</translation>
     </message>
 </context>
 <context>
@@ -1981,15 +2185,15 @@
         <source>Show the transfers</source>
         <translation>显示传输</translation>
     </message>
-    <message numerus="yes">
-        <source>%n image(s) could not be sent</source>
-        <translation>
-            <numerusform>%n 幅图像未能发送</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Sends are waiting</source>
         <translation>有发送任务等待中</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln image(s) could not be sent</source>
+        <translation>
+            <numerusform>%Ln 幅图像未能发送</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -2063,20 +2267,20 @@
         <translation>仅失败项(&amp;N)</translation>
     </message>
     <message>
-        <source>Copy &amp;Log</source>
-        <translation>复制日志(&amp;L)</translation>
-    </message>
-    <message>
-        <source>Put the selected objects, or all where none is selected, on the clipboard</source>
-        <translation>将所选对象复制到剪贴板；未选择时复制全部</translation>
-    </message>
-    <message>
         <source>The transfers cannot be kept on the disk: %1</source>
         <translation>传输无法保存到磁盘: %1</translation>
     </message>
     <message>
         <source>Send again what failed, and try at once a destination that did not answer</source>
         <translation>重新发送失败的内容，并立即重试未应答的目标节点</translation>
+    </message>
+    <message>
+        <source>Nothing is being sent, and nothing has been in the last week.</source>
+        <translation>目前没有发送任务，最近一周内也没有。</translation>
+    </message>
+    <message>
+        <source>The objects of the chosen transfer are listed here.</source>
+        <translation>所选传输任务的对象将列在此处。</translation>
     </message>
 </context>
 <context>
@@ -2152,10 +2356,6 @@ What can still be read is shown. Copy the file away, start with a new index and 
 仍可读取的内容会显示出来。请将该文件复制到别处，新建索引并重新导入图像；图像文件不受影响。</translation>
     </message>
     <message>
-        <source>Imported %1 of %2 files; %3 were there already, %4 were not taken</source>
-        <translation>已导入 %1 / %2 个文件；%3 个已存在，%4 个未采用</translation>
-    </message>
-    <message>
         <source>About</source>
         <translation>关于</translation>
     </message>
@@ -2192,6 +2392,12 @@ Built with Qt %2</source>
     <message>
         <source>All files (*);;ZIP archives (*.zip)</source>
         <translation>所有文件 (*);;ZIP 压缩包 (*.zip)</translation>
+    </message>
+    <message numerus="yes">
+        <source>Imported %1 of %Ln file(s); %2 were there already, %3 were not taken</source>
+        <translation>
+            <numerusform>已导入 %1 / %Ln 个文件；%2 个原已存在，%3 个未采用</numerusform>
+        </translation>
     </message>
 </context>
 </TS>
