@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>In the arguments stand for what is selected: {files} its files, one argument each; {fileList} a text file with a path a line; {studyUID}, {seriesUID}, {patientID}; and {index} for the index file. {workstation} is this program. An empty program means none. Takes effect at the next start of the application.</source>
-        <translation>参数中可用下列占位符表示所选内容: {files} 为其文件，每个文件一个参数；{fileList} 为每行一个路径的文本文件；{studyUID}、{seriesUID}、{patientID}；{index} 为索引文件。{workstation} 为本程序。程序留空表示未配置。下次启动该应用时生效。</translation>
+        <translation>参数中可用下列占位符表示所选内容：{files} 为其文件，每个文件一个参数；{fileList} 为每行一个路径的文本文件；{studyUID}、{seriesUID}、{patientID}；{index} 为索引文件。{workstation} 为本程序。程序留空表示未配置。下次启动该应用时生效。</translation>
     </message>
     <message>
         <source>Program</source>
@@ -119,7 +119,7 @@
     </message>
     <message>
         <source>Read at each deletion: takes effect at once.</source>
-        <translation>每次删除时读取: 立即生效。</translation>
+        <translation>每次删除时读取：立即生效。</translation>
     </message>
     <message>
         <source>Remove copied files only</source>
@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Takes effect with the next main window: at the next start, or after a change of language or index.</source>
-        <translation>在下一个主窗口生效: 下次启动时，或更换语言或索引之后。</translation>
+        <translation>在下一个主窗口生效：下次启动时，或更换语言或索引之后。</translation>
     </message>
 </context>
 <context>
@@ -209,7 +209,7 @@
     </message>
     <message>
         <source>This file cannot be written: %1</source>
-        <translation>无法写入此文件: %1</translation>
+        <translation>无法写入此文件：%1</translation>
     </message>
     <message>
         <source>There is no index %1. Make a new, empty one?</source>
@@ -377,7 +377,7 @@
     </message>
     <message>
         <source>The database reported an error: %1</source>
-        <translation>数据库报告错误: %1</translation>
+        <translation>数据库报告错误：%1</translation>
     </message>
 </context>
 <context>
@@ -418,19 +418,19 @@
     </message>
     <message>
         <source>Files:</source>
-        <translation>文件:</translation>
+        <translation>文件：</translation>
     </message>
     <message>
         <source>Rate:</source>
-        <translation>速度:</translation>
+        <translation>速度：</translation>
     </message>
     <message>
         <source>Elapsed:</source>
-        <translation>已用时间:</translation>
+        <translation>已用时间：</translation>
     </message>
     <message>
         <source>Time left:</source>
-        <translation>剩余时间:</translation>
+        <translation>剩余时间：</translation>
     </message>
     <message>
         <source>Waiting for other imports to end…</source>
@@ -655,7 +655,7 @@
     </message>
     <message>
         <source>Not indexed:</source>
-        <translation>未索引:</translation>
+        <translation>未索引：</translation>
     </message>
     <message>
         <source>The folder of the index %1 does not exist and cannot be made</source>
@@ -785,11 +785,11 @@
     <name>IndexFactsView</name>
     <message>
         <source>File:</source>
-        <translation>文件:</translation>
+        <translation>文件：</translation>
     </message>
     <message>
         <source>Size:</source>
-        <translation>大小:</translation>
+        <translation>大小：</translation>
     </message>
     <message>
         <source>Not uploaded</source>
@@ -886,7 +886,7 @@
     </message>
     <message>
         <source>%1, row %2: its record in %3 is missing</source>
-        <translation>%1 第 %2 行: 其在 %3 中的上级记录缺失</translation>
+        <translation>%1 第 %2 行：其在 %3 中的上级记录缺失</translation>
     </message>
     <message>
         <source>No damage was found.</source>
@@ -902,11 +902,11 @@
     </message>
     <message>
         <source>Compacted: %1 before, %2 now.</source>
-        <translation>压缩完成: 原为 %1，现为 %2。</translation>
+        <translation>压缩完成：原为 %1，现为 %2。</translation>
     </message>
     <message>
         <source>The backup is complete: %1.</source>
-        <translation>备份完成: %1。</translation>
+        <translation>备份完成：%1。</translation>
     </message>
     <message>
         <source>This needs %1 of free disk space in %2. Nothing was changed.</source>
@@ -1068,7 +1068,7 @@
     <message numerus="yes">
         <source>%n skipped: no DICOM file</source>
         <translation>
-            <numerusform>已跳过 %n 个: 不是 DICOM 文件</numerusform>
+            <numerusform>已跳过 %n 个：不是 DICOM 文件</numerusform>
         </translation>
     </message>
     <message>
@@ -1464,7 +1464,7 @@
     </message>
     <message>
         <source>These settings cannot be kept, since this file cannot be written: %1</source>
-        <translation>无法保存这些设置，因为此文件无法写入: %1</translation>
+        <translation>无法保存这些设置，因为此文件无法写入：%1</translation>
     </message>
 </context>
 </TS>

@@ -411,7 +411,7 @@
     </message>
     <message>
         <source>The archive can only send the images to this workstation: switch receiving on in the settings, and tell the archive of it</source>
-        <translation>归档服务器只能将图像发送到本工作站: 请在设置中开启接收，并在归档服务器上登记本工作站</translation>
+        <translation>归档服务器只能将图像发送到本工作站：请在设置中开启接收，并在归档服务器上登记本工作站</translation>
     </message>
     <message>
         <source>%1 of %2</source>
@@ -423,7 +423,7 @@
     </message>
     <message>
         <source>What comes cannot be kept beside the index: %1</source>
-        <translation>收到的内容无法保存到索引旁: %1</translation>
+        <translation>收到的内容无法保存到索引旁：%1</translation>
     </message>
     <message>
         <source>This destination cannot be searched; choose an archive that can</source>
@@ -587,7 +587,7 @@
     </message>
     <message>
         <source>Stays in the store, though no record names it: %1</source>
-        <translation>保留在存储区，但没有对应的记录: %1</translation>
+        <translation>保留在存储区，但没有对应的记录：%1</translation>
     </message>
     <message>
         <source>Nothing says that this store belongs to this index.</source>
@@ -603,11 +603,11 @@
     </message>
     <message>
         <source>The index is older than the store: import the store&apos;s files again to have records for all of them.</source>
-        <translation>索引比存储区旧: 请重新导入存储区的文件，使所有文件都有记录。</translation>
+        <translation>索引比存储区旧：请重新导入存储区的文件，使所有文件都有记录。</translation>
     </message>
     <message>
         <source>The index names copies in other places: its folder was renamed, or is reached by another name.</source>
-        <translation>索引所记录的副本位于其他位置: 其文件夹已改名，或经由其他名称访问。</translation>
+        <translation>索引所记录的副本位于其他位置：其文件夹已改名，或经由其他名称访问。</translation>
     </message>
     <message>
         <source>The index has no images of the store.</source>
@@ -615,11 +615,11 @@
     </message>
     <message>
         <source>Taken out of the store, as no record names it: %1</source>
-        <translation>已移出存储区，因为没有对应的记录: %1</translation>
+        <translation>已移出存储区，因为没有对应的记录：%1</translation>
     </message>
     <message>
         <source>An interrupted deletion could not be finished: %1 The next start tries again.</source>
-        <translation>中断的删除未能完成: %1 下次启动时会再次尝试。</translation>
+        <translation>中断的删除未能完成：%1 下次启动时会再次尝试。</translation>
     </message>
     <message>
         <source>Deleted: %1; the files stay where they are</source>
@@ -952,7 +952,7 @@
     </message>
     <message>
         <source>There is not enough room: %1 are needed, %2 are free.</source>
-        <translation>空间不足: 需要 %1，可用 %2。</translation>
+        <translation>空间不足：需要 %1，可用 %2。</translation>
     </message>
     <message>
         <source>Folders with the &amp;names of patients, studies and series</source>
@@ -1174,11 +1174,11 @@
     </message>
     <message>
         <source>Running: %1</source>
-        <translation>正在运行: %1</translation>
+        <translation>正在运行：%1</translation>
     </message>
     <message>
         <source>Running: %1 programs</source>
-        <translation>正在运行: %1 个程序</translation>
+        <translation>正在运行：%1 个程序</translation>
     </message>
     <message>
         <source>Programs that were started here; click to stop one.</source>
@@ -1210,7 +1210,7 @@
     <message>
         <source>The program for &quot;%1&quot; did not come up: %2
 %3</source>
-        <translation>“%1”的程序未能启动: %2
+        <translation>“%1”的程序未能启动：%2
 %3</translation>
     </message>
 </context>
@@ -1393,7 +1393,7 @@
     </message>
     <message>
         <source>The file cannot be opened: it is not there, or may not be read.</source>
-        <translation>无法打开文件: 文件不存在或没有读取权限。</translation>
+        <translation>无法打开文件：文件不存在或没有读取权限。</translation>
     </message>
     <message>
         <source>This is not a DICOM file.</source>
@@ -1401,7 +1401,7 @@
     </message>
     <message>
         <source>The file is damaged: its description cannot be read.</source>
-        <translation>文件已损坏: 无法读取其描述信息。</translation>
+        <translation>文件已损坏：无法读取其描述信息。</translation>
     </message>
     <message>
         <source>This object has no picture.</source>
@@ -1729,11 +1729,11 @@
     </message>
     <message>
         <source>%1 called us by another AE title: %2</source>
-        <translation>%1 呼叫的 AE 标题不是本机的: %2</translation>
+        <translation>%1 呼叫的 AE 标题不是本机的：%2</translation>
     </message>
     <message>
         <source>A sender was turned away: too many send at once.</source>
-        <translation>已拒绝一个发送方: 同时发送的过多。</translation>
+        <translation>已拒绝一个发送方：同时发送的过多。</translation>
     </message>
     <message>
         <source>The disk is full.</source>
@@ -1741,15 +1741,15 @@
     </message>
     <message>
         <source>An image could not be written: %1</source>
-        <translation>有图像无法写入: %1</translation>
+        <translation>有图像无法写入：%1</translation>
     </message>
     <message>
         <source>%1 sent an image under a wrong name: %2</source>
-        <translation>%1 发送的图像与其声明的标识不符: %2</translation>
+        <translation>%1 发送的图像与其声明的标识不符：%2</translation>
     </message>
     <message>
         <source>%1 sent what cannot be indexed: %2</source>
-        <translation>%1 发送了无法索引的内容: %2</translation>
+        <translation>%1 发送了无法索引的内容：%2</translation>
     </message>
     <message>
         <source>%1 broke off in the middle of an image.</source>
@@ -1757,11 +1757,11 @@
     </message>
     <message>
         <source>Other content came under a known identifier and was kept aside: %1</source>
-        <translation>收到已有标识符下的不同内容，已另行保存: %1</translation>
+        <translation>收到已有标识符下的不同内容，已另行保存：%1</translation>
     </message>
     <message>
         <source>Received images wait, since the index takes none: %1</source>
-        <translation>索引无法写入，已接收的图像正在等待: %1</translation>
+        <translation>索引无法写入，已接收的图像正在等待：%1</translation>
     </message>
     <message>
         <source>Cannot receive</source>
@@ -1785,19 +1785,19 @@
     </message>
     <message>
         <source>Received: %1, refused: %2, kept aside: %3</source>
-        <translation>已接收: %1，已拒绝: %2，另行保存: %3</translation>
+        <translation>已接收：%1，已拒绝：%2，另行保存：%3</translation>
     </message>
     <message>
         <source>Last problem: %1</source>
-        <translation>最近的问题: %1</translation>
+        <translation>最近的问题：%1</translation>
     </message>
     <message>
         <source>All problems: %1</source>
-        <translation>所有问题: %1</translation>
+        <translation>所有问题：%1</translation>
     </message>
     <message>
         <source>The address to receive on is none of this computer&apos;s: %1</source>
-        <translation>接收地址不是本机的地址: %1</translation>
+        <translation>接收地址不是本机的地址：%1</translation>
     </message>
     <message>
         <source>Another program listens on port %1 already. Choose another port in the settings, or end that program.</source>
@@ -1817,7 +1817,7 @@
     </message>
     <message>
         <source>What comes cannot be kept beside the index: %1</source>
-        <translation>收到的内容无法保存到索引旁: %1</translation>
+        <translation>收到的内容无法保存到索引旁：%1</translation>
     </message>
     <message numerus="yes">
         <source>%Ln received image(s) wait for the index</source>
@@ -1911,7 +1911,7 @@
     <name>SearchBar</name>
     <message>
         <source>Find patients: name, ID, birth date, accession number, study (Ctrl+F)</source>
-        <translation>查找患者: 姓名、编号、出生日期、检查号、检查描述 (Ctrl+F)</translation>
+        <translation>查找患者：姓名、编号、出生日期、检查号、检查描述 (Ctrl+F)</translation>
     </message>
     <message>
         <source>Find patients</source>
@@ -1963,7 +1963,7 @@
     </message>
     <message>
         <source>Patients shown: %1</source>
-        <translation>显示的患者: %1</translation>
+        <translation>显示的患者：%1</translation>
     </message>
 </context>
 <context>
@@ -2104,7 +2104,7 @@
     <name>StartSequence</name>
     <message>
         <source>Screenshot: %1</source>
-        <translation>截图: %1</translation>
+        <translation>截图：%1</translation>
     </message>
     <message>
         <source>The screenshot could not be saved as %1</source>
@@ -2119,7 +2119,7 @@
     </message>
     <message>
         <source>The index: %1</source>
-        <translation>索引: %1</translation>
+        <translation>索引：%1</translation>
     </message>
     <message>
         <source>Patients %1   Studies %2   Series %3   Images %4</source>
@@ -2127,7 +2127,7 @@
     </message>
     <message>
         <source>Selected: %1</source>
-        <translation>已选择: %1</translation>
+        <translation>已选择：%1</translation>
     </message>
 </context>
 <context>
@@ -2268,7 +2268,7 @@
     </message>
     <message>
         <source>The transfers cannot be kept on the disk: %1</source>
-        <translation>传输无法保存到磁盘: %1</translation>
+        <translation>传输无法保存到磁盘：%1</translation>
     </message>
     <message>
         <source>Send again what failed, and try at once a destination that did not answer</source>
@@ -2352,7 +2352,7 @@
     <message>
         <source>The index %1 is damaged: %2
 What can still be read is shown. Copy the file away, start with a new index and import the images again; they are not touched.</source>
-        <translation>索引 %1 已损坏: %2
+        <translation>索引 %1 已损坏：%2
 仍可读取的内容会显示出来。请将该文件复制到别处，新建索引并重新导入图像；图像文件不受影响。</translation>
     </message>
     <message>
