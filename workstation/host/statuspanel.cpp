@@ -1,6 +1,7 @@
 #include "statuspanel.h"
 
 #include "importcentre.h"
+#include "plaintooltip.h"
 
 #include <QDir>
 #include <QLabel>
@@ -31,6 +32,9 @@ StatusPanel::StatusPanel(QStatusBar *bar, const ImportCentre *imports)
     for (QLabel *label : {m_activity, m_selection, m_counts, m_path}) {
         label->setContentsMargins(labelMargin, 0, labelMargin, 0);
     }
+    // However long it is, the numbers beside it stay in sight; all of it is the tool tip.
+    m_activity->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_activity->setTextFormat(Qt::PlainText);
     bar->addWidget(m_activity, 1);
     bar->addPermanentWidget(m_selection);
     bar->addPermanentWidget(m_counts);
@@ -105,4 +109,5 @@ void StatusPanel::update()
     const QString idle = m_treeProblem.isEmpty() ? listing : m_treeProblem;
     const QString said = running.isEmpty() ? idle : running;
     m_activity->setText(m_notice.isEmpty() ? said : said + QStringLiteral("   ") + m_notice);
+    m_activity->setToolTip(plainToolTip(m_activity->text()));
 }
