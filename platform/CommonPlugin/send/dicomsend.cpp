@@ -20,7 +20,7 @@
 namespace {
 
 constexpr QSize firstSize{920, 680};
-constexpr int visibleRecords = 2;
+constexpr int visibleRecords = 1; ///< at least; the lists below fit a low screen then
 constexpr int namedPatients = 3; ///< by the label of a send
 constexpr int nameCharacters = 44;
 constexpr int modalityCharacters = 14;

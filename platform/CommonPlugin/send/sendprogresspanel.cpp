@@ -22,7 +22,7 @@ namespace {
 constexpr int updateMs = 100;
 constexpr int tickMs = 1000;
 constexpr int barSteps = 1000;
-constexpr int visibleJobs = 3;
+constexpr int visibleJobs = 2;
 constexpr int visibleFailures = 3; ///< with the header
 constexpr int destinationCharacters = 26;
 constexpr int subjectCharacters = 20;
