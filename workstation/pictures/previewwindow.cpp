@@ -5,11 +5,9 @@
 #include "picturetext.h"
 #include "previewactions.h"
 #include "previewbanner.h"
+#include "previewfooter.h"
 
 #include <QCloseEvent>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QSlider>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -20,7 +18,6 @@ namespace {
 
 constexpr QSize usualSize{900, 800};
 constexpr int secondMs = 1000;
-constexpr int mostListers = 8;
 const QLatin1String tomography("CT");
 
 double pixelHeight(const ImageInfo &info)
@@ -35,16 +32,20 @@ PreviewWindow::PreviewWindow(QWidget *parent)
     , m_loader(new FrameLoader(this))
     , m_view(new ImageView(this))
     , m_banner(new PreviewBanner(this))
-    , m_stopListing(std::make_shared<std::atomic<bool>>(false))
+    , m_footer(new PreviewFooter(this))
+    , m_lists(new ListOpener(this))
 {
-    m_listers.setMaxThreadCount(mostListers);
     setObjectName(QStringLiteral("PreviewWindow"));
     setWindowTitle(tr("Preview (not for diagnosis)"));
     resize(usualSize);
     build();
     connectActions();
     connect(m_loader, &FrameLoader::ready, this, &PreviewWindow::onReady);
-    connect(m_slider, &QSlider::valueChanged, this, &PreviewWindow::goTo);
+    connect(m_lists, &ListOpener::listed, this, [this](const ImageList &list) {
+        setList(list);
+        emit opened();
+    });
+    connect(m_footer, &PreviewFooter::imageWanted, this, &PreviewWindow::goTo);
     connect(m_view, &ImageView::scrolled, this, [this](int steps) { goTo(m_current + steps); });
     connect(m_view, &ImageView::scaleChanged, this, &PreviewWindow::updateStatus);
     connect(m_view, &ImageView::windowDragged, this, [this](double width, double centre) {
@@ -58,13 +59,6 @@ PreviewWindow::PreviewWindow(QWidget *parent)
     m_view->setFocus();
 }
 
-PreviewWindow::~PreviewWindow()
-{
-    *m_stopListing = true;
-    m_listers.clear();
-    m_listers.waitForDone(); // for one file
-}
-
 void PreviewWindow::build()
 {
     auto *bar = addToolBar(tr("Preview"));
@@ -72,30 +66,14 @@ void PreviewWindow::build()
     bar->setMovable(false);
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     m_actions = new PreviewActions(bar, this);
-    m_slider = new QSlider(Qt::Horizontal, this);
-    m_slider->setAccessibleName(tr("Image"));
-    m_slider->setToolTip(tr("Goes to an image"));
-    m_position = new QLabel(this);
-    m_level = new QLabel(this);
     m_view->setAccessibleName(tr("Picture"));
-    // Wide enough for all that comes, so that nothing moves while images go by.
-    for (const auto &[label, widest] : {std::pair(m_position, tr("Image %1 of %2").arg(99999).arg(99999)),
-             std::pair(m_level, QStringLiteral("W 99999  L -99999   9999 %"))}) {
-        label->setFixedWidth(label->fontMetrics().horizontalAdvance(widest));
-    }
-    m_level->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     auto *centre = new QWidget(this);
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(m_banner);
     column->addWidget(m_view, 1);
-    auto *row = new QHBoxLayout;
-    row->setContentsMargins(8, 4, 8, 4);
-    row->addWidget(m_position);
-    row->addWidget(m_slider, 1);
-    row->addWidget(m_level);
-    column->addLayout(row);
+    column->addWidget(m_footer);
     setCentralWidget(centre);
 }
 
@@ -130,33 +108,20 @@ void PreviewWindow::connectActions()
 
 void PreviewWindow::showSeries(const QString &indexPath, qlonglong series)
 {
-    openList([indexPath, series](
-                 const std::atomic<bool> &stop) { return ImageLists::ofSeries(indexPath, series, stop); });
+    open([indexPath, series](
+             const std::atomic<bool> &stop) { return ImageLists::ofSeries(indexPath, series, stop); });
 }
 
 void PreviewWindow::showFiles(const QStringList &paths)
 {
-    openList([paths](const std::atomic<bool> &stop) { return ImageLists::ofFiles(paths, stop); });
+    open([paths](const std::atomic<bool> &stop) { return ImageLists::ofFiles(paths, stop); });
 }
 
-void PreviewWindow::openList(const ListReader &read)
+void PreviewWindow::open(const ListOpener::Reader &read)
 {
-    *m_stopListing = true;
-    m_stopListing = std::make_shared<std::atomic<bool>>(false);
     setList({});
     m_view->setMessage(tr("Loading…"));
-    m_listers.start([this, read, stop = m_stopListing] {
-        const ImageList list = read(*stop);
-        QMetaObject::invokeMethod(
-            this,
-            [this, list, stop] {
-                if (!*stop) {
-                    setList(list);
-                    emit opened();
-                }
-            },
-            Qt::QueuedConnection);
-    });
+    m_lists->open(read);
 }
 
 void PreviewWindow::setList(const ImageList &list)
@@ -166,12 +131,7 @@ void PreviewWindow::setList(const ImageList &list)
     m_list = list;
     m_loaded.reset();
     m_current = m_shown = -1;
-    {
-        const QSignalBlocker silent(m_slider);
-        m_slider->setRange(0, std::max(0, list.size() - 1));
-        m_slider->setValue(0);
-    }
-    m_slider->setEnabled(list.size() > 1);
+    m_footer->setCount(list.size());
     m_actions->setPlayable(list.size() > 1);
     m_actions->setWindows({}, false, false);
     m_banner->clear();
@@ -188,7 +148,7 @@ void PreviewWindow::goTo(int index)
     }
     m_direction = index < m_current ? -1 : 1;
     m_current = index;
-    m_slider->setValue(index);
+    m_footer->setCurrent(index);
     if (const LoadedFramePtr loaded = m_loader->request(index, m_direction)) {
         showLoaded(index, loaded);
     } else {
@@ -245,21 +205,12 @@ void PreviewWindow::render()
 
 QString PreviewWindow::statusText() const
 {
-    return m_position->text() + QLatin1Char(' ') + m_level->text();
+    return m_footer->text();
 }
 
 void PreviewWindow::updateStatus()
 {
-    m_position->setText(m_list.isEmpty() ? QString() : tr("Image %1 of %2").arg(m_current + 1).arg(count()));
-    QStringList parts;
-    const WindowLevel window = windowLevel();
-    if (window.isValid()) {
-        parts.append(tr("W %1  L %2").arg(std::lround(window.width)).arg(std::lround(window.centre)));
-    }
-    if (!m_view->picture().isNull()) {
-        parts.append(tr("%1 %").arg(std::lround(m_view->scale() * 100)));
-    }
-    m_level->setText(parts.join(QStringLiteral("   ")));
+    m_footer->setPicture(windowLevel(), m_view->picture().isNull() ? 0 : m_view->scale());
 }
 
 void PreviewWindow::setPlaying(bool playing)

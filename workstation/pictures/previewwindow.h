@@ -1,21 +1,16 @@
 #pragma once
 
 #include "frameloader.h"
+#include "listopener.h"
 #include "windowchoice.h"
 
 #include <QMainWindow>
-#include <QThreadPool>
 #include <QTimer>
-
-#include <atomic>
-#include <functional>
-#include <memory>
 
 class ImageView;
 class PreviewActions;
 class PreviewBanner;
-class QLabel;
-class QSlider;
+class PreviewFooter;
 
 /**
  * Looks through the images of a series or through a list of files: a preview, not for diagnosis.
@@ -29,7 +24,6 @@ class PreviewWindow : public QMainWindow
 
 public:
     explicit PreviewWindow(QWidget *parent = nullptr);
-    ~PreviewWindow() override;
 
     /// @param indexPath the index that has the series
     void showSeries(const QString &indexPath, qlonglong series);
@@ -63,8 +57,7 @@ protected:
 private:
     void build();
     void connectActions();
-    using ListReader = std::function<ImageList(const std::atomic<bool> &stop)>;
-    void openList(const ListReader &read);
+    void open(const ListOpener::Reader &read);
     void setList(const ImageList &list);
     void showLoaded(int index, const LoadedFramePtr &loaded);
     void render();
@@ -76,16 +69,13 @@ private:
     FrameLoader *const m_loader;
     ImageView *const m_view;
     PreviewBanner *const m_banner;
+    PreviewFooter *const m_footer;
+    ListOpener *const m_lists;
     PreviewActions *m_actions = nullptr;
-    QSlider *m_slider = nullptr;
-    QLabel *m_position = nullptr;
-    QLabel *m_level = nullptr;
     QTimer m_play;
     ImageList m_list;
     LoadedFramePtr m_loaded; ///< of the picture on screen
     WindowChoice m_choice;
-    QThreadPool m_listers; ///< several, so that nothing waits for a slow one that is no longer wanted
-    std::shared_ptr<std::atomic<bool>> m_stopListing;
     int m_current = -1;
     int m_shown = -1;
     int m_direction = 1;
