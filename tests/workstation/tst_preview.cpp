@@ -1,6 +1,7 @@
 #include "dicomfilebuilder.h"
 #include "imageview.h"
 #include "previewwindow.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QAbstractButton>
@@ -164,9 +165,7 @@ void PreviewTest::playsInALoop()
 
 void PreviewTest::otherImagesGoOn()
 {
-    QFile broken(m_files.at(1));
-    QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("rubbish") > 0);
-    broken.close();
+    writeFile(m_files.at(1), "rubbish");
     open({m_files.at(0), m_files.at(1), m_folder->filePath(QStringLiteral("nothing")), m_files.at(2)});
     for (const auto &[index, words] : {std::pair(1, "not a DICOM"), std::pair(2, "cannot be opened")}) {
         m_preview->goTo(index);
@@ -216,10 +215,7 @@ void PreviewTest::framesByTheBytesThereAre()
 void PreviewTest::windowsOfLaterFrames()
 {
     DicomFileBuilder().set(0x00280008, QStringLiteral("2")).write(m_files.at(0));
-    QFile file(m_files.at(0));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QByteArray bytes = file.readAll().chopped(2 + 4 + 32); // behind the name of the pixels
-    file.close();
+    QByteArray bytes = bytesOf(m_files.at(0)).chopped(2 + 4 + 32); // behind the name of the pixels
     const QByteArray item("\xfe\xff\x00\xe0", 4);
     const QByteArray plane = '\x0f' + QByteArray(16, '\1') + '\x80';
     const QByteArray good =
@@ -227,8 +223,7 @@ void PreviewTest::windowsOfLaterFrames()
     bytes.replace("1.2.840.10008.1.2.1", "1.2.840.10008.1.2.5");
     bytes += QByteArray(2, '\0') + QByteArray(4, '\xff') + item + QByteArray(4, '\0') + item
         + QByteArray("\4\0\0\0oops", 8) + item + char(good.size()) + QByteArray(3, '\0') + good;
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    file.close();
+    writeFile(m_files.at(0), bytes);
     open({m_files.at(0)});
     QVERIFY(m_preview->view()->picture().isNull());
     press(Qt::Key_PageDown);

@@ -1,12 +1,12 @@
 #include "dicomfilebuilder.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "thumbnailloader.h"
 #include "thumbnailmodel.h"
 #include "thumbnailstore.h"
 #include "thumbnailview.h"
 
-#include <QDirIterator>
 #include <QLabel>
 #include <QListView>
 #include <QtTest>
@@ -20,15 +20,6 @@ QImage plain(int side)
     QImage image(side, side, QImage::Format_Grayscale8);
     image.fill(100);
     return image;
-}
-
-int filesBelow(const QString &folder)
-{
-    int count = 0;
-    for (QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories); walk.hasNext(); walk.next()) {
-        ++count;
-    }
-    return count;
 }
 
 } // namespace
@@ -100,7 +91,7 @@ void ThumbnailsTest::storeBelongsToTheFile()
     QVERIFY(store.find(QStringLiteral("1.2"), QFileInfo(path)).isNull());
     store.put(QStringLiteral("1.3/.."), QFileInfo(path), plain(8));
     store.sweep([](const QString &uid) { return uid == QLatin1String("1.3/.."); }, false);
-    QCOMPARE(filesBelow(store.folder()), 1);
+    QCOMPARE(filesBelow(store.folder()).size(), 1);
     QVERIFY(!store.find(QStringLiteral("1.3/.."), QFileInfo(path)).isNull());
     // No cache is no failure.
     ThumbnailStore nowhere(QStringLiteral("/proc/nowhere/index.db"));
@@ -120,8 +111,8 @@ void ThumbnailsTest::storeIsBounded()
     QVERIFY(store.wantsPruning());
     store.prune();
     QVERIFY(!store.wantsPruning());
-    QVERIFY(filesBelow(store.folder()) <= 10);
-    QVERIFY(filesBelow(store.folder()) >= 8);
+    QVERIFY(filesBelow(store.folder()).size() <= 10);
+    QVERIFY(filesBelow(store.folder()).size() >= 8);
 }
 
 void ThumbnailsTest::middleImageOfEachSeries()
@@ -140,11 +131,11 @@ void ThumbnailsTest::middleImageOfEachSeries()
         loader.load({RecordLevel::Patient, {patient}});
         QVERIFY(finished.wait());
         QCOMPARE(loader.decodedCount(), 2);
-        QTRY_COMPARE(filesBelow(loader.store().folder()), 2);
+        QTRY_COMPARE(filesBelow(loader.store().folder()).size(), 2);
     }
     m_index->query(QStringLiteral("DELETE FROM generalseries WHERE SeriesNumber = 1"));
     loader.sweep();
-    QTRY_COMPARE(filesBelow(loader.store().folder()), 1);
+    QTRY_COMPARE(filesBelow(loader.store().folder()).size(), 1);
 }
 
 void ThumbnailsTest::leftSelectionIsNotDecoded()

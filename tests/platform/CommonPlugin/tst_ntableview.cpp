@@ -43,6 +43,13 @@ bool isAnyProgressShown()
     });
 }
 
+/// What tells a copy from a reference.
+QString markerIn(const ImportScene &scene)
+{
+    return scene.index.query(QStringLiteral("SELECT ifnull(max(IrradiationEventUID), '') FROM imageformat"))
+        .toString();
+}
+
 /// Drags the right edge of a column, as a user does.
 void drag(const NTableView *view, int column, int by)
 {
@@ -144,18 +151,17 @@ void NTableViewTest::dropImportsInTheConfiguredMode()
     QVERIFY(finished.wait());
     QCOMPARE(finished.first().first().toBool(), true);
     QCOMPARE(scene.imageCount(), 2);
-    QTEST(scene.index.query(QStringLiteral("SELECT ifnull(max(IrradiationEventUID), '') FROM imageformat"))
-              .toString(),
-        "marker");
+    QTEST(markerIn(scene), "marker");
 }
 
 void NTableViewTest::dropAsks_data()
 {
     QTest::addColumn<QString>("choice");
     QTest::addColumn<int>("images");
-    QTest::newRow("reference") << QStringLiteral("reference") << 1;
-    QTest::newRow("copy") << QStringLiteral("copy") << 1;
-    QTest::newRow("cancel") << QStringLiteral("cancel") << 0;
+    QTest::addColumn<QString>("marker");
+    QTest::newRow("reference") << QStringLiteral("reference") << 1 << QString();
+    QTest::newRow("copy") << QStringLiteral("copy") << 1 << QStringLiteral("copy");
+    QTest::newRow("cancel") << QStringLiteral("cancel") << 0 << QString();
 }
 
 void NTableViewTest::dropAsks()
@@ -177,6 +183,7 @@ void NTableViewTest::dropAsks()
     }
     QVERIFY(isAnyProgressShown() == (images > 0));
     QCOMPARE(scene.imageCount(), images);
+    QTEST(markerIn(scene), "marker");
 }
 
 void NTableViewTest::questionOfADropIsNotTheWindows()

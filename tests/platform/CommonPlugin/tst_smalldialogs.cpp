@@ -11,32 +11,10 @@ class SmallDialogsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void dataSaveTypeAnswers_data();
-    void dataSaveTypeAnswers();
     void laterQuestionTakesThePlace();
     void dockIsDeletedOnlyWhenItFloats_data();
     void dockIsDeletedOnlyWhenItFloats();
 };
-
-void SmallDialogsTest::dataSaveTypeAnswers_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QList<QVariantList>>("answers");
-    QTest::newRow("reference") << QStringLiteral("reference") << QList<QVariantList>{{0}};
-    QTest::newRow("copy") << QStringLiteral("copy") << QList<QVariantList>{{1}};
-    QTest::newRow("cancel") << QStringLiteral("cancel") << QList<QVariantList>();
-}
-
-void SmallDialogsTest::dataSaveTypeAnswers()
-{
-    QFETCH(QString, button);
-    DataSaveTypeForm *form = DataSaveTypeForm::instance();
-    QSignalSpy chosen(form, &DataSaveTypeForm::dataType);
-    form->show();
-    form->findChild<QPushButton *>(button)->click();
-    QVERIFY(!form->isVisible());
-    QTEST(static_cast<QList<QVariantList> &>(chosen), "answers");
-}
 
 void SmallDialogsTest::laterQuestionTakesThePlace()
 {
