@@ -1300,8 +1300,8 @@
         <translation>%1（%2）</translation>
     </message>
     <message>
-        <source>, </source>
-        <comment>between names</comment>
+        <source>; </source>
+        <comment>between names, which may have commas</comment>
         <translation>、</translation>
     </message>
     <message numerus="yes">

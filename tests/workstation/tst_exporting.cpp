@@ -105,7 +105,7 @@ void ExportingTest::whatIsSelectedIsExported()
     ExportDialog *dialog = openDialog();
     QVERIFY(dialog);
     const auto *size = dialog->findChild<QLabel *>(QStringLiteral("exportSize"));
-    QTRY_VERIFY2(size->text().startsWith(QStringLiteral("2 patients (Start 0001, Start 0002): 2 ")),
+    QTRY_VERIFY2(size->text().startsWith(QStringLiteral("2 patients (Start, 0001; Start, 0002): 2 ")),
         qPrintable(size->text()));
     // A place that is not there is told, and nothing begins.
     auto *line = dialog->findChild<QLineEdit *>(QStringLiteral("exportTarget"));

@@ -71,15 +71,15 @@ QString followed(const QString &first, const QString &second)
     return Text::tr("%1 %2", "two sentences with their stops").arg(first, second);
 }
 
-/// A series within its study; those without a number and words have only the end of their UID.
+/// A series within its study; those without words have the end of their UID.
 QString seriesOf(const QueryRecord &record)
 {
     constexpr int shownOfUid = 12;
     const QString number = record.value(QueryTag::seriesNumber).trimmed();
-    const QString name = number.isEmpty() ? Text::tr("Series …%1", "the end of an identifier")
-                                                .arg(record.value(QueryTag::seriesUid).right(shownOfUid))
-                                          : Text::tr("Series %1", "its number").arg(number);
-    QStringList parts{name, record.value(QueryTag::modality), record.value(QueryTag::seriesDescription)};
+    const QString description = record.value(QueryTag::seriesDescription);
+    const QString end = QStringLiteral("…") + record.value(QueryTag::seriesUid).right(shownOfUid);
+    QStringList parts{number.isEmpty() ? Text::tr("Series") : Text::tr("Series %1", "its number").arg(number),
+        record.value(QueryTag::modality), description.isEmpty() ? end : description};
     parts.removeAll(QString());
     return listed(parts);
 }
@@ -159,13 +159,11 @@ QString of(const ArchiveAnswer &answer, int studies)
 QString titleOf(const QueryRecord &record, RecordLevel level)
 {
     const QString accession = record.value(QueryTag::accessionNumber);
-    QStringList parts{personNameForDisplay(record.value(QueryTag::patientName)),
+    const QString name = personNameForDisplay(record.value(QueryTag::patientName));
+    QStringList parts{name.isEmpty() ? record.value(QueryTag::patientId) : name,
+        level == RecordLevel::Series ? seriesOf(record) : Text::tr("whole study"),
         record.value(QueryTag::studyDescription), dateOf(record.value(QueryTag::studyDate)),
-        accession.isEmpty() ? QString() : Text::tr("No. %1", "accession number").arg(accession),
-        level == RecordLevel::Series ? seriesOf(record) : Text::tr("whole study")};
-    if (parts.first().isEmpty()) {
-        parts.first() = record.value(QueryTag::patientId);
-    }
+        accession.isEmpty() ? QString() : Text::tr("No. %1", "accession number").arg(accession)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));
 }

@@ -455,11 +455,6 @@
         <translation>%1%2</translation>
     </message>
     <message>
-        <source>Series …%1</source>
-        <comment>the end of an identifier</comment>
-        <translation>序列 …%1</translation>
-    </message>
-    <message>
         <source>Series %1</source>
         <comment>its number</comment>
         <translation>序列 %1</translation>
@@ -518,6 +513,10 @@
         <translation>
             <numerusform>索引中已有其中 %n 项的图像；相同的图像保持不变。</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Series</source>
+        <translation>序列</translation>
     </message>
 </context>
 <context>

@@ -222,7 +222,7 @@ QString ofDestination(const QString &name, const QString &aeTitle)
 
 QString ofPatients(const QStringList &names, int count)
 {
-    const QString listed = names.join(Text::tr(", ", "between names"));
+    const QString listed = names.join(Text::tr("; ", "between names, which may have commas"));
     const int more = count - names.size();
     return more > 0 ? Text::tr("%1 and %Ln more", "names of patients", more).arg(listed) : listed;
 }
