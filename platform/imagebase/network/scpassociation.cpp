@@ -46,7 +46,7 @@ void ScpAssociation::run()
 {
     const OFCondition result =
         m_transport.receive(&m_association, m_settings.silenceSeconds, ScpSettings::longestPdu);
-    if (result.bad() || !m_association || !m_association->params || !m_transport.connection()) {
+    if (result.bad() || !m_association || !m_association->params || !ScuConnection::of(m_association)) {
         return;
     }
     if (isWelcome() && acknowledge()) {
@@ -122,14 +122,18 @@ void ScpAssociation::serve()
 bool ScpAssociation::serveOne()
 {
     // The waiting is DCMTK's, the sending of one command must not take longer either.
-    m_transport.connection()->limit(commandBytes, 2 * m_settings.idleSeconds * msPerSecond);
+    if (ScuConnection *line = ScuConnection::of(m_association)) {
+        line->limit(commandBytes, 2 * m_settings.idleSeconds * msPerSecond);
+    }
     T_DIMSE_Message message = {};
     T_ASC_PresentationContextID context = 0;
     DcmDataset *detail = nullptr;
     const OFCondition result = DIMSE_receiveCommand(
         m_association, DIMSE_NONBLOCKING, m_settings.idleSeconds, &context, &message, &detail);
     delete detail;
-    m_transport.connection()->unlimit();
+    if (ScuConnection *line = ScuConnection::of(m_association)) { // DCMTK may have removed it meanwhile
+        line->unlimit();
+    }
     if (result == DUL_PEERREQUESTEDRELEASE) {
         ASC_acknowledgeRelease(m_association);
         return false;

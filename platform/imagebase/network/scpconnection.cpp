@@ -62,7 +62,7 @@ DcmTransportConnection *ScpTransport::createConnection(
 {
     giveBack();
     m_socket.release();
-    m_connection = new ScpConnection(openSocket, m_abort, m_milliseconds);
-    m_connection->limit(ScuConnection::negotiationBytes, m_milliseconds);
-    return m_connection;
+    auto *connection = new ScpConnection(openSocket, m_abort, m_milliseconds);
+    connection->limit(ScuConnection::negotiationBytes, m_milliseconds);
+    return connection;
 }

@@ -31,9 +31,6 @@ public:
     /// Waits for the association request and reads it. @return DCMTK's condition; the association may be
     /// there even where it is bad, and is the caller's
     OFCondition receive(T_ASC_Association **association, int seconds, long longestPdu);
-    /// Good as long as the association is.
-    ScpConnection *connection() const { return m_connection; }
-
     DcmTransportConnection *createConnection(DcmNativeSocketType openSocket, OFBool useSecureLayer) override;
 
 private:
@@ -43,6 +40,5 @@ private:
     const AbortSwitch &m_abort;
     const int m_milliseconds;
     T_ASC_Network *m_network = nullptr;
-    ScpConnection *m_connection = nullptr;
     bool m_holdsVariable = false;
 };

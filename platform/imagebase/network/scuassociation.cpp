@@ -36,16 +36,9 @@ struct ScuAssociation::Private
     QVector<ScuContext> offered;
 
     NetworkFailure request();
-    ScuConnection *line() const;
+    ScuConnection *line() const { return ScuConnection::of(association); }
     void drop();
 };
-
-ScuConnection *ScuAssociation::Private::line() const
-{
-    return association
-        ? dynamic_cast<ScuConnection *>(DUL_getTransportConnection(association->DULassociation))
-        : nullptr;
-}
 
 NetworkFailure ScuAssociation::Private::request()
 {

@@ -9,6 +9,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <dcmtk/dcmnet/assoc.h>
+
 namespace {
 
 constexpr int msPerSecond = 1000;
@@ -43,6 +45,13 @@ ScuConnection::ScuConnection(int socket, const AbortSwitch &abort, int milliseco
     , m_milliseconds(milliseconds)
     , m_timedOut(timedOut)
 { }
+
+ScuConnection *ScuConnection::of(T_ASC_Association *association)
+{
+    return association
+        ? dynamic_cast<ScuConnection *>(DUL_getTransportConnection(association->DULassociation))
+        : nullptr;
+}
 
 bool ScuConnection::wait(short events)
 {

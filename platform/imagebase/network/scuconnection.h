@@ -8,6 +8,8 @@
 #include <dcmtk/dcmnet/dcmlayer.h>
 #include <dcmtk/dcmnet/dcmtrans.h>
 
+struct T_ASC_Association;
+
 /**
  * The line of an association: every wait on it has a time-out and ends when the switch is triggered, writing
  * included, and a peer that is gone raises no signal. What the peer may send can be bounded in bytes and in
@@ -21,6 +23,10 @@ public:
 
     /// @param socket connected; becomes the object's own. @param abort outlives the object
     ScuConnection(int socket, const AbortSwitch &abort, int milliseconds, bool *timedOut);
+
+    /// The line of an association; null where there is none any more, as DCMTK removes it with the first
+    /// error.
+    static ScuConnection *of(T_ASC_Association *association);
 
     ssize_t read(void *buffer, size_t length) override;
     /// All of it, or -1.
