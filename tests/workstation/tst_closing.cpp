@@ -2,7 +2,6 @@
 #include "dicomfilebuilder.h"
 #include "frame.h"
 #include "importcentre.h"
-#include "importer.h"
 #include "kivmessageboxform.h"
 #include "ntableview.h"
 #include "recordform.h"
@@ -68,10 +67,7 @@ private slots:
             frame.index.query(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QVERIFY(!frame.index.query(QStringLiteral("PRAGMA foreign_key_check")).isValid());
         const int kept = images(frame);
-        ImportRequest again;
-        again.paths = QStringList{m_files.path()};
-        again.databasePath = frame.index.path();
-        const ImportReport report = Importer(again).run();
+        const ImportReport report = frame.index.import({m_files.path()});
         QCOMPARE(report.of(FileVerdict::New), qint64(fileCount - kept));
         QCOMPARE(images(frame), fileCount);
     }

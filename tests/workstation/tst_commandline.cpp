@@ -1,4 +1,5 @@
 #include "commandline.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QDir>
@@ -62,9 +63,7 @@ private slots:
     {
         const QTemporaryDir folder;
         const QString list = folder.filePath(QStringLiteral("list.TXT"));
-        QFile file(list);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("/a b.dcm\r\n\r\n\n/c.dcm\n") > 0);
-        file.close();
+        writeFile(list, "/a b.dcm\r\n\r\n\n/c.dcm\n");
         const CommandLine line = parse({QStringLiteral("--preview"), list, QStringLiteral("/d.dcm")});
         QVERIFY(line.previewOnly);
         QVERIFY(line.imports.isEmpty());
@@ -74,7 +73,7 @@ private slots:
 
         QFile::resize(list, 17 << 20); // zeros: no text, whatever it is called
         QCOMPARE(parse({QStringLiteral("--preview"), list}).previews, QStringList(list));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(17 << 20, '\n')) > 0);
+        writeFile(list, QByteArray(17 << 20, '\n'));
         QCOMPARE(parse({QStringLiteral("--preview"), list}).answerCode, 2);
     }
 

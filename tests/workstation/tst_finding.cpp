@@ -1,20 +1,19 @@
 #include "configlocation.h"
 #include "datatruth.h"
 #include "frame.h"
-#include "importer.h"
 #include "launchersettings.h"
 #include "ntableview.h"
 #include "picturecontroller.h"
 #include "previewwindow.h"
 #include "recordform.h"
 #include "seriesform.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "thumbnailmodel.h"
 #include "thumbnailview.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QFile>
 #include <QListView>
 #include <QPushButton>
 #include <QSqlTableModel>
@@ -50,10 +49,7 @@ void FindingTest::configureProgram() const
 
 void FindingTest::importRealFiles(const Frame &frame)
 {
-    ImportRequest request;
-    request.paths = QStringList{sharedData() + QStringLiteral("/01-series")};
-    request.databasePath = frame.index.path();
-    QVERIFY(Importer(request).run().of(FileVerdict::New) > 300);
+    QVERIFY(frame.index.import({sharedData() + QStringLiteral("/01-series")}).of(FileVerdict::New) > 300);
 }
 
 /// What independent readers found.
@@ -117,12 +113,8 @@ void FindingTest::findsSeesAndHandsOver()
     QTest::mouseClick(vessel, Qt::LeftButton);
     QSet<QString> handedOver;
     QTRY_VERIFY([&] {
-        QFile file(received());
-        handedOver.clear();
-        if (file.open(QIODevice::ReadOnly)) {
-            const QStringList lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
-            handedOver = QSet<QString>(lines.begin(), lines.end());
-        }
+        const QStringList lines = QString::fromUtf8(bytesOf(received())).split('\n', Qt::SkipEmptyParts);
+        handedOver = QSet<QString>(lines.begin(), lines.end());
         return handedOver.size() >= files.size();
     }());
     QCOMPARE(handedOver, files);

@@ -13,6 +13,7 @@
 #include "runningprograms.h"
 #include "selectionstatus.h"
 #include "sessionservices.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QMenu>
@@ -145,9 +146,7 @@ void LaunchersTest::theSelectionReachesTheProgram()
     Frame::click(frame->patientView(), 1, QStringLiteral("PatientName"));
     press();
     QTRY_VERIFY(QFile::exists(result));
-    QFile file(result);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(QString::fromUtf8(file.readAll()), QStringLiteral("/files/it's 2\n/files/it's 2|1.2.2|S2|"));
+    QCOMPARE(QString::fromUtf8(bytesOf(result)), QStringLiteral("/files/it's 2\n/files/it's 2|1.2.2|S2|"));
     QTRY_VERIFY(centre()->running().isEmpty());
     QCOMPARE(messages, QStringList());
 }
@@ -250,12 +249,9 @@ void LaunchersTest::outlivesTheWindow()
     services.reset();
     // The next start leaves alone what is still needed, and removes it once nobody needs it.
     LaunchFolder::sweep();
-    QFile open(gate);
-    QVERIFY(open.open(QIODevice::WriteOnly));
+    writeFile(gate, {});
     QTRY_VERIFY(QFile::exists(result));
-    QFile file(result);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    const QStringList lines = QString::fromUtf8(bytesOf(result)).split(QLatin1Char('\n'));
     QCOMPARE(lines.value(1), QStringLiteral("/files/it's 1"));
     const QFileInfo kept(QFileInfo(lines.value(0)).path());
     QVERIFY(kept.exists());

@@ -1,6 +1,7 @@
 #include "createconnection.h"
 #include "dicomfilebuilder.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QFileInfo>
@@ -114,7 +115,7 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         const QString index = path(QStringLiteral("index.db"));
-        write(index, bytes);
+        writeFile(index, bytes);
         expectRefusal(index, {});
         QFile file(index);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -153,13 +154,6 @@ private slots:
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
 
-    static void write(const QString &path, const QByteArray &bytes)
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(bytes), bytes.size());
-    }
-
     /// An index as a version to come would leave it.
     static QByteArray newerIndex()
     {
@@ -169,8 +163,7 @@ private:
         index.query(QStringLiteral("PRAGMA user_version = 9999"));
         const QString copy = index.folder() + QStringLiteral("/copy.db");
         index.query(QStringLiteral("VACUUM INTO ?"), {copy});
-        QFile file(copy);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return bytesOf(copy);
     }
 
     void expectRefusal(const QString &index, const QStringList &wrapper) const

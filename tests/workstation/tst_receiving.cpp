@@ -9,10 +9,10 @@
 #include "receiveservice.h"
 #include "settingsnotifier.h"
 #include "spoolfile.h"
+#include "testfiles.h"
 #include "testmain.h"
 
 #include <QAction>
-#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,9 +37,7 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         ConfigLocation::setBase(m_folder->path());
-        QVERIFY(QDir(m_folder->path()).mkpath(text("config")));
-        QFile file(m_folder->filePath(text("config/main.ini")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        writeFile(m_folder->filePath(text("config/main.ini")), {});
         kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
             m_said.append(request.text);
             return kivMessageBoxForm::AnswerOk;
@@ -182,9 +180,7 @@ void ReceivingTest::movesToAnotherIndex()
         QCOMPARE(left.open(), 0);
         int error = 0;
         const std::unique_ptr<SpoolFile> file = left.create(&error);
-        QFile bytes(object(2));
-        QVERIFY(bytes.open(QIODevice::ReadOnly));
-        const QByteArray all = bytes.readAll();
+        const QByteArray all = bytesOf(object(2));
         file->write(all.constData(), std::size_t(all.size()));
         QCOMPARE(file->keep(), 0);
     }

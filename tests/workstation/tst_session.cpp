@@ -14,6 +14,7 @@
 #include "shownpatients.h"
 #include "statuspanel.h"
 #include "temporaryindex.h"
+#include "testfiles.h"
 #include "testmain.h"
 #include "workstationwindow.h"
 
@@ -155,9 +156,7 @@ private slots:
     void goesBackWhereTheOtherIndexCannotBeOpened()
     {
         const QString other = m_index->folder() + QStringLiteral("/letter.db");
-        QFile file(other);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(5000, 'x')) > 0);
-        file.close();
+        writeFile(other, QByteArray(5000, 'x'));
         choosePatient(2);
         emit SettingsNotifier::instance()->indexRequested(other);
         QTRY_COMPARE(m_rebuilt->count(), 1);

@@ -2,7 +2,6 @@
 #include "configlocation.h"
 #include "datatruth.h"
 #include "frame.h"
-#include "importer.h"
 #include "inquirysaveform.h"
 #include "kivmessageboxform.h"
 #include "ntableview.h"
@@ -219,10 +218,7 @@ void TreeInquiryTest::composedInTheEditorItFindsWhatTheFilesHold()
     }
     ConfigLocation::setBase(QStringLiteral(PM_SOURCE_DIR));
     const Frame frame;
-    ImportRequest request;
-    request.paths = QStringList{sharedData() + QStringLiteral("/01-series")};
-    request.databasePath = frame.index.path();
-    QVERIFY(Importer(request).run().of(FileVerdict::New) > 300);
+    QVERIFY(frame.index.import({sharedData() + QStringLiteral("/01-series")}).of(FileVerdict::New) > 300);
 
     // What independent readers found in the files, by the same conditions.
     QSet<QString> patients;

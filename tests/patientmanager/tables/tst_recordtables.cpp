@@ -8,8 +8,6 @@
 #include "testfiles.h"
 #include "testmain.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSettings>
 #include <QSqlRecord>
 #include <QSqlTableModel>

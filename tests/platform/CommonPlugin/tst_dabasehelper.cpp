@@ -4,7 +4,6 @@
 #include "testmain.h"
 #include "thumbnailfiles.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QtTest>
 

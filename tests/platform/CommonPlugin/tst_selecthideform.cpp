@@ -5,7 +5,6 @@
 #include "testfiles.h"
 #include "testmain.h"
 
-#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSqlQuery>

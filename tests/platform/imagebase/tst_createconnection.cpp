@@ -7,7 +7,6 @@
 #include "testfiles.h"
 #include "testmain.h"
 
-#include <QFile>
 #include <QSettings>
 #include <QSqlError>
 #include <QSqlQuery>

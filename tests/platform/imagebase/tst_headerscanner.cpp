@@ -4,7 +4,6 @@
 #include "testfiles.h"
 #include "testmain.h"
 
-#include <QDirIterator>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
