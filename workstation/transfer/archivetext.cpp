@@ -89,6 +89,12 @@ bool isPartlyHeld(const Retrieval &retrieval)
     return retrieval.held > 0;
 }
 
+/// Before it is fetched; not known of what an archive does not number.
+bool isWhollyHeld(const Retrieval &retrieval)
+{
+    return retrieval.expected > 0 && retrieval.held >= retrieval.expected;
+}
+
 /// Some archives do not say beforehand how much there is.
 bool wasHeld(const Retrieval &retrieval)
 {
@@ -178,11 +184,15 @@ QString requestOf(const QVector<Retrieval> &retrievals)
     if (held == 0) {
         return asked;
     }
-    const QString known = held == retrievals.size()
-        ? Text::tr("The index has images of all of it already; what is the same stays as it is.")
-        : Text::tr(
-            "The index has images of %n of them already; what is the same stays as it is.", nullptr, held);
-    return followed(asked, known);
+    if (held < retrievals.size()) {
+        return followed(asked,
+            Text::tr("The index has images of %n of them already; what is the same stays as it is.", nullptr,
+                held));
+    }
+    const bool isWhole = std::all_of(retrievals.begin(), retrievals.end(), isWhollyHeld);
+    return followed(asked,
+        isWhole ? Text::tr("The index has all images of it already; what is the same stays as it is.")
+                : Text::tr("The index has some images of it already; what is the same stays as it is."));
 }
 
 QString stateOf(const Retrieval &retrieval)
