@@ -44,7 +44,7 @@ void storeInquiries()
 
 QString fill(const QStringList &arguments)
 {
-    const QString error = GuiBench::fillIndex(arguments, whole);
+    QString error = GuiBench::fillIndex(arguments, whole);
     if (error.isEmpty()) {
         storeInquiries();
     }
@@ -58,6 +58,7 @@ QString measure(const QStringList &arguments)
         const int rounds = arguments.value(2).toInt();
         QJsonObject result = TreeBench(rounds).run();
         std::vector<double> raw;
+        raw.reserve(static_cast<std::size_t>(rounds));
         for (int round = 0; round < rounds; ++round) {
             raw.push_back(rawReadMs(arguments.at(1)));
         }

@@ -7,7 +7,7 @@ int main(int argc, char **argv)
 {
     return GuiBench::run(
         argc, argv, 3, "bench_writer INDEX PER_SECOND SECONDS", [](const QStringList &arguments) {
-            const QString error = GuiBench::openIndex(arguments[0]);
+            QString error = GuiBench::openIndex(arguments[0]);
             if (error.isEmpty()) {
                 Measurement::print(
                     WriterBench().run(arguments[0], arguments[1].toInt(), arguments[2].toInt()));

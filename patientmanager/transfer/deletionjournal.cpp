@@ -13,7 +13,7 @@ namespace {
 QList<qlonglong> keysOf(const QByteArray &list)
 {
     QList<qlonglong> keys;
-    for (const QJsonValue &key : QJsonDocument::fromJson(list).array()) {
+    for (const QJsonValue key : QJsonDocument::fromJson(list).array()) {
         keys.append(qlonglong(key.toDouble()));
     }
     return keys;

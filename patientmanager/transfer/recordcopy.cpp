@@ -99,7 +99,7 @@ void RecordCopy::copyFiles(RecordLevel level, qlonglong key, const QString &fold
 /// One level only: where the parent could not be made, what belongs below it fails, too.
 QString RecordCopy::makeFolder(const QString &parent, const QString &name)
 {
-    const QString folder = QDir::toNativeSeparators(parent + slash + name);
+    QString folder = QDir::toNativeSeparators(parent + slash + name);
     QDir().mkdir(folder);
     return folder;
 }

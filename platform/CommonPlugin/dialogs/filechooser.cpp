@@ -1,5 +1,6 @@
 #include "filechooser.h"
 
+#include <QApplication>
 #include <QFileDialog>
 
 namespace {

@@ -35,7 +35,7 @@ QString holder(RecordLevel level, const QString &destination)
         return {};
     }
     const auto upper = RecordLevel(int(level) - 1);
-    const QString first = name(upper, 0);
+    QString first = name(upper, 0);
     if (!QFileInfo::exists(QDir(destination).filePath(first))) {
         return first;
     }

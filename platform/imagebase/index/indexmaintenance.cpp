@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 #include <QSqlQuery>
+#include <QVariant>
 #include <QStorageInfo>
 
 namespace {

@@ -109,7 +109,7 @@ NetworkFailure DimseDialogue::wait()
     clock.start();
     do {
         if ((m_cancelWanted || m_cancelled) && !m_sinceCancel.isValid()) {
-            const NetworkFailure failure = sendCancel();
+            NetworkFailure failure = sendCancel();
             if (!failure.isNone()) {
                 return failure;
             }
@@ -126,7 +126,7 @@ NetworkFailure DimseDialogue::wait()
 
 NetworkFailure DimseDialogue::next(T_DIMSE_Message &message, int &context, QString &comment)
 {
-    const NetworkFailure failure = wait();
+    NetworkFailure failure = wait();
     if (!failure.isNone()) {
         return failure;
     }

@@ -13,7 +13,7 @@ class DcmDataset;
 namespace QueryIdentifier {
 
 /// The longest answer that is taken from a peer, and of each value as much.
-inline constexpr qint64 longestAnswer = 1024 * 1024;
+inline constexpr qint64 longestAnswer = qint64(1024) * 1024;
 inline constexpr int longestValue = 64 * 1024;
 
 /// A data set of the keys, in UTF-8.

@@ -74,7 +74,7 @@ NetworkFailure QueryScu::Private::take(
     DimseDialogue &dialogue, const QueryRequest &request, QueryResult &result)
 {
     QByteArray bytes;
-    const NetworkFailure failure = dialogue.readData(QueryIdentifier::longestAnswer, bytes);
+    NetworkFailure failure = dialogue.readData(QueryIdentifier::longestAnswer, bytes);
     if (!failure.isNone()) {
         return failure;
     }

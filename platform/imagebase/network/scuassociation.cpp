@@ -15,7 +15,7 @@ namespace {
 /// How long a peer that is told of the end may take to close the line itself.
 constexpr int closingMs = 1000;
 
-constexpr qint64 bareCommandBytes = 32 * 1024; ///< a command is a few hundred
+constexpr qint64 bareCommandBytes = qint64(32) * 1024; ///< a command is a few hundred
 constexpr int pdusWithCommand = 3;
 
 int seconds(int milliseconds)

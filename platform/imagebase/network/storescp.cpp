@@ -18,6 +18,7 @@
 
 namespace {
 
+constexpr qint64 msPerSecond = 1000;
 constexpr int lookMs = 200; ///< between looks at the switch
 constexpr int lookSoonMs = 20; ///< while somebody waits for a thread
 constexpr int mostWaiting = 256;
@@ -136,7 +137,7 @@ void StoreScp::Private::look()
     for (std::size_t i = 0; i < waiting.size(); ++i) {
         if (polled[i + 1].revents != 0 && !waiting[i].spoke) {
             waiting[i].spoke = true;
-            waiting[i].deadline.setRemainingTime(patienceSeconds * 1000);
+            waiting[i].deadline.setRemainingTime(patienceSeconds * msPerSecond);
         }
     }
     if (polled.front().revents != 0) {
@@ -152,7 +153,8 @@ void StoreScp::Private::accept()
             turnAway(socket);
             continue;
         }
-        waiting.push_back({std::move(socket), QDeadlineTimer(settings.firstWordSeconds * 1000), false});
+        waiting.push_back(
+            {std::move(socket), QDeadlineTimer(settings.firstWordSeconds * msPerSecond), false});
     }
     if (errno == EMFILE || errno == ENFILE) {
         QThread::msleep(lookSoonMs); // somebody connects, and the process has no number left for him

@@ -213,7 +213,7 @@ StoreOutcome StoreScu::send(const QByteArray &path, const QByteArray &next)
     T_ASC_Association *native = d->association.native();
     const int context = d->association.contextFor(file.kind.sopClass, file.kind.transferSyntax);
     const quint16 message = native->nextMsgID;
-    const StoreOutcome sent =
+    StoreOutcome sent =
         context != 0 && file.dataSet > 0 ? d->sendAsItIs(file, context) : d->sendWrittenAnew(file);
     if (!sent.isAccepted()) {
         return sent;

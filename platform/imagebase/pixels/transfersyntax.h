@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 
 /// How the pixels of a transfer syntax are packed.
 namespace TransferSyntax {
