@@ -1,0 +1,150 @@
+#include "multipartreader.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int longestHead = 16 * 1024;
+constexpr int longestBoundary = 200; ///< 70 by the standard
+constexpr char lineEnd[] = "\r\n";
+constexpr char headEnd[] = "\r\n\r\n";
+constexpr int markLength = 2; ///< of what follows a boundary
+
+} // namespace
+
+QByteArray MultipartReader::parameter(const QByteArray &header, const QByteArray &name)
+{
+    int at = header.indexOf(';');
+    while (at >= 0) {
+        int end = at + 1;
+        for (bool quoted = false; end < header.size() && (quoted || header[end] != ';'); ++end) {
+            quoted = quoted != (header[end] == '"');
+        }
+        const QByteArray item = header.mid(at + 1, end - at - 1).trimmed();
+        const int equals = item.indexOf('=');
+        if (equals > 0 && item.left(equals).trimmed().toLower() == name) {
+            const QByteArray value = item.mid(equals + 1).trimmed();
+            const bool isQuoted = value.size() >= 2 && value.startsWith('"') && value.endsWith('"');
+            return isQuoted ? value.mid(1, value.size() - 2) : value;
+        }
+        at = end < header.size() ? end : -1;
+    }
+    return {};
+}
+
+MultipartReader::MultipartReader(const QByteArray &contentType, Sink sink)
+    : m_sink(std::move(sink))
+    , m_held(lineEnd) // so that a boundary at the very beginning is found as the others are
+{
+    const QByteArray boundary = parameter(contentType, "boundary");
+    m_delimiter = lineEnd + QByteArray("--") + boundary;
+    if (boundary.isEmpty() || boundary.size() > longestBoundary
+        || !contentType.trimmed().toLower().startsWith("multipart/related")) {
+        m_state = State::Broken;
+    }
+}
+
+bool MultipartReader::feed(const QByteArray &bytes)
+{
+    if (m_state == State::Complete) {
+        return true;
+    }
+    m_held.append(bytes);
+    while (m_state != State::Broken && m_state != State::Complete && step()) { }
+    return m_state != State::Broken;
+}
+
+bool MultipartReader::fail()
+{
+    m_state = State::Broken;
+    m_held.clear();
+    return false;
+}
+
+/// @return false where more bytes are needed
+bool MultipartReader::step()
+{
+    switch (m_state) {
+    case State::Before:
+        return findFirst();
+    case State::Boundary:
+        return readBoundary();
+    case State::Head:
+        return readHead();
+    case State::Part:
+        return readPart();
+    case State::Complete:
+    case State::Broken:
+        break;
+    }
+    return false;
+}
+
+bool MultipartReader::findFirst()
+{
+    const int at = m_held.indexOf(m_delimiter);
+    if (at < 0) {
+        m_held = m_held.right(m_delimiter.size() - 1);
+        return false;
+    }
+    m_held.remove(0, at + m_delimiter.size());
+    m_state = State::Boundary;
+    return true;
+}
+
+/// Behind a boundary: another part, or the end.
+bool MultipartReader::readBoundary()
+{
+    if (m_held.size() < markLength) {
+        return false;
+    }
+    if (m_held.startsWith("--")) {
+        m_state = State::Complete;
+        m_held.clear();
+        return true;
+    }
+    const int end = m_held.indexOf(lineEnd);
+    if (end < 0) {
+        return m_held.size() > longestBoundary ? fail() : false;
+    }
+    if (!m_held.left(end).trimmed().isEmpty()) {
+        return fail();
+    }
+    m_held.remove(0, end); // its line end may be the empty line of a part without a head
+    m_state = State::Head;
+    return true;
+}
+
+bool MultipartReader::readHead()
+{
+    const int end = m_held.indexOf(headEnd);
+    if (end < 0 || end > longestHead) {
+        return end < 0 && m_held.size() <= longestHead ? false : fail();
+    }
+    QByteArray type;
+    for (const QByteArray &line : m_held.left(end).split('\n')) {
+        const int colon = line.indexOf(':');
+        if (colon > 0 && line.left(colon).trimmed().toLower() == "content-type") {
+            type = line.mid(colon + 1).trimmed();
+        }
+    }
+    m_held.remove(0, end + int(sizeof headEnd) - 1);
+    m_state = State::Part;
+    return m_sink.begin(type) || fail();
+}
+
+bool MultipartReader::readPart()
+{
+    const int at = m_held.indexOf(m_delimiter);
+    const int ready = at >= 0 ? at : std::max(0, m_held.size() - m_delimiter.size() + 1);
+    if (ready > 0 && !m_sink.data(m_held.constData(), ready)) {
+        return fail();
+    }
+    m_held.remove(0, ready);
+    if (at < 0) {
+        return false;
+    }
+    m_held.remove(0, m_delimiter.size());
+    m_state = State::Boundary;
+    return m_sink.end() || fail();
+}

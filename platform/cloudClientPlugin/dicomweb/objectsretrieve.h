@@ -1,0 +1,54 @@
+#pragma once
+
+#include "cloudclientplugin_export.h"
+#include "multipartreader.h"
+#include "webfailure.h"
+
+#include <QFile>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class QNetworkReply;
+class WebClient;
+
+/**
+ * A WADO-RS request for the objects of a study, a series or one instance, as they are stored: each goes into
+ * a file of a folder while it comes in, so that memory stays small. A file that is announced is whole; what
+ * an end in the middle left is removed.
+ */
+class CLOUDCLIENTPLUGIN_EXPORT ObjectsRetrieve : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Asks at once. @param client must live on the same thread, and outlive the request
+    /// @param resource as "studies/1.2.3/series/1.2.3.4"
+    /// @param folder an existing one; the files in it belong to the caller
+    ObjectsRetrieve(WebClient &client, const QString &resource, QString folder, QObject *parent = nullptr);
+    ~ObjectsRetrieve() override;
+
+    void abort();
+    int objects() const { return m_objects; }
+
+signals:
+    void received(const QString &path);
+    void progress(qint64 bytes);
+    void finished(const WebFailure &failure);
+
+private:
+    bool beginFile(const QByteArray &type);
+    bool writeFile(const char *data, qint64 length);
+    bool endFile();
+    void removeHalf();
+    void readMore();
+    void end();
+
+    const QString m_folder;
+    QPointer<QNetworkReply> m_reply;
+    std::unique_ptr<MultipartReader> m_reader;
+    QFile m_file;
+    WebFailure m_failure;
+    int m_objects = 0;
+};

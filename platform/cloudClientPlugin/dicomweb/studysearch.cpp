@@ -1,0 +1,146 @@
+#include "studysearch.h"
+
+#include "webclient.h"
+
+#include <QNetworkReply>
+#include <QRegularExpression>
+#include <QTimer>
+
+namespace {
+
+constexpr int pageSize = 100;
+constexpr int noContent = 204;
+
+QString range(const QString &first, const QString &last)
+{
+    return first.isEmpty() && last.isEmpty() ? QString() : first + QLatin1Char('-') + last;
+}
+
+/// Letters, digits and what else travels in a query as it is. Any other character becomes a wildcard: of any
+/// length beyond ASCII, as archives may leave those out where they search.
+QString plain(QString value)
+{
+    static const QRegularExpression beyondAscii(QStringLiteral("[^\\x00-\\x7f]+"));
+    static const QRegularExpression other(QStringLiteral("[^A-Za-z0-9*?._-]"));
+    return value.replace(beyondAscii, QStringLiteral("*")).replace(other, QStringLiteral("?"));
+}
+
+QString identityOf(const DicomJson &answer)
+{
+    const QString series = answer.text(DicomTag::seriesUid);
+    return series.isEmpty() ? answer.text(DicomTag::studyUid) : series;
+}
+
+} // namespace
+
+QUrlQuery StudyQuestion::query() const
+{
+    QUrlQuery query;
+    const auto add = [&query](quint32 tag, const QString &value) {
+        if (!value.isEmpty()) {
+            query.addQueryItem(DicomTag::name(tag), plain(value));
+        }
+    };
+    add(DicomTag::patientName, patientName.isEmpty() ? QString() : QStringLiteral("*%1*").arg(patientName));
+    add(DicomTag::patientId, patientId);
+    add(DicomTag::studyDate, range(firstDate, lastDate));
+    add(DicomTag::modalitiesInStudy, modality);
+    add(DicomTag::studyUid, studyUid);
+    for (const quint32 tag : {DicomTag::studyDescription, DicomTag::modalitiesInStudy,
+             DicomTag::seriesInStudy, DicomTag::imagesInStudy}) {
+        query.addQueryItem(QStringLiteral("includefield"), DicomTag::name(tag));
+    }
+    return query;
+}
+
+bool StudyQuestion::matches(const DicomJson &study) const
+{
+    const auto fits = [](const QString &wanted, const QString &value, bool isPart) {
+        const QString pattern = QRegularExpression::wildcardToRegularExpression(
+            isPart ? QStringLiteral("*%1*").arg(wanted) : wanted);
+        return wanted.isEmpty()
+            || QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption).match(value).hasMatch();
+    };
+    return fits(patientName, study.text(DicomTag::patientName), true)
+        && fits(patientId, study.text(DicomTag::patientId), false);
+}
+
+StudySearch::StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent)
+    : QObject(parent)
+    , m_client(client)
+    , m_resource(std::move(resource))
+    , m_query(query)
+{
+    const WebFailure refusal = client.refusal();
+    if (refusal.isNone()) {
+        ask();
+    } else {
+        QTimer::singleShot(0, this, [this, refusal] { emit finished(refusal); });
+    }
+}
+
+StudySearch::~StudySearch()
+{
+    if (m_reply) {
+        m_reply->disconnect(this);
+        delete m_reply;
+    }
+}
+
+void StudySearch::abort()
+{
+    if (m_reply) {
+        m_reply->abort();
+    }
+}
+
+void StudySearch::ask()
+{
+    QUrlQuery page = m_query;
+    page.addQueryItem(QStringLiteral("limit"), QString::number(pageSize));
+    page.addQueryItem(QStringLiteral("offset"), QString::number(m_read));
+    m_reply = m_client.get(m_resource, page);
+    m_reply->setParent(this);
+    connect(m_reply, &QNetworkReply::finished, this, &StudySearch::answered);
+}
+
+void StudySearch::end(const WebFailure &failure)
+{
+    m_reply->deleteLater();
+    m_reply.clear();
+    emit finished(failure);
+}
+
+void StudySearch::answered()
+{
+    const WebFailure failure = WebClient::failureOf(*m_reply);
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (!failure.isNone() || status == noContent) {
+        end(failure);
+        return;
+    }
+    bool isGood = false;
+    const QVector<DicomJson> answers = DicomJson::read(m_reply->readAll(), &isGood);
+    if (!isGood) {
+        end({WebProblem::BadAnswer, {}, status});
+        return;
+    }
+    const QString first = answers.isEmpty() ? QString() : identityOf(answers.first());
+    const bool isRepeated = m_read > 0 && first == m_firstOfPage;
+    if (answers.isEmpty() || isRepeated) {
+        end({});
+        return;
+    }
+    m_firstOfPage = first;
+    m_read += answers.size();
+    m_isCutShort = m_read >= mostAnswers;
+    emit found(answers);
+    if (answers.size() < pageSize || m_isCutShort || !m_reply) {
+        if (m_reply) {
+            end({});
+        }
+        return;
+    }
+    m_reply->deleteLater();
+    ask();
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "cloudclientplugin_export.h"
+#include "dicomjson.h"
+#include "webfailure.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QUrlQuery>
+
+class QNetworkReply;
+class WebClient;
+
+/// What studies are looked for by; what is empty matters not. Dates as DICOM writes them.
+struct CLOUDCLIENTPLUGIN_EXPORT StudyQuestion
+{
+    QString patientName; ///< a beginning of any of its parts; the service's wildcards are added
+    QString patientId;
+    QString firstDate;
+    QString lastDate;
+    QString modality;
+    QString studyUid;
+
+    /// The query of a QIDO-RS search for studies. Whatever would have to be escaped is asked for as "any
+    /// character", since not every service undoes that: what comes back may be more than was asked for.
+    QUrlQuery query() const;
+    /// Whether a study that was found is one that was asked for, as far as names and IDs go.
+    bool matches(const DicomJson &study) const;
+};
+
+/**
+ * A QIDO-RS search, page by page until the service has no more or mostAnswers were read.
+ */
+class CLOUDCLIENTPLUGIN_EXPORT StudySearch : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int mostAnswers = 1000;
+
+    /// Asks at once. @param client must live on the same thread, and outlive the search
+    /// @param resource as "studies", or "studies/1.2.3/series"
+    StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent = nullptr);
+    ~StudySearch() override;
+
+    void abort();
+    /// Whether the service may have more than was read.
+    bool isCutShort() const { return m_isCutShort; }
+
+signals:
+    /// Some more answers; comes any number of times before finished().
+    void found(const QVector<DicomJson> &answers);
+    void finished(const WebFailure &failure);
+
+private:
+    void ask();
+    void answered();
+    void end(const WebFailure &failure);
+
+    WebClient &m_client;
+    const QString m_resource;
+    const QUrlQuery m_query;
+    QPointer<QNetworkReply> m_reply;
+    int m_read = 0;
+    QString m_firstOfPage; ///< tells a service that knows no pages and gives the same again
+    bool m_isCutShort = false;
+};

@@ -1,0 +1,166 @@
+#include "webclient.h"
+
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
+#include <QNetworkReply>
+#include <QSslConfiguration>
+#include <QTimer>
+
+namespace {
+
+constexpr char timedOutProperty[] = "timedOut";
+constexpr int unauthorized = 401;
+constexpr int forbidden = 403;
+constexpr int notFound = 404;
+constexpr int conflict = 409;
+constexpr int firstServerError = 500;
+
+/// Keeps nothing: a session is what the caller's header says.
+class NoCookies : public QNetworkCookieJar
+{
+public:
+    using QNetworkCookieJar::QNetworkCookieJar;
+    QList<QNetworkCookie> cookiesForUrl(const QUrl & /*url*/) const override { return {}; }
+    bool setCookiesFromUrl(const QList<QNetworkCookie> & /*cookies*/, const QUrl & /*url*/) override
+    {
+        return false;
+    }
+};
+
+WebProblem problemOfStatus(int status)
+{
+    switch (status) {
+    case unauthorized:
+        return WebProblem::Unauthorized;
+    case forbidden:
+        return WebProblem::Forbidden;
+    case notFound:
+        return WebProblem::NotFound;
+    case conflict:
+        return WebProblem::Conflict;
+    default:
+        return status >= firstServerError ? WebProblem::ServerError : WebProblem::Refused;
+    }
+}
+
+WebProblem problemOfLine(QNetworkReply &reply)
+{
+    if (reply.property(timedOutProperty).toBool()) {
+        return WebProblem::TimedOut;
+    }
+    switch (reply.error()) {
+    case QNetworkReply::NoError:
+        return WebProblem::None;
+    case QNetworkReply::OperationCanceledError:
+        return WebProblem::Stopped;
+    case QNetworkReply::SslHandshakeFailedError:
+        return WebProblem::CertificateRefused;
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::ProxyTimeoutError:
+        return WebProblem::TimedOut;
+    case QNetworkReply::RemoteHostClosedError:
+        return WebProblem::LineCut;
+    case QNetworkReply::TooManyRedirectsError:
+    case QNetworkReply::InsecureRedirectError:
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolInvalidOperationError:
+        return WebProblem::NotDicomWeb;
+    case QNetworkReply::ProtocolFailure:
+    case QNetworkReply::UnknownContentError:
+        return WebProblem::BadAnswer;
+    default:
+        return WebProblem::NoRoute;
+    }
+}
+
+} // namespace
+
+const QByteArray WebClient::dicomJson("application/dicom+json");
+
+WebClient::WebClient(WebService service, QObject *parent)
+    : QObject(parent)
+    , m_service(std::move(service))
+{
+    m_network.setCookieJar(new NoCookies);
+    m_network.setProxy(m_service.proxy);
+    m_network.setRedirectPolicy(QNetworkRequest::SameOriginRedirectPolicy);
+}
+
+WebFailure WebClient::refusal() const
+{
+    const QString scheme = m_service.address.scheme();
+    if (!m_service.address.isValid() || m_service.address.host().isEmpty()
+        || (scheme != QLatin1String("https") && scheme != QLatin1String("http"))) {
+        return {WebProblem::NotDicomWeb, m_service.address.toDisplayString(QUrl::RemoveUserInfo), 0};
+    }
+    return {m_service.exposesCredentials() ? WebProblem::PlainRefused : WebProblem::None, {}, 0};
+}
+
+QNetworkRequest WebClient::request(
+    const QString &resource, const QUrlQuery &query, const QByteArray &accept) const
+{
+    QUrl url = m_service.at(resource);
+    url.setUserInfo(QString());
+    url.setQuery(query);
+    QNetworkRequest request(url);
+    request.setRawHeader("Accept", accept);
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, true);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    if (!m_service.authorization.isEmpty()) {
+        request.setRawHeader("Authorization", m_service.authorization);
+    }
+    if (!m_service.authorities.isEmpty()) {
+        QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+        tls.addCaCertificates(m_service.authorities);
+        request.setSslConfiguration(tls);
+    }
+    return request;
+}
+
+/// Gives a reply up after silence in both directions, not after a time: large bodies take theirs.
+QNetworkReply *WebClient::watched(QNetworkReply *reply) const
+{
+    auto *silence = new QTimer(reply);
+    silence->setSingleShot(true);
+    const auto heard = [silence, wait = m_patienceMs] { silence->start(wait); };
+    connect(silence, &QTimer::timeout, reply, [reply] {
+        reply->setProperty(timedOutProperty, true);
+        reply->abort();
+    });
+    connect(reply, &QNetworkReply::uploadProgress, silence, heard);
+    connect(reply, &QNetworkReply::downloadProgress, silence, heard);
+    connect(reply, &QNetworkReply::encrypted, silence, heard);
+    connect(reply, &QNetworkReply::finished, silence, &QTimer::stop);
+    heard();
+    return reply;
+}
+
+QNetworkReply *WebClient::get(const QString &resource, const QUrlQuery &query, const QByteArray &accept)
+{
+    return watched(m_network.get(request(resource, query, accept)));
+}
+
+QNetworkReply *WebClient::post(const QString &resource, const QByteArray &contentType, QIODevice *body)
+{
+    QNetworkRequest asked = request(resource, {}, dicomJson);
+    asked.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
+    asked.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    return watched(m_network.post(asked, body));
+}
+
+WebFailure WebClient::failureOf(QNetworkReply &reply)
+{
+    constexpr int firstError = 400;
+    constexpr int firstRedirect = 300;
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const QString reason = reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
+    if (status >= firstError && !reply.property(timedOutProperty).toBool()) {
+        return {problemOfStatus(status), reason, status};
+    }
+    const WebProblem problem = problemOfLine(reply);
+    if (problem != WebProblem::None) {
+        return {problem, reply.errorString(), status};
+    }
+    return status >= firstRedirect ? WebFailure{WebProblem::NotDicomWeb, reason, status} : WebFailure();
+}

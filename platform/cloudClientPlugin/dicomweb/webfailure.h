@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+/// Why a DICOMweb service did not do what it was asked.
+enum class WebProblem : quint8 {
+    None,
+    Stopped, ///< by us
+    NoRoute, ///< name not found, connection refused, network unreachable
+    TimedOut,
+    LineCut, ///< in the middle of a request or an answer
+    CertificateRefused,
+    PlainRefused, ///< a password would have travelled unencrypted
+    Unauthorized, ///< wrong user or password, or the session has ended
+    Forbidden,
+    NotFound,
+    Conflict,
+    NotDicomWeb, ///< something answers there, but no DICOMweb service
+    Refused, ///< any other answer of the 400s
+    ServerError, ///< an answer of the 500s
+    BadAnswer, ///< an answer that cannot be understood
+    FileUnreadable, ///< a file of ours
+    DiskFull,
+};
+
+/// A problem, the service's or the system's own words on it, and the HTTP status where there was one.
+struct WebFailure
+{
+    WebProblem problem = WebProblem::None;
+    QString detail; ///< never holds a credential
+    int status = 0;
+
+    bool isNone() const { return problem == WebProblem::None; }
+    /// Whether the same may succeed a little later.
+    bool isPassing() const
+    {
+        return problem == WebProblem::NoRoute || problem == WebProblem::TimedOut
+            || problem == WebProblem::LineCut || problem == WebProblem::ServerError;
+    }
+};
+
+Q_DECLARE_METATYPE(WebFailure)

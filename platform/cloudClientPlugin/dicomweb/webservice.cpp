@@ -1,0 +1,33 @@
+#include "webservice.h"
+
+#include <QHostAddress>
+
+bool WebService::isLoopback() const
+{
+    const QString host = address.host();
+    return host == QLatin1String("localhost") || QHostAddress(host).isLoopback();
+}
+
+bool WebService::exposesCredentials() const
+{
+    return !authorization.isEmpty() && !mayBePlain && !isLoopback()
+        && address.scheme() != QLatin1String("https");
+}
+
+QUrl WebService::at(const QString &resource) const
+{
+    QUrl url = address;
+    const QString root = address.path();
+    url.setPath(root + (root.endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/")) + resource);
+    return url;
+}
+
+QByteArray WebService::basic(const QString &user, const QString &password)
+{
+    return "Basic " + (user + QLatin1Char(':') + password).toUtf8().toBase64();
+}
+
+QByteArray WebService::bearer(const QByteArray &token)
+{
+    return "Bearer " + token;
+}
