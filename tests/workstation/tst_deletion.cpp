@@ -69,6 +69,20 @@ private slots:
         QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
     }
 
+    void aSelectionThatMovesDuringTheQuestionIsNotDeleted()
+    {
+        const Frame frame(3);
+        Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
+        kivMessageBoxForm::setAnswerer([this, &frame](const kivMessageBoxForm::Request &) {
+            frame.patientView()->selectRow(2);
+            ++m_asked;
+            return kivMessageBoxForm::AnswerOk;
+        });
+        frame.action("actionDelete")->trigger();
+        QCOMPARE(m_asked, 2); // the second one says so
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
+    }
+
     void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
     {
         const Frame frame(3);

@@ -7,7 +7,6 @@
 #include "kivmessageboxform.h"
 #include "patientmanagermainwindow.h"
 #include "recordform.h"
-#include "selectionstatus.h"
 #include "selectionsubject.h"
 #include "statuspanel.h"
 #include "storecare.h"
@@ -70,8 +69,10 @@ DeletionController::DeletionController(const WindowParts &parts, QWidget *window
     // The forms read their tables again without a question, so the host asks before a deletion begins.
     m_library->deletions()->setGate([this] { return mayBegin(); });
     // Answered before the signal's emission returns: one confirmed upload would refuse all later deletions.
-    connect(m_library, &PatientManagerMainWindow::uploadFlag, m_library,
-        [this] { m_library->onUpLoadFlag(m_isUploading && m_isUploading()); });
+    connect(m_library, &PatientManagerMainWindow::uploadFlag, this, [this] {
+        m_asked = m_selection->forActions(); // the first that a deletion does, before it asks
+        m_library->onUpLoadFlag(m_isUploading && m_isUploading());
+    });
     connect(m_library->deletions(), &DeletionNotifier::ended, this, &DeletionController::showEnd);
     connect(m_care, &StoreCare::finished, this, &DeletionController::showCare);
     connect(m_care, &StoreCare::failed, this, &DeletionController::showFailedCare);
@@ -94,11 +95,26 @@ void DeletionController::stop()
     m_care->stop();
 }
 
+/// The library reads the selection anew after its questions, and what others write may have moved it
+/// meanwhile.
 bool DeletionController::mayBegin()
 {
-    const RecordSelection taken = m_selection->forActions();
-    m_chosen = subjectOf(taken); // while it can be read
-    if (!isInSight(taken)
+    m_chosen = subjectOf(m_asked); // while it can be read
+    if (!isConfirmed()) {
+        return false;
+    }
+    if (m_selection->forActions().isOfSameRecords(m_asked)) {
+        return true;
+    }
+    kivMessageBoxForm::warning(m_window, tr("Delete"),
+        tr("The selection has changed meanwhile, so nothing was deleted. Select again what is to go."),
+        kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    return false;
+}
+
+bool DeletionController::isConfirmed()
+{
+    if (!isInSight(m_asked)
         && kivMessageBoxForm::question(m_window, tr("Delete"),
                tr("What is to be deleted is in a table that is not shown now: %1. Delete it?").arg(m_chosen),
                kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "filedisposal.h"
+#include "selectionstatus.h"
 
 #include <QObject>
 #include <QPointer>
@@ -13,13 +14,11 @@ class EditController;
 class PatientManagerMainWindow;
 class QWidget;
 class RecordForm;
-class SelectionStatus;
 class StatusPanel;
 class StoreCare;
 struct ConnectionFailure;
 struct DeletionReport;
 struct StoreSweep;
-struct RecordSelection;
 struct WindowParts;
 
 /**
@@ -45,6 +44,7 @@ public:
 
 private:
     bool mayBegin();
+    bool isConfirmed();
     bool isInSight(const RecordSelection &records) const;
     void nameSelection();
     void tell(const char *actionName, const QString &text) const;
@@ -62,6 +62,7 @@ private:
     StatusPanel *const m_status;
     StoreCare *const m_care;
     QPointer<DeletionLeftovers> m_leftovers;
+    RecordSelection m_asked; ///< what was selected as the deletion was asked for
     QString m_chosen; ///< what a deletion was asked for, and whose it is
     std::function<bool()> m_isUploading;
 };

@@ -7,6 +7,7 @@
 
 #include <QItemSelectionModel>
 #include <QLocale>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlTableModel>
@@ -36,6 +37,12 @@ bool areThere(RecordLevel level, const QList<qlonglong> &keys)
 }
 
 } // namespace
+
+bool RecordSelection::isOfSameRecords(const RecordSelection &other) const
+{
+    const auto setOf = [](const QList<qlonglong> &list) { return QSet<qlonglong>(list.begin(), list.end()); };
+    return level == other.level && setOf(keys) == setOf(other.keys);
+}
 
 QString RecordSelection::text() const
 {

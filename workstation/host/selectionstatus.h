@@ -18,6 +18,8 @@ struct RecordSelection
     QList<qlonglong> keys;
 
     bool isEmpty() const { return keys.isEmpty(); }
+    /// In whatever order.
+    bool isOfSameRecords(const RecordSelection &other) const;
     /// "1 patient", "3 series"; empty where nothing is selected.
     QString text() const;
 };
