@@ -122,12 +122,25 @@ ReceiveSettings ReceivePage::wanted() const
     return settings;
 }
 
-QString ReceivePage::fault() const
+/// Of what is shown, that which the user can change: the rest is judged when receiving is switched on.
+ReceiveSettings ReceivePage::judged() const
 {
     const ReceiveSettings settings = shown();
-    if (settings == m_firstShown) {
+    if (settings.enabled) {
+        return settings;
+    }
+    ReceiveSettings own;
+    own.aeTitle = settings.aeTitle;
+    own.address = QLatin1String(ReceiveSettings::thisComputer);
+    return own;
+}
+
+QString ReceivePage::fault() const
+{
+    if (shown() == m_firstShown) {
         return {}; // what stood there before is not this page's to judge
     }
+    const ReceiveSettings settings = judged();
     switch (settings.fault()) {
     case ReceiveSettings::Fault::BadAeTitle:
         return tr(

@@ -24,6 +24,7 @@ private:
     void build();
     void enableFields();
     ReceiveSettings shown() const;
+    ReceiveSettings judged() const;
     ReceiveSettings wanted() const;
 
     ReceiveSettings m_stored; ///< as they were read
