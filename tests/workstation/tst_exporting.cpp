@@ -124,6 +124,7 @@ void ExportingTest::whatIsSelectedIsExported()
     QCOMPARE(exported(), 2);
     const auto *button = m_frame->window->findChild<QToolButton *>(QStringLiteral("exportButton"));
     QVERIFY(button->isVisible());
+    QVERIFY2(button->toolTip().contains(target()), qPrintable(button->toolTip()));
     progress()->close(); // looked at: nothing is left to tell
     QVERIFY(!button->isVisible());
 }
@@ -138,6 +139,7 @@ void ExportingTest::whatFailsCanBeTriedAgain()
     QTRY_VERIFY(!m_frame->window->exports()->isRunning());
     QTRY_VERIFY(first->isVisible()); // something is to be told
     QVERIFY(first->findChild<QPlainTextEdit *>()->toPlainText().contains(lost));
+    QVERIFY2(!headline(first).contains(QStringLiteral("All of it")), qPrintable(headline(first)));
     QCOMPARE(exported(), 1);
     QVERIFY(QFile::rename(lost + QStringLiteral(".away"), lost));
     first->findChild<QPushButton *>(QStringLiteral("exportRetry"))->click();

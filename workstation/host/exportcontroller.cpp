@@ -6,6 +6,7 @@
 #include "exportqueue.h"
 #include "exporttext.h"
 #include "kivmessageboxform.h"
+#include "plaintooltip.h"
 #include "selectionstatus.h"
 #include "selectionsubject.h"
 
@@ -18,6 +19,7 @@
 namespace {
 
 constexpr int lookMs = 250;
+constexpr int shownCharacters = 60;
 
 } // namespace
 
@@ -33,8 +35,7 @@ ExportController::ExportController(const SelectionStatus *selection, QStatusBar 
     m_action->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+E")));
     m_action->setToolTip(tr("Export what is selected as folders, as a ZIP archive or with a DICOMDIR"));
     m_button->setObjectName(QStringLiteral("exportButton"));
-    m_button->setToolTip(tr("Show the export"));
-    m_button->setAccessibleName(m_button->toolTip());
+    m_button->setAccessibleDescription(tr("Show the export"));
     m_button->setFocusPolicy(Qt::TabFocus);
     m_button->hide();
     bar->addPermanentWidget(m_button);
@@ -152,7 +153,16 @@ void ExportController::sayWhatRuns()
     if (waiting > 0) {
         text += tr(", %n waiting", nullptr, waiting);
     }
-    m_button->setText(text);
+    tell(text);
+}
+
+/// A path may be longer than the status bar, and have ampersands.
+void ExportController::tell(const QString &text)
+{
+    const QFontMetrics metrics = m_button->fontMetrics();
+    QString shown = metrics.elidedText(text, Qt::ElideMiddle, shownCharacters * metrics.averageCharWidth());
+    m_button->setText(shown.replace(QLatin1Char('&'), QLatin1String("&&")));
+    m_button->setToolTip(plainToolTip(text));
     m_button->setAccessibleName(text);
 }
 

@@ -39,6 +39,7 @@ private:
     void followQueue();
     void onEnded(int job);
     void sayWhatRuns();
+    void tell(const QString &text);
 
     const SelectionStatus *const m_selection;
     QWidget *const m_window;

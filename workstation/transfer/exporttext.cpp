@@ -60,12 +60,15 @@ QString completeText(const ExportReport &report)
             Text::tr("%Ln folder(s) were made there: %1.", nullptr, report.folders.size())
                 .arg(namesOf(report.folders)));
     }
-    if (report.isReadBack) {
-        text = followed(text, Text::tr("All of it was read back and is what was written."));
-    }
-    if (!report.failures.isEmpty()) {
+    const bool isGood = report.failures.isEmpty();
+    if (!isGood) {
         text = followed(
             text, Text::tr("Not everything went well: %Ln file(s).", nullptr, report.failures.size()));
+    }
+    if (report.isReadBack) {
+        text = followed(text,
+            isGood ? Text::tr("All of it was read back and is what was written.")
+                   : Text::tr("What was exported was read back and is what was written."));
     }
     return text;
 }
