@@ -1,6 +1,7 @@
 #include "retrievallist.h"
 
 #include "detaillabel.h"
+#include "listheight.h"
 #include "plaincaption.h"
 #include "plaintableview.h"
 #include "progressdelegate.h"
@@ -15,7 +16,7 @@
 
 namespace {
 
-constexpr int visibleRows = 4; ///< with the header
+constexpr int visibleRows = 3;
 
 } // namespace
 
@@ -63,7 +64,7 @@ void RetrievalList::buildTable()
     m_table->setColumnCharacters(RetrievalModel::ArchiveColumn, 14);
     m_table->setColumnCharacters(RetrievalModel::StateColumn, 10);
     m_table->setColumnCharacters(RetrievalModel::ProgressColumn, 16);
-    m_table->setMinimumHeight(visibleRows * m_table->fontMetrics().height() * 3 / 2);
+    m_table->setMinimumHeight(heightOfRows(*m_table, visibleRows));
     connect(
         m_table->selectionModel(), &QItemSelectionModel::currentChanged, this, &RetrievalList::showNotice);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,

@@ -45,14 +45,16 @@ void SendBatch::addUp(const QVector<SentJob> &jobs, qint64 elapsedMs)
     m_total = m_expected;
     m_sent = m_counted;
     m_failed = 0;
-    m_away = 0;
+    m_away.clear();
     m_isRunning = m_counted < m_expected;
     for (const SentJob &job : jobs) {
         if (m_jobs.contains(job.id)) {
             m_total += job.total;
             m_sent += job.accepted;
             m_failed += job.failed;
-            m_away += job.isAway && !job.isOver() ? 1 : 0;
+            if (job.isAway && !job.isOver()) {
+                m_away.insert(job.destination);
+            }
             m_isRunning = m_isRunning || !job.isOver();
         }
     }

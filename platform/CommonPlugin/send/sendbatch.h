@@ -25,12 +25,12 @@ public:
     qint64 sent() const { return m_sent; }
     qint64 failed() const { return m_failed; }
     double perSecond() const { return m_rate.filesPerSecond(); }
-    /// Sends whose destinations cannot be worked with at the moment.
-    int away() const { return m_away; }
+    /// Destinations, however many sends they have, that cannot be worked with at the moment.
+    int away() const { return m_away.size(); }
     /// -1 where that cannot be said, as while a destination is away
     qint64 millisecondsLeft() const
     {
-        return m_away > 0 ? -1 : m_rate.millisecondsFor(m_total - m_sent - m_failed);
+        return away() > 0 ? -1 : m_rate.millisecondsFor(m_total - m_sent - m_failed);
     }
 
 private:
@@ -43,7 +43,7 @@ private:
     qint64 m_total = 0;
     qint64 m_sent = 0;
     qint64 m_failed = 0;
-    int m_away = 0;
+    QSet<QString> m_away;
     bool m_isRunning = false;
     ImportRate m_rate;
 };

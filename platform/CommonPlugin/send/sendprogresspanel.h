@@ -6,14 +6,10 @@
 #include <QTimer>
 #include <QWidget>
 
-class DetailLabel;
-class PlainTableView;
 class QLabel;
 class QProgressBar;
-class QPushButton;
-class QTreeWidget;
-class QTreeWidgetItem;
-class SendFailureModel;
+class SendFailureList;
+class SendJobList;
 
 /// How the sends of the dialog go: one bar for all that run, a line for each destination, and what was not
 /// taken and why. Shows what SendNotifier knows, and else what is counted. GUI thread.
@@ -36,17 +32,8 @@ signals:
 
 private:
     void build();
-    QWidget *buildJobs();
-    QWidget *buildFailures();
-    QPushButton *addButton(const QString &text, const QString &name, const QString &toolTip);
     void update();
     void showBatch();
-    void showJobs();
-    void fillItem(QTreeWidgetItem *item, const SentJob &job);
-    void showFailures();
-    void showDetails();
-    void enableButtons();
-    qint64 currentJob() const;
 
     SendBatch m_batch;
     QElapsedTimer m_time;
@@ -54,14 +41,6 @@ private:
     QTimer m_tick; ///< time goes on where nothing changes
     QLabel *m_headline = nullptr;
     QProgressBar *m_bar = nullptr;
-    QTreeWidget *m_jobs = nullptr;
-    DetailLabel *m_notice = nullptr; ///< of the chosen send
-    SendFailureModel *m_failureModel = nullptr;
-    QLabel *m_failureCaption = nullptr;
-    PlainTableView *m_failures = nullptr;
-    DetailLabel *m_reason = nullptr; ///< of the chosen failure
-    QWidget *m_jobArea = nullptr;
-    QWidget *m_failureArea = nullptr;
-    QPushButton *m_retry = nullptr;
-    QPushButton *m_cancel = nullptr;
+    SendJobList *m_jobs = nullptr;
+    SendFailureList *m_failures = nullptr;
 };
