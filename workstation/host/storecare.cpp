@@ -1,6 +1,7 @@
 #include "storecare.h"
 
 #include "indexconnection.h"
+#include "sendservice.h"
 
 StoreCare::StoreCare(QObject *parent)
     : QObject(parent)
@@ -40,7 +41,7 @@ void StoreCare::work(const QString &databasePath)
         }
         deletions = RecordDeletion::finishBegun(index.database(), m_stop);
     }
-    const StoreSweep sweep = sweepStore(databasePath, m_stop);
+    const StoreSweep sweep = sweepStore(databasePath, {SendService::storePathOf(databasePath)}, m_stop);
     if (!m_stop) {
         emit finished(deletions, sweep); // queued to receivers on the GUI thread
     }

@@ -1,6 +1,5 @@
 #include "sendservice.h"
 
-#include "besideindex.h"
 #include "sendcoordinator.h"
 #include "sendlog.h"
 
@@ -99,7 +98,7 @@ SendService::~SendService()
 
 QString SendService::storePathOf(const QString &indexPath)
 {
-    return indexPath + QLatin1String(BesideIndex::sendJobs);
+    return indexPath + QStringLiteral(".send");
 }
 
 QString SendService::storePath() const

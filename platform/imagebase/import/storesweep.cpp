@@ -1,6 +1,5 @@
 #include "storesweep.h"
 
-#include "besideindex.h"
 #include "filestore.h"
 #include "indexconnection.h"
 #include "namedfiles.h"
@@ -16,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -87,15 +87,20 @@ bool isIndex(const QString &path)
     return reason != ConnectionFailure::Reason::Foreign && reason != ConnectionFailure::Reason::NotADatabase;
 }
 
-/// Another index beside this one, other than the copies that upgrades have made of it. The jobs go by their
-/// name: what they are is not in the file yet while they are being made.
-bool isShared(const QString &databasePath)
+QString patternOf(const QString &path)
+{
+    return QRegularExpression::escape(QFileInfo(path).fileName());
+}
+
+/// Another index beside this one, other than the copies that upgrades have made of it and the databases that
+/// the caller names: what those are is not in the file yet while they are being made.
+bool isShared(const QString &databasePath, const QStringList &others)
 {
     const QFileInfo own(databasePath);
-    const QRegularExpression family(
-        QRegularExpression::anchoredPattern(QRegularExpression::escape(own.fileName())
-            + QStringLiteral("(\\.version[0-9]+\\.backup|%1)?(-wal|-shm|-journal)?")
-                  .arg(QRegularExpression::escape(QLatin1String(BesideIndex::sendJobs)))));
+    QStringList names{patternOf(databasePath) + QStringLiteral("(\\.version[0-9]+\\.backup)?")};
+    std::transform(others.begin(), others.end(), std::back_inserter(names), patternOf);
+    const QRegularExpression family(QRegularExpression::anchoredPattern(
+        QStringLiteral("(%1)(-wal|-shm|-journal)?").arg(names.join(QLatin1Char('|')))));
     const QFileInfoList beside = own.absoluteDir().entryInfoList(QDir::Files | QDir::Hidden);
     return std::any_of(beside.begin(), beside.end(), [&family](const QFileInfo &file) {
         return !family.match(file.fileName()).hasMatch() && isIndex(file.filePath());
@@ -116,9 +121,10 @@ bool isAny(const QSqlDatabase &db, const QString &store, const char *where)
 }
 
 /// What speaks against the index being the whole truth about the store, whatever the mark says.
-StoreKept doubtAbout(const QSqlDatabase &db, const QString &databasePath, const QString &store)
+StoreKept doubtAbout(
+    const QSqlDatabase &db, const QString &databasePath, const QStringList &others, const QString &store)
 {
-    if (isShared(databasePath)) {
+    if (isShared(databasePath, others)) {
         return StoreKept::Shared;
     }
     if (isAny(db, store, "FilePath < ?1 OR FilePath >= ?2")) {
@@ -211,7 +217,7 @@ private:
 
 } // namespace
 
-StoreSweep sweepStore(const QString &databasePath, const std::atomic<bool> &stop)
+StoreSweep sweepStore(const QString &databasePath, const QStringList &others, const std::atomic<bool> &stop)
 {
     StoreSweep sweep;
     const QString store = storeFolder(databasePath);
@@ -225,7 +231,7 @@ StoreSweep sweepStore(const QString &databasePath, const std::atomic<bool> &stop
     const std::optional<StoreState> marked = mark.read();
     const StoreState own = StoreMark::ofIndex(db);
     const std::optional<QStringList> found = strays(db, store, stop);
-    const StoreKept doubt = found ? doubtAbout(db, databasePath, store) : StoreKept::No;
+    const StoreKept doubt = found ? doubtAbout(db, databasePath, others, store) : StoreKept::No;
     if (!found || (found->isEmpty() && doubt != StoreKept::No)) {
         return sweep;
     }

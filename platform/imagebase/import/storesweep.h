@@ -37,6 +37,8 @@ struct StoreSweep
  * comes to its place only within a transaction. Nothing is touched, and all is left, unless the store's mark
  * says that the store is this index's own and the index no older than the store; StoreKept has all reasons.
  *
+ * @param others paths of databases of the program that may lie beside the index and are none themselves
  * @param stop ends it early when it becomes true
  */
-IMAGEBASE_EXPORT StoreSweep sweepStore(const QString &databasePath, const std::atomic<bool> &stop);
+IMAGEBASE_EXPORT StoreSweep sweepStore(
+    const QString &databasePath, const QStringList &others, const std::atomic<bool> &stop);

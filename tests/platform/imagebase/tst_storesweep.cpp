@@ -33,6 +33,10 @@ private slots:
 
 private:
     void import(const QString &name = QString(), int files = 6) const;
+    StoreSweep sweep() const
+    {
+        return sweepStore(m_index->path(), {m_index->path() + QStringLiteral(".jobs")}, never);
+    }
     QString source(const QString &name) const
     {
         return m_index->folder() + QStringLiteral("/source/") + name;
@@ -80,15 +84,15 @@ void StoreSweepTest::strayFilesAreSweptAndNothingElse()
     for (const QString &path : others) {
         writeFile(path);
     }
-    m_index->query(QStringLiteral("VACUUM INTO '%1.send'").arg(m_index->path())); // whatever is in it by now
+    m_index->query(QStringLiteral("VACUUM INTO '%1.jobs'").arg(m_index->path())); // whatever is in it by now
     QVERIFY(QFile::link(m_index->folder() + QStringLiteral("/source"), store() + QStringLiteral("/link")));
     const QString expired = store() + QStringLiteral("/.removed/2001-02-03/x/y");
     writeFile(expired);
-    const StoreSweep sweep = sweepStore(m_index->path(), never);
-    QVERIFY(sweep.left.isEmpty());
-    QCOMPARE(sweep.removed, QStringList{stray});
+    const StoreSweep swept = sweep();
+    QVERIFY(swept.left.isEmpty());
+    QCOMPARE(swept.removed, QStringList{stray});
     QVERIFY(!QFile::exists(stray) && !QFileInfo::exists(QFileInfo(stray).path()));
-    QVERIFY(QFile::exists(sweep.removedTo + stray.mid(store().size())));
+    QVERIFY(QFile::exists(swept.removedTo + stray.mid(store().size())));
     QVERIFY(!QFile::exists(expired));
     for (const QString &path : others) {
         QVERIFY2(QFile::exists(path), qPrintable(path));
@@ -121,9 +125,9 @@ void StoreSweepTest::aStoreInDoubtIsKept()
     import();
     const QString stray = addStray();
     m_index->query(QString(change).replace(QLatin1String("%1"), m_index->folder()));
-    const StoreSweep sweep = sweepStore(m_index->path(), never);
-    QTEST(sweep.kept, "kept");
-    QVERIFY(sweep.removed.isEmpty() && sweep.left.contains(stray) && QFile::exists(stray));
+    const StoreSweep swept = sweep();
+    QTEST(swept.kept, "kept");
+    QVERIFY(swept.removed.isEmpty() && swept.left.contains(stray) && QFile::exists(stray));
 }
 
 /// An older copy that has gone on with the store is no better; records for all files make it good.
@@ -137,13 +141,13 @@ void StoreSweepTest::anOlderIndexKeepsTheStore()
         .uids(QStringLiteral("1.7"), QStringLiteral("1.7.1"), QStringLiteral("1.2.7"))
         .write(source(QStringLiteral("7.dcm")));
     import(QStringLiteral("7.dcm"), 1);
-    StoreSweep sweep = sweepStore(m_index->path(), never);
-    QCOMPARE(sweep.kept, StoreKept::OlderIndex);
-    QCOMPARE(sweep.left.size(), 1);
+    StoreSweep swept = sweep();
+    QCOMPARE(swept.kept, StoreKept::OlderIndex);
+    QCOMPARE(swept.left.size(), 1);
     import(QStringLiteral("6.dcm"), 1);
-    QVERIFY(sweepStore(m_index->path(), never).left.isEmpty());
+    QVERIFY(sweep().left.isEmpty());
     const QString stray = addStray();
-    QCOMPARE(sweepStore(m_index->path(), never).removed, QStringList{stray});
+    QCOMPARE(sweep().removed, QStringList{stray});
 }
 
 PM_TEST_MAIN(StoreSweepTest)
