@@ -112,6 +112,11 @@ void TreeModelTest::rowsComeAndGo()
     QVERIFY(model.removeRows(0, 1));
     QVERIFY(!c.isValid());
     QCOMPARE(shape(model), QStringLiteral("d"));
+    TreeItem root({1, 2});
+    QVERIFY(root.insertChildren(0, 2, 2));
+    QVERIFY(!root.setData(2, 3) && !root.child(2) && !root.data(-1).isValid());
+    QVERIFY(root.removeColumns(0, 1));
+    QCOMPARE(root.child(1)->columnCount(), 1);
 }
 
 void TreeModelTest::columnsComeAndGoOnEveryLevel()

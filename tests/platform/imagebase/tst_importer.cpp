@@ -10,6 +10,7 @@
 #include <QSqlQuery>
 #include <QtTest>
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -51,10 +52,14 @@ public:
             .query(QStringLiteral("SELECT FilePath FROM imageformat WHERE InstanceNumber = ?"), {instance})
             .toString();
     }
+    /// All files of the store but the mark that says whose it is.
     QStringList stored() const
     {
-        return filesBelow(index.folder() + QStringLiteral("/store"), {QStringLiteral("*.dcm")});
+        QStringList files = filesBelow(store());
+        files.removeOne(store() + QStringLiteral(".index"));
+        return files;
     }
+    QString store() const { return index.folder() + QStringLiteral("/store/"); }
 
     TemporaryIndex index;
     ImportRequest request;
@@ -197,7 +202,19 @@ void TestImporter::copiesIntoTheStore()
 /// Whatever a file calls its patient or itself.
 void TestImporter::copiesNothingOutOfTheStore()
 {
+    const QTemporaryDir around;
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(around.path()));
     Scene scene;
+    qputenv("TMPDIR", temporary);
+    const auto outside = [&] {
+        QStringList files = filesBelow(around.path());
+        const auto isOurs = [&scene](const QString &path) {
+            return path.startsWith(scene.store()) || path.startsWith(scene.index.path());
+        };
+        files.erase(std::remove_if(files.begin(), files.end(), isOurs), files.end());
+        return files;
+    };
     scene.request.mode = ImportMode::Copy;
     const QStringList ids{QStringLiteral("../../up"), QStringLiteral("/etc/passwd"), QStringLiteral(".."),
         QStringLiteral("CON"), QString(300, QLatin1Char('x'))};
@@ -214,9 +231,11 @@ void TestImporter::copiesNothingOutOfTheStore()
         DicomFileBuilder().uids(good, uid, good).write(scene.file(good + QLatin1Char('s')));
         DicomFileBuilder().uids(good, good, uid).write(scene.file(good + QLatin1Char('i')));
     }
+    const QStringList before = outside();
     const ImportReport report = scene.import();
     QCOMPARE(report.of(FileVerdict::New), ids.size());
     QCOMPARE(report.of(FileVerdict::Refused), 3 * badUids.size());
+    QCOMPARE(outside(), before);
     const QRegularExpression place(QRegularExpression::escape(scene.index.folder())
         + QStringLiteral("/store/[-\\w]+(/[\\d.]+){3}\\.dcm"));
     const QStringList stored = scene.stored();
