@@ -6,16 +6,16 @@
 #include <QDateTime>
 #include <QString>
 
-/// What the windows say of a send job.
+/// What the windows say of a send job. It depends on the parameters and the program's language and locale
+/// alone: any thread, while neither is being changed.
 namespace JobText {
 
 /// When it was, here, to the minute.
 QString timeOf(const QDateTime &time);
-/// As the send dialog knows it.
 /// How a job ended, in a sentence with whose images it sent and where to.
 QString endOf(const SendJob &job);
+/// As the send dialog knows it.
 SendState stateOf(SendJobState state);
-/// Who has asked for it: a person, or the forwarding of an import.
 /// Where to, by the name that people gave it.
 QString destinationOf(const SendJob &job);
 /// Whose images, or what asked for them where nobody knows.

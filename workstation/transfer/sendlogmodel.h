@@ -33,7 +33,7 @@ public:
     /// The same log; what is in sight is read again. More objects are added behind, fewer begin anew.
     void refresh(int count);
 
-    /// A row as a line, columns parted by tabs. Any thread.
+    /// A row as a line, columns parted by tabs. Any thread, as JobText's functions.
     static QString lineOf(const SendObject &sent);
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

@@ -9,7 +9,8 @@
 #include <QString>
 #include <QStringList>
 
-/// The sentences about transfers over the DICOM network, for every window that shows one. GUI thread.
+/// The sentences about transfers over the DICOM network, for every window that shows one. They depend on
+/// their parameters and the program's language and locale alone: any thread, while neither is being changed.
 namespace TransferText {
 
 /// A sentence, with what the system, a peer or a parser said about it, if anything.
