@@ -9,7 +9,7 @@
     </message>
 </context>
 <context>
-    <name>SendProgressPanel</name>
+    <name>SendJobList</name>
     <message numerus="yes">
         <source>%n taken with a warning</source>
         <translation>
@@ -24,6 +24,9 @@
             <numerusform>%n skipped: not DICOM files</numerusform>
         </translation>
     </message>
+</context>
+<context>
+    <name>SendProgressPanel</name>
     <message numerus="yes">
         <source>%n destination(s) cannot be reached now</source>
         <translation>

@@ -999,6 +999,17 @@
     </message>
 </context>
 <context>
+    <name>SendFailureList</name>
+    <message>
+        <source>Images that were not taken</source>
+        <translation>未被接收的图像</translation>
+    </message>
+    <message>
+        <source>N&amp;ot taken: %1</source>
+        <translation>未被接收(&amp;O): %1</translation>
+    </message>
+</context>
+<context>
     <name>SendFailureModel</name>
     <message>
         <source>File</source>
@@ -1014,11 +1025,7 @@
     </message>
 </context>
 <context>
-    <name>SendProgressPanel</name>
-    <message>
-        <source>Progress of the send</source>
-        <translation>发送进度</translation>
-    </message>
+    <name>SendJobList</name>
     <message>
         <source>Sends</source>
         <translation>发送任务</translation>
@@ -1026,6 +1033,10 @@
     <message>
         <source>Destination</source>
         <translation>目标节点</translation>
+    </message>
+    <message>
+        <source>Patient</source>
+        <translation>患者</translation>
     </message>
     <message>
         <source>State</source>
@@ -1055,10 +1066,6 @@
         <source>Send again what the destination of this line did not take</source>
         <translation>重新发送此行目标节点未接收的内容</translation>
     </message>
-    <message>
-        <source>Images that were not taken</source>
-        <translation>未被接收的图像</translation>
-    </message>
     <message numerus="yes">
         <source>%n taken with a warning</source>
         <translation>
@@ -1071,13 +1078,12 @@
             <numerusform>已跳过 %n 个：不是 DICOM 文件</numerusform>
         </translation>
     </message>
+</context>
+<context>
+    <name>SendProgressPanel</name>
     <message>
-        <source>N&amp;ot taken: %1</source>
-        <translation>未被接收(&amp;O): %1</translation>
-    </message>
-    <message>
-        <source>Patient</source>
-        <translation>患者</translation>
+        <source>Progress of the send</source>
+        <translation>发送进度</translation>
     </message>
     <message numerus="yes">
         <source>%n destination(s) cannot be reached now</source>

@@ -504,10 +504,6 @@
         <comment>between two remarks</comment>
         <translation>；</translation>
     </message>
-    <message>
-        <source>The index has images of all of it already; what is the same stays as it is.</source>
-        <translation>索引中已有全部所选项的图像；相同的图像保持不变。</translation>
-    </message>
     <message numerus="yes">
         <source>The index has images of %n of them already; what is the same stays as it is.</source>
         <translation>
@@ -517,6 +513,14 @@
     <message>
         <source>Series</source>
         <translation>序列</translation>
+    </message>
+    <message>
+        <source>The index has all images of it already; what is the same stays as it is.</source>
+        <translation>索引中已有所选项的全部图像；相同的图像保持不变。</translation>
+    </message>
+    <message>
+        <source>The index has some images of it already; what is the same stays as it is.</source>
+        <translation>索引中已有所选项的部分图像；相同的图像保持不变。</translation>
     </message>
 </context>
 <context>
@@ -659,6 +663,10 @@
     <message>
         <source>What is to be deleted is in a table that is not shown now: %1. Delete it?</source>
         <translation>要删除的内容位于当前未显示的表格中：%1。确定删除吗？</translation>
+    </message>
+    <message>
+        <source>The selection has changed meanwhile, so nothing was deleted. Select again what is to go.</source>
+        <translation>其间选择已改变，因此没有删除任何内容。请重新选择要删除的内容。</translation>
     </message>
 </context>
 <context>
@@ -1049,6 +1057,10 @@
         <translation>
             <numerusform>%Ln 个文件，%1</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>What was exported was read back and is what was written.</source>
+        <translation>已导出的部分已回读，与写入的内容一致。</translation>
     </message>
 </context>
 <context>
