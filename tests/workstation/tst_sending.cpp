@@ -84,6 +84,7 @@ private slots:
     void everyObjectHasItsOwnEnd();
     void aSilentPeerIsAskedAgain();
     void onlyUncompressed();
+    void aFileThatDoesNotSayHowItIsWritten();
     void moreKindsThanOneAssociationHas();
     void aNodeThatIsAwayHoldsUpNoOther();
     void aRejectedTitleFailsAtOnce();
@@ -224,6 +225,29 @@ void TestSending::onlyUncompressed()
     QCOMPARE(refused.first().outcome.problem, StoreProblem::SyntaxNotAccepted);
     QCOMPARE(service.job(toAny).accepted, 2);
     QCOMPARE(any.received().first().transferSyntax, rle);
+}
+
+void TestSending::aFileThatDoesNotSayHowItIsWritten()
+{
+    const QString path = writeFiles(m_folder->path(), 1).first();
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QByteArray bytes = file.readAll();
+    const QByteArray syntax = QByteArray("\x02\x00\x10\x00UI\x14\x00", 8) + "1.2.840.10008.1.2.1" + '\0';
+    constexpr int lengthOfGroup = 128 + 4 + 8;
+    const int place = bytes.indexOf(syntax);
+    QVERIFY(place > 0);
+    bytes[lengthOfGroup] = char(bytes[lengthOfGroup] - syntax.size());
+    bytes.remove(place, syntax.size());
+    QVERIFY(file.seek(0) && file.write(bytes) == bytes.size() && file.resize(bytes.size()));
+    file.close();
+
+    const FaultyPeer peer;
+    SendService service(m_store, impatient());
+    const qint64 job = service.enqueue({path}, node(peer.port()), SendSource::Dialog);
+    QVERIFY(waitForEnd(service, job));
+    QCOMPARE(service.job(job).accepted, 1);
+    QCOMPARE(StoreFileReader().read(QFile::encodeName(path)).dataSet, 0);
 }
 
 void TestSending::moreKindsThanOneAssociationHas()

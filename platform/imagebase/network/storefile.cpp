@@ -20,7 +20,7 @@ bool isAsDeclared(FileWindow &file, const MetaInformation &meta)
         return meta.end < file.size();
     }
     const uchar *head = isEven ? file.at(meta.end, headLength) : nullptr;
-    if (!head || meta.transferSyntax == DicomUid::bigEndian) {
+    if (!head || meta.transferSyntax.isEmpty() || meta.transferSyntax == DicomUid::bigEndian) {
         return false;
     }
     const bool hasVr = head[4] >= 'A' && head[4] <= 'Z' && head[5] >= 'A' && head[5] <= 'Z';
