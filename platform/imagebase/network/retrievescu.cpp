@@ -91,6 +91,7 @@ NetworkFailure RetrieveScu::Private::store(
     case StoreProvider::Outcome::Kept:
         break;
     case StoreProvider::Outcome::Refused:
+        ++result.refused;
         if (result.failedInstances.size() < mostNamed) {
             result.failedInstances.append(QString::fromLatin1(request.AffectedSOPInstanceUID));
             result.refusedInstances.append(result.failedInstances.constLast());
@@ -105,7 +106,7 @@ NetworkFailure RetrieveScu::Private::store(
 NetworkFailure RetrieveScu::Private::takeFailed(DimseDialogue &dialogue, RetrieveResult &result)
 {
     QByteArray bytes;
-    const NetworkFailure failure = dialogue.readData(QueryIdentifier::longestAnswer, bytes);
+    NetworkFailure failure = dialogue.readData(QueryIdentifier::longestAnswer, bytes);
     if (!failure.isNone()) {
         return failure;
     }

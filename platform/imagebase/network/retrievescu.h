@@ -41,9 +41,13 @@ struct RetrieveResult
     RetrieveProgress progress;
     QStringList failedInstances; ///< UIDs, where it names them, and of what we refused; at most a thousand
     QStringList refusedInstances; ///< of these, what we refused: it would be refused again
+    int refused = 0; ///< how many that were, the unnamed ones among them
 
     /// How many objects have not come, and might still.
-    int missing() const { return qMax(progress.failed, failedInstances.size()) - refusedInstances.size(); }
+    int missing() const
+    {
+        return qMax(progress.failed - refused, failedInstances.size() - refusedInstances.size());
+    }
 
     bool isGood() const
     {
