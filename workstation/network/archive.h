@@ -8,6 +8,14 @@
 /// service, by having it send.
 enum class RetrieveMethod { Auto, Get, Move };
 
+/// Answers that are taken at most of one question.
+namespace ArchiveLimit {
+inline constexpr int patients = 500;
+inline constexpr int studies = 500;
+inline constexpr int series = 2'000;
+inline constexpr int images = 20'000;
+} // namespace ArchiveLimit
+
 /// A configured destination as something that can be searched. GUI thread.
 struct Archive
 {

@@ -3,10 +3,8 @@
 #include "createconnection.h"
 
 #include <QRunnable>
-#include <QSet>
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -25,52 +23,7 @@ private:
     Function m_function;
 };
 
-/// Those that are new and are what was asked for; the others name nothing or are known.
-QVector<QueryRecord> taken(const QVector<QueryRecord> &records, quint32 uidTag, QSet<QString> &known,
-    int &unreadable, const ArchiveQuestion &question = {})
-{
-    QVector<QueryRecord> result;
-    for (const QueryRecord &record : records) {
-        const QString uid = record.value(uidTag);
-        unreadable += uid.isEmpty() ? 1 : 0;
-        if (!uid.isEmpty() && !known.contains(uid) && question.matches(record)) {
-            known.insert(uid);
-            result.append(record);
-        }
-    }
-    return result;
-}
-
-/// What an answer below a patient need not repeat.
-QueryRecord withPatient(const QueryRecord &study, const QueryRecord &patient)
-{
-    QueryRecord record = study;
-    for (const quint32 tag : {QueryTag::patientId, QueryTag::issuerOfPatientId, QueryTag::patientName,
-             QueryTag::birthDate, QueryTag::sex}) {
-        if (record.value(tag).isEmpty()) {
-            record.insert(tag, patient.value(tag));
-        }
-    }
-    return record;
-}
-
 } // namespace
-
-/// One of the attempts at a question, and what the search has come to by it.
-struct ArchiveSearch::Attempt
-{
-    const ArchiveQuestion &question;
-    const int number;
-    ArchiveAnswer &answer;
-    QSet<QString> &known; ///< studies that were told already
-
-    void take(const QueryResult &result) const
-    {
-        answer.failure = result.failure;
-        answer.status = result.status;
-        answer.isCutOff = answer.isCutOff || result.isCutOff;
-    }
-};
 
 /// One association and what is asked over it.
 struct ArchiveSearch::Task
@@ -132,88 +85,16 @@ void ArchiveSearch::search(const Archive &archive, const ArchiveQuestion &questi
 /// On a thread of the pool.
 void ArchiveSearch::ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question)
 {
-    ArchiveAnswer answer;
-    answer.failure = task->scu.open();
-    QSet<QString> known;
-    bool isEnough = false;
-    for (int number = 0; number < question.attempts() && answer.isGood() && !isEnough; ++number) {
-        const Attempt attempt{question, number, answer, known};
-        const bool hasStudyRoot = task->scu.hasStudyRoot();
-        // Studies are asked for by what is known of them, as no archive has keys for that with its patients.
-        const bool isForPatients = !question.isAboutStudies() || !hasStudyRoot;
-        const auto patients = isForPatients ? askForPatients(task, attempt) : QVector<QueryRecord>();
-        const auto studies = !answer.isGood() ? QVector<QueryRecord>()
-            : hasStudyRoot                    ? askForStudies(task, attempt)
-                                              : askBelow(task, attempt, patients);
-        isEnough =
-            question.isEnough(number, patients.isEmpty() || question.isAboutStudies() ? studies : patients);
-    }
+    const ArchiveInquiry::Listener listener{[&](const QVector<QueryRecord> &patients) {
+                                                tell(
+                                                    task, [this, patients] { emit foundPatients(patients); });
+                                            },
+        [&](const QVector<QueryRecord> &studies) { tell(task, [this, studies] { emit found(studies); }); }};
+    const ArchiveAnswer answer = ArchiveInquiry(task->scu, question, listener).run();
     tell(task, [this, answer] {
         m_studies.reset();
         emit ended(answer);
     });
-}
-
-/// In the patient root model. An archive that has none, or refuses, is asked for studies alone, whose answers
-/// say whose they are.
-QVector<QueryRecord> ArchiveSearch::askForPatients(const std::shared_ptr<Task> &task, const Attempt &attempt)
-{
-    const QueryResult result = task->scu.find(attempt.question.patientAttempt(attempt.number, mostPatients));
-    if (result.failure.problem == NetworkProblem::NoContext || result.status != 0) {
-        return {};
-    }
-    attempt.take(result);
-    QVector<QueryRecord> patients;
-    std::copy_if(result.records.begin(), result.records.end(), std::back_inserter(patients),
-        [&attempt](const QueryRecord &patient) { return attempt.question.matchesPatient(patient); });
-    if (!attempt.question.isAboutStudies()) {
-        tell(task, [this, patients] { emit foundPatients(patients); });
-    }
-    return patients;
-}
-
-/// Of all patients at once.
-QVector<QueryRecord> ArchiveSearch::askForStudies(const std::shared_ptr<Task> &task, const Attempt &attempt)
-{
-    const QueryResult result = task->scu.find(attempt.question.attempt(attempt.number, mostStudies));
-    attempt.take(result);
-    tellStudies(task, attempt, result.records);
-    return result.records;
-}
-
-/// Of one patient after the other, in an archive that has only the patient root model.
-QVector<QueryRecord> ArchiveSearch::askBelow(
-    const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &patients)
-{
-    QVector<QueryRecord> all;
-    for (const QueryRecord &patient : patients) {
-        if (patient.value(QueryTag::patientId).isEmpty()) {
-            ++attempt.answer.unreadable; // it cannot be named, and no ID at all would name everybody
-            continue;
-        }
-        const QueryResult result =
-            task->scu.find(attempt.question.attemptBelow(patient, attempt.number, mostStudies));
-        attempt.take(result);
-        QVector<QueryRecord> studies;
-        for (const QueryRecord &study : result.records) {
-            studies.append(withPatient(study, patient));
-        }
-        tellStudies(task, attempt, studies);
-        all += studies;
-        attempt.answer.isCutOff = attempt.answer.isCutOff || all.size() >= mostStudies;
-        if (!result.isGood() || all.size() >= mostStudies) {
-            break;
-        }
-    }
-    return all;
-}
-
-void ArchiveSearch::tellStudies(
-    const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &studies)
-{
-    const auto told =
-        taken(studies, QueryTag::studyUid, attempt.known, attempt.answer.unreadable, attempt.question);
-    tell(task, [this, told] { emit found(told); });
 }
 
 /// To the GUI thread, unless another search has begun.
@@ -234,10 +115,8 @@ void ArchiveSearch::listSeries(const QString &patientId, const QString &studyUid
     const auto task = std::make_shared<Task>(m_archive);
     begin(task);
     run(m_pool, [this, task, patientId, studyUid, number = m_number] {
-        const QueryResult result = task->scu.find(seriesOf(patientId, studyUid, mostSeries));
-        ArchiveAnswer answer{result.failure, result.status, result.isCutOff, 0};
-        QSet<QString> known;
-        const auto series = taken(result.records, QueryTag::seriesUid, known, answer.unreadable);
+        QVector<QueryRecord> series;
+        const ArchiveAnswer answer = askForSeries(task->scu, patientId, studyUid, series);
         QMetaObject::invokeMethod(
             this,
             [this, studyUid, series, answer, number] {

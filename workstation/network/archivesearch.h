@@ -1,7 +1,7 @@
 #pragma once
 
 #include "archive.h"
-#include "archivequestion.h"
+#include "archiveinquiry.h"
 #include "localholdings.h"
 
 #include <QMap>
@@ -10,17 +10,6 @@
 
 #include <functional>
 #include <memory>
-
-/// How a search ended.
-struct ArchiveAnswer
-{
-    NetworkFailure failure;
-    quint16 status = 0; ///< the archive's own word where it refused
-    bool isCutOff = false; ///< there may be more
-    int unreadable = 0; ///< answers that name no study or series
-
-    bool isGood() const { return failure.isNone() && status == 0; }
-};
 
 /**
  * Searches an archive on threads of its own. What has been asked last counts: another search ends the one
@@ -32,11 +21,6 @@ class ArchiveSearch : public QObject
     Q_OBJECT
 
 public:
-    /// Answers that are taken at most.
-    static constexpr int mostPatients = 500;
-    static constexpr int mostStudies = 500;
-    static constexpr int mostSeries = 2000;
-
     explicit ArchiveSearch(QObject *parent = nullptr);
     ~ArchiveSearch() override;
 
@@ -70,14 +54,7 @@ private:
     void begin(const std::shared_ptr<Task> &task);
     void abortAll();
     void countNext();
-    struct Attempt;
     void ask(const std::shared_ptr<Task> &task, const ArchiveQuestion &question);
-    QVector<QueryRecord> askForPatients(const std::shared_ptr<Task> &task, const Attempt &attempt);
-    QVector<QueryRecord> askForStudies(const std::shared_ptr<Task> &task, const Attempt &attempt);
-    QVector<QueryRecord> askBelow(
-        const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &patients);
-    void tellStudies(
-        const std::shared_ptr<Task> &task, const Attempt &attempt, const QVector<QueryRecord> &studies);
     void tell(const std::shared_ptr<Task> &task, const std::function<void()> &function);
 
     QThreadPool m_pool;

@@ -1,11 +1,10 @@
 #include "objectplaces.h"
 
+#include "archive.h"
+
 #include <QSet>
 
 namespace {
-
-constexpr int mostSeries = 2'000;
-constexpr int mostImages = 20'000;
 
 QueryRecord below(const RetrieveRequest &request)
 {
@@ -29,7 +28,8 @@ QStringList seriesOfStudy(const RetrieveRequest &request, QueryScu &archive)
     QueryRecord keys = below(request);
     keys.insert(QueryTag::seriesUid, {});
     QStringList uids;
-    for (const QueryRecord &series : archive.find({RecordLevel::Series, keys, mostSeries}).records) {
+    for (const QueryRecord &series :
+        archive.find({RecordLevel::Series, keys, ArchiveLimit::series}).records) {
         uids.append(series.value(QueryTag::seriesUid));
     }
     uids.removeAll(QString());
@@ -44,7 +44,7 @@ QStringList takeFrom(
     keys.insert(QueryTag::seriesUid, series);
     keys.insert(QueryTag::instanceUid, {});
     QStringList found;
-    for (const QueryRecord &image : archive.find({RecordLevel::Image, keys, mostImages}).records) {
+    for (const QueryRecord &image : archive.find({RecordLevel::Image, keys, ArchiveLimit::images}).records) {
         const QString uid = image.value(QueryTag::instanceUid);
         if (wanted.remove(uid)) {
             found.append(uid);

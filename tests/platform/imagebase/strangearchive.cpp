@@ -5,6 +5,8 @@
 #include <dcmtk/dcmdata/dcuid.h>
 #include <dcmtk/dcmnet/dimse.h>
 
+#include <vector>
+
 namespace {
 
 constexpr int silenceS = 20;
@@ -41,13 +43,20 @@ void StrangeArchive::Query::leave() const
     ASC_dropAssociation(m_association);
 }
 
-StrangeArchive::StrangeArchive(quint16 port, Script script)
+StrangeArchive::StrangeArchive(
+    quint16 port, Script script, const QVector<QByteArray> &models, int associations)
     : m_script(std::move(script))
+    , m_models(models)
+    , m_associations(associations)
 {
     if (ASC_initializeNetwork(NET_ACCEPTOR, port, silenceS, &m_network).bad()) {
         qFatal("port %d is not free", port);
     }
-    m_thread = std::thread([this] { serve(); });
+    m_thread = std::thread([this] {
+        for (int i = 0; i < m_associations; ++i) {
+            serve();
+        }
+    });
 }
 
 StrangeArchive::~StrangeArchive()
@@ -60,14 +69,15 @@ void StrangeArchive::serve()
 {
     T_ASC_Association *association = nullptr;
     const char *syntaxes[] = {UID_LittleEndianExplicitTransferSyntax};
-    const char *classes[] = {UID_FINDStudyRootQueryRetrieveInformationModel};
+    std::vector<const char *> classes(m_models.begin(), m_models.end());
     T_DIMSE_Message message = {};
     T_ASC_PresentationContextID context = 0;
     DcmDataset *detail = nullptr;
     const bool isAsked = ASC_receiveAssociation(m_network, &association, ASC_DEFAULTMAXPDU, nullptr, nullptr,
                              OFFalse, DUL_NOBLOCK, silenceS)
                              .good()
-        && ASC_acceptContextsWithPreferredTransferSyntaxes(association->params, classes, 1, syntaxes, 1)
+        && ASC_acceptContextsWithPreferredTransferSyntaxes(
+            association->params, classes.data(), int(classes.size()), syntaxes, 1)
                .good()
         && ASC_acknowledgeAssociation(association).good()
         && DIMSE_receiveCommand(association, DIMSE_NONBLOCKING, silenceS, &context, &message, &detail).good();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QVector>
 #include <QtGlobal>
 
 #include <functional>
@@ -11,8 +12,8 @@ struct T_ASC_Network;
 struct T_DIMSE_C_FindRQ;
 class DcmDataset;
 
-/// A peer that takes one association, and one query over it, and answers as a test wants: not as an archive
-/// should.
+/// A peer that takes one association after the other, and one query over each, and answers as a test wants:
+/// not as an archive should.
 class StrangeArchive
 {
 public:
@@ -37,10 +38,14 @@ public:
         const int m_context;
         const T_DIMSE_C_FindRQ &m_request;
     };
+    static constexpr char studyRoot[] = "1.2.840.10008.5.1.4.1.2.2.1";
+    static constexpr char patientRoot[] = "1.2.840.10008.5.1.4.1.2.1.1";
     using Script = std::function<void(const Query &query)>;
 
-    StrangeArchive(quint16 port, Script script);
-    /// Waits for the end of the association.
+    /// @param models that it has @param associations that it takes
+    StrangeArchive(
+        quint16 port, Script script, const QVector<QByteArray> &models = {studyRoot}, int associations = 1);
+    /// Waits for the end of the associations.
     ~StrangeArchive();
     StrangeArchive(const StrangeArchive &) = delete;
     StrangeArchive &operator=(const StrangeArchive &) = delete;
@@ -49,6 +54,8 @@ private:
     void serve();
 
     const Script m_script;
+    const QVector<QByteArray> m_models;
+    const int m_associations;
     T_ASC_Network *m_network = nullptr;
     std::thread m_thread;
 };
