@@ -82,6 +82,24 @@ private slots:
         QVERIFY(model.seriesUids().isEmpty());
     }
 
+    /// Archives need not tell of a study when its patient was born, or who has issued the number.
+    void aStudyThatSaysLessIsOfTheListedPatient()
+    {
+        const auto record = [](const char *study, const char *born) {
+            return QueryRecord{{QueryTag::patientId, QStringLiteral("7")},
+                {QueryTag::patientName, QStringLiteral("Doe^Jane")},
+                {QueryTag::studyUid, QLatin1String(study)}, {QueryTag::birthDate, QLatin1String(born)}};
+        };
+        ArchiveModel model;
+        model.addPatients({record("", "19700101")});
+        model.addStudies({record("1.1", ""), record("1.2", "19700101")});
+        QCOMPARE(model.rowCount(), 1);
+        QCOMPARE(model.rowCount(model.index(0, 0)), 2);
+        model.addPatients({record("", "19800101")});
+        model.addStudies({record("1.3", "")}); // nobody knows whose
+        QCOMPARE(model.rowCount(), 3);
+    }
+
     void jobsKeepTheirRows()
     {
         SendJobModel model;

@@ -17,12 +17,20 @@ enum Role {
     HeldRole ///< of a study or series: images in the index
 };
 
-/// Two patients of one number are two where their names or birth dates differ.
-QString identityOf(const QueryRecord &study)
+/// Two patients of one number are two where their names differ.
+QString numberAndName(const QueryRecord &study)
 {
-    return QStringList{study.value(QueryTag::patientId), study.value(QueryTag::issuerOfPatientId),
-        foldedName(study.value(QueryTag::patientName)), study.value(QueryTag::birthDate)}
-        .join(QChar(0x1f));
+    return study.value(QueryTag::patientId) + QChar(0x1f) + foldedName(study.value(QueryTag::patientName));
+}
+
+/// Or their birth dates, or who has issued the number. Archives need not tell these of studies.
+bool isSame(const QueryRecord &patient, const QueryRecord &study, bool mayLack)
+{
+    const auto agree = [&](quint32 tag) {
+        const QString value = study.value(tag);
+        return value == patient.value(tag) || (mayLack && value.isEmpty());
+    };
+    return agree(QueryTag::birthDate) && agree(QueryTag::issuerOfPatientId);
 }
 
 QString orElse(const QString &text, const QString &otherwise)
@@ -66,15 +74,32 @@ QList<QStandardItem *> ArchiveModel::row(
     return items;
 }
 
+/// The patient that a study is of; where it tells too little, the only one that it may be of.
+QStandardItem *ArchiveModel::knownPatient(const QueryRecord &study) const
+{
+    QVector<QStandardItem *> possible;
+    for (QStandardItem *item : m_patients.value(numberAndName(study))) {
+        const QueryRecord patient = item->data(RecordRole).value<QueryRecord>();
+        if (isSame(patient, study, false)) {
+            return item;
+        }
+        if (isSame(patient, study, true)) {
+            possible.append(item);
+        }
+    }
+    return possible.size() == 1 ? possible.first() : nullptr;
+}
+
 QStandardItem *ArchiveModel::patientItem(const QueryRecord &study)
 {
-    QStandardItem *&patient = m_patients[identityOf(study)];
+    QStandardItem *patient = knownPatient(study);
     if (!patient) {
         const QString name = personNameForDisplay(study.value(QueryTag::patientName));
         const QString birthDate = ArchiveText::dateOf(study.value(QueryTag::birthDate));
         const auto items = row({orElse(name, tr("(no name)")), study.value(QueryTag::patientId), birthDate},
             RecordLevel::Patient, study);
         patient = items.first();
+        m_patients[numberAndName(study)].append(patient);
         appendRow(items);
     }
     return patient;

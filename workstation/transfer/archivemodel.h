@@ -51,12 +51,13 @@ public:
     bool hasChildren(const QModelIndex &parent = QModelIndex()) const override;
 
 private:
+    QStandardItem *knownPatient(const QueryRecord &study) const;
     QStandardItem *patientItem(const QueryRecord &study);
     void removeSeries(QStandardItem *study);
     static QList<QStandardItem *> row(const QStringList &texts, RecordLevel level, const QueryRecord &record);
     static void setHeldText(QStandardItem *first, int images, quint32 totalTag);
 
-    QHash<QString, QStandardItem *> m_patients;
+    QHash<QString, QVector<QStandardItem *>> m_patients; ///< by number and name
     QHash<QString, QStandardItem *> m_studies; ///< by UID
     QHash<QString, QStandardItem *> m_series;
 };
