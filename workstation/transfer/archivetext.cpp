@@ -1,6 +1,7 @@
 #include "archivetext.h"
 
 #include "personname.h"
+#include "sentences.h"
 #include "transfertext.h"
 
 #include <QCoreApplication>
@@ -47,11 +48,6 @@ QString statusText(quint16 status)
     }
 }
 
-QString explained(const QString &what, const QString &detail)
-{
-    return Text::tr("%1: %2", "what happened: the details").arg(what, detail);
-}
-
 /// Parts of one list, by the comma of the language.
 QString listed(const QStringList &parts)
 {
@@ -63,12 +59,6 @@ QString sentences(const QString &first, const QString &second)
 {
     return second.isEmpty() ? Text::tr("%1.", "a sentence and its stop").arg(first)
                             : Text::tr("%1. %2", "two sentences").arg(first, second);
-}
-
-/// Two sentences with their stops.
-QString followed(const QString &first, const QString &second)
-{
-    return Text::tr("%1 %2", "two sentences with their stops").arg(first, second);
 }
 
 /// A series within its study; those without words have the end of their UID.
@@ -107,7 +97,7 @@ QString refusal(quint16 status, const QString &comment)
     const QString text =
         Text::tr("%1 (%2)", "meaning of a status (its hexadecimal number)")
             .arg(statusText(status), QString::number(status, 16).toUpper().rightJustified(4, '0'));
-    return comment.isEmpty() ? text : explained(text, comment);
+    return TransferText::withDetail(text, comment);
 }
 
 QString failedText(const RetrieveResult &result)
@@ -122,7 +112,7 @@ QString failedText(const RetrieveResult &result)
         if (result.failedInstances.size() > namedFailures) {
             names += QStringLiteral("…");
         }
-        text = explained(text, listed(names));
+        text = TransferText::withDetail(text, listed(names));
     }
     return text;
 }
@@ -154,10 +144,17 @@ QString of(const ArchiveAnswer &answer, int studies)
         text = studies == 0 ? sentences(problem, {}) : sentences(problem, text);
     }
     if (answer.isCutOff) {
-        text = followed(text, Text::tr("There may be more: the archive was stopped there. Ask for less."));
+        text = Sentences::followed(
+            text, Text::tr("There may be more: the archive was stopped there. Ask for less."));
     }
     if (answer.unreadable > 0) {
-        text = followed(text, Text::tr("%n answer(s) could not be read.", nullptr, answer.unreadable));
+        text = Sentences::followed(
+            text, Text::tr("%n answer(s) could not be read.", nullptr, answer.unreadable));
+    }
+    if (answer.withoutId > 0) {
+        text = Sentences::followed(text,
+            Text::tr("%n patient(s) without an ID: the archive cannot be asked for their studies.", nullptr,
+                answer.withoutId));
     }
     return text;
 }
@@ -185,12 +182,12 @@ QString requestOf(const QVector<Retrieval> &retrievals)
         return asked;
     }
     if (held < retrievals.size()) {
-        return followed(asked,
+        return Sentences::followed(asked,
             Text::tr("The index has images of %n of them already; what is the same stays as it is.", nullptr,
                 held));
     }
     const bool isWhole = std::all_of(retrievals.begin(), retrievals.end(), isWhollyHeld);
-    return followed(asked,
+    return Sentences::followed(asked,
         isWhole ? Text::tr("The index has all images of it already; what is the same stays as it is.")
                 : Text::tr("The index has some images of it already; what is the same stays as it is."));
 }
@@ -248,14 +245,14 @@ QString noticeOf(const Retrieval &retrieval)
     } else if (retrieval.isGood() && retrieval.held > 0) {
         parts += Text::tr("%n image(s) of it were in the index already", nullptr, retrieval.held);
     }
-    return parts.join(Text::tr("; ", "between two remarks"));
+    return Sentences::remarks(parts);
 }
 
 QString endOf(const Retrieval &retrieval)
 {
     QStringList parts{stateOf(retrieval), countOf(retrieval), noticeOf(retrieval)};
     parts.removeAll(QString());
-    return explained(retrieval.title, listed(parts));
+    return TransferText::withDetail(retrieval.title, listed(parts));
 }
 
 QString heldOf(int images, int total)

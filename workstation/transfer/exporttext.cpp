@@ -1,5 +1,6 @@
 #include "exporttext.h"
 
+#include "sentences.h"
 #include "transfertext.h"
 
 #include <QCoreApplication>
@@ -45,28 +46,23 @@ QString namesOf(const QStringList &folders)
     return names.join(Text::tr(", ", "between names"));
 }
 
-QString followed(const QString &first, const QString &second)
-{
-    return Text::tr("%1 %2", "two sentences with their stops").arg(first, second);
-}
-
 QString completeText(const ExportReport &report)
 {
     QString text =
         Text::tr("Exported %1 to %2.")
             .arg(exportSizeText(report.files, report.bytes), QDir::toNativeSeparators(report.made()));
     if (report.folders.size() > 1) {
-        text = followed(text,
+        text = Sentences::followed(text,
             Text::tr("%Ln folder(s) were made there: %1.", nullptr, report.folders.size())
                 .arg(namesOf(report.folders)));
     }
     const bool isGood = report.failures.isEmpty();
     if (!isGood) {
-        text = followed(
+        text = Sentences::followed(
             text, Text::tr("Not everything went well: %Ln file(s).", nullptr, report.failures.size()));
     }
     if (report.isReadBack) {
-        text = followed(text,
+        text = Sentences::followed(text,
             isGood ? Text::tr("All of it was read back and is what was written.")
                    : Text::tr("What was exported was read back and is what was written."));
     }

@@ -1,5 +1,6 @@
 #include "jobtext.h"
 
+#include "sentences.h"
 #include "transfertext.h"
 
 #include <QCoreApplication>
@@ -21,7 +22,7 @@ QString skippedText(const SendJob &job)
     if (job.warned > 0) {
         parts += Text::tr("%n taken with a warning", nullptr, int(job.warned));
     }
-    return parts.join(Text::tr("; ", "between two remarks"));
+    return Sentences::remarks(parts);
 }
 
 } // namespace

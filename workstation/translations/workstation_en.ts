@@ -52,6 +52,13 @@
             <numerusform>The index has images of %n of them already; what is the same stays as it is.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n patient(s) without an ID: the archive cannot be asked for their studies.</source>
+        <translation>
+            <numerusform>%n patient without an ID: the archive cannot be asked for their studies.</numerusform>
+            <numerusform>%n patients without an ID: the archive cannot be asked for their studies.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionController</name>

@@ -430,11 +430,6 @@
         <translation>此目标不支持查询，请选择可以查询的归档服务器</translation>
     </message>
     <message>
-        <source>%1: %2</source>
-        <comment>what happened: the details</comment>
-        <translation>%1：%2</translation>
-    </message>
-    <message>
         <source>, </source>
         <comment>between the parts of a list</comment>
         <translation>、</translation>
@@ -448,11 +443,6 @@
         <source>%1. %2</source>
         <comment>two sentences</comment>
         <translation>%1。%2</translation>
-    </message>
-    <message>
-        <source>%1 %2</source>
-        <comment>two sentences with their stops</comment>
-        <translation>%1%2</translation>
     </message>
     <message>
         <source>Series %1</source>
@@ -499,11 +489,6 @@
             <numerusform>其中 %n 幅图像原已在索引中</numerusform>
         </translation>
     </message>
-    <message>
-        <source>; </source>
-        <comment>between two remarks</comment>
-        <translation>；</translation>
-    </message>
     <message numerus="yes">
         <source>The index has images of %n of them already; what is the same stays as it is.</source>
         <translation>
@@ -521,6 +506,12 @@
     <message>
         <source>The index has some images of it already; what is the same stays as it is.</source>
         <translation>索引中已有所选项的部分图像；相同的图像保持不变。</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n patient(s) without an ID: the archive cannot be asked for their studies.</source>
+        <translation>
+            <numerusform>%n 名患者没有编号，无法向归档服务器查询其检查。</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -1028,11 +1019,6 @@
         <translation>、</translation>
     </message>
     <message>
-        <source>%1 %2</source>
-        <comment>two sentences with their stops</comment>
-        <translation>%1%2</translation>
-    </message>
-    <message>
         <source>Exported %1 to %2.</source>
         <translation>已导出 %1 到 %2。</translation>
     </message>
@@ -1125,11 +1111,6 @@
         <translation>
             <numerusform>已跳过 %Ln 个文件：不是 DICOM</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>; </source>
-        <comment>between two remarks</comment>
-        <translation>；</translation>
     </message>
     <message>
         <source>Cancelled: %1 to %2, %3</source>
@@ -2109,6 +2090,19 @@
     <message>
         <source>SOP instance UID</source>
         <translation>SOP 实例 UID</translation>
+    </message>
+</context>
+<context>
+    <name>Sentences</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>two sentences with their stops</comment>
+        <translation>%1%2</translation>
+    </message>
+    <message>
+        <source>; </source>
+        <comment>between two remarks</comment>
+        <translation>；</translation>
     </message>
 </context>
 <context>
