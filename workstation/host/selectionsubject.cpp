@@ -11,6 +11,8 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <array>
+
 namespace {
 
 /// Translation context of this file.
@@ -24,11 +26,11 @@ constexpr int namedPatients = 3;
 /// From the patients down to the records.
 QString joinedDownTo(RecordLevel level)
 {
-    const char *const joins[] = {"", " JOIN generalstudy ON generalstudy.patient_fk = patient.pk",
+    const std::array<const char *, 4> joins{"", " JOIN generalstudy ON generalstudy.patient_fk = patient.pk",
         " JOIN generalseries ON generalseries.study_fk = generalstudy.pk",
         " JOIN imageformat ON imageformat.series_fk = generalseries.pk"};
     QString tables = QStringLiteral("patient");
-    for (int step = 1; step <= int(level); ++step) {
+    for (std::size_t step = 1; step <= std::size_t(level) && step < joins.size(); ++step) {
         tables += QLatin1String(joins[step]);
     }
     return tables;

@@ -173,7 +173,7 @@ RetrieveResult RetrievalWork::move(const RetrieveRequest &request, const Retriev
 /// Everything once more; what is there already is noticed.
 RetrieveResult RetrievalWork::moveAll(const RetrieveResult &got)
 {
-    const RetrieveResult moved = move(m_retrieval.request, {});
+    RetrieveResult moved = move(m_retrieval.request, {});
     if (hasRun(moved) || isStopped(moved) || got.missing() == 0) {
         return moved;
     }

@@ -176,7 +176,7 @@ QString requestOf(const QVector<Retrieval> &retrievals)
     if (retrievals.isEmpty()) {
         return {};
     }
-    const QString asked = Text::tr("%n study(ies) or series asked for.", nullptr, retrievals.size());
+    QString asked = Text::tr("%n study(ies) or series asked for.", nullptr, retrievals.size());
     const int held = int(std::count_if(retrievals.begin(), retrievals.end(), isPartlyHeld));
     if (held == 0) {
         return asked;
