@@ -166,6 +166,7 @@ void RecordForm::updateFieldHeader()
 
 void RecordForm::submit()
 {
+    const ViewPlace place(m_view, m_model); // what is stored is read again
     QSqlDatabase db = m_model->database();
     db.transaction();
     if (!m_model->submitAll()) {
@@ -178,6 +179,7 @@ void RecordForm::submit()
         m_model->select();
         reportFailure(error);
     }
+    place.restore();
 }
 
 void RecordForm::reportFailure(const QString &error)

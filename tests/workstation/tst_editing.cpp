@@ -28,12 +28,17 @@ private slots:
     {
         const Frame frame(2);
         QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        const QList<qlonglong> chosen = frame.patients()->selectedKeys();
+        QCOMPARE(chosen.size(), 1);
         type(frame, frame.patientView(), QStringLiteral("PatientID"), QStringLiteral("NEW-ID"));
         QVERIFY(frame.action("actionSubmit")->isEnabled() && frame.action("actionRevertall")->isEnabled());
         QCOMPARE(storedId(frame), QStringLiteral("S1"));
         answerWith(kivMessageBoxForm::AnswerOk);
         frame.action("actionSubmit")->trigger();
         QCOMPARE(storedId(frame), QStringLiteral("NEW-ID"));
+        QCOMPARE(frame.patients()->selectedKeys(), chosen);
+        QVERIFY(frame.patientView()->currentIndex().isValid());
         QVERIFY(!frame.action("actionSubmit")->isEnabled() && !frame.action("actionRevertall")->isEnabled());
     }
 
