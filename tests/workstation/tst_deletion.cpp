@@ -1,16 +1,19 @@
 #include "deletionleftovers.h"
+#include "dicomfilebuilder.h"
 #include "frame.h"
 #include "kivmessageboxform.h"
 #include "namedcontrols.h"
 #include "ntableview.h"
 #include "patientmanagermainwindow.h"
 #include "recordform.h"
+#include "sessionservices.h"
 #include "statuspanel.h"
 #include "storecare.h"
 #include "testmain.h"
 
 #include <QAction>
 #include <QDir>
+#include <QLabel>
 #include <QPushButton>
 #include <QSqlTableModel>
 #include <QTableWidget>
@@ -83,6 +86,41 @@ private slots:
         QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
     }
 
+    void imagesThatWaitToBeSentAreAskedFor()
+    {
+        SessionServices services;
+        Frame frame(2);
+        frame.window.reset();
+        frame.window = std::make_unique<WorkstationWindow>(&services);
+        frame.window->show();
+        const QString path = frame.index.folder() + QStringLiteral("/1.dcm");
+        DicomFileBuilder().write(path);
+        frame.index.query(QStringLiteral("UPDATE imageformat SET FilePath = ? WHERE pk = 1"), {path});
+        SendLabel label;
+        label.destination = QStringLiteral("Archive");
+        SendService *sends = services.sending();
+        const auto node = DicomNode{QStringLiteral("AWAY"), QStringLiteral("127.0.0.1"), 1};
+        const qint64 job = sends->enqueue({path}, node, SendSource::Dialog, label);
+        QTRY_COMPARE(sends->job(job).total, 1);
+        QString question;
+        kivMessageBoxForm::setAnswerer([this, &question](const kivMessageBoxForm::Request &request) {
+            question = request.text;
+            return ++m_asked == 1 ? kivMessageBoxForm::AnswerOk : kivMessageBoxForm::AnswerCancel;
+        });
+        Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
+        // A file that stays where it is can still be sent.
+        const auto askedAbout = [&](const QString &marker) {
+            frame.index.query(QStringLiteral("UPDATE imageformat SET IrradiationEventUID = ?"), {marker});
+            m_asked = 0;
+            frame.action("actionDelete")->trigger();
+            return m_asked == 2 && question.contains(QLatin1String("Archive"));
+        };
+        QVERIFY2(askedAbout(QStringLiteral("copy")), qPrintable(question));
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 2);
+        QVERIFY(!askedAbout(QString()));
+        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 1);
+    }
+
     void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
     {
         const Frame frame(3);
@@ -133,8 +171,11 @@ private slots:
         QVERIFY(!table->item(0, 1)->text().isEmpty());
         QCOMPARE(unnamedControl(*left), QString());
         auto *again = left->findChild<QPushButton *>();
+        const QString first = left->findChild<QLabel *>()->text();
         again->click();
         QCOMPARE(table->rowCount(), 1);
+        QVERIFY(left->findChild<QLabel *>()->text() != first);
+        QVERIFY(frame.window->statusPanel()->activityText().contains(QLatin1String("could not be removed")));
         QVERIFY(QDir().rmdir(path));
         again->click();
         QCOMPARE(table->rowCount(), 0);

@@ -21,8 +21,9 @@ struct Options
         QCoreApplication::translate("CommandLine", "The index file, made where there is none."),
         QStringLiteral("FILE")};
     QCommandLineOption config{QStringLiteral("config"),
-        QCoreApplication::translate(
-            "CommandLine", "Takes the settings from DIR/config instead of the program's own."),
+        QCoreApplication::translate("CommandLine",
+            "Takes the settings from DIR/config instead of the program's own; what an import does "
+            "comes from config/main.ini of the working directory, else from DIR/../config."),
         QStringLiteral("DIR")};
     QCommandLineOption screenshot{QStringLiteral("screenshot"),
         QCoreApplication::translate("CommandLine", "Saves a picture of the window after the imports."),

@@ -10,6 +10,7 @@
 #include "selectionsubject.h"
 #include "statuspanel.h"
 #include "storecare.h"
+#include "waitingsends.h"
 #include "windowparts.h"
 
 #include <QAction>
@@ -114,14 +115,28 @@ bool DeletionController::mayBegin()
 
 bool DeletionController::isConfirmed()
 {
-    if (!isInSight(m_asked)
-        && kivMessageBoxForm::question(m_window, tr("Delete"),
-               tr("What is to be deleted is in a table that is not shown now: %1. Delete it?").arg(m_chosen),
-               kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel)
-            != kivMessageBoxForm::AnswerOk) {
-        return false;
-    }
-    return m_edits->mayDropEdits();
+    return (isInSight(m_asked)
+               || confirm(tr("What is to be deleted is in a table that is not shown now: %1. Delete it?")
+                              .arg(m_chosen)))
+        && isConfirmedDespiteSends() && m_edits->mayDropEdits();
+}
+
+/// A send reads its files when their turn comes.
+bool DeletionController::isConfirmedDespiteSends()
+{
+    const WaitingSends waiting = m_sends ? WaitingSends::of(m_asked, *m_sends) : WaitingSends();
+    return waiting.images == 0
+        || confirm(tr("Of %1, %Ln image(s) still wait to be sent to %2. Once they are deleted they cannot be "
+                      "sent any more. Delete them?",
+            nullptr, int(waiting.images))
+                       .arg(m_chosen, waiting.destinations.join(QStringLiteral(", "))));
+}
+
+bool DeletionController::confirm(const QString &question)
+{
+    return kivMessageBoxForm::question(m_window, tr("Delete"), question, kivMessageBoxForm::OkAndCancel,
+               kivMessageBoxForm::AnswerCancel)
+        == kivMessageBoxForm::AnswerOk;
 }
 
 /// A click in the tree shows one table alone, while the selection of the others stands.
@@ -150,7 +165,10 @@ void DeletionController::tell(const char *actionName, const QString &text) const
 
 void DeletionController::showEnd(const DeletionReport &report)
 {
-    if (!report.error.isValid()) {
+    if (!report.error.isValid() && !report.left.isEmpty()) {
+        m_status->setIdleText(
+            tr("Deleted: %1; %Ln file(s) could not be removed", nullptr, report.left.size()).arg(m_chosen));
+    } else if (!report.error.isValid()) {
         m_status->setIdleText(report.removedFiles == 0
                 ? tr("Deleted: %1; the files stay where they are").arg(m_chosen)
                 : tr("Deleted: %1, with %Ln file(s)", nullptr, int(report.removedFiles)).arg(m_chosen));

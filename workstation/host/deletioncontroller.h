@@ -14,6 +14,7 @@ class EditController;
 class PatientManagerMainWindow;
 class QWidget;
 class RecordForm;
+class SendService;
 class StatusPanel;
 class StoreCare;
 struct ConnectionFailure;
@@ -39,12 +40,16 @@ public:
     /// Whether that still goes on, and its end at the next good moment.
     bool isRunning() const;
     void stop();
+    /// Sends whose images a deletion would take away; asked about once more. Outlives this; without, none is.
+    void setSends(const SendService *sends) { m_sends = sends; }
     /// Who knows whether an upload still runs, so that deletions wait for its end; without, none does.
     void setUploadCheck(std::function<bool()> isUploading) { m_isUploading = std::move(isUploading); }
 
 private:
     bool mayBegin();
     bool isConfirmed();
+    bool isConfirmedDespiteSends();
+    bool confirm(const QString &question);
     bool isInSight(const RecordSelection &records) const;
     void nameSelection();
     void tell(const char *actionName, const QString &text) const;
@@ -64,5 +69,6 @@ private:
     QPointer<DeletionLeftovers> m_leftovers;
     RecordSelection m_asked; ///< what was selected as the deletion was asked for
     QString m_chosen; ///< what a deletion was asked for, and whose it is
+    const SendService *m_sends = nullptr;
     std::function<bool()> m_isUploading;
 };

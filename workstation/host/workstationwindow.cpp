@@ -123,6 +123,7 @@ void WorkstationWindow::reportIndex()
         m_services->openIndex(databasePath());
         new SendController(m_parts.mainWindow, m_services->sending(), this);
         m_parts.transfers->setService(m_services->sending());
+        m_parts.deletions->setSends(m_services->sending());
         m_parts.deletions->begin(databasePath());
         m_parts.health->check(databasePath());
         return;

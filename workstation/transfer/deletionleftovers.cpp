@@ -59,6 +59,7 @@ void DeletionLeftovers::build()
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setTabKeyNavigation(false);
+    m_table->setWordWrap(false); // a path would end at its first hyphen
     m_table->setTextElideMode(Qt::ElideMiddle); // of paths; the reasons have their room
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setSectionResizeMode(FileColumn, QHeaderView::Stretch);
@@ -87,6 +88,10 @@ void DeletionLeftovers::tryAgain()
 {
     m_files = FileDisposal::tryAgain(QSqlDatabase::database(), m_files);
     fill();
+    if (!m_files.isEmpty()) {
+        m_text->setText(tr("%Ln file(s) still could not be removed. Remove what locks them and try again.",
+            nullptr, m_files.size()));
+    }
 }
 
 void DeletionLeftovers::fill()

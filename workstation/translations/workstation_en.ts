@@ -90,6 +90,20 @@
             <numerusform>An interrupted deletion was finished; %Ln files were removed</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>Of %1, %Ln image(s) still wait to be sent to %2. Once they are deleted they cannot be sent any more. Delete them?</source>
+        <translation>
+            <numerusform>Of %1, %Ln image still waits to be sent to %2. Once it is deleted it cannot be sent any more. Delete it?</numerusform>
+            <numerusform>Of %1, %Ln images still wait to be sent to %2. Once they are deleted they cannot be sent any more. Delete them?</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Deleted: %1; %Ln file(s) could not be removed</source>
+        <translation>
+            <numerusform>Deleted: %1; %Ln file could not be removed</numerusform>
+            <numerusform>Deleted: %1; %Ln files could not be removed</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionLeftovers</name>
@@ -98,6 +112,13 @@
         <translation>
             <numerusform>The records are deleted, but %Ln of their files is still on the disk. Remove what locks it and try again.</numerusform>
             <numerusform>The records are deleted, but %Ln of their files are still on the disk. Remove what locks them and try again.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) still could not be removed. Remove what locks them and try again.</source>
+        <translation>
+            <numerusform>%Ln file still could not be removed. Remove what locks it and try again.</numerusform>
+            <numerusform>%Ln files still could not be removed. Remove what locks them and try again.</numerusform>
         </translation>
     </message>
 </context>

@@ -525,10 +525,6 @@
         <translation>索引文件，不存在时新建。</translation>
     </message>
     <message>
-        <source>Takes the settings from DIR/config instead of the program&apos;s own.</source>
-        <translation>从 DIR/config 而非程序自身的位置读取设置。</translation>
-    </message>
-    <message>
         <source>Saves a picture of the window after the imports.</source>
         <translation>导入结束后保存窗口的截图。</translation>
     </message>
@@ -559,6 +555,10 @@
     <message>
         <source>The list %1 is longer than 16 MiB.</source>
         <translation>列表 %1 超过 16 MiB。</translation>
+    </message>
+    <message>
+        <source>Takes the settings from DIR/config instead of the program&apos;s own; what an import does comes from config/main.ini of the working directory, else from DIR/../config.</source>
+        <translation>从 DIR/config 而非程序自身的位置读取设置；导入的方式取自工作目录的 config/main.ini，否则取自 DIR/../config。</translation>
     </message>
 </context>
 <context>
@@ -659,6 +659,18 @@
         <source>The selection has changed meanwhile, so nothing was deleted. Select again what is to go.</source>
         <translation>其间选择已改变，因此没有删除任何内容。请重新选择要删除的内容。</translation>
     </message>
+    <message numerus="yes">
+        <source>Of %1, %Ln image(s) still wait to be sent to %2. Once they are deleted they cannot be sent any more. Delete them?</source>
+        <translation>
+            <numerusform>%1：仍有 %Ln 幅图像等待发送到 %2。删除后将无法再发送。要删除吗？</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Deleted: %1; %Ln file(s) could not be removed</source>
+        <translation>
+            <numerusform>已删除：%1；%Ln 个文件无法删除</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionLeftovers</name>
@@ -726,6 +738,12 @@
         <source>The records are deleted, but %Ln of their file(s) are still on the disk. Remove what locks them and try again.</source>
         <translation>
             <numerusform>记录已删除，但仍有 %Ln 个文件留在磁盘上。请解除锁定后重试。</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln file(s) still could not be removed. Remove what locks them and try again.</source>
+        <translation>
+            <numerusform>仍有 %Ln 个文件无法删除。请解除锁定后重试。</numerusform>
         </translation>
     </message>
 </context>
