@@ -233,9 +233,8 @@ void DeletionController::showFailedCare(const ConnectionFailure &failure)
 QString DeletionController::finishedText(const DeletionReport &deletions) const
 {
     if (deletions.error.isValid()) {
-        const QString text =
-            tr("An interrupted deletion could not be finished: %1 The next start tries again.")
-                .arg(deletions.error.text());
+        QString text = tr("An interrupted deletion could not be finished: %1 The next start tries again.")
+                           .arg(deletions.error.text());
         qWarning().noquote() << text;
         return text;
     }

@@ -45,7 +45,7 @@ bool isWaiting(const SendJob &job)
 WaitingSends WaitingSends::of(const RecordSelection &records, const SendService &sends)
 {
     WaitingSends found;
-    const QVector<SendJob> jobs = sends.jobs();
+    const QVector<SendJob> &jobs = sends.jobs();
     if (records.isEmpty() || std::none_of(jobs.cbegin(), jobs.cend(), isWaiting)) {
         return found;
     }

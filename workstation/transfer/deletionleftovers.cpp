@@ -15,7 +15,7 @@
 namespace {
 
 enum Column { FileColumn, ReasonColumn, ColumnCount };
-constexpr QSize firstSize{720, 320};
+constexpr QSize firstSize{960, 360};
 
 QString reasonText(int systemError)
 {
