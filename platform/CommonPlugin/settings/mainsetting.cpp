@@ -13,6 +13,13 @@ QString mainIni()
     return QLatin1String(ConfigKey::mainIni);
 }
 
+/// A file gives texts back whatever was written, and a list of one as a text.
+bool isSame(const QVariant &stored, const QVariant &value)
+{
+    return value.type() == QVariant::StringList ? stored.toStringList() == value.toStringList()
+                                                : stored.toString() == value.toString();
+}
+
 } // namespace
 
 MainSetting::MainSetting(const char *key, Reader reader)
@@ -76,7 +83,7 @@ QVariant MainSetting::value() const
 bool MainSetting::write(const QVariant &value) const
 {
     const QVariant now = this->value();
-    if (now.isValid() && now.toString() == value.toString()) {
+    if (now.isValid() && isSame(now, value)) {
         return true;
     }
     return IniFile::setValue(file(), key(), value);
