@@ -36,6 +36,7 @@ ExportController::ExportController(const SelectionStatus *selection, QStatusBar 
     m_action->setToolTip(tr("Export what is selected as folders, as a ZIP archive or with a DICOMDIR"));
     m_button->setObjectName(QStringLiteral("exportButton"));
     m_button->setAccessibleDescription(tr("Show the export"));
+    m_button->setAccessibleName(m_button->accessibleDescription()); // until there is one to tell of
     m_button->setFocusPolicy(Qt::TabFocus);
     m_button->hide();
     bar->addPermanentWidget(m_button);
