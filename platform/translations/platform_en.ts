@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>ImportReportText</name>
+    <message numerus="yes">
+        <source>Needs a password, %Ln file(s) skipped</source>
+        <translation>
+            <numerusform>Needs a password, %Ln file skipped</numerusform>
+            <numerusform>Needs a password, %Ln files skipped</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>LauncherSettings</name>
     <message>
         <source>图像对比</source>

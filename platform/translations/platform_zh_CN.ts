@@ -698,10 +698,6 @@
         <translation>索引 %1 无法升级；未作任何更改</translation>
     </message>
     <message>
-        <source>Encrypted in its archive</source>
-        <translation>在压缩包中已加密</translation>
-    </message>
-    <message>
         <source>Damaged in its archive, or the archive itself is damaged</source>
         <translation>在压缩包中已损坏，或压缩包本身已损坏</translation>
     </message>
@@ -712,6 +708,16 @@
     <message>
         <source>The archive grows beyond all measure and was left here</source>
         <translation>压缩包解压后过大，未继续解压</translation>
+    </message>
+    <message>
+        <source>Not a readable ZIP archive</source>
+        <translation>不是可读取的 ZIP 压缩包</translation>
+    </message>
+    <message numerus="yes">
+        <source>Needs a password, %Ln file(s) skipped</source>
+        <translation>
+            <numerusform>需要密码，已跳过 %Ln 个文件</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -986,16 +992,16 @@
         <translation>仅接受来自(&amp;C):</translation>
     </message>
     <message>
-        <source>Sending, searching and retrieving use the same AE title. Name those who may send by their AE titles, parted by commas; with none named, everybody may. What is received is kept in the store beside the index. Takes effect at once.</source>
-        <translation>发送、查询和获取也使用此 AE 标题。请以 AE 标题列出允许的发送方，用逗号分隔；未列出则任何发送方均可。接收的图像保存在索引旁的存储区。立即生效。</translation>
-    </message>
-    <message>
         <source>The AE title of this workstation must be 1 to 16 characters of plain ASCII without backslash.</source>
         <translation>本工作站的 AE 标题必须为 1 到 16 个不含反斜杠的 ASCII 字符。</translation>
     </message>
     <message>
         <source>Each of those who may send must be an AE title of 1 to 16 characters of plain ASCII without backslash.</source>
         <translation>每个允许的发送方必须是 1 到 16 个不含反斜杠的 ASCII 字符的 AE 标题。</translation>
+    </message>
+    <message>
+        <source>Sending, searching and retrieving use the same AE title. Name those who may send by their AE titles, parted by commas; with none named, everybody may. What is received is kept in the store beside the index. Takes effect at once. Upper and lower case count in AE titles.</source>
+        <translation>发送、查询和获取也使用此 AE 标题。请以 AE 标题列出允许的发送方，用逗号分隔；未列出则任何发送方均可。接收的图像保存在索引旁的存储区。立即生效。AE 标题区分大小写。</translation>
     </message>
 </context>
 <context>

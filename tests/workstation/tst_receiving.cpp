@@ -9,14 +9,15 @@
 #include "receiveservice.h"
 #include "settingsnotifier.h"
 #include "spoolfile.h"
+#include "swimconfig.h"
 #include "testfiles.h"
 #include "testmain.h"
 
 #include <QAction>
 #include <QFile>
-#include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QtTest>
 
 namespace {
@@ -97,7 +98,7 @@ void ReceivingTest::showsNewPatientsAndLeavesTheUserAlone()
     const int port = freePort();
     configure(true, port);
     const Frame frame(400);
-    const auto *said = frame.window->findChild<QLabel *>(text("statusReceive"));
+    const auto *said = frame.window->findChild<QToolButton *>(text("statusReceive"));
     QVERIFY(said && said->isVisibleTo(frame.window.get()));
     NTableView *view = frame.patientView();
     Frame::click(view, 200, text("PatientID"));
@@ -149,14 +150,24 @@ void ReceivingTest::followsTheSettingsAtOnce()
 
 void ReceivingTest::saysWhereAnotherProgramListens()
 {
-    const auto occupant = DicomServer::storescp();
+    auto occupant = DicomServer::storescp();
     const Frame frame;
     configure(true, occupant->port());
     QTRY_COMPARE(m_said.size(), 1);
     QVERIFY(m_said.first().contains(QString::number(occupant->port())));
-    const auto *said = frame.window->findChild<QLabel *>(text("statusReceive"));
+    auto *said = frame.window->findChild<QToolButton *>(text("statusReceive"));
     QVERIFY(!said->text().isEmpty());
     QVERIFY(said->toolTip().contains(m_said.first()));
+
+    const quint16 port = occupant->port();
+    occupant.reset(); // it ends, and nobody touches the settings
+    QTRY_COMPARE(echo(port), 0);
+    QVERIFY(echo(port, "SOMEBODY") != 0);
+    QTRY_VERIFY2(said->text().contains(text("1 refused")), qPrintable(said->text()));
+    QCOMPARE(m_said.size(), 1);
+    QTest::mouseClick(said, Qt::LeftButton);
+    QVERIFY(swimconfig::instance()->isVisible());
+    swimconfig::instance()->close();
 }
 
 void ReceivingTest::movesToAnotherIndex()

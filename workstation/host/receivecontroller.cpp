@@ -2,16 +2,15 @@
 
 #include "kivmessageboxform.h"
 #include "receivesettings.h"
+#include "swimconfig.h"
 
 #include <QDir>
-#include <QLabel>
 #include <QLocale>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
-
-constexpr int labelMargin = 8;
 
 QString problemText(const ReceiveEvent &event)
 {
@@ -21,7 +20,8 @@ QString problemText(const ReceiveEvent &event)
     case ReceiveProblem::UnknownCaller:
         return ReceiveController::tr("%1 wanted to send, but is not among the senders.").arg(event.peer);
     case ReceiveProblem::WrongCalledTitle:
-        return ReceiveController::tr("%1 called us by another AE title: %2").arg(event.peer, event.detail);
+        return ReceiveController::tr("%1 called %2; this workstation is %3")
+            .arg(event.peer, event.detail, ReceiveSettings::read().aeTitle);
     case ReceiveProblem::Busy:
         return ReceiveController::tr("A sender was turned away: too many send at once.");
     case ReceiveProblem::DiskFull:
@@ -55,12 +55,13 @@ QString spoolText(const QString &problem)
 ReceiveController::ReceiveController(ReceiveService *service, QStatusBar *bar)
     : QObject(bar)
     , m_service(service)
-    , m_label(new QLabel(bar))
+    , m_note(new QToolButton(bar))
 {
-    m_label->setObjectName(QStringLiteral("statusReceive"));
-    m_label->setContentsMargins(labelMargin, 0, labelMargin, 0);
-    m_label->setTextFormat(Qt::PlainText);
-    bar->addPermanentWidget(m_label);
+    m_note->setObjectName(QStringLiteral("statusReceive"));
+    m_note->setAutoRaise(true);
+    bar->addPermanentWidget(m_note);
+    connect(
+        m_note, &QToolButton::clicked, this, [] { swimconfig::instance()->showPage(swimconfig::Receiving); });
     connect(service, &ReceiveService::changed, this, &ReceiveController::update);
     connect(service, &ReceiveService::portFailed, this, &ReceiveController::tellFailure);
     update();
@@ -68,19 +69,27 @@ ReceiveController::ReceiveController(ReceiveService *service, QStatusBar *bar)
 
 QString ReceiveController::text() const
 {
-    return m_label->text();
+    return m_note->text();
 }
 
 void ReceiveController::update()
 {
     const ReceiveStatus status = m_service->status();
-    m_label->setText(statusText(status));
-    m_label->setToolTip(details(status));
-    m_label->setAccessibleName(m_label->text());
-    m_label->setVisible(!m_label->text().isEmpty());
+    m_note->setText(statusText(status));
+    m_note->setToolTip(details(status));
+    m_note->setAccessibleName(m_note->text().isEmpty() ? tr("Receiving") : m_note->text());
+    m_note->setVisible(!m_note->text().isEmpty());
 }
 
 QString ReceiveController::statusText(const ReceiveStatus &status) const
+{
+    const QString coming = comingText(status);
+    return status.counts.refused == 0 || coming.isEmpty()
+        ? coming
+        : tr("%1 · %Ln refused", nullptr, int(status.counts.refused)).arg(coming);
+}
+
+QString ReceiveController::comingText(const ReceiveStatus &status) const
 {
     if (!status.spoolProblem.isEmpty() || status.failure.reason != ListenFailure::Reason::None) {
         return tr("Cannot receive");
@@ -148,8 +157,8 @@ void ReceiveController::tellFailure(int port, const ListenFailure &failure)
 {
     const QString problem = m_service->status().spoolProblem;
     const QString text = problem.isEmpty() ? failureText(port, failure) : spoolText(problem);
-    QTimer::singleShot(0, m_label, [this, text] {
+    QTimer::singleShot(0, m_note, [this, text] {
         kivMessageBoxForm::warning(
-            m_label->window(), tr("Receiving"), text, kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+            m_note->window(), tr("Receiving"), text, kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
     });
 }

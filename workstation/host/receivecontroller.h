@@ -4,11 +4,11 @@
 
 #include <QObject>
 
-class QLabel;
 class QStatusBar;
+class QToolButton;
 
-/// Says in the status bar whether others can send to us, what comes in, and what went wrong. Owned by the
-/// window.
+/// Says in the status bar whether others can send to us, what comes in, and what went wrong; a click leads
+/// to the settings of it. Owned by the window.
 class ReceiveController : public QObject
 {
     Q_OBJECT
@@ -26,9 +26,10 @@ public:
 private:
     void update();
     QString statusText(const ReceiveStatus &status) const;
+    QString comingText(const ReceiveStatus &status) const;
     QString details(const ReceiveStatus &status) const;
     void tellFailure(int port, const ListenFailure &failure);
 
     ReceiveService *const m_service;
-    QLabel *const m_label;
+    QToolButton *const m_note;
 };

@@ -7,23 +7,47 @@
 #include <QLabel>
 #include <QLocale>
 #include <QStatusBar>
+#include <QStyle>
+#include <QStylePainter>
 
 namespace {
 
 constexpr int updateIntervalMs = 200;
 constexpr int widestPath = 420;
 constexpr int labelMargin = 8;
+constexpr int readMs = 5000; ///< how long a message stays at least
+
+/// Ends in an ellipsis where there is no room for all of it.
+class ElidedText : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        Q_UNUSED(event)
+        const QRect room = contentsRect();
+        QStylePainter(this).drawItemText(room, int(Qt::AlignLeft | Qt::AlignVCenter), palette(), isEnabled(),
+            fontMetrics().elidedText(text(), Qt::ElideRight, room.width()), foregroundRole());
+    }
+};
+
+QString readyText()
+{
+    return StatusPanel::tr("Ready. Drop folders or files anywhere to import them.");
+}
 
 } // namespace
 
 StatusPanel::StatusPanel(QStatusBar *bar, const ImportCentre *imports)
     : QObject(bar)
     , m_imports(imports)
-    , m_activity(new QLabel(bar))
+    , m_activity(new ElidedText(bar))
     , m_selection(new QLabel(bar))
     , m_counts(new QLabel(bar))
     , m_path(new QLabel(bar))
-    , m_idleText(tr("Ready. Drop folders or files anywhere to import them."))
+    , m_idleText(readyText())
 {
     m_activity->setObjectName(QStringLiteral("statusActivity"));
     m_selection->setObjectName(QStringLiteral("statusSelection"));
@@ -66,6 +90,7 @@ void StatusPanel::setCounts(const IndexCounts &counts)
 void StatusPanel::setIdleText(const QString &text)
 {
     m_idleText = text;
+    m_sinceIdleText.start();
     setListing({});
 }
 
@@ -90,6 +115,10 @@ void StatusPanel::setNotice(const QString &text)
 void StatusPanel::setSelection(const QString &text)
 {
     m_selection->setText(text.isEmpty() ? text : tr("Selected: %1").arg(text));
+    if (!text.isEmpty() && m_sinceIdleText.isValid() && m_sinceIdleText.hasExpired(readMs)) {
+        m_idleText = readyText(); // of something that is over
+        update();
+    }
 }
 
 QString StatusPanel::activityText() const

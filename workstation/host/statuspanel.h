@@ -2,6 +2,7 @@
 
 #include "indexcounts.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -21,7 +22,8 @@ public:
 
     void setIndexPath(const QString &path);
     void setCounts(const IndexCounts &counts);
-    /// What to say while nothing runs; takes the place of setListing(), too.
+    /// What to say while nothing runs, until the selection changes after a while; takes the place of
+    /// setListing(), too.
     void setIdleText(const QString &text);
     /// What has filled the tables last, said before the idle text; empty takes it back.
     void setListing(const QString &text);
@@ -44,6 +46,7 @@ private:
     QLabel *const m_counts;
     QLabel *const m_path;
     QTimer m_timer;
+    QElapsedTimer m_sinceIdleText;
     QString m_idleText;
     QString m_listing;
     QString m_treeProblem;

@@ -8,6 +8,7 @@
 #include "editcontroller.h"
 #include "exportcontroller.h"
 #include "filechooser.h"
+#include "firstwindowsize.h"
 #include "importcentre.h"
 #include "importreport.h"
 #include "importreporttext.h"
@@ -35,17 +36,13 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QLocale>
-#include <QScreen>
 #include <QTimer>
 
 namespace {
 
 constexpr int idleLookMs = 50;
 constexpr QSize firstSize{1440, 900};
-/// What window managers add around a window, so that the first one fits the screen.
-constexpr QSize roomOfFrame{16, 48};
 
 } // namespace
 
@@ -55,9 +52,7 @@ WorkstationWindow::WorkstationWindow(SessionServices *services, QWidget *parent)
 {
     setObjectName(QStringLiteral("WorkstationWindow"));
     setWindowTitle(tr("Patient Data Manager[*]"));
-    // A picture taken without a display keeps its size, whatever the platform calls its screen.
-    const bool onScreen = QGuiApplication::platformName() != QLatin1String("offscreen");
-    resize(onScreen ? firstSize.boundedTo(screen()->availableSize() - roomOfFrame) : firstSize);
+    resize(firstWindowSize(this, firstSize));
     WindowBuilder::build(this, *m_services, m_parts);
     m_hasIndex = connectionFailure().reason == ConnectionFailure::Reason::None;
     connectParts();

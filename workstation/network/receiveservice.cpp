@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int lookMs = 300;
+constexpr int tryAgainMs = 2000; ///< the program that has the port may end
 constexpr char journalName[] = "/problems.txt";
 
 DuplicatePolicy configuredPolicy()
@@ -96,6 +97,7 @@ void ReceiveService::closeIndex()
     m_timer.stop();
     m_work.reset();
     m_failure = {};
+    m_tried.reset();
     tell();
 }
 
@@ -105,12 +107,14 @@ void ReceiveService::applySettings()
         return;
     }
     const ReceiveSettings settings = ReceiveSettings::read();
+    const ScpSettings wanted = portSettings(settings);
     if (!settings.enabled) {
         m_work->port.reset();
         m_failure = {};
-    } else if (!m_work->port || !(m_work->port->settings() == portSettings(settings))) {
+        m_tried.reset();
+    } else if (!m_work->port || !(m_work->port->settings() == wanted)) {
         m_work->port.reset();
-        listen(settings);
+        listen(wanted);
     }
     tell();
 }
@@ -121,17 +125,24 @@ void ReceiveService::tell()
     emit changed();
 }
 
-void ReceiveService::listen(const ReceiveSettings &settings)
+void ReceiveService::listen(const ScpSettings &settings)
 {
     if (m_work->error != 0) {
         m_failure = {ListenFailure::Reason::Other, systemText(m_work->error)};
     } else {
-        m_work->port = std::make_unique<StoreScp>(portSettings(settings), *m_work->provider);
+        m_work->port = std::make_unique<StoreScp>(settings, *m_work->provider);
         m_failure = m_work->port->start();
     }
     if (m_failure.reason != ListenFailure::Reason::None) {
         m_work->port.reset();
-        emit portFailed(settings.port, m_failure);
+        m_sinceTry.start();
+        const bool isTold = m_tried && *m_tried == settings;
+        m_tried = settings;
+        if (!isTold) {
+            emit portFailed(settings.port, m_failure);
+        }
+    } else {
+        m_tried.reset();
     }
 }
 
@@ -167,7 +178,10 @@ void ReceiveService::look()
     if (m_work->indexer) {
         m_work->indexer->setPolicy(configuredPolicy());
     }
-    if (!status().isAsFarAs(m_told)) {
+    const bool failed = m_failure.reason != ListenFailure::Reason::None;
+    if (failed && m_work->error == 0 && m_sinceTry.hasExpired(tryAgainMs)) {
+        applySettings();
+    } else if (!status().isAsFarAs(m_told)) {
         tell();
     }
 }

@@ -4,10 +4,12 @@
 #include "receivesettings.h"
 #include "storescp.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class ObjectSpool;
 class SpoolIndexer;
@@ -63,19 +65,22 @@ public slots:
 signals:
     /// status() may be another one; a few times a second while something comes in.
     void changed();
-    /// The port cannot be listened on; told again only when the settings have changed.
+    /// The port cannot be listened on. It is tried again every few seconds; told again only when the settings
+    /// have changed.
     void portFailed(int port, const ListenFailure &failure);
 
 private:
     struct Work;
 
-    void listen(const ReceiveSettings &settings);
+    void listen(const ScpSettings &settings);
     void look();
     void tell();
 
     QString m_databasePath;
     std::unique_ptr<Work> m_work; ///< of the open index; null without one
     ListenFailure m_failure;
+    std::optional<ScpSettings> m_tried; ///< what the failure is of, and was told of
+    QElapsedTimer m_sinceTry;
     QTimer m_timer;
     ReceiveStatus m_told; ///< when changed() was emitted last
 };

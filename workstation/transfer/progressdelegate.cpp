@@ -23,6 +23,8 @@ void ProgressDelegate::paint(
     initStyleOption(&cell, index);
     const QString text = cell.text;
     cell.text.clear();
+    cell.state &= ~QStyle::State_Selected; // the bar has the selection's colour
+    painter->fillRect(cell.rect, cell.palette.base());
     const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
     QStyleOptionProgressBar bar;

@@ -6,6 +6,7 @@
 #include "archiveresults.h"
 #include "archivetext.h"
 #include "companionwindow.h"
+#include "firstwindowsize.h"
 #include "plaincaption.h"
 #include "retrievallist.h"
 #include "retrievalservice.h"
@@ -53,7 +54,7 @@ void QueryRetrieveWindow::build()
 {
     setObjectName(QStringLiteral("QueryRetrieveWindow"));
     setWindowTitle(tr("Query/Retrieve"));
-    resize(firstSize);
+    resize(firstWindowSize(this, firstSize));
     QWidget *question = buildQuestion(); // the keys go through the window in this order
     auto *parts = new QSplitter(Qt::Vertical, this);
     parts->setChildrenCollapsible(false);

@@ -2,6 +2,7 @@
 
 #include "companionwindow.h"
 #include "detaillabel.h"
+#include "firstwindowsize.h"
 #include "logcopybar.h"
 #include "plaintableview.h"
 #include "progressdelegate.h"
@@ -9,6 +10,7 @@
 #include "sendlogmodel.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -45,7 +47,7 @@ void TransfersWindow::build()
 {
     setObjectName(QStringLiteral("TransfersWindow"));
     setWindowTitle(tr("Transfers"));
-    resize(firstSize);
+    resize(firstWindowSize(this, firstSize));
     m_problem = new QLabel(this);
     m_problem->setObjectName(QStringLiteral("problem"));
     m_problem->setWordWrap(true);
@@ -78,10 +80,11 @@ QWidget *TransfersWindow::buildJobs()
         SendJobModel::ProgressColumn, new ProgressDelegate(SendJobModel::shareRole, m_jobs));
     m_jobs->setColumnCharacters(SendJobModel::DestinationColumn, 24);
     m_jobs->setColumnCharacters(SendJobModel::SourceColumn, 20);
-    m_jobs->setColumnCharacters(SendJobModel::StateColumn, 14);
     m_jobs->setColumnCharacters(SendJobModel::ProgressColumn, 9);
-    m_jobs->setColumnCharacters(SendJobModel::CountColumn, 28);
     m_jobs->setColumnCharacters(SendJobModel::NoticeColumn, 40);
+    for (const int column : {SendJobModel::StateColumn, SendJobModel::CountColumn}) {
+        m_jobs->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    }
     connect(m_jobs->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         enableButtons();
         showLog();
@@ -199,8 +202,10 @@ void TransfersWindow::update()
         return;
     }
     m_model->setJobs(m_service->jobs());
-    if (!m_jobs->currentIndex().isValid() && m_model->rowCount() > 0) {
-        m_jobs->selectRow(0);
+    if (!m_jobs->selectionModel()->hasSelection() && m_model->rowCount() > 0) {
+        const int row = qMax(0, m_jobs->currentIndex().row()); // the focus makes a line current, not chosen
+        m_jobs->selectionModel()->setCurrentIndex(
+            m_model->index(row, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
     const QString problem = m_service->storeProblem();
     m_problem->setText(tr("The transfers cannot be kept on the disk: %1").arg(problem));

@@ -230,6 +230,13 @@
             <numerusform>%Ln received images wait for the index</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%1 · %Ln refused</source>
+        <translation>
+            <numerusform>%1 · %Ln refused</numerusform>
+            <numerusform>%1 · %Ln refused</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ThumbnailModel</name>

@@ -1738,10 +1738,6 @@
         <translation>%1 请求发送，但不在发送方列表中。</translation>
     </message>
     <message>
-        <source>%1 called us by another AE title: %2</source>
-        <translation>%1 呼叫的 AE 标题不是本机的：%2</translation>
-    </message>
-    <message>
         <source>A sender was turned away: too many send at once.</source>
         <translation>已拒绝一个发送方：同时发送的过多。</translation>
     </message>
@@ -1833,6 +1829,16 @@
         <source>%Ln received image(s) wait for the index</source>
         <translation>
             <numerusform>%Ln 幅已接收的图像等待写入索引</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 called %2; this workstation is %3</source>
+        <translation>%1 呼叫的是 %2；本工作站为 %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 · %Ln refused</source>
+        <translation>
+            <numerusform>%1 · 已拒绝 %Ln 次</numerusform>
         </translation>
     </message>
 </context>

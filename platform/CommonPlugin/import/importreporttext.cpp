@@ -22,6 +22,7 @@ QString plainReason(FileReason reason)
 {
     switch (reason) {
     case FileReason::None:
+    case FileReason::ArchiveEncrypted: // said with the number of files
         return {};
     case FileReason::Hidden:
         return Text::tr("Hidden");
@@ -55,8 +56,6 @@ QString plainReason(FileReason reason)
         return Text::tr("Could not be read");
     case FileReason::CopyFailed:
         return Text::tr("Could not be copied into the store");
-    case FileReason::ArchiveEncrypted:
-        return Text::tr("Encrypted in its archive");
     case FileReason::ArchiveDamaged:
         return Text::tr("Damaged in its archive, or the archive itself is damaged");
     case FileReason::ArchiveNested:
@@ -120,6 +119,14 @@ QString verdictText(FileVerdict verdict)
 
 QString reasonText(const ImportIssue &issue)
 {
+    if (issue.verdict == FileVerdict::NotDicom || issue.reason == FileReason::NotDicom) {
+        if (issue.path.endsWith(QLatin1String(".zip"), Qt::CaseInsensitive)) {
+            return Text::tr("Not a readable ZIP archive");
+        }
+    }
+    if (issue.reason == FileReason::ArchiveEncrypted) {
+        return Text::tr("Needs a password, %Ln file(s) skipped", nullptr, issue.files);
+    }
     return issue.reason == FileReason::None
         ? issue.detail
         : TransferText::withDetail(plainReason(issue.reason), issue.detail);

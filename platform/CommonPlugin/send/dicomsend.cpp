@@ -1,6 +1,7 @@
 #include "dicomsend.h"
 
 #include "destinationlist.h"
+#include "firstwindowsize.h"
 #include "listheight.h"
 #include "personname.h"
 #include "sendnotifier.h"
@@ -57,7 +58,7 @@ void dicomSend::build()
 {
     setObjectName(QStringLiteral("dicomSend"));
     setWindowTitle(tr("Send Images"));
-    resize(firstSize);
+    resize(firstWindowSize(this, firstSize));
     m_progress = new SendProgressPanel(this);
     connect(m_progress, &SendProgressPanel::sendingChanged, this, &dicomSend::askAnew);
     auto *layout = new QVBoxLayout(this);

@@ -97,7 +97,8 @@ void SendJobList::update()
     setVisible(m_jobs->topLevelItemCount() > 0);
 }
 
-/// The latest on top. A line stays its job's, so that what is chosen is never another send than before.
+/// The latest on top; it is chosen in place of one that is over. A line stays its job's, so that what is
+/// chosen is never another send while it goes on.
 void SendJobList::showJobs()
 {
     const SendNotifier *notifier = SendNotifier::instance();
@@ -112,15 +113,17 @@ void SendJobList::showJobs()
         }
     }
     const QVector<SentJob> &jobs = notifier->jobs();
+    bool hasNew = false;
     for (const SentJob &job : jobs) {
         QTreeWidgetItem *&item = items[job.id];
         if (!item) {
             item = new QTreeWidgetItem;
             m_jobs->insertTopLevelItem(0, item);
+            hasNew = true;
         }
         fillItem(item, job);
     }
-    if (!m_jobs->currentItem()) {
+    if (!m_jobs->currentItem() || (hasNew && notifier->job(currentJob()).isOver())) {
         m_jobs->setCurrentItem(m_jobs->topLevelItem(0));
     }
 }

@@ -54,7 +54,7 @@ void ReceivePage::build()
            "titles, "
            "parted by commas; with none named, everybody may. What is received is kept in the store beside "
            "the "
-           "index. Takes effect at once."));
+           "index. Takes effect at once. Upper and lower case count in AE titles."));
     layout->addStretch();
 }
 

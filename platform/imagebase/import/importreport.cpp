@@ -1,5 +1,6 @@
 #include "importreport.h"
 
+#include <algorithm>
 #include <numeric>
 
 QString archiveMemberLabel(const QString &archive, const QString &member)
@@ -15,7 +16,23 @@ void ImportReport::count(FileVerdict verdict)
 void ImportReport::count(const ImportIssue &issue)
 {
     count(issue.verdict);
-    m_issues.append(issue);
+    append(issue);
+}
+
+void ImportReport::append(const ImportIssue &issue)
+{
+    ImportIssue line = issue;
+    if (issue.reason == FileReason::ArchiveEncrypted) {
+        line.path = issue.archive;
+        const auto same = std::find_if(m_issues.rbegin(), m_issues.rend(), [&line](const ImportIssue &other) {
+            return other.reason == line.reason && other.path == line.path;
+        });
+        if (same != m_issues.rend()) {
+            same->files += line.files;
+            return;
+        }
+    }
+    m_issues.append(line);
 }
 
 qint64 ImportReport::of(FileVerdict verdict) const
@@ -33,7 +50,9 @@ void ImportReport::add(const ImportReport &other)
     for (std::size_t i = 0; i < m_counts.size(); ++i) {
         m_counts[i] += other.m_counts[i];
     }
-    m_issues += other.m_issues;
+    for (const ImportIssue &issue : other.m_issues) {
+        append(issue);
+    }
 }
 
 QStringList ImportReport::retryPaths() const

@@ -57,6 +57,7 @@ struct ImportIssue
     FileReason reason = FileReason::None;
     QString detail;
     QString archive = {}; ///< the file that it came out of, where path is the label of a member
+    int files = 1; ///< how many it stands for: the encrypted members of an archive share a line
 };
 
 /// How an import ended.
@@ -85,6 +86,8 @@ public:
     qint64 notReached = 0; ///< files met by the walk that an import which ended early left without a verdict
 
 private:
+    void append(const ImportIssue &issue);
+
     std::array<qint64, static_cast<std::size_t>(FileVerdict::Count)> m_counts{};
     QVector<ImportIssue> m_issues;
 };

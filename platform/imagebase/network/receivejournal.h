@@ -38,7 +38,7 @@ struct ReceiveEvent
 struct ReceiveCounts
 {
     qint64 received = 0; ///< kept; a peer whose line broke just then may not have heard of it
-    qint64 refused = 0; ///< answered with a failure
+    qint64 refused = 0; ///< objects answered with a failure, and associations rejected
     qint64 indexed = 0; ///< of the received ones: their verdict is committed
     qint64 keptAside = 0; ///< of the received ones: kept, but not as a record
     int associations = 0; ///< open now
@@ -63,7 +63,7 @@ public:
     void countIndexed(qint64 objects);
     void countKeptAside();
     void addAssociations(int number);
-    /// @param refused whether the peer was told of a failure for the object
+    /// @param refused whether the peer was told of a failure for the object, or turned away
     void note(ReceiveEvent event, bool refused);
 
 private:

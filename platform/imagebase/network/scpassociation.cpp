@@ -83,7 +83,7 @@ bool ScpAssociation::reject(int reason, ReceiveProblem problem, const QString &d
     event.problem = problem;
     event.peer = m_peer;
     event.detail = detail;
-    m_provider.journal().note(event, false);
+    m_provider.journal().note(event, true);
     return false;
 }
 

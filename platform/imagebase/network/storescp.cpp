@@ -213,7 +213,7 @@ void StoreScp::Private::turnAway(const OwnedSocket &peer)
     refuseBusy(peer.get());
     ReceiveEvent event;
     event.problem = ReceiveProblem::Busy;
-    provider.journal().note(event, false);
+    provider.journal().note(event, true);
 }
 
 void StoreScp::Private::reap()

@@ -169,6 +169,13 @@ private slots:
         QTRY_COMPARE(jobs->currentIndex().row(), 2);
         emit m_dialog->findChild<QPushButton *>(QStringLiteral("cancelSend"))->clicked();
         QCOMPARE(cancels.value(0).value(0).toLongLong(), 2);
+        job.id = 2;
+        job.state = SendState::Cancelled;
+        notifier->tell(job);
+        job.id = 5;
+        job.state = SendState::Waiting;
+        notifier->tell(job);
+        QTRY_COMPARE(jobs->currentIndex().row(), 0); // what was begun after it was over
     }
 
     void asksDestinationsWhetherTheyAnswer()
