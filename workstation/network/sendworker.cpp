@@ -42,7 +42,8 @@ void SendWorker::run()
         SendQueue queue(store);
         QDeadlineTimer linger(lingerMs);
         while (!mustEnd() && !linger.hasExpired()) {
-            QVector<SendObject> taken = queue.take(m_node->node, QDateTime::currentDateTimeUtc(), takenAtOnce);
+            QVector<SendObject> taken =
+                queue.take(m_node->node, QDateTime::currentDateTimeUtc(), takenAtOnce);
             if (taken.isEmpty()) {
                 if (!store.problem().isEmpty()) {
                     m_board.noteProblem(store.problem());

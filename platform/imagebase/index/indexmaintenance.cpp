@@ -8,8 +8,8 @@
 
 #include <QFileInfo>
 #include <QSqlQuery>
-#include <QVariant>
 #include <QStorageInfo>
+#include <QVariant>
 
 namespace {
 
