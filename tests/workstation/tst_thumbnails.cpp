@@ -157,7 +157,7 @@ void ThumbnailsTest::leftSelectionIsNotDecoded()
     QVERIFY(finished.wait());
     // Those that were in work may have ended; each thread had one, and the new selection decodes one.
     QVERIFY(loader.decodedCount() <= decodedWhenLeft + QThread::idealThreadCount() + 2);
-    QVERIFY(loader.decodedCount() < 30);
+    QVERIFY(loader.decodedCount() < 60); // not all of them
     QCOMPARE(loaded.size(), 2);
 }
 
