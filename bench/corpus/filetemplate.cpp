@@ -10,7 +10,7 @@ namespace {
 
 /// What stands in the template for each field: found again by its bytes, so each is unique in the file. Even
 /// lengths need no padding.
-constexpr std::array<const char *, FileTemplate::FieldCount> placeholders = {
+constexpr std::array<const char *, FileTemplate::FieldCount> wildTexts = {
     "TEMPLATENAME^TEMPLATEGIVEN^MIDDLENAME", "TEMPLATEID111111", "11110111",
     "1.2.826.0.1.3680043.10.511.2.1111111111", "22220222", "TEMPLATEACCESS11",
     "1.2.826.0.1.3680043.10.511.3.1111111111", "333333", "1.2.826.0.1.3680043.10.511.4.1111111111", "444444",
@@ -19,17 +19,17 @@ constexpr std::array<const char *, FileTemplate::FieldCount> placeholders = {
 void putPatientAndStudy(DcmDataset &data)
 {
     data.putAndInsertString(DCM_SpecificCharacterSet, "ISO_IR 192");
-    data.putAndInsertString(DCM_PatientName, placeholders[FileTemplate::PatientName]);
-    data.putAndInsertString(DCM_PatientID, placeholders[FileTemplate::PatientId]);
-    data.putAndInsertString(DCM_PatientBirthDate, placeholders[FileTemplate::BirthDate]);
+    data.putAndInsertString(DCM_PatientName, wildTexts[FileTemplate::PatientName]);
+    data.putAndInsertString(DCM_PatientID, wildTexts[FileTemplate::PatientId]);
+    data.putAndInsertString(DCM_PatientBirthDate, wildTexts[FileTemplate::BirthDate]);
     data.putAndInsertString(DCM_PatientSex, "F");
     data.putAndInsertString(DCM_PatientAge, "054Y");
     data.putAndInsertString(DCM_PatientWeight, "71.5");
-    data.putAndInsertString(DCM_StudyInstanceUID, placeholders[FileTemplate::StudyUid]);
+    data.putAndInsertString(DCM_StudyInstanceUID, wildTexts[FileTemplate::StudyUid]);
     data.putAndInsertString(DCM_StudyID, "4711");
-    data.putAndInsertString(DCM_StudyDate, placeholders[FileTemplate::StudyDate]);
+    data.putAndInsertString(DCM_StudyDate, wildTexts[FileTemplate::StudyDate]);
     data.putAndInsertString(DCM_StudyTime, "101532.000000");
-    data.putAndInsertString(DCM_AccessionNumber, placeholders[FileTemplate::Accession]);
+    data.putAndInsertString(DCM_AccessionNumber, wildTexts[FileTemplate::Accession]);
     data.putAndInsertString(DCM_StudyDescription, "CT Thorax with contrast");
     data.putAndInsertString(DCM_ReferringPhysicianName, "Weber^Andrea^^Dr.");
     data.putAndInsertString(DCM_InstitutionName, "County Hospital, Radiology");
@@ -38,9 +38,9 @@ void putPatientAndStudy(DcmDataset &data)
 
 void putSeries(DcmDataset &data)
 {
-    data.putAndInsertString(DCM_SeriesInstanceUID, placeholders[FileTemplate::SeriesUid]);
-    data.putAndInsertString(DCM_SeriesNumber, placeholders[FileTemplate::SeriesNumber]);
-    data.putAndInsertString(DCM_SeriesDate, placeholders[FileTemplate::StudyDate]);
+    data.putAndInsertString(DCM_SeriesInstanceUID, wildTexts[FileTemplate::SeriesUid]);
+    data.putAndInsertString(DCM_SeriesNumber, wildTexts[FileTemplate::SeriesNumber]);
+    data.putAndInsertString(DCM_SeriesDate, wildTexts[FileTemplate::StudyDate]);
     data.putAndInsertString(DCM_SeriesTime, "101732.000000");
     data.putAndInsertString(DCM_SeriesDescription, "Thorax 1.0 soft tissue");
     data.putAndInsertString(DCM_Modality, "CT");
@@ -87,20 +87,20 @@ void putImage(DcmDataset &data)
 {
     data.putAndInsertString(DCM_ImageType, "ORIGINAL\\PRIMARY\\AXIAL");
     data.putAndInsertString(DCM_SOPClassUID, UID_CTImageStorage);
-    data.putAndInsertString(DCM_SOPInstanceUID, placeholders[FileTemplate::InstanceUid]);
-    data.putAndInsertString(DCM_InstanceCreationDate, placeholders[FileTemplate::StudyDate]);
+    data.putAndInsertString(DCM_SOPInstanceUID, wildTexts[FileTemplate::InstanceUid]);
+    data.putAndInsertString(DCM_InstanceCreationDate, wildTexts[FileTemplate::StudyDate]);
     data.putAndInsertString(DCM_InstanceCreationTime, "101803.000000");
-    data.putAndInsertString(DCM_InstanceNumber, placeholders[FileTemplate::InstanceNumber]);
+    data.putAndInsertString(DCM_InstanceNumber, wildTexts[FileTemplate::InstanceNumber]);
     data.putAndInsertString(DCM_AcquisitionNumber, "1");
-    data.putAndInsertString(DCM_AcquisitionDate, placeholders[FileTemplate::StudyDate]);
+    data.putAndInsertString(DCM_AcquisitionDate, wildTexts[FileTemplate::StudyDate]);
     data.putAndInsertString(DCM_AcquisitionTime, "101741.512000");
-    data.putAndInsertString(DCM_ContentDate, placeholders[FileTemplate::StudyDate]);
+    data.putAndInsertString(DCM_ContentDate, wildTexts[FileTemplate::StudyDate]);
     data.putAndInsertString(DCM_ContentTime, "101741.512000");
-    const std::string position = std::string("-180.0\\-180.0\\") + placeholders[FileTemplate::SlicePosition];
+    const std::string position = std::string("-180.0\\-180.0\\") + wildTexts[FileTemplate::SlicePosition];
     data.putAndInsertString(DCM_ImagePositionPatient, position.c_str());
     data.putAndInsertString(
         DCM_ImageOrientationPatient, "1.000000\\0.000000\\0.000000\\0.000000\\1.000000\\0.000000");
-    data.putAndInsertString(DCM_SliceLocation, placeholders[FileTemplate::SlicePosition]);
+    data.putAndInsertString(DCM_SliceLocation, wildTexts[FileTemplate::SlicePosition]);
     data.putAndInsertString(DCM_WindowCenter, "40");
     data.putAndInsertString(DCM_WindowWidth, "400");
     data.putAndInsertString(DCM_RescaleIntercept, "-1024");
@@ -183,18 +183,18 @@ void FileTemplate::findPlaces()
     const QByteArray header = m_bytes.left(m_pixels);
     for (std::size_t field = 0; field < FieldCount; ++field) {
         int at = -1;
-        while ((at = header.indexOf(placeholders[field], at + 1)) >= 0) {
+        while ((at = header.indexOf(wildTexts[field], at + 1)) >= 0) {
             m_places[field].push_back(at);
         }
         if (m_places[field].empty()) {
-            qFatal("the template lacks %s", placeholders[field]);
+            qFatal("the template lacks %s", wildTexts[field]);
         }
     }
 }
 
 void FileTemplate::set(Field field, const QByteArray &text)
 {
-    const QByteArray value = text.leftJustified(int(std::strlen(placeholders[field])), ' ', true);
+    const QByteArray value = text.leftJustified(int(std::strlen(wildTexts[field])), ' ', true);
     for (const int place : m_places[field]) {
         m_bytes.replace(place, value.size(), value);
     }
