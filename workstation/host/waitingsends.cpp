@@ -53,19 +53,17 @@ WaitingSends WaitingSends::of(const RecordSelection &records, const SendService 
     const SendLog log(sends.storePath());
     QSet<QString> waiting;
     for (const SendJob &job : jobs) {
-        bool any = false;
-        const auto note = [&](const SendObject &object) {
-            const bool isOpen =
-                object.state == SendObjectState::Waiting || object.state == SendObjectState::Sending;
-            if (isOpen && files.contains(object.path)) {
-                waiting.insert(object.path);
-                any = true;
+        const auto paths = isWaiting(job) ? log.waitingPaths(job.id) : QStringList();
+        QSet<QString> its;
+        for (const QString &path : paths.value_or(files.values())) { // one that cannot be read may be of any
+            if (files.contains(path)) {
+                its.insert(path);
             }
-            return true;
-        };
-        if (isWaiting(job) && log.visit(job.id, false, note) && any) {
+        }
+        if (!its.isEmpty()) {
             found.destinations.append(JobText::destinationOf(job));
         }
+        waiting += its;
     }
     found.images = waiting.size();
     found.destinations.removeDuplicates();

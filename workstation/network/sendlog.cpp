@@ -101,3 +101,20 @@ bool SendLog::visit(
     }
     return !query.lastError().isValid();
 }
+
+std::optional<QStringList> SendLog::waitingPaths(qint64 job) const
+{
+    if (!open()) {
+        return std::nullopt;
+    }
+    QSqlQuery query(QSqlDatabase::database(m_name, false));
+    query.setForwardOnly(true);
+    query.prepare(withSendNumbers(
+        QStringLiteral("SELECT path FROM object WHERE job = ? AND state IN ($waiting, $sending)")));
+    query.bindValue(0, job);
+    QStringList paths;
+    for (bool more = query.exec() && query.next(); more; more = query.next()) {
+        paths.append(query.value(0).toString());
+    }
+    return query.lastError().isValid() ? std::nullopt : std::make_optional(paths);
+}

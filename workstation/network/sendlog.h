@@ -5,6 +5,7 @@
 #include <QSqlQuery>
 
 #include <functional>
+#include <optional>
 
 /// The columns of an object, and the object that a row with them holds.
 QString sendObjectColumns();
@@ -28,6 +29,9 @@ public:
     /// @return whether they could be read up to there
     bool visit(
         qint64 job, bool onlyFailed, const std::function<bool(const SendObject &object)> &visitor) const;
+    /// The files of a job's objects that have not been sent yet, nor given up; nothing where they cannot be
+    /// read.
+    std::optional<QStringList> waitingPaths(qint64 job) const;
 
 private:
     bool open() const;
