@@ -12,7 +12,8 @@
 
 namespace {
 
-QString problemText(const ReceiveEvent &event)
+/// @param ownTitle what this workstation is called by
+QString problemText(const ReceiveEvent &event, const QString &ownTitle)
 {
     switch (event.problem) {
     case ReceiveProblem::None:
@@ -21,7 +22,7 @@ QString problemText(const ReceiveEvent &event)
         return ReceiveController::tr("%1 wanted to send, but is not among the senders.").arg(event.peer);
     case ReceiveProblem::WrongCalledTitle:
         return ReceiveController::tr("%1 called %2; this workstation is %3")
-            .arg(event.peer, event.detail, ReceiveSettings::read().aeTitle);
+            .arg(event.peer, event.detail, ownTitle);
     case ReceiveProblem::Busy:
         return ReceiveController::tr("A sender was turned away: too many send at once.");
     case ReceiveProblem::DiskFull:
@@ -125,7 +126,9 @@ QString ReceiveController::details(const ReceiveStatus &status) const
                      .arg(locale.toString(status.counts.received), locale.toString(status.counts.refused),
                          locale.toString(status.counts.keptAside)));
     if (status.counts.lastProblem.problem != ReceiveProblem::None) {
-        lines.append(tr("Last problem: %1").arg(problemText(status.counts.lastProblem)));
+        lines.append(tr("Last problem: %1")
+                         .arg(problemText(status.counts.lastProblem,
+                             status.listening ? status.aeTitle : ReceiveSettings::ownAeTitle())));
         lines.append(tr("All problems: %1").arg(QDir::toNativeSeparators(m_service->journalFile())));
     }
     return lines.join(QLatin1Char('\n'));

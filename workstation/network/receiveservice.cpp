@@ -154,6 +154,7 @@ ReceiveStatus ReceiveService::status() const
         status.spoolProblem = m_work->error != 0 ? systemText(m_work->error) : QString();
         status.listening = m_work->port != nullptr;
         status.port = m_work->port ? m_work->port->port() : 0;
+        status.aeTitle = m_work->port ? m_work->port->settings().aeTitle : QString();
         status.counts = m_work->journal.counts();
     }
     if (m_work && m_work->indexer) {

@@ -19,6 +19,7 @@ struct ReceiveStatus
 {
     bool listening = false;
     int port = 0;
+    QString aeTitle; ///< what we are called by, where something listens
     QString spoolProblem; ///< why nothing can be taken at all (the system's word); empty where all is well
     ListenFailure failure; ///< why the port is not listened on although it should be
     ReceiveCounts counts;
