@@ -29,7 +29,8 @@ bool isForm(const QString &header)
 
 bool platformAllows(const QString &from, const QString &to)
 {
-    return from == common && to.startsWith(QLatin1String("platform/"));
+    return (from == common && to.startsWith(QLatin1String("platform/")))
+        || (from == cloudClient && to == imagebase);
 }
 
 bool libraryAllows(const QString &file, const QString &from, const QString &header, const QString &to)
