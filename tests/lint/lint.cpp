@@ -78,8 +78,8 @@ void LintTest::ruleKnowsTheFloors_data()
     row("dialogs above index", "platform/imagebase/index/a.cpp", "platform/CommonPlugin/b.h", false);
     row("message box knows no patients", "platform/CommonWidgetPlugin/a.h", "platform/imagebase/dicom/b.h",
         false);
-    row("index below cloud client", "platform/cloudClientPlugin/upload/a.cpp",
-        "platform/imagebase/index/b.h", true);
+    row("index below cloud client", "platform/cloudClientPlugin/upload/a.cpp", "platform/imagebase/index/b.h",
+        true);
     row("platform below library", "platform/CommonPlugin/a.cpp", "patientmanager/tables/b.h", false);
     row("library below host", "patientmanager/mainwindow/a.cpp", "workstation/b.h", false);
     row("window joins forms", "patientmanager/mainwindow/a.cpp", "patientmanager/tables/patientform.h", true);
