@@ -1,0 +1,7 @@
+#include "cloudpaientinfoform.h"
+
+CloudPaientInfoForm::CloudPaientInfoForm(QWidget *parent)
+    : QWidget(parent)
+{ }
+
+CloudPaientInfoForm::~CloudPaientInfoForm() = default;
