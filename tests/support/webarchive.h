@@ -2,6 +2,8 @@
 
 #include "dicomservers.h"
 
+class PostgresServer;
+
 /// A real DICOMweb archive on the loopback, with one user.
 namespace WebArchive {
 
@@ -9,7 +11,9 @@ constexpr char user[] = "ann";
 constexpr char password[] = "marker-0pen-sesame";
 
 /// @param settings added to its configuration, or in place of ours
-std::unique_ptr<DicomServer> start(const QJsonObject &settings = {});
+/// @param database keeps index and files, and must outlive the archive; null for SQLite and a folder
+std::unique_ptr<DicomServer> start(
+    const QJsonObject &settings = {}, const PostgresServer *database = nullptr);
 /// Where the archive's DICOMweb service answers.
 QString address(const DicomServer &archive);
 

@@ -2,6 +2,7 @@
 #include "multipartbody.h"
 #include "objectsretrieve.h"
 #include "oddservice.h"
+#include "postgresserver.h"
 #include "storerequest.h"
 #include "studysearch.h"
 #include "testmain.h"
@@ -186,9 +187,19 @@ private slots:
 
     /// What was stored is found, and comes back byte for byte; a file that is none is told apart from the
     /// others.
+    void objectsGoThereAndBack_data()
+    {
+        QTest::addColumn<bool>("inDatabase");
+        QTest::newRow("an archive with SQLite") << false;
+        QTest::newRow("an archive with PostgreSQL") << true;
+    }
+
     void objectsGoThereAndBack()
     {
-        WebClient client(serviceAt(WebArchive::address(*m_archive)));
+        QFETCH(const bool, inDatabase);
+        const auto database = inDatabase ? std::make_unique<PostgresServer>() : nullptr;
+        const auto own = inDatabase ? WebArchive::start({}, database.get()) : nullptr;
+        WebClient client(serviceAt(WebArchive::address(inDatabase ? *own : *m_archive)));
         QVector<StoredFile> files;
         for (int number = 1; number <= 20; ++number) {
             files.append(madeFile(number));
