@@ -1,0 +1,41 @@
+#pragma once
+
+#include "commonplugin_export.h"
+
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+
+/**
+ * Makes copies of patients or studies that do not say whose they are: into a folder, into the index as new
+ * records, or for whoever connects to be sent or uploaded. The originals are never changed.
+ *
+ * Works on the index that is open as the default connection. What is made is made on a thread of the form's;
+ * its destructor ends that and removes what is half done. GUI thread.
+ */
+class COMMONPLUGIN_EXPORT AnonymizeForm : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AnonymizeForm(QWidget *parent = nullptr);
+    ~AnonymizeForm() override;
+
+    /// Ticks records in place of those that are ticked, and shows them.
+    /// @param tableName patient, study or series; of a series its study is ticked
+    void choose(const QString &tableName, const QList<qlonglong> &keys);
+
+signals:
+    /// Anonymised files that shall be sent. Names and modalities stand beside them, one each, as the send
+    /// dialog takes them. The files stay for a month, or as long as somebody reads them again.
+    void sendRequested(const QStringList &files, const QStringList &names, const QStringList &modalities);
+    /// Anonymised files that shall be uploaded, and what they are called together.
+    void uploadRequested(const QStringList &files, const QString &name);
+    /// The index has new records.
+    void imported();
+
+private:
+    struct Private;
+    const std::unique_ptr<Private> d;
+};
