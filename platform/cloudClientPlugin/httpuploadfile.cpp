@@ -1,5 +1,8 @@
 #include "httpuploadfile.h"
 
+#include "cloudclientasynchandler.h"
+#include "uploadengine.h"
+
 #include <QCoreApplication>
 #include <QSettings>
 
@@ -22,10 +25,64 @@ QString expertFile()
 
 } // namespace
 
+HttpUploadFile::~HttpUploadFile() = default;
+
 HttpUploadFile *HttpUploadFile::instance()
 {
     static HttpUploadFile only;
     return &only;
+}
+
+void HttpUploadFile::setSession(const CloudSession &session)
+{
+    m_session = session;
+    UploadEngine::setSession(session);
+    emit sessionChanged();
+}
+
+void HttpUploadFile::endSession()
+{
+    setSession(CloudSession());
+}
+
+QString HttpUploadFile::getProxyURL() const
+{
+    const QNetworkProxy &proxy = m_session.service.proxy;
+    return proxy.hostName().isEmpty() ? QString()
+                                      : proxy.hostName() + QLatin1Char(':') + QString::number(proxy.port());
+}
+
+QString HttpUploadFile::getProxyType() const
+{
+    switch (m_session.service.proxy.type()) {
+    case QNetworkProxy::HttpProxy:
+    case QNetworkProxy::HttpCachingProxy:
+        return QStringLiteral("http");
+    case QNetworkProxy::Socks5Proxy:
+        return QStringLiteral("socks5");
+    case QNetworkProxy::NoProxy:
+        return QStringLiteral("none");
+    default:
+        return QStringLiteral("system");
+    }
+}
+
+QString HttpUploadFile::getAssistUrl() const
+{
+    return m_session.isOpen() ? CloudSession::plainAddress(m_session.service.address) : QString();
+}
+
+std::shared_ptr<CloudClientAsyncHandler> HttpUploadFile::newClientAsyncHandler()
+{
+    if (!m_handler) {
+        m_handler = std::make_shared<CloudClientAsyncHandler>();
+    }
+    return m_handler;
+}
+
+void HttpUploadFile::releaseIndex()
+{
+    UploadEngine::release();
 }
 
 void HttpUploadFile::setExpertFile(const QString &path)

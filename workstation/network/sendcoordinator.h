@@ -1,7 +1,7 @@
 #pragma once
 
+#include "queueownership.h"
 #include "sendboard.h"
-#include "sendownership.h"
 #include "sendservice.h"
 #include "sendstore.h"
 
@@ -68,7 +68,7 @@ private:
     const QString m_storePath;
     SendOptions m_options;
     SendBoard m_board;
-    SendOwnership m_ownership;
+    QueueOwnership m_ownership;
     bool m_isOwner = false;
     std::unique_ptr<SendStore> m_store;
     std::deque<Order> m_orders; ///< that the store has not taken yet

@@ -1,4 +1,4 @@
-#include "sendownership.h"
+#include "queueownership.h"
 
 #include <QFile>
 
@@ -6,18 +6,18 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-SendOwnership::SendOwnership(const QString &storePath)
-    : m_path(storePath + QStringLiteral(".lock"))
+QueueOwnership::QueueOwnership(const QString &queuePath)
+    : m_path(queuePath + QStringLiteral(".lock"))
 { }
 
-SendOwnership::~SendOwnership()
+QueueOwnership::~QueueOwnership()
 {
     if (m_file >= 0) {
         ::close(m_file);
     }
 }
 
-bool SendOwnership::tryToGet()
+bool QueueOwnership::tryToGet()
 {
     if (m_file < 0) {
         m_file = ::open(QFile::encodeName(m_path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);

@@ -1,0 +1,160 @@
+#include "uploadengine.h"
+
+#include "createconnection.h"
+#include "httpuploadfile.h"
+#include "uploadcoordinator.h"
+#include "uploadtask.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QRandomGenerator>
+
+namespace {
+
+std::unique_ptr<UploadEngine> &only()
+{
+    static std::unique_ptr<UploadEngine> engine;
+    return engine;
+}
+
+UploadTally beginning(const UploadOrder &order)
+{
+    UploadTally tally;
+    tally.all = order.files.size();
+    tally.waiting = tally.all;
+    return tally;
+}
+
+} // namespace
+
+qint64 UploadOrder::newId()
+{
+    constexpr int randomBits = 20;
+    return (QDateTime::currentMSecsSinceEpoch() << randomBits)
+        | QRandomGenerator::system()->bounded(1 << randomBits);
+}
+
+UploadEngine *UploadEngine::current()
+{
+    if (only() && only()->m_databasePath != databasePath()) {
+        release();
+    }
+    if (!only()) {
+        only().reset(new UploadEngine(databasePath()));
+    }
+    return only().get();
+}
+
+void UploadEngine::release()
+{
+    only().reset();
+}
+
+void UploadEngine::setSession(const CloudSession &session)
+{
+    if (only()) {
+        only()->tell([session](UploadCoordinator &coordinator) { coordinator.setSession(session); });
+    }
+}
+
+UploadEngine::UploadEngine(QString databasePath)
+    : m_databasePath(std::move(databasePath))
+    , m_coordinator(new UploadCoordinator(m_databasePath, HttpUploadFile::instance()->session()))
+{
+    m_coordinator->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::started, m_coordinator, &UploadCoordinator::start);
+    connect(&m_thread, &QThread::finished, m_coordinator, &QObject::deleteLater);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &UploadEngine::release);
+    connectCoordinator();
+    m_thread.setObjectName(QStringLiteral("uploads"));
+    m_thread.start();
+}
+
+/// A request that is on its way is cut off; what it was about waits in the index.
+UploadEngine::~UploadEngine()
+{
+    m_thread.quit();
+    m_thread.wait();
+    for (UpLoadTask *task : qAsConst(m_tasks)) {
+        UploadTally tally = task->tally();
+        tally.state = UploadTally::State::Paused;
+        task->m_engine = nullptr;
+        task->take(tally);
+    }
+}
+
+void UploadEngine::connectCoordinator()
+{
+    connect(m_coordinator, &UploadCoordinator::tallied, this, [this](qint64 id, const UploadTally &tally) {
+        if (UpLoadTask *task = taskOf(id)) {
+            task->take(tally);
+        }
+    });
+    connect(m_coordinator, &UploadCoordinator::runEnded, this, [this](qint64 id) {
+        if (UpLoadTask *task = taskOf(id)) {
+            task->tellRunEnd();
+        }
+    });
+    connect(m_coordinator, &UploadCoordinator::ended, this, [this](qint64 id) {
+        if (UpLoadTask *task = taskOf(id)) {
+            task->tellEnd();
+        }
+    });
+    connect(m_coordinator, &UploadCoordinator::sessionRefused, HttpUploadFile::instance(),
+        &HttpUploadFile::sessionRefused);
+}
+
+UpLoadTask *UploadEngine::handle(const UploadOrder &order, const UploadTally &tally)
+{
+    auto *task = new UpLoadTask(*this, order.id, order.patientName, order.series, tally);
+    m_tasks.insert(order.id, task);
+    return task;
+}
+
+UpLoadTask *UploadEngine::add(UploadOrder order)
+{
+    UpLoadTask *task = handle(order, beginning(order));
+    tell([order = std::move(order)](UploadCoordinator &coordinator) { coordinator.add(order); });
+    return task;
+}
+
+QVector<UpLoadTask *> UploadEngine::unfinished()
+{
+    return {};
+}
+
+void UploadEngine::forget(const UpLoadTask &task)
+{
+    m_tasks.remove(task.m_id);
+}
+
+void UploadEngine::finish(qint64 task)
+{
+    tell([task](UploadCoordinator &coordinator) { coordinator.finish(task); });
+}
+
+void UploadEngine::flag(qint64 task)
+{
+    tell([task](UploadCoordinator &coordinator) { coordinator.flag(task); });
+}
+
+void UploadEngine::retryFailed(qint64 task)
+{
+    tell([task](UploadCoordinator &coordinator) { coordinator.retryFailed(task); });
+}
+
+void UploadEngine::rename(qint64 task, const QString &patientName)
+{
+    tell([task, patientName](UploadCoordinator &coordinator) { coordinator.rename(task, patientName); });
+}
+
+QVector<UploadFault> UploadEngine::faults(qint64 /*task*/) const
+{
+    return {};
+}
+
+void UploadEngine::tell(std::function<void(UploadCoordinator &)> deed)
+{
+    QMetaObject::invokeMethod(
+        m_coordinator, [this, deed = std::move(deed)] { deed(*m_coordinator); }, Qt::QueuedConnection);
+}
