@@ -16,7 +16,7 @@ namespace Schema {
 /// PRAGMA application_id of an index.
 inline constexpr int applicationId = 0x50444d49;
 /// The version that this program writes: the number of the last step.
-inline constexpr int currentVersion = 5;
+inline constexpr int currentVersion = 6;
 
 /// What a file says of itself.
 struct Identity

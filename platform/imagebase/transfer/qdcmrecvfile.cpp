@@ -2,34 +2,12 @@
 
 #include "createconnection.h"
 #include "indexconnection.h"
+#include "transfertables.h"
 
 #include <QSqlQuery>
 #include <QVariant>
 
 namespace {
-
-bool addSeries(const QSqlDatabase &db, const QString &uid)
-{
-    QSqlQuery query(db);
-    query.prepare(QStringLiteral("INSERT INTO series (seriesUID, recvnum) "
-                                 "SELECT :uid, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
-                                 "WHERE SeriesInstanceUID = :uid HAVING count(*) > 0 "
-                                 "ON CONFLICT (seriesUID) DO UPDATE SET recvnum = excluded.recvnum"));
-    query.bindValue(QStringLiteral(":uid"), uid);
-    return query.exec();
-}
-
-bool addImages(const QSqlDatabase &db, const QString &seriesUid)
-{
-    QSqlQuery query(db);
-    query.prepare(
-        QStringLiteral("INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
-                       "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
-                       "JOIN generalseries ON generalseries.pk = imageformat.series_fk WHERE "
-                       "generalseries.SeriesInstanceUID = ?"));
-    query.addBindValue(seriesUid);
-    return query.exec();
-}
 
 void enterSeries(const QStringList &seriesUIDs)
 {
@@ -43,7 +21,7 @@ void enterSeries(const QStringList &seriesUIDs)
         return;
     }
     for (const QString &uid : seriesUIDs) {
-        if (!addSeries(db, uid) || !addImages(db, uid)) {
+        if (!TransferTables::enter(db, uid)) {
             return;
         }
     }
