@@ -96,6 +96,16 @@ void connectDroppedFiles(const Forms &forms)
     each(connect, forms.study, forms.series, forms.images);
 }
 
+/// The upload states of a patient are those of its studies and series, too.
+void connectUploadStates(const Forms &forms)
+{
+    const auto connect = [&forms](RecordForm *form) {
+        QObject::connect(
+            forms.patient, &PatientForm::uploadStatesRefreshed, form, &RecordForm::readUploadStates);
+    };
+    each(connect, forms.study, forms.series);
+}
+
 /// What is chosen in the tree is shown in the tables.
 void connectTree(Window *window, const Forms &forms)
 {
@@ -127,5 +137,6 @@ void WindowConnections::connectForms(Window *window)
     connectHeaders(window, forms);
     connectMultiSelection(window, forms);
     connectDroppedFiles(forms);
+    connectUploadStates(forms);
     connectTree(window, forms);
 }

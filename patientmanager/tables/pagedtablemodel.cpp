@@ -7,6 +7,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
+#include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStringList>
 
@@ -69,7 +70,14 @@ QVariant PagedTableModel::data(const QModelIndex &index, int role) const
             (m_isNumber[std::size_t(index.column())] ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
     const bool isValue = role == Qt::DisplayRole || role == Qt::EditRole;
-    if (!isValue || index.row() < QSqlTableModel::rowCount() || isDirty(index)) {
+    const bool isOfBase = index.row() < QSqlTableModel::rowCount();
+    if (isValue && isOfBase && !m_later.isEmpty() && !isDirty(index)) {
+        const auto later = m_later.constFind({index.row(), index.column()});
+        if (later != m_later.constEnd()) {
+            return *later;
+        }
+    }
+    if (!isValue || isOfBase || isDirty(index)) {
         return QSqlTableModel::data(index, role);
     }
     return m_pages.value(index.row(), index.column());
@@ -143,6 +151,37 @@ bool PagedTableModel::select()
     }
     endResetModel();
     return good;
+}
+
+/// The base class keeps the rows that it has read until it selects anew, which costs a large table too much.
+void PagedTableModel::readColumn(int column)
+{
+    m_pages.dropValues();
+    QStringList keys;
+    QHash<qlonglong, int> rows;
+    for (int row = 0; row < m_firstKeys.size(); ++row) {
+        keys.append(QString::number(m_firstKeys.at(row)));
+        rows.insert(m_firstKeys.at(row), row);
+    }
+    if (keys.isEmpty()) {
+        return;
+    }
+    QSqlQuery query(database());
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT %1, %2 FROM %3 WHERE %1 IN (%4)")
+                   .arg(columnName(keyColumn), columnName(column), tableName(), keys.join(QLatin1Char(','))));
+    while (query.next()) {
+        takeValue(rows.value(query.value(0).toLongLong(), -1), column, query.value(1));
+    }
+}
+
+void PagedTableModel::takeValue(int row, int column, const QVariant &value)
+{
+    const QModelIndex cell = index(row, column);
+    if (cell.isValid() && !isDirty(cell) && data(cell, Qt::EditRole) != value) {
+        m_later.insert({row, column}, value);
+        emit dataChanged(cell, cell);
+    }
 }
 
 QString PagedTableModel::columnName(int column) const
@@ -237,6 +276,7 @@ bool PagedTableModel::writeEditedRows()
 void PagedTableModel::forget()
 {
     m_pages.clear();
+    m_later.clear();
     m_edited.clear();
     m_written.clear();
 }

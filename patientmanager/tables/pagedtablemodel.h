@@ -3,6 +3,8 @@
 #include "patientmanager_export.h"
 #include "recordpages.h"
 
+#include <QHash>
+#include <QPair>
 #include <QSqlTableModel>
 
 #include <set>
@@ -26,6 +28,10 @@ public:
 
     /// Sets the filter and selects exactly once, whether or not the model was filled before.
     bool selectWhere(const QString &filter);
+
+    /// Reads the values of one column again, where they are not edited; the rows stay the same, in their
+    /// order. Rows beyond those held have all their values read when they are next looked at.
+    void readColumn(int column);
 
     /// 0 outside the result.
     qlonglong key(int row) const;
@@ -58,9 +64,11 @@ private:
     bool readAllKeys(QVector<qlonglong> *keys);
     bool isRowDirty(int row) const;
     bool writeEditedRows();
+    void takeValue(int row, int column, const QVariant &value);
     void forget();
 
     mutable RecordPages m_pages;
+    QHash<QPair<int, int>, QVariant> m_later; // by row and column: of the base class's rows, read since
     QVector<qlonglong> m_firstKeys; // of the rows that the base class holds
     bool m_selectsByKeys = false; // while select() runs the base class's statement
     std::vector<bool> m_isKey; // by column

@@ -7,6 +7,7 @@
 #include "pagedtablemodel.h"
 #include "recordtable.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QScrollBar>
 #include <QSqlDatabase>
@@ -27,9 +28,13 @@ PatientForm::PatientForm(QWidget *parent)
     ui->tableView->setSelectionMode(QAbstractItemView::ContiguousSelection);
     connect(ui->tableView, &NTableView::fileFinished, this, &PatientForm::on_reflash_enable);
     setMinimumHeight(leastHeight);
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &PatientForm::endWorkers);
 }
 
-PatientForm::~PatientForm() = default;
+PatientForm::~PatientForm()
+{
+    endWorkers();
+}
 
 void PatientForm::reportRow(int row)
 {

@@ -6,13 +6,16 @@
 
 class HttpUploadFile;
 class QContextMenuEvent;
+class QThread;
+class RefreshPatientDataThead;
 
 namespace Ui {
 class PatientForm;
 }
 
 /// The patients of the index: today's at first, then whatever a search, a tree or a list of keys asks for.
-/// Decides what the forms below it show. GUI thread.
+/// Decides what the forms below it show. A click on a patient also has its upload state brought up to date,
+/// by one of five workers whose threads end with the form or the application. GUI thread.
 class PATIENTMANAGER_EXPORT PatientForm : public RecordForm
 {
     Q_OBJECT
@@ -23,8 +26,18 @@ public:
 
     QList<qlonglong> getSelectList() const;
     void setLoginUserType(int type);
+    /// Uploads the images of the first selected patient. @param userid who it is for, handed on
+    void uploadFile(const QString &userid);
+    /// Brings the states of all series that are not uploaded up to date, here and now; shows nothing of it.
+    void refreshDateBaseState();
+
+    /// How many of the workers are under way.
+    int refreshCount() const;
+
+    static constexpr int workerCount = 5;
 
 public slots:
+    void selectIndex(const QModelIndex &index) override;
     /// Selects a patient that stands near the top of the table; clears the selection otherwise.
     void selectIdx(qlonglong pk);
     /// Shows the patients of an SQL condition, all for an empty one, and empties the study form.
@@ -50,14 +63,22 @@ public slots:
 signals:
     void selectPatient(qlonglong patient_pk);
     void deleteSelected();
+    /// Hands a patient to one worker.
     void refrshData(qlonglong pk);
+    /// The upload states have been brought up to date, and are shown here.
+    void uploadStatesRefreshed();
 
 protected:
+    bool event(QEvent *event) override;
     void reportRow(int row) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     void showNames();
+    void createWorkers();
+    void stopRefreshes();
+    void startRefresh(qlonglong pk);
+    void endWorkers();
 
     std::unique_ptr<Ui::PatientForm> ui;
     HttpUploadFile *m_cloud;
@@ -65,4 +86,7 @@ private:
     QString m_filter;
     qlonglong m_reported = 0; ///< the patient whose studies the form below was told to show
     QSet<qlonglong> m_preSelected;
+    QList<QThread *> m_threads; ///< one for each worker, from the first click on
+    QList<RefreshPatientDataThead *> m_workers;
+    bool m_threadsCreated = false;
 };

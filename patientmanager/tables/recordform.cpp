@@ -10,6 +10,8 @@
 #include "recorddelegate.h"
 #include "recordtable.h"
 #include "selectedrows.h"
+#include "statusdelegate.h"
+#include "uploadstatus.h"
 #include "viewplace.h"
 
 #include <QDate>
@@ -113,6 +115,10 @@ void RecordForm::installDelegates()
     std::array<RecordDelegate *, columnKindCount> delegates{};
     const QSqlRecord record = m_model->record();
     for (int column = 0; column < record.count(); ++column) {
+        if (record.fieldName(column) == QLatin1String(UploadStatus::column)) {
+            m_view->setItemDelegateForColumn(column, new StatusDelegate(m_view));
+            continue;
+        }
         const ColumnKind kind = columnKind(record.field(column));
         RecordDelegate *&delegate = delegates[std::size_t(kind)];
         if (!delegate) {
@@ -144,6 +150,16 @@ void RecordForm::selectList()
 void RecordForm::onInquiryShow()
 {
     showKeys({});
+}
+
+void RecordForm::readUploadStates()
+{
+    const int column = m_model->fieldIndex(QLatin1String(UploadStatus::column));
+    const bool isTyped = isEditing() && m_view->currentIndex().column() == column;
+    if (column >= 0 && !isTyped) {
+        m_model->readColumn(column);
+        m_view->viewport()->update();
+    }
 }
 
 void RecordForm::onDeletereflash(const QString &tableName)

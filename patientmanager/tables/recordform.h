@@ -43,11 +43,13 @@ public:
 
 public slots:
     /// Reports the clicked row and then all selected ones.
-    void selectIndex(const QModelIndex &index);
+    virtual void selectIndex(const QModelIndex &index);
     /// Reports the selected rows as a multiple selection.
     void selectList();
     /// Empties the table: another display takes over.
     void onInquiryShow();
+    /// Reads the upload states of the rows again, and nothing else: order, selection, place and edits stay.
+    void readUploadStates();
     /// Reads this table again where it is the one named.
     void onDeletereflash(const QString &tableName);
     /// Shows and hides columns by the flags of the field configuration; without flags all are hidden.

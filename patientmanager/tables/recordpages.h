@@ -19,6 +19,8 @@ public:
     RecordPages();
 
     void clear();
+    /// Values are read again when they are next asked for.
+    void dropValues() { m_pages.clear(); }
     /// Starts a result: `select` reads whole rows and has no WHERE yet, `keyColumn` is its first column.
     void open(
         const QSqlDatabase &db, const QString &select, const QString &keyColumn, QVector<qlonglong> keys);

@@ -6,6 +6,8 @@
 #include "qpatienttreemodel.h"
 #include "recorddelegate.h"
 #include "recordsummary.h"
+#include "statusdelegate.h"
+#include "uploadstatus.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -48,6 +50,7 @@ PatientTreeView::PatientTreeView(QWidget *parent)
     , m_captions(
           new CaptionHeader([this](int column) { return m_widths.width(m_columnNames.value(column)); }, this))
     , m_patientNames(new PatientNameDelegate(this, this))
+    , m_states(new StatusDelegate(this))
 {
     m_widths.load(QStringLiteral("patienttree"));
     connect(m_captions, &CaptionHeader::widthChosen, this,
@@ -94,7 +97,11 @@ RecordDelegate *PatientTreeView::delegateOf(int column)
     if (m_columnNames.at(column) == QLatin1String(patientNameColumn)) {
         return m_patientNames;
     }
-    const ColumnKind kind = columnKind(m_tree->headerData(column, Qt::Horizontal).toString(), false);
+    const QString name = m_tree->headerData(column, Qt::Horizontal).toString();
+    if (name == QLatin1String(UploadStatus::column)) {
+        return m_states;
+    }
+    const ColumnKind kind = columnKind(name, false);
     RecordDelegate *&delegate = m_delegates[std::size_t(kind)];
     if (!delegate) {
         delegate = new RecordDelegate(kind, this);

@@ -82,6 +82,7 @@ private:
     CaptionHeader *m_captions;
     std::array<RecordDelegate *, columnKindCount> m_delegates{}; ///< made when first needed
     RecordDelegate *m_patientNames;
+    RecordDelegate *m_states;
     QPatientTreeModel *m_tree = nullptr;
     int m_patientColumns = 0;
     QString m_emptyText;

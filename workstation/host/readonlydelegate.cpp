@@ -7,6 +7,21 @@ ReadOnlyDelegate::ReadOnlyDelegate(const QStyledItemDelegate *shown, QObject *pa
     , m_shown(shown)
 { }
 
+void ReadOnlyDelegate::paint(
+    QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    if (m_shown) {
+        m_shown->paint(painter, option, index);
+    } else {
+        QStyledItemDelegate::paint(painter, option, index);
+    }
+}
+
+QSize ReadOnlyDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return m_shown ? m_shown->sizeHint(option, index) : QStyledItemDelegate::sizeHint(option, index);
+}
+
 QString ReadOnlyDelegate::displayText(const QVariant &value, const QLocale &locale) const
 {
     return m_shown ? m_shown->displayText(value, locale) : QStyledItemDelegate::displayText(value, locale);

@@ -12,6 +12,9 @@ public:
     /// @param shown says what a value reads like; borrowed, may be null
     ReadOnlyDelegate(const QStyledItemDelegate *shown, QObject *parent);
 
+    void paint(
+        QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     QString displayText(const QVariant &value, const QLocale &locale) const override;
     QWidget *createEditor(
         QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;

@@ -4,6 +4,9 @@
 
 /// The upload states as they stand in the `Status` columns: compared by exact text, never translated.
 namespace UploadStatus {
+/// Of patients, studies and series.
+constexpr char column[] = "Status";
+
 inline QString notUploaded()
 {
     return QStringLiteral("未上传");
