@@ -70,4 +70,7 @@ inline constexpr char receiveCallers[] = "dicom/receiveCallers";
 inline constexpr char receivePrivate[] = "dicom/receivePrivateClasses";
 /// int: 0 acknowledges objects that a power cut may still take.
 inline constexpr char receiveSynced[] = "dicom/receiveSynced";
+
+/// string: path of the file with the key that pseudonyms are made from; without it, a file of the user's.
+inline constexpr char anonymiseKey[] = "anonymise/keyFile";
 } // namespace ConfigKey

@@ -45,6 +45,47 @@ private:
     int m_left = maximumReads;
 };
 
+/// As much of a deep stack as nested items may take; the rest is for what is done with them.
+constexpr quintptr parseStack = 56 * 1024 * 1024;
+
+/// Reads from a file as long as it is let, and as nested items leave room on the stack.
+class GuardedStream : public DcmInputFileStream
+{
+public:
+    GuardedStream(const OFFilename &path, const std::function<bool()> &goOn)
+        : DcmInputFileStream(path)
+        , m_goOn(goOn)
+    { }
+
+    OFBool eos() override { return m_ended || DcmInputFileStream::eos(); }
+    offile_off_t avail() override { return m_ended ? 0 : DcmInputFileStream::avail(); }
+    offile_off_t read(void *buffer, offile_off_t length) override
+    {
+        const auto here = reinterpret_cast<quintptr>(__builtin_frame_address(0));
+        m_ended = m_ended || m_begin - here > parseStack || !m_goOn();
+        return m_ended ? 0 : DcmInputFileStream::read(buffer, length);
+    }
+    OFCondition installCompressionFilter(E_StreamCompression /*filterType*/) override
+    {
+        return EC_UnsupportedEncoding;
+    }
+
+private:
+    const std::function<bool()> &m_goOn;
+    const quintptr m_begin =
+        reinterpret_cast<quintptr>(__builtin_frame_address(0)); ///< where the stack stood
+    bool m_ended = false;
+};
+
+BoundedParse parse(DcmInputStream &stream, const DcmTagKey &end, DcmFileFormat &file)
+{
+    file.transferInit();
+    const OFCondition result = stream.good()
+        ? file.readUntilTag(stream, EXS_Unknown, EGL_noChange, DCM_MaxReadLength, end)
+        : stream.status();
+    return {result.good(), stream.tell(), result.good() ? QString() : QString::fromLatin1(result.text())};
+}
+
 int countItems(const QByteArray &bytes)
 {
     return bytes.count(QByteArray::fromRawData("\xfe\xff\x00\xe0", 4))
@@ -91,18 +132,26 @@ void onStackFor(const QByteArray &bytes, const std::function<void()> &run)
         run();
         return;
     }
+    onDeepStack(run);
+}
+
+BoundedParse parseBounded(const MemoryFile &bytes, const DcmTagKey &end, DcmFileFormat &file)
+{
+    BoundedStream stream(OFFilename(bytes.path().constData()));
+    return parse(stream, end, file);
+}
+
+void onDeepStack(const std::function<void()> &run)
+{
     const std::unique_ptr<QThread> thread(QThread::create(run));
     thread->setStackSize(deepStack);
     thread->start();
     thread->wait();
 }
 
-BoundedParse parseBounded(const MemoryFile &bytes, const DcmTagKey &end, DcmFileFormat &file)
+BoundedParse parseAll(
+    const QByteArray &path, const DcmTagKey &end, DcmFileFormat &file, const std::function<bool()> &goOn)
 {
-    BoundedStream stream(OFFilename(bytes.path().constData()));
-    file.transferInit();
-    const OFCondition result = stream.good()
-        ? file.readUntilTag(stream, EXS_Unknown, EGL_noChange, DCM_MaxReadLength, end)
-        : stream.status();
-    return {result.good(), stream.tell(), result.good() ? QString() : QString::fromLatin1(result.text())};
+    GuardedStream stream(OFFilename(path.constData()), goOn);
+    return parse(stream, end, file);
 }

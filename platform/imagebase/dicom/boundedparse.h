@@ -46,3 +46,13 @@ void onStackFor(const QByteArray &bytes, const std::function<void()> &run);
 /// Parses all elements before a tag, with a bound on the work: hostile bytes could keep DCMTK busy for hours.
 /// Deflated data sets are refused, as DCMTK would inflate without a limit. Called within onStackFor().
 BoundedParse parseBounded(const MemoryFile &bytes, const DcmTagKey &end, DcmFileFormat &file);
+
+/// Runs on a thread of its own with a stack for thousands of nested items; returns when it is done.
+void onDeepStack(const std::function<void()> &run);
+
+/// Parses all elements before a tag from a file of any length; long values stay in the file, which must not
+/// go while they are wanted. Called within onDeepStack(): what nests deeper than that stack bears counts as
+/// broken. Deflated data sets are refused.
+/// @param goOn asked between reads; false ends the parse
+BoundedParse parseAll(
+    const QByteArray &path, const DcmTagKey &end, DcmFileFormat &file, const std::function<bool()> &goOn);

@@ -9,6 +9,10 @@ namespace {
 constexpr quint32 floatPixels = 0x7fe00008;
 constexpr quint32 doublePixels = 0x7fe00009;
 constexpr quint32 integerPixels = 0x7fe00010;
+constexpr quint32 firstOfPixels = 0x7fe00001; ///< tables of offsets stand before the pixels
+constexpr quint32 pixelGroup = 0x7fe0;
+constexpr quint32 fragmentTag = 0xfffee000;
+constexpr quint32 fragmentsEnd = 0xfffee0dd;
 
 template <typename T>
 T number(const uchar *bytes, bool bigEndian)
@@ -76,7 +80,49 @@ qint64 behindSequence(FileWindow &file, qint64 position, ElementEncoding encodin
     return cursor.peek(element) && cursor.skip(element) ? cursor.position() : -1;
 }
 
+/// Behind the fragments that begin there; -1 where their end is not found.
+qint64 behindFragments(FileWindow &file, qint64 position)
+{
+    ElementPlace item;
+    while (readHeader(file, position, {false, false}, item) && item.length != undefinedLength) {
+        position = item.value + item.length;
+        if (item.tag == fragmentsEnd) {
+            return item.value;
+        }
+        if (item.tag != fragmentTag) {
+            break;
+        }
+    }
+    return -1;
+}
+
 } // namespace
+
+PixelBytes findPixelBytes(FileWindow &file, qint64 taken, ElementEncoding encoding)
+{
+    PixelBytes found;
+    if (taken >= file.size()) {
+        return found;
+    }
+    qint64 position = startOfHeader(file, taken, encoding);
+    ElementPlace element;
+    while (readHeader(file, position, encoding, element) && element.tag >> 16 == pixelGroup
+        && element.tag <= integerPixels) {
+        const bool isOpen = element.length == undefinedLength;
+        const qint64 end =
+            isOpen ? behindFragments(file, element.value) : element.value + qint64(element.length);
+        if (end < 0 || end > file.size()) {
+            found.isWhole = false;
+            break;
+        }
+        if (element.tag >= firstOfPixels) {
+            found.ranges.append({position, end - position});
+        }
+        found.isEncapsulated = found.isEncapsulated || isOpen;
+        position = end;
+    }
+    return found;
+}
 
 PixelPlace findPixels(FileWindow &file, qint64 taken, ElementEncoding encoding)
 {

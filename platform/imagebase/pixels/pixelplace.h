@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QVector>
 
 class FileWindow;
 
@@ -26,3 +26,20 @@ struct ElementEncoding
 /// Walks over elements until the pixels; those before it are not read.
 /// @param taken how many bytes of the file a parser has taken that stopped behind an element's header
 PixelPlace findPixels(FileWindow &file, qint64 taken, ElementEncoding encoding);
+
+/// The bytes of a file that hold its pixels, with the headers of their elements.
+struct PixelBytes
+{
+    struct Range
+    {
+        qint64 offset = 0;
+        qint64 length = 0;
+    };
+    QVector<Range> ranges;
+    bool isWhole = true; ///< false where the file ends before its pixels do
+    bool isEncapsulated = false;
+};
+
+/// What a file has of the group of the pixels; what stands between or behind is left out.
+/// @param taken as for findPixels()
+PixelBytes findPixelBytes(FileWindow &file, qint64 taken, ElementEncoding encoding);

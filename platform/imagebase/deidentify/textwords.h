@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// A piece of a text: a word, and what stands before the next one.
+struct TextWord
+{
+    QString text;
+    QString behind;
+};
+
+/// Parts a text at everything that is neither a letter nor a digit; the first word is empty where it begins
+/// with something else.
+QVector<TextWord> wordsOf(const QString &text);
+
+/// Whether a word looks like a number of somebody or something: many digits.
+bool isNumberLike(const QString &word);
