@@ -9,6 +9,7 @@ const QString imagebase = QStringLiteral("platform/imagebase");
 const QString commonWidgets = QStringLiteral("platform/CommonWidgetPlugin");
 const QString cloudClient = QStringLiteral("platform/cloudClientPlugin");
 const QString common = QStringLiteral("platform/CommonPlugin");
+const QString editorPlugin = QStringLiteral("platform/cloudpaientinfoform");
 const QString library = QStringLiteral("patientmanager/");
 const QString mainWindow = QStringLiteral("patientmanager/mainwindow");
 const QString plugin = QStringLiteral("patientmanager/plugin");
@@ -29,7 +30,8 @@ bool isForm(const QString &header)
 
 bool platformAllows(const QString &from, const QString &to)
 {
-    return (from == common && to.startsWith(QLatin1String("platform/")))
+    return ((from == common || from == editorPlugin) && to != editorPlugin
+               && to.startsWith(QLatin1String("platform/")))
         || (from == cloudClient && to == imagebase);
 }
 

@@ -149,6 +149,11 @@ QNetworkReply *WebClient::post(const QString &resource, const QByteArray &conten
     return watched(m_network.post(asked, body));
 }
 
+QNetworkReply *WebClient::remove(const QString &resource)
+{
+    return watched(m_network.deleteResource(request(resource, {}, dicomJson)));
+}
+
 WebFailure WebClient::failureOf(QNetworkReply &reply)
 {
     constexpr int firstError = 400;

@@ -33,6 +33,9 @@ public:
     /// @param body is read while it is sent, and must outlive the reply
     QNetworkReply *post(const QString &resource, const QByteArray &contentType, QIODevice *body);
 
+    /// Removes a resource, where a service offers that.
+    QNetworkReply *remove(const QString &resource);
+
     /// What a reply that has finished means; None where it succeeded.
     static WebFailure failureOf(QNetworkReply &reply);
 

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "correctionrequest.h"
+
+#include <QJsonArray>
+#include <QLockFile>
+#include <QUrl>
+
+#include <memory>
+
+/**
+ * The note on the disk of one correction, with the folder of its files: what a kill leaves is finished or
+ * undone by it. Only its owner may read it. One thread.
+ */
+class CorrectionJournal
+{
+public:
+    enum class State : quint8 {
+        Prepared, ///< nothing has been changed anywhere
+        Storing, ///< the service may hold some corrected objects: to be undone
+        Stored ///< the service holds them all: the index is to follow
+    };
+    struct Content
+    {
+        State state = State::Prepared;
+        QUrl service;
+        CorrectionRequest request;
+        QJsonArray objects; ///< as ServiceObjects writes them
+    };
+
+    /// A new one beside an index.
+    explicit CorrectionJournal(const QString &databasePath);
+    ~CorrectionJournal();
+    CorrectionJournal(const CorrectionJournal &) = delete;
+    CorrectionJournal &operator=(const CorrectionJournal &) = delete;
+
+    /// Those that earlier runs left for an index and a service; what a living process works on is left out.
+    static std::vector<std::unique_ptr<CorrectionJournal>> leftBehind(
+        const QString &databasePath, const QUrl &service);
+
+    bool isOpen() const { return m_lock && m_lock->isLocked(); }
+    QString folder() const { return m_folder; }
+    const Content &content() const { return m_content; }
+    /// Lasts when it returns true.
+    bool write(const Content &content);
+    bool setState(State state);
+    /// Nothing is left to be done: removes all.
+    void remove();
+
+private:
+    CorrectionJournal() = default;
+    bool lock(const QString &folder);
+    bool read();
+
+    QString m_folder;
+    std::unique_ptr<QLockFile> m_lock;
+    Content m_content;
+};

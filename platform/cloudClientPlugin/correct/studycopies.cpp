@@ -1,0 +1,64 @@
+#include "studycopies.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+/// What lies beside the DICOMweb service.
+WebService above(WebService service)
+{
+    QString path = service.address.path();
+    while (path.endsWith(QLatin1Char('/'))) {
+        path.chop(1);
+    }
+    service.address.setPath(path.left(path.lastIndexOf(QLatin1Char('/'))));
+    return service;
+}
+
+QString studyResource(const QString &id)
+{
+    return QStringLiteral("studies/") + id;
+}
+
+} // namespace
+
+StudyCopies::StudyCopies(const WebService &service)
+    : m_calls(above(service), nullptr)
+{ }
+
+bool StudyCopies::isOffered()
+{
+    QJsonDocument answer;
+    return m_calls.ask(QStringLiteral("system"), answer).isNone()
+        && answer.object().contains(QLatin1String("ApiVersion"))
+        && answer.object().contains(QLatin1String("DicomAet"));
+}
+
+WebFailure StudyCopies::find(const QString &studyUid, QVector<StudyCopy> &copies)
+{
+    QJsonDocument found;
+    WebFailure failure = m_calls.ask(QStringLiteral("tools/lookup"), studyUid.toLatin1(), found);
+    for (const QJsonValue &one : found.array()) {
+        if (!failure.isNone() || one[QLatin1String("Type")] != QLatin1String("Study")) {
+            continue;
+        }
+        StudyCopy copy;
+        copy.id = one[QLatin1String("ID")].toString();
+        QJsonDocument study;
+        QJsonDocument counts;
+        failure = m_calls.ask(studyResource(copy.id), study);
+        if (failure.isNone()) {
+            failure = m_calls.ask(studyResource(copy.id) + QStringLiteral("/statistics"), counts);
+        }
+        copy.patientId = study[QLatin1String("PatientMainDicomTags")][QLatin1String("PatientID")].toString();
+        copy.objects = counts[QLatin1String("CountInstances")].toVariant().toInt();
+        copies.append(copy);
+    }
+    return failure;
+}
+
+WebFailure StudyCopies::remove(const StudyCopy &copy)
+{
+    return m_calls.remove(studyResource(copy.id));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "servicecalls.h"
+
+#include <QVector>
+
+/// A study as an archive keeps it below one patient.
+struct StudyCopy
+{
+    QString id; ///< the archive's own
+    QString patientId;
+    int objects = 0;
+};
+
+/**
+ * Some archives tell objects apart by their patient's ID as well: a study that is stored under another ID is
+ * there twice then, and DICOMweb has no word to remove one of them. The archive in widest use of that kind
+ * has a REST interface beside its DICOMweb service, which this speaks where it is offered.
+ */
+class StudyCopies
+{
+public:
+    /// @param service of DICOMweb, as "https://archive/dicom-web"
+    explicit StudyCopies(const WebService &service);
+
+    /// Whether the archive is one that can be asked.
+    bool isOffered();
+    WebFailure find(const QString &studyUid, QVector<StudyCopy> &copies);
+    WebFailure remove(const StudyCopy &copy);
+
+private:
+    ServiceCalls m_calls;
+};

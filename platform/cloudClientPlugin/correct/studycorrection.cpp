@@ -1,0 +1,300 @@
+#include "studycorrection.h"
+
+#include "correctionjournal.h"
+#include "indexconnection.h"
+#include "serviceobjects.h"
+#include "studycopies.h"
+#include "studysearch.h"
+
+#include <algorithm>
+
+namespace {
+
+using End = CorrectionReport::End;
+using Holds = ServiceObjects::Holds;
+using State = CorrectionJournal::State;
+
+constexpr int attempts = 3; ///< of what may fail in passing and must not be left half done
+
+template <typename Call>
+WebFailure repeated(const Call &call)
+{
+    WebFailure failure = call();
+    for (int attempt = 1; attempt < attempts && failure.isPassing(); ++attempt) {
+        failure = call();
+    }
+    return failure;
+}
+
+} // namespace
+
+StudyCorrection::StudyCorrection(WebService service, const std::atomic<bool> &stop, Show show)
+    : m_service(std::move(service))
+    , m_stop(stop)
+    , m_show(std::move(show))
+{ }
+
+StudyCorrection::~StudyCorrection() = default;
+
+bool StudyCorrection::fail(End end, const WebFailure &failure)
+{
+    m_report.end = failure.problem == WebProblem::Stopped ? End::Stopped : end;
+    m_report.failure = failure;
+    return false;
+}
+
+CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
+{
+    m_request = request;
+    m_report = {};
+    m_report.changes = request.index.changes;
+    if (request.inService && (!fetch(request) || !prepare(request))) {
+        if (m_journal) {
+            m_journal->remove();
+        }
+        return m_report;
+    }
+    if (m_report.inService.isEmpty()) {
+        correctTheIndex();
+    } else if (storeAll()) {
+        check();
+    }
+    if (m_journal && m_report.end != End::UndoPending) {
+        m_journal->remove();
+    }
+    return m_report;
+}
+
+bool StudyCorrection::fetch(const CorrectionRequest &request)
+{
+    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
+    m_journal = std::make_unique<CorrectionJournal>(request.databasePath);
+    if (!m_journal->isOpen()) {
+        m_report.detail = m_journal->folder();
+        return fail(End::Failed);
+    }
+    m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
+    for (const QString &study : request.serviceStudies) {
+        const WebFailure failure = m_objects->fetch(study, m_report.detail);
+        if (!failure.isNone()) {
+            return fail(End::Failed, failure);
+        }
+    }
+    m_report.objects = m_objects->objects().size();
+    m_report.studies = m_objects->studies();
+    return true;
+}
+
+bool StudyCorrection::prepare(const CorrectionRequest &request)
+{
+    noteDifferences();
+    if (m_report.inService.isEmpty()) {
+        return true;
+    }
+    if (!mayChangeId()) {
+        return false;
+    }
+    m_report.detail = m_objects->write(request.index.changes, m_stop);
+    if (m_stop) {
+        return fail(End::Stopped);
+    }
+    const auto write = [&] {
+        return m_journal->write({State::Prepared, m_service.address, request, m_objects->toJson()});
+    };
+    if (!m_report.detail.isEmpty() || !m_objects->sync() || !write()) {
+        return fail(End::Failed);
+    }
+    m_calls->goOnRegardless();
+    return m_journal->setState(State::Storing) || fail(End::Failed);
+}
+
+void StudyCorrection::noteDifferences()
+{
+    const PatientChanges &changes = m_request.index.changes;
+    for (const ServiceObject &object : m_objects->objects()) {
+        for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
+            if (!PatientValues::isSame(change.key(), object.before[change.key()], change.value())) {
+                m_report.inService.insert(change.key());
+            }
+        }
+    }
+}
+
+/// What an archive would keep twice is not stored where it is there already.
+bool StudyCorrection::mayChangeId()
+{
+    m_copies.reset();
+    if (!m_report.inService.contains(PatientField::Id)) {
+        return true;
+    }
+    auto copies = std::make_unique<StudyCopies>(m_service);
+    if (!copies->isOffered()) {
+        return true;
+    }
+    m_copies = std::move(copies);
+    for (const QString &study : qAsConst(m_request.serviceStudies)) {
+        QVector<StudyCopy> found;
+        const WebFailure failure = m_copies->find(study, found);
+        if (!failure.isNone()) {
+            return fail(End::Failed, failure);
+        }
+        const bool isThere = std::any_of(found.cbegin(), found.cend(), [this](const StudyCopy &copy) {
+            return copy.patientId == m_request.index.changes[PatientField::Id];
+        });
+        if (isThere) {
+            return fail(End::SameStudyThere);
+        }
+    }
+    return true;
+}
+
+bool StudyCorrection::storeAll()
+{
+    WebFailure failure;
+    if (m_report.inService.contains(PatientField::Id) && !m_copies) {
+        failure = m_objects->storeFirst();
+        if (failure.isNone() && isDoubled()) {
+            return fail(End::Doubled);
+        }
+    }
+    if (failure.isNone()) {
+        failure = repeated([this] { return m_objects->storeNew(); });
+    }
+    m_report.failure = failure;
+    if (!failure.isNone() || (m_copies && !removeCopies(true))) {
+        undo();
+        return false;
+    }
+    return true;
+}
+
+bool StudyCorrection::isDoubled()
+{
+    StudyQuestion question;
+    question.studyUid = m_objects->objects().constFirst().studyUid;
+    QVector<DicomJson> found;
+    return m_calls->search(QStringLiteral("studies"), question.query(), found).isNone() && found.size() > 1;
+}
+
+/// Removes what is left under the old ID once all is there under the new one, or the other way round.
+bool StudyCorrection::removeCopies(bool ofOld)
+{
+    const QString newId = m_request.index.changes[PatientField::Id];
+    for (const QString &study : qAsConst(m_request.serviceStudies)) {
+        QVector<StudyCopy> copies;
+        WebFailure failure = repeated([&] {
+            copies.clear();
+            return m_copies->find(study, copies);
+        });
+        const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofOld; };
+        const auto stays = std::find_if(copies.cbegin(), copies.cend(), isToStay);
+        if (failure.isNone() && m_objects->objectsOf(study) > 0
+            && (stays == copies.cend() || stays->objects < m_objects->objectsOf(study))) {
+            failure = {WebProblem::BadAnswer, {}, 0};
+        }
+        for (const StudyCopy &copy : qAsConst(copies)) {
+            if (failure.isNone() && !isToStay(copy)) {
+                failure = repeated([&] { return m_copies->remove(copy); });
+            }
+        }
+        if (!failure.isNone()) {
+            m_report.failure = m_report.failure.isNone() ? failure : m_report.failure;
+            return false;
+        }
+    }
+    return true;
+}
+
+/// What the service shows decides, not what it answered.
+void StudyCorrection::check()
+{
+    Holds holds = Holds::Unknown;
+    m_report.failure = repeated([&] { return m_objects->look(m_request.index.changes, holds); });
+    if (m_report.failure.isNone() && holds == Holds::Old) {
+        m_report.end = End::KeptOld;
+        return;
+    }
+    if (!m_report.failure.isNone() || holds != Holds::New || !m_journal->setState(State::Stored)) {
+        undo();
+        return;
+    }
+    correctTheIndex();
+    if (!m_report.index.isGood()) {
+        m_journal->setState(State::Storing);
+        undo();
+    }
+}
+
+void StudyCorrection::undo()
+{
+    WebFailure failure = repeated([this] { return m_objects->storeOld(); });
+    const bool isOne = failure.isNone() && (!m_copies || removeCopies(false));
+    Holds holds = Holds::Unknown;
+    if (isOne) {
+        failure = repeated([&] { return m_objects->look(m_request.index.changes, holds); });
+    }
+    m_report.end = holds == Holds::Old ? End::Undone : End::UndoPending;
+    if (m_report.failure.isNone()) {
+        m_report.failure = failure;
+    }
+}
+
+void StudyCorrection::correctTheIndex()
+{
+    const IndexConnection connection(m_request.databasePath);
+    if (!connection.isOpen()) {
+        m_report.index.problem = IndexCorrectionResult::Problem::Database;
+        m_report.index.error = QSqlError(connection.failure().detail);
+        fail(End::Failed);
+        return;
+    }
+    const IndexCorrection &asked = m_request.index;
+    const IndexedPatient before = indexedPatientOf(connection.database(), asked.studyPk, asked.studyUid);
+    m_report.index = correctIndex(connection.database(), asked);
+    m_report.end = m_report.index.isGood() ? End::Done : End::Failed;
+    for (auto change = asked.changes.cbegin(); change != asked.changes.cend(); ++change) {
+        if (!PatientValues::isSame(change.key(), before.values[change.key()], change.value())) {
+            m_report.inIndex.insert(change.key());
+        }
+    }
+}
+
+QVector<CorrectionReport> StudyCorrection::finishBegun(const QString &databasePath)
+{
+    QVector<CorrectionReport> reports;
+    for (auto &journal : CorrectionJournal::leftBehind(databasePath, m_service.address)) {
+        m_journal = std::move(journal);
+        m_request = m_journal->content().request;
+        m_report = {};
+        m_report.changes = m_request.index.changes;
+        m_calls = std::make_unique<ServiceCalls>(m_service, nullptr);
+        m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
+        m_objects->read(m_journal->content().objects);
+        m_report.objects = m_objects->objects().size();
+        m_report.studies = m_objects->studies();
+        noteDifferences();
+        if (m_journal->content().state == State::Prepared) {
+            m_journal->remove();
+            continue;
+        }
+        if (m_journal->content().state == State::Stored) {
+            correctTheIndex();
+        } else {
+            m_copies.reset();
+            if (m_report.inService.contains(PatientField::Id)) {
+                m_copies = std::make_unique<StudyCopies>(m_service);
+                if (!m_copies->isOffered()) {
+                    m_copies.reset();
+                }
+            }
+            undo();
+        }
+        const bool isIndexBusy = m_report.index.problem == IndexCorrectionResult::Problem::Database;
+        if (m_report.end != End::UndoPending && !isIndexBusy) {
+            m_journal->remove();
+        }
+        reports.append(m_report);
+    }
+    m_journal.reset();
+    return reports;
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "cloudclientplugin_export.h"
+#include "correctionrequest.h"
+#include "webservice.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+class CorrectionJournal;
+class ServiceCalls;
+class ServiceObjects;
+class StudyCopies;
+
+/**
+ * Corrects patient data in a service and in the index, both or neither.
+ *
+ * The objects are fetched, written anew with the same UIDs, stored, and read back; only then the index
+ * follows. Whatever goes wrong half-way, the objects are stored back as they were; a journal beside the index
+ * does that after a kill, or once the service can be reached again. It blocks: for a thread with an event
+ * dispatcher of its own and a stack of correctionStack bytes. The index is opened by path.
+ */
+class CLOUDCLIENTPLUGIN_EXPORT StudyCorrection
+{
+public:
+    using Show = std::function<void(const CorrectionProgress &)>;
+
+    /// @param stop is heeded until the first object is stored
+    StudyCorrection(WebService service, const std::atomic<bool> &stop, Show show);
+    ~StudyCorrection();
+    StudyCorrection(const StudyCorrection &) = delete;
+    StudyCorrection &operator=(const StudyCorrection &) = delete;
+
+    CorrectionReport run(const CorrectionRequest &request);
+
+    /// Finishes or undoes what earlier runs left for this index and service. @return one report each
+    QVector<CorrectionReport> finishBegun(const QString &databasePath);
+
+private:
+    bool fetch(const CorrectionRequest &request);
+    bool prepare(const CorrectionRequest &request);
+    bool storeAll();
+    bool storeUnderOtherId();
+    bool mayChangeId();
+    bool isDoubled();
+    bool removeCopies(bool ofOld);
+    void check();
+    void undo();
+    void correctTheIndex();
+    void noteDifferences();
+    bool fail(CorrectionReport::End end, const WebFailure &failure = {});
+
+    const WebService m_service;
+    const std::atomic<bool> &m_stop;
+    const Show m_show;
+    std::unique_ptr<ServiceCalls> m_calls;
+    std::unique_ptr<StudyCopies> m_copies; ///< null where the archive has no way to tell
+    std::unique_ptr<CorrectionJournal> m_journal;
+    std::unique_ptr<ServiceObjects> m_objects;
+    CorrectionRequest m_request;
+    CorrectionReport m_report;
+};

@@ -1,0 +1,167 @@
+#include "correctiontext.h"
+
+#include "personname.h"
+#include "webfailuretext.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QStringList>
+
+namespace {
+
+constexpr char dicomDate[] = "yyyyMMdd";
+
+QString joined(const QStringList &sentences)
+{
+    QStringList said = sentences;
+    said.removeAll(QString());
+    return said.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+QString CorrectionText::field(PatientField field)
+{
+    switch (field) {
+    case PatientField::Name:
+        return tr("Name");
+    case PatientField::Id:
+        return tr("Patient ID");
+    case PatientField::BirthDate:
+        return tr("Birth date");
+    case PatientField::Sex:
+        return tr("Sex");
+    case PatientField::Comments:
+        break;
+    }
+    return tr("Comments");
+}
+
+QString CorrectionText::value(PatientField field, const QString &value)
+{
+    if (value.trimmed().isEmpty()) {
+        return QStringLiteral("–");
+    }
+    if (field == PatientField::Name) {
+        return personNameForDisplay(value);
+    }
+    if (field == PatientField::BirthDate) {
+        const QDate date = QDate::fromString(value, QLatin1String(dicomDate));
+        return date.isValid() ? QLocale().toString(date, QLocale::ShortFormat) : value;
+    }
+    if (field == PatientField::Sex) {
+        return value == QLatin1String("M") ? tr("male")
+            : value == QLatin1String("F")  ? tr("female")
+            : value == QLatin1String("O")  ? tr("other")
+                                           : value;
+    }
+    return value;
+}
+
+/// On one line, and no longer than that.
+QString CorrectionText::shortValue(PatientField field, const QString &text)
+{
+    constexpr int most = 80;
+    const QString line = value(field, text).simplified();
+    return line.size() <= most ? line : line.left(most) + QStringLiteral("…");
+}
+
+QString CorrectionText::step(const CorrectionProgress &progress)
+{
+    switch (progress.step) {
+    case CorrectionProgress::Step::Fetching:
+        return tr("Fetching the images from the service… %1").arg(progress.done);
+    case CorrectionProgress::Step::Writing:
+        return tr("Writing corrected images… %1 of %2").arg(progress.done).arg(progress.all);
+    case CorrectionProgress::Step::Storing:
+        return tr("Storing… %1 of %2").arg(progress.done).arg(progress.all);
+    case CorrectionProgress::Step::Checking:
+        return tr("Reading back from the service… %1 of %2").arg(progress.done).arg(progress.all);
+    case CorrectionProgress::Step::Restoring:
+        break;
+    }
+    return tr("Storing the images back as they were… %1 of %2").arg(progress.done).arg(progress.all);
+}
+
+QString CorrectionText::indexProblem(const IndexCorrectionResult &result)
+{
+    switch (result.problem) {
+    case IndexCorrectionResult::Problem::None:
+        return {};
+    case IndexCorrectionResult::Problem::NotFound:
+        return tr("The study is not in the index any more.");
+    case IndexCorrectionResult::Problem::StudyTwice:
+        return tr("The index has a patient of these data already, with the same study.");
+    case IndexCorrectionResult::Problem::Database:
+        break;
+    }
+    return tr("The index cannot be written: %1").arg(result.error.text());
+}
+
+QString CorrectionText::changes(const CorrectionReport &report, const PatientValues &before)
+{
+    QStringList lines;
+    for (auto change = report.changes.cbegin(); change != report.changes.cend(); ++change) {
+        const PatientField one = change.key();
+        const bool inService = report.inService.contains(one);
+        const bool inIndex = report.inIndex.contains(one);
+        if (!inService && !inIndex) {
+            continue;
+        }
+        const QString where = inService && inIndex ? tr("index and service")
+            : inIndex                              ? tr("index only")
+                                                   : tr("service only; the index had it already");
+        lines += tr("%1: %2 → %3 (%4)")
+                     .arg(field(one), shortValue(one, before[one]), shortValue(one, change.value()), where);
+    }
+    return lines.isEmpty() ? tr("Both had these values already.") : joined(lines);
+}
+
+QString CorrectionText::failure(const CorrectionReport &report)
+{
+    const QString index = indexProblem(report.index);
+    const QString service = WebFailureText::of(report.failure);
+    return joined({service, index,
+        report.detail.isEmpty() ? QString() : tr("The file or object: %1").arg(report.detail)});
+}
+
+QString CorrectionText::report(const CorrectionReport &report, const PatientValues &before)
+{
+    using End = CorrectionReport::End;
+    const QString asBefore = tr("The service and the index are as they were.");
+    switch (report.end) {
+    case End::Done:
+        return joined({changes(report, before),
+            report.objects > 0
+                ? tr("%Ln image(s) of the service corrected and read back.", nullptr, report.objects)
+                : QString(),
+            report.index.isMerged
+                ? tr("The index had a patient of these data already: the studies were put there.")
+                : QString()});
+    case End::Stopped:
+        return tr("Stopped. Nothing was changed.");
+    case End::Failed:
+        return joined({tr("Nothing was changed."), failure(report)});
+    case End::KeptOld:
+        return joined({tr("The service took the corrected images but still shows the old ones: it does not "
+                          "replace what it has. Its administrator can allow that."),
+            asBefore});
+    case End::SameStudyThere:
+        return joined({tr("The service has this study under the new patient ID already."), asBefore});
+    case End::Undone:
+        return joined(
+            {tr("It did not succeed, and what had been stored was taken back."), failure(report), asBefore});
+    case End::UndoPending:
+        return joined(
+            {tr("It was interrupted half-way. The index is as it was; the service gets back what it had "
+                "as soon as you are signed in and it can be reached."),
+                failure(report)});
+    case End::Doubled:
+        break;
+    }
+    return tr(
+        "The service tells studies apart by the patient ID as well, and offers no way to remove the old one. "
+        "One image is there under both IDs now: ask its administrator to remove the one under the new ID. "
+        "The "
+        "index is as it was.");
+}

@@ -1,0 +1,297 @@
+#include "dicomfilebuilder.h"
+#include "dicomreader.h"
+#include "objectcorrection.h"
+#include "objectsretrieve.h"
+#include "studycorrection.h"
+#include "temporaryindex.h"
+#include "testmain.h"
+#include "webarchive.h"
+
+#include <QSqlQuery>
+#include <QtTest>
+
+Q_DECLARE_METATYPE(PatientChanges)
+
+namespace {
+
+using End = CorrectionReport::End;
+
+const QString study = QStringLiteral("1.2.3.1");
+const QString otherStudy = QStringLiteral("1.2.3.2");
+const QString newName = QStringLiteral("山田^太郎");
+constexpr quint32 characterSetTag = 0x00080005;
+constexpr quint32 institutionTag = 0x00080080;
+constexpr quint32 birthDateTag = 0x00100030;
+
+WebService serviceOf(const DicomServer &archive, const char *password = WebArchive::password)
+{
+    WebService service;
+    service.address = QUrl(WebArchive::address(archive));
+    service.authorization = WebService::basic(QLatin1String(WebArchive::user), QLatin1String(password));
+    return service;
+}
+
+/// Runs where a correction is meant to run.
+template <typename Work>
+void onDeepThread(const Work &work)
+{
+    const std::unique_ptr<QThread> thread(QThread::create(work));
+    thread->setStackSize(correctionStack);
+    QEventLoop loop;
+    QObject::connect(thread.get(), &QThread::finished, &loop, &QEventLoop::quit);
+    thread->start();
+    loop.exec(); // what the work asks of this thread is done meanwhile
+    thread->wait();
+}
+
+DicomHeader headerOf(const QString &path)
+{
+    return DicomReader().read(QFile::encodeName(path)).header;
+}
+
+} // namespace
+
+/// Patient data in a real archive and in a real index: both or neither.
+class StudyCorrectionTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<DicomServer> m_archive;
+    std::unique_ptr<TemporaryIndex> m_index;
+    QTemporaryDir m_folder;
+    std::atomic<bool> m_stop{false};
+
+    /// Two studies of one patient, four objects; in the index and in the archive.
+    void begin(bool overwrites = true)
+    {
+        m_stop = false;
+        m_archive = WebArchive::start({{QStringLiteral("OverwriteInstances"), overwrites}});
+        m_index.reset(); // there is one at a time
+        m_index = std::make_unique<TemporaryIndex>();
+        QDir(m_folder.path()).removeRecursively();
+        for (int number = 1; number <= 4; ++number) {
+            const QString uid = number < 4 ? study : otherStudy;
+            DicomFileBuilder()
+                .patient(QStringLiteral("P1"), QStringLiteral("Müller^Jörg"))
+                .uids(uid, uid + QStringLiteral(".4"), QStringLiteral("%1.5.%2").arg(uid).arg(number))
+                .set(birthDateTag, QStringLiteral("19700101"))
+                .write(m_folder.filePath(QStringLiteral("%1.dcm").arg(number)));
+        }
+        m_index->import({m_folder.path()});
+        m_archive->fill({m_folder.path()});
+    }
+
+    CorrectionRequest request(const PatientChanges &changes) const
+    {
+        CorrectionRequest request;
+        request.databasePath = m_index->path();
+        request.index.studyUid = study;
+        request.index.changes = changes;
+        request.serviceStudies = QStringList{study, otherStudy};
+        return request;
+    }
+
+    CorrectionReport run(
+        const CorrectionRequest &request,
+        const std::function<void(CorrectionProgress)> &show = [](const CorrectionProgress &) {})
+    {
+        CorrectionReport report;
+        onDeepThread([&] { report = StudyCorrection(serviceOf(*m_archive), m_stop, show).run(request); });
+        return report;
+    }
+
+    /// "name/ID objects" of each study of the archive, by its REST interface, from the files themselves.
+    QStringList inArchive() const
+    {
+        QStringList found;
+        for (const QJsonValue &id : rest(QStringLiteral("/instances")).array()) {
+            const QJsonDocument tags =
+                rest(QStringLiteral("/instances/%1/simplified-tags").arg(id.toString()));
+            found.append(tags[QLatin1String("PatientName")].toString() + QLatin1Char('/')
+                + tags[QLatin1String("PatientID")].toString());
+        }
+        found.sort();
+        return found;
+    }
+
+    QJsonDocument rest(const QString &path) const
+    {
+        const ToolRun answer = runTool(QStringLiteral("curl"),
+            {QStringLiteral("-s"), QStringLiteral("-u"),
+                QLatin1String(WebArchive::user) + QLatin1Char(':') + QLatin1String(WebArchive::password),
+                QStringLiteral("http://%1:%2%3")
+                    .arg(DicomServer::host())
+                    .arg(m_archive->httpPort())
+                    .arg(path)});
+        return QJsonDocument::fromJson(answer.output);
+    }
+
+    QStringList inIndex() const
+    {
+        QStringList found;
+        QSqlQuery query(QStringLiteral("SELECT PatientName || '/' || PatientID || ' ' || "
+                                       "NumberOfPatientRelatedInstances FROM patient ORDER BY 1"));
+        while (query.next()) {
+            found.append(query.value(0).toString());
+        }
+        return found;
+    }
+
+    bool isJournalGone() const { return !QDir(m_index->folder()).exists(QStringLiteral(".corrections")); }
+
+    /// The archive's four objects, all of one patient.
+    static QStringList four(const QString &patient) { return QVector<QString>(4, patient).toList(); }
+
+    const QStringList m_oldArchive = four(QStringLiteral("Müller^Jörg/P1"));
+    const QStringList m_oldIndex{QStringLiteral("Müller^Jörg/P1 4")};
+
+private slots:
+    void initTestCase() { allowWarning(QStringLiteral("must only be called once")); } // Qt's own
+
+    /// Same UIDs, other values, other texts unharmed whatever they were written in; the old values are kept.
+    void objectsAreWrittenAnew()
+    {
+        const QString source = m_folder.filePath(QStringLiteral("source.dcm"));
+        const QString target = m_folder.filePath(QStringLiteral("target.dcm"));
+        DicomFileBuilder()
+            .patient(QStringLiteral("P1"), QStringLiteral("Old^Name"))
+            .set(institutionTag, QStringLiteral("Klinik Köln"))
+            .write(source);
+        QCOMPARE(runTool(QStringLiteral("dcmconv"),
+                     {QStringLiteral("+C"), QStringLiteral("ISO_IR 100"), source, source})
+                     .exitCode,
+            0);
+        const QByteArray sets[]{"ISO_IR 100", "ISO_IR 192"};
+        const QString names[]{QStringLiteral("Jürgens^Jörg"), newName};
+        for (int at = 0; at < 2; ++at) {
+            onDeepThread([&] {
+                QCOMPARE(correctObject(source, target, {{PatientField::Name, names[at]}}).problem,
+                    ObjectCorrection::Problem::None);
+            });
+            QCOMPARE(headerOf(target)[Attribute::PatientName], names[at]);
+            QCOMPARE(headerOf(target)[Attribute::InstitutionName], QStringLiteral("Klinik Köln"));
+            QCOMPARE(
+                headerOf(target)[Attribute::SOPInstanceUID], headerOf(source)[Attribute::SOPInstanceUID]);
+            const QByteArray dump = runTool(QStringLiteral("dcmdump"), {target}).output;
+            QVERIFY2(dump.contains("[" + sets[at] + "]"), dump.constData());
+            QVERIFY(dump.contains("[Old^Name]") && dump.contains("[CORRECT]"));
+        }
+    }
+
+    void bothPlacesFollow()
+    {
+        begin();
+        const CorrectionReport report =
+            run(request({{PatientField::Name, newName}, {PatientField::Comments, QStringLiteral("größer")}}));
+        QCOMPARE(report.end, End::Done);
+        QCOMPARE(report.objects, 4);
+        QCOMPARE(report.inService.size(), 2);
+        QCOMPARE(report.inIndex.size(), 2);
+        QCOMPARE(inArchive(), four(newName + QStringLiteral("/P1")));
+        QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
+        QVERIFY(isJournalGone());
+    }
+
+    /// An archive that tells objects apart by the patient's ID does not keep them twice.
+    void anotherIdLeavesNoDoubles()
+    {
+        begin();
+        const CorrectionReport report = run(request({{PatientField::Id, QStringLiteral("P2")}}));
+        QVERIFY2(report.end == End::Done, qPrintable(report.failure.detail + report.detail));
+        QCOMPARE(inArchive(), four(QStringLiteral("Müller^Jörg/P2")));
+        QCOMPARE(inIndex(), QStringList{QStringLiteral("Müller^Jörg/P2 4")});
+
+        CorrectionRequest back = request({{PatientField::Id, QStringLiteral("P1")}});
+        m_archive->fill({m_folder.filePath(QStringLiteral("1.dcm"))});
+        QCOMPARE(run(back).end, End::SameStudyThere);
+        QCOMPARE(inIndex(), QStringList{QStringLiteral("Müller^Jörg/P2 4")});
+    }
+
+    /// One study of a patient goes to the patient that the new values name, there or not.
+    void oneStudyGoesToAnotherPatient()
+    {
+        begin();
+        CorrectionRequest one = request({{PatientField::Name, newName}});
+        one.index.scope = IndexCorrection::Scope::Study;
+        one.serviceStudies = QStringList{study};
+        QCOMPARE(run(one).end, End::Done);
+        QStringList both{QStringLiteral("Müller^Jörg/P1 1"), newName + QStringLiteral("/P1 3")};
+        QCOMPARE(inIndex(), both);
+        one.index.studyUid = otherStudy;
+        one.serviceStudies = QStringList{otherStudy};
+        const CorrectionReport report = run(one);
+        QVERIFY(report.index.isMerged);
+        QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
+    }
+
+    void keptObjectsAreNoticed()
+    {
+        begin(false);
+        QCOMPARE(run(request({{PatientField::Name, newName}})).end, End::KeptOld);
+        QCOMPARE(inArchive(), m_oldArchive);
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+
+    void stoppedBeforeTheFirstStoreChangesNothing()
+    {
+        begin();
+        const CorrectionReport report =
+            run(request({{PatientField::Name, newName}}), [this](const CorrectionProgress &progress) {
+                m_stop = m_stop || progress.step == CorrectionProgress::Step::Writing;
+            });
+        QCOMPARE(report.end, End::Stopped);
+        QCOMPARE(inArchive(), m_oldArchive);
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+
+    /// What fails half-way is undone, at once or once the service is back; also under another ID.
+    void halfWayIsUndone_data()
+    {
+        QTest::addColumn<bool>("isIndexLocked");
+        QTest::addColumn<PatientChanges>("changes");
+        const PatientChanges name{{PatientField::Name, newName}};
+        const PatientChanges id{{PatientField::Id, QStringLiteral("P2")}};
+        QTest::newRow("no index, name") << true << name;
+        QTest::newRow("no index, ID") << true << id;
+        QTest::newRow("no service, name") << false << name;
+        QTest::newRow("no service, ID") << false << id;
+    }
+
+    void halfWayIsUndone()
+    {
+        QFETCH(const bool, isIndexLocked);
+        QFETCH(const PatientChanges, changes);
+        begin();
+        const CorrectionReport report = run(request(changes), [&](const CorrectionProgress &progress) {
+            if (progress.step == CorrectionProgress::Step::Checking && isIndexLocked) {
+                QFile::rename(m_index->path(), m_index->path() + QStringLiteral(".away"));
+            } else if (progress.step == CorrectionProgress::Step::Storing && !isIndexLocked) {
+                QMetaObject::invokeMethod(
+                    this, [&] { m_archive->stop(); }, Qt::BlockingQueuedConnection);
+            }
+        });
+        QFile::rename(m_index->path() + QStringLiteral(".away"), m_index->path());
+        if (!isIndexLocked) {
+            QCOMPARE(report.end, End::UndoPending);
+            QVERIFY(!isJournalGone());
+            m_archive->start();
+            QVector<CorrectionReport> finished;
+            onDeepThread([&] {
+                finished = StudyCorrection(serviceOf(*m_archive), m_stop, [](const auto &) {
+                }).finishBegun(m_index->path());
+            });
+            QCOMPARE(finished.size(), 1);
+            QCOMPARE(finished[0].end, End::Undone);
+        } else {
+            QCOMPARE(report.end, End::Undone);
+        }
+        QCOMPARE(inArchive(), m_oldArchive);
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+};
+
+PM_TEST_MAIN(StudyCorrectionTest)
+#include "tst_studycorrection.moc"
