@@ -22,6 +22,14 @@ void PatientManagerMainWindow::on_actionSendDicom_triggered()
     sendDialog->setPatientInfo(selection.names, selection.modalities, selection.files);
 }
 
+void PatientManagerMainWindow::sendFiles(
+    const QStringList &files, const QStringList &names, const QStringList &modalities)
+{
+    showSendDialog();
+    sendDialog->setSendServiceInfo();
+    sendDialog->setPatientInfo(names, modalities, {files});
+}
+
 void PatientManagerMainWindow::showSendDialog()
 {
     if (!sendDialog) { // also where somebody has deleted it

@@ -48,6 +48,7 @@ PatientManagerMainWindow::PatientManagerMainWindow(QWidget *parent)
     qRegisterMetaType<QList<qlonglong>>("QList<qlonglong>");
     qRegisterMetaType<QPatient *>();
     WindowConnections::connectForms(this);
+    connectUploads();
     startReceiver();
     stackForms();
     if (enforceForeignKeys()) {
@@ -86,6 +87,7 @@ void PatientManagerMainWindow::startReceiver()
     recvFile->moveToThread(&recvThread);
     connect(&recvThread, &QThread::finished, recvFile, &QObject::deleteLater);
     connect(this, &PatientManagerMainWindow::notifyWriteDB, recvFile, &QDcmRecvFile::onNotifyWriteDB);
+    connect(recvFile, &QDcmRecvFile::notifyUploadFile, this, &PatientManagerMainWindow::onNotifyUploadFile);
     recvThread.start(QThread::InheritPriority);
 }
 

@@ -15,7 +15,9 @@
 class DataBaseSetForm;
 class DeletionNotifier;
 class DirectoryViewer;
+class DownloadCloudDataForm;
 class ImageformatForm;
+class LoginForm;
 class NRunnable;
 class PatientForm;
 class PatientTreeForm;
@@ -23,9 +25,11 @@ class QDcmRecvFile;
 class QPatient;
 class SeriesForm;
 class StudyForm;
+class UploadProgressForm;
 class dicomSend;
 class selectHideForm;
 class tableInfoForm;
+struct UploadBatch;
 
 namespace Ui {
 class PatientManagerMainWindow;
@@ -63,7 +67,7 @@ public:
     void showPatientTreeForm();
     /// For hosts that call it; does nothing, and must stay so.
     void showPatientManager();
-    /// Null until an upload has ended.
+    /// When the user last asked for an upload; null until then.
     QDateTime getUploadTime() const;
 
     /// The latest selection that a form reported: keys of one record table, and its name (empty before the
@@ -99,8 +103,21 @@ public:
     void deleteDataFloder(QString sql);
     /// Tells how deletions end; there for as long as the window.
     DeletionNotifier *deletions() const;
-    /// What onUpLoadFlag() was told last.
+    /// Whether an upload was asked for by the action, or what onUpLoadFlag() was told since.
     bool isUploadToCloudByManual() const;
+    /// Whether every image that an upload was asked for is in the cloud, by the index; true where that cannot
+    /// be asked.
+    bool LogInUpLoadClouldFinished() const;
+    /// The same; true until the action has begun an upload.
+    bool isuploadCloudFinished() const;
+    /// Ends the upload that was made last, if it has not ended.
+    void deleteUploadTask();
+    /// Marks in the index what the upload that was made last has stored, if it has not ended.
+    void setUploadedCloudflag();
+    /// For a host that has signed the user in. @param userType 0 without the cloud, 1 with it
+    void setLoginInfo(QByteArray userName, QByteArray password, QByteArray jsessionid, int userType);
+    /// Shows the window in which the user signs in, one for the process; tells loginWanted().
+    void openLogin();
     /// Stops this window's imports, waiting ones too; each still ends with its report and a refresh.
     void cancelImports();
 
@@ -108,11 +125,17 @@ public slots:
     /// Takes the path of an import: forwards it, then imports in the configured mode or asks for one.
     void onLoadSelecetPath(QString filePath);
     void onSelectTable(QList<qlonglong> pks, QString tableName);
+    /// The login window's answer, which comes once for each time that the window was opened. The window is
+    /// shown maximised, or where it stands in a host's frame.
+    void onLoginInfo(QByteArray userName, QByteArray password, QByteArray jsessionid, int userType);
     void onMutiSelect(QList<qlonglong> pks, QString tableName);
     /// Shows one record form and hides the other three; an unknown table name changes nothing.
     void onShowTable(QString tableName);
     /// Imports the path taken last: 0 references files in place, 1 copies them into the store.
     void onLoadDir(int type);
+    /// Begins the upload of files that the index knows by now.
+    void onNotifyUploadFile(
+        QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths, QString patientName);
     /// Whether an upload runs, and deletions are refused: the answer to uploadFlag().
     void onUpLoadFlag(bool isUploading);
     /// Deletes what is selected without asking; returns when it is gone.
@@ -132,6 +155,10 @@ signals:
         QStringList seriesUIDs, QStringList sopInstanceUIDs, QStringList filePaths, QString patientName);
     void uploadFlag();
     void runnable();
+    /// The login window has been opened: a host whose frame hides it brings it to the front.
+    void loginWanted();
+    /// It was closed without a login; this window is back where the login had closed it.
+    void loginCancelled();
 
 private slots:
     void on_actionLoadDir_triggered();
@@ -144,6 +171,11 @@ private slots:
     void on_actionDelete_triggered();
     void on_actionSendDicom_triggered();
     void on_actionSaveDicom_triggered();
+    void on_actionUploadCloudData_triggered();
+    void on_actionDownloadCloudData_triggered();
+    void on_actionPatientInfoEdit_triggered();
+    void on_actionCloudBrower_triggered();
+    void on_actionAnonymize_triggered();
 
 private:
     Q_INVOKABLE void getSelectPatientPk(); // by name for tests, and for nobody else
@@ -153,6 +185,15 @@ private:
     void startReceiver();
     void stackForms();
     void showSendDialog();
+    void connectUploads();
+    void upload(const UploadBatch &batch);
+    bool isSignedIn() const;
+    void keepLogin(QByteArray name, QByteArray secret, QByteArray sessionId, int type);
+    void userTypeReflesh();
+    void onLoginCancelled();
+    void editPatientInfo();
+    void sendFiles(const QStringList &files, const QStringList &names, const QStringList &modalities);
+    void readNewPatients();
     void openPrivateConnection();
     void closePrivateConnection();
     void startLoader(const QStringList &paths, int type);
@@ -171,7 +212,17 @@ private:
     QList<QSharedPointer<QPatient>> patients; ///< empty, or the one that is filled at each request
     QStringList loadList;
     int dataCopyType = 0;
+    QByteArray userName;
+    QByteArray password;
+    QByteArray jsessionid;
+    int userType = -1; ///< nobody has signed in, or said that nobody will
+    QPointer<LoginForm> loginForm;
+    QPointer<DownloadCloudDataForm> downloadForm;
+    bool isClosedForLogin = false;
+    QString cloudBrowserExe = QStringLiteral("kivcloudbrowser.exe");
+    QStringList cloudBrowserArgs;
     bool uploadByManual = false;
+    bool uploadStarted = false;
     bool isDeleting = false;
     DeletionNotifier *deletionNotifier = nullptr;
     DataBaseSetForm *databaseSetForm = nullptr;

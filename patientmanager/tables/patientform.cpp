@@ -6,6 +6,8 @@
 #include "ntableview.h"
 #include "pagedtablemodel.h"
 #include "recordtable.h"
+#include "uploadprogressform.h"
+#include "uploadselection.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -140,6 +142,16 @@ void PatientForm::on_reflash_enable(bool bRet)
 void PatientForm::on_Delete_clicked() { }
 
 void PatientForm::contextMenuEvent(QContextMenuEvent *) { }
+
+void PatientForm::uploadFile(const QString &userid)
+{
+    const QVector<UploadBatch> batches =
+        UploadSelection::read(RecordLevel::Patient, selectedKeys().mid(0, 1));
+    for (const UploadBatch &batch : batches) {
+        UploadProgressForm::instance()->setUploadFiles(
+            batch.seriesUIDs, batch.sopInstanceUIDs, batch.filePaths, batch.patientName, userid.toUtf8());
+    }
+}
 
 void PatientForm::onExpertList()
 {

@@ -26,12 +26,13 @@ public:
 
     /// @return false where it left off
     bool refreshSeries();
+    /// The same for the series of one UID, whatever its state. @return false where it left off
+    bool refreshSeries(const QString &uid);
     /// A patient whose state is uploaded is left alone: only new images take that back.
     /// @return false where it left off, before anything was written
     bool refreshPatient(qlonglong pk);
 
 private:
-    bool refreshSeries(const QString &uid);
     bool run(QSqlQuery *query, const QString &statement) const;
     void write(const QString &statement) const;
     bool isStopped() const { return m_isStopped && m_isStopped(); }

@@ -93,6 +93,34 @@ QString ofUpload(RecordLevel level)
         chainFrom(level), keyOf(level));
 }
 
+QString identityOfImage()
+{
+    return query("patient.PatientName,imageformat.SOPInstanceUID,generalseries.SeriesInstanceUID",
+        chainFrom(RecordLevel::Patient), keyOf(RecordLevel::Image));
+}
+
+QString patientNameOf(RecordLevel level)
+{
+    switch (level) {
+    case RecordLevel::Patient:
+        return QStringLiteral("SELECT PatientName FROM patient WHERE pk=");
+    case RecordLevel::Study:
+        return query("patient.PatientName",
+            QStringLiteral("FROM patient inner join generalstudy WHERE "
+                           "patient.pk=generalstudy.patient_fk and "),
+            keyOf(level));
+    case RecordLevel::Series:
+        return query("patient.PatientName",
+            QStringLiteral("FROM patient inner join generalstudy inner join generalseries WHERE "
+                           "patient.pk=generalstudy.patient_fk and generalstudy.pk=generalseries.study_fk "
+                           "and "),
+            keyOf(level));
+    case RecordLevel::Image:
+        break;
+    }
+    return {};
+}
+
 QString withKey(const QString &query, qlonglong key)
 {
     return query + QLatin1Char('\'') + QString::number(key) + QLatin1Char('\'');

@@ -34,6 +34,13 @@ PATIENTMANAGER_EXPORT QString nameOfImagesPatient();
 /// FilePath alone.
 PATIENTMANAGER_EXPORT QString ofUpload(RecordLevel level);
 
+/// Of an image: PatientName, SOPInstanceUID, SeriesInstanceUID.
+PATIENTMANAGER_EXPORT QString identityOfImage();
+enum IdentityColumn { IdentityName, IdentityInstance, IdentitySeries };
+enum UploadColumn { UploadFilePath, UploadInstance, UploadSeries };
+/// PatientName of the patient that a record belongs to. Of a patient, a study and a series.
+PATIENTMANAGER_EXPORT QString patientNameOf(RecordLevel level);
+
 /// The query of one record: the key follows in quotes.
 PATIENTMANAGER_EXPORT QString withKey(const QString &query, qlonglong key);
 /// The query of one record, executed: before its first row. A query that fails has no row.

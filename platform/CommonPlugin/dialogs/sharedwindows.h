@@ -8,7 +8,7 @@ class QWidget;
 namespace SharedWindows {
 
 /// Takes a window over: deleted with the application at the latest.
-void add(QWidget *window);
+COMMONPLUGIN_EXPORT void add(QWidget *window);
 /// Deletes those that there are, as a host does that builds its own windows anew; each is made again when it
 /// is next asked for. Not from within one of them.
 COMMONPLUGIN_EXPORT void deleteAll();

@@ -3,10 +3,12 @@
 #include "configlocation.h"
 #include "dicomfilebuilder.h"
 #include "filechooser.h"
+#include "httpuploadfile.h"
 #include "imageformatform.h"
 #include "kivmessageboxform.h"
 #include "patientform.h"
 #include "seriesform.h"
+#include "sharedwindows.h"
 #include "studyform.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -114,6 +116,10 @@ void WindowTest::cleanup()
 {
     FileChooser::setAnswerer({});
     kivMessageBoxForm::setAnswerer({});
+    fixture->closeWindow();
+    SharedWindows::deleteAll(); // the uploads that one shows are of this index
+    HttpUploadFile::instance()->endSession();
+    HttpUploadFile::instance()->releaseIndex();
     fixture.reset();
 }
 

@@ -1,0 +1,74 @@
+#include "uploadedstates.h"
+
+#include "createconnection.h"
+#include "indexconnection.h"
+#include "uploadstaterefresh.h"
+
+#include <QMetaObject>
+#include <QSet>
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace {
+
+constexpr int attemptMs = 100; ///< how long the end of the thread may have to wait for a lock
+
+void addPatientsOf(const QString &series, const QSqlDatabase &db, QSet<qlonglong> *patients)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral("SELECT generalstudy.patient_fk FROM generalseries JOIN generalstudy ON "
+                                 "generalstudy.pk = generalseries.study_fk WHERE SeriesInstanceUID = ?"));
+    query.addBindValue(series);
+    query.exec();
+    while (query.next()) {
+        patients->insert(query.value(0).toLongLong());
+    }
+}
+
+void refreshStates(const QString &databasePath, const QStringList &seriesUIDs)
+{
+    const IndexConnection connection(databasePath, attemptMs);
+    if (!connection.isOpen()) {
+        return;
+    }
+    UploadStateRefresh refresh(
+        connection.database(), [] { return QThread::currentThread()->isInterruptionRequested(); });
+    QSet<qlonglong> patients;
+    for (const QString &series : seriesUIDs) {
+        if (!refresh.refreshSeries(series)) {
+            return;
+        }
+        addPatientsOf(series, connection.database(), &patients);
+    }
+    for (const qlonglong patient : qAsConst(patients)) {
+        refresh.refreshPatient(patient);
+    }
+}
+
+} // namespace
+
+UploadedStates::UploadedStates(QObject *parent)
+    : QObject(parent)
+    , m_worker(new QObject)
+{
+    m_worker->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
+    m_thread.start();
+}
+
+UploadedStates::~UploadedStates()
+{
+    m_thread.requestInterruption();
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void UploadedStates::refresh(const QStringList &seriesUIDs)
+{
+    QStringList distinct = seriesUIDs;
+    distinct.removeDuplicates();
+    QMetaObject::invokeMethod(m_worker, [this, path = databasePath(), distinct] {
+        refreshStates(path, distinct);
+        emit refreshed();
+    });
+}

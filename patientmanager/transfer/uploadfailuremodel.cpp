@@ -1,0 +1,74 @@
+#include "uploadfailuremodel.h"
+
+#include "personname.h"
+#include "plaintooltip.h"
+#include "uploadtext.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+void UploadFailureModel::setFaults(int task, const QString &patientName, const QVector<UploadFault> &faults)
+{
+    const auto isOf = [task](const Part &part) { return part.task == task; };
+    beginResetModel();
+    m_parts.erase(std::remove_if(m_parts.begin(), m_parts.end(), isOf), m_parts.end());
+    if (!faults.isEmpty()) {
+        const auto place = std::find_if(
+            m_parts.begin(), m_parts.end(), [task](const Part &part) { return part.task > task; });
+        m_parts.insert(place, {task, personNameForDisplay(patientName), faults});
+    }
+    m_count = 0;
+    for (const Part &part : qAsConst(m_parts)) {
+        m_count += part.faults.size();
+    }
+    endResetModel();
+}
+
+int UploadFailureModel::count(int task) const
+{
+    const auto part = std::find_if(
+        m_parts.begin(), m_parts.end(), [task](const Part &candidate) { return candidate.task == task; });
+    return part == m_parts.end() ? 0 : part->faults.size();
+}
+
+int UploadFailureModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_count;
+}
+
+int UploadFailureModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant UploadFailureModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole)) {
+        return {};
+    }
+    const QString shown = text(index.row(), index.column());
+    return role == Qt::ToolTipRole ? plainToolTip(shown) : shown;
+}
+
+QString UploadFailureModel::text(int row, int column) const
+{
+    for (const Part &part : m_parts) {
+        if (row < part.faults.size()) {
+            const UploadFault &fault = part.faults.at(row);
+            return column == FileColumn   ? QDir::toNativeSeparators(fault.path)
+                : column == PatientColumn ? part.patientName
+                                          : UploadText::of(fault);
+        }
+        row -= part.faults.size();
+    }
+    return {};
+}
+
+QVariant UploadFailureModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
+        return {};
+    }
+    return section == FileColumn ? tr("File") : section == PatientColumn ? tr("Patient") : tr("Reason");
+}

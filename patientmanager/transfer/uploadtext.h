@@ -1,0 +1,21 @@
+#pragma once
+
+#include "uploadtally.h"
+
+#include <QString>
+
+/// What the upload window says of its uploads.
+namespace UploadText {
+
+/// How an upload stands: "Uploading", "Waiting for you to sign in".
+QString ofState(const UploadTally &tally);
+/// "4.2 MB/s"; empty where nothing moves.
+QString ofRate(const UploadTally &tally);
+/// "0:30"; empty while nobody can tell.
+QString ofTimeLeft(const UploadTally &tally);
+/// Of what has been stored, in words: "120 of 400 (48 MiB of 200 MiB)".
+QString ofProgress(const UploadTally &tally);
+/// Why a file was not stored.
+QString of(const UploadFault &fault);
+
+} // namespace UploadText
