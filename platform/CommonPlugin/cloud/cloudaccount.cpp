@@ -1,11 +1,11 @@
 #include "cloudaccount.h"
 
+#include "cloudproxy.h"
 #include "configlocation.h"
 #include "inifile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QNetworkProxyFactory>
 #include <QSettings>
 
 #include <algorithm>
@@ -112,11 +112,7 @@ WebService CloudAccount::service(const QString &password) const
     if (!authorities.isEmpty()) {
         service.authorities = QSslCertificate::fromPath(authorities);
     }
-    service.proxy = QNetworkProxy::NoProxy;
-    if (!service.isLoopback()) {
-        service.proxy = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(service.address))
-                            .value(0, QNetworkProxy::NoProxy);
-    }
+    service.proxy = CloudProxy::read().proxyFor(service);
     return service;
 }
 

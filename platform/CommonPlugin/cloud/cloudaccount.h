@@ -31,7 +31,7 @@ struct COMMONPLUGIN_EXPORT CloudAccount
     bool writeLocal() const;
 
     bool isAddressGood() const; ///< whether it is http or https and names a host
-    /// The service as this account reaches it, over the system's proxy.
+    /// The service as this account reaches it, over the proxy of the settings.
     /// @param password or, without a user, an access token
     WebService service(const QString &password) const;
     /// What the secret store calls the password.
