@@ -11,6 +11,7 @@
 #include "statuspanel.h"
 #include "storecare.h"
 #include "waitingsends.h"
+#include "waitinguploads.h"
 #include "windowparts.h"
 
 #include <QAction>
@@ -118,7 +119,7 @@ bool DeletionController::isConfirmed()
     return (isInSight(m_asked)
                || confirm(tr("What is to be deleted is in a table that is not shown now: %1. Delete it?")
                               .arg(m_chosen)))
-        && isConfirmedDespiteSends() && m_edits->mayDropEdits();
+        && isConfirmedDespiteSends() && isConfirmedDespiteUploads() && m_edits->mayDropEdits();
 }
 
 /// A send reads its files when their turn comes.
@@ -130,6 +131,17 @@ bool DeletionController::isConfirmedDespiteSends()
                       "sent any more. Delete them?",
             nullptr, int(waiting.images))
                        .arg(m_chosen, waiting.destinations.join(QStringLiteral(", "))));
+}
+
+/// An upload that waits, for its session or its turn, reads its files later, too.
+bool DeletionController::isConfirmedDespiteUploads()
+{
+    const qint64 images = WaitingUploads::of(m_asked);
+    return images == 0
+        || confirm(tr("Of %1, %Ln image(s) still wait to be uploaded. Once they are deleted they cannot be "
+                      "uploaded any more. Delete them?",
+            nullptr, int(images))
+                       .arg(m_chosen));
 }
 
 bool DeletionController::confirm(const QString &question)

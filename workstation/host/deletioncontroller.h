@@ -49,6 +49,7 @@ private:
     bool mayBegin();
     bool isConfirmed();
     bool isConfirmedDespiteSends();
+    bool isConfirmedDespiteUploads();
     bool confirm(const QString &question);
     bool isInSight(const RecordSelection &records) const;
     void nameSelection();

@@ -1,5 +1,6 @@
 #include "sessionservices.h"
 
+#include "cloudcontroller.h"
 #include "receivesettings.h"
 #include "sendnotifier.h"
 #include "settingsnotifier.h"
@@ -38,6 +39,7 @@ void SessionServices::openIndex(const QString &databasePath)
 
 void SessionServices::closeIndex()
 {
+    CloudController::releaseIndex();
     m_sending.reset();
     SendNotifier::instance()->forgetAll();
     m_retrievals->closeIndex();

@@ -1,6 +1,7 @@
 #include "windowbuilder.h"
 
 #include "actionmenus.h"
+#include "cloudcontroller.h"
 #include "deletioncontroller.h"
 #include "editcontroller.h"
 #include "exportcontroller.h"
@@ -88,6 +89,8 @@ void buildParts(QMainWindow *window, SessionServices &services, WindowParts &par
     QObject::connect(retrieve, &RetrieveController::ended, parts.status, &StatusPanel::setIdleText);
     QObject::connect(parts.transfers, &TransferController::ended, parts.status, &StatusPanel::setIdleText);
     new ReceiveController(services.receiving(), window->statusBar());
+    parts.cloud = new CloudController(parts.mainWindow, window->statusBar(), window);
+    QObject::connect(parts.cloud, &CloudController::ended, parts.status, &StatusPanel::setIdleText);
     parts.pictures = new PictureController(parts.mainWindow, parts.queryPanel->thumbnailBody(), window);
     parts.deletions = new DeletionController(parts, window);
     new SelectionShades(parts, window);

@@ -3,6 +3,7 @@
 #include <QVector>
 
 class ActionMenus;
+class CloudController;
 class DeletionController;
 class EditController;
 class ExportController;
@@ -52,5 +53,6 @@ struct WindowParts
     StatusPanel *status = nullptr;
     DeletionController *deletions = nullptr;
     TransferController *transfers = nullptr;
+    CloudController *cloud = nullptr;
     WindowClosing *closing = nullptr;
 };

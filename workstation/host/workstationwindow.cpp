@@ -1,6 +1,7 @@
 #include "workstationwindow.h"
 
 #include "actionmenus.h"
+#include "cloudcontroller.h"
 #include "createconnection.h"
 #include "databasesetform.h"
 #include "deletioncontroller.h"
@@ -101,6 +102,10 @@ void WorkstationWindow::guardWork()
     m_parts.closing->add({[this] { return m_services->retrievals()->isRunning(); },
         tr("Images are being retrieved from an archive. Stop that and quit? What has come stays."),
         [this] { m_services->retrievals()->closeIndex(); }});
+    m_parts.closing->add({&CloudController::isTransferring,
+        tr("Images are on their way to or from the cloud. Quit? What has not come yet goes on at the next "
+           "start."),
+        {}});
     // What is left of it is done at the next start.
     m_parts.closing->add(
         {[this] { return m_parts.deletions->isRunning(); }, {}, [this] { m_parts.deletions->stop(); }});
@@ -119,7 +124,9 @@ void WorkstationWindow::reportIndex()
         new SendController(m_parts.mainWindow, m_services->sending(), this);
         m_parts.transfers->setService(m_services->sending());
         m_parts.deletions->setSends(m_services->sending());
+        m_parts.deletions->setUploadCheck(&CloudController::isUploading);
         m_parts.deletions->begin(databasePath());
+        m_parts.cloud->begin(databasePath());
         m_parts.health->check(databasePath());
         return;
     }

@@ -33,6 +33,7 @@ public:
     QueryPanelDock *queryPanel() const { return m_parts.queryPanel; }
     PictureController *pictures() const { return m_parts.pictures; }
     ExportController *exports() const { return m_parts.exports; }
+    CloudController *cloud() const { return m_parts.cloud; }
     SelectionStatus *selection() const { return m_parts.selection; }
     /// The patient, study, series and image form.
     const QVector<RecordForm *> &forms() const { return m_parts.forms; }

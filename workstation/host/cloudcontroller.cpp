@@ -1,0 +1,224 @@
+#include "cloudcontroller.h"
+
+#include "cloudaccount.h"
+#include "cloudsignin.h"
+#include "downloadengine.h"
+#include "httpuploadfile.h"
+#include "kivmessageboxform.h"
+#include "loginform.h"
+#include "objectcorrection.h"
+#include "patientmanagermainwindow.h"
+#include "studycorrection.h"
+#include "swimconfig.h"
+#include "uploadprogressform.h"
+#include "webfailuretext.h"
+
+#include <QMenu>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolButton>
+
+#include <algorithm>
+
+CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *bar, QWidget *window)
+    : QObject(window)
+    , m_library(library)
+    , m_window(window)
+    , m_note(new QToolButton(bar))
+    , m_menu(new QMenu(m_note))
+    , m_signIn(new CloudSignIn(this))
+{
+    m_note->setObjectName(QStringLiteral("statusCloud"));
+    m_note->setAutoRaise(true);
+    m_note->setPopupMode(QToolButton::InstantPopup);
+    m_note->setMenu(m_menu);
+    bar->addPermanentWidget(m_note);
+    connect(m_menu, &QMenu::aboutToShow, this, &CloudController::buildMenu);
+    const HttpUploadFile *client = HttpUploadFile::instance();
+    connect(client, &HttpUploadFile::sessionChanged, this, &CloudController::onSessionChanged);
+    connect(client, &HttpUploadFile::sessionRefused, this, &CloudController::onRefused);
+    connect(m_library, &PatientManagerMainWindow::loginInfo, this, &CloudController::showFrame);
+    connect(m_library, &PatientManagerMainWindow::loginCancelled, this, &CloudController::showFrame);
+    connect(m_signIn, &CloudSignIn::signedIn, this,
+        [](const CloudSession &session) { HttpUploadFile::instance()->setSession(session); });
+    connect(m_signIn, &CloudSignIn::failed, this, [this](const WebFailure &failure) {
+        m_problem = WebFailureText::of(failure);
+        update();
+    });
+    update();
+}
+
+CloudController::~CloudController()
+{
+    m_stop = true;
+    if (m_corrections) {
+        m_corrections->wait();
+    }
+}
+
+void CloudController::begin(const QString &databasePath)
+{
+    m_databasePath = databasePath;
+    UploadProgressForm *uploads = UploadProgressForm::instance();
+    connect(uploads, &UploadProgressForm::signInWanted, this, &CloudController::signIn);
+    uploads->resumeUploads();
+    DownloadEngine::current(); // goes on with what was begun once somebody is signed in
+    restore();
+}
+
+/// A window in the place of another finds its user signed in.
+void CloudController::restore()
+{
+    if (HttpUploadFile::instance()->session().isOpen()) {
+        onSessionChanged();
+    } else if (CloudAccount::isCloudUser() && CloudAccount::read().remembers) {
+        m_signIn->startRemembered();
+        update();
+    }
+}
+
+void CloudController::onSessionChanged()
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    m_signIn->cancel();
+    m_problem.clear();
+    if (session.isOpen()) {
+        m_library->setLoginInfo(session.user.toUtf8(), {}, session.id, LoginForm::cloudUser);
+        finishCorrections(session);
+    }
+    update();
+}
+
+/// Uploads and downloads wait meanwhile; whoever says no signs in by the status bar later.
+void CloudController::onRefused()
+{
+    if (m_isAsking) {
+        return;
+    }
+    m_isAsking = true;
+    QTimer::singleShot(0, this, [this] {
+        m_problem = tr("The session has ended.");
+        update();
+        const int answer = kivMessageBoxForm::question(m_window, tr("Cloud"),
+            tr("The cloud service does not accept the session any more. Uploads and downloads wait. Sign in "
+               "again?"),
+            kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerOk);
+        m_isAsking = false;
+        if (answer == kivMessageBoxForm::AnswerOk) {
+            signIn();
+        }
+    });
+}
+
+void CloudController::signIn()
+{
+    m_library->openLogin();
+}
+
+void CloudController::signOut()
+{
+    CloudAccount::read().writeLocal();
+    m_library->setLoginInfo({}, {}, {}, LoginForm::localUser);
+    HttpUploadFile::instance()->endSession();
+}
+
+/// The library shows its own window, which stands in this frame.
+void CloudController::showFrame()
+{
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+    update();
+}
+
+void CloudController::buildMenu()
+{
+    m_menu->clear();
+    const bool isSignedIn = HttpUploadFile::instance()->session().isOpen();
+    m_menu->addAction(isSignedIn ? tr("Sign In As…") : tr("Sign &In…"), this, &CloudController::signIn);
+    if (isSignedIn) {
+        m_menu->addAction(tr("Sign &Out"), this, &CloudController::signOut);
+    }
+    m_menu->addSeparator();
+    m_menu->addAction(tr("&Uploads…"), this, [] {
+        UploadProgressForm::instance()->show();
+        UploadProgressForm::instance()->raise();
+    });
+    m_menu->addAction(tr("&Settings…"), this, [] { swimconfig::instance()->showPage(swimconfig::Cloud); });
+}
+
+QString CloudController::text() const
+{
+    return m_note->text();
+}
+
+void CloudController::update()
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    QString text = tr("Cloud: not signed in");
+    QString detail = m_problem;
+    if (session.isOpen() && m_problem.isEmpty()) {
+        text = session.user.isEmpty() ? tr("Cloud: signed in") : tr("Cloud: %1").arg(session.user);
+        detail = tr("Signed in at %1").arg(CloudSession::plainAddress(session.service.address));
+    } else if (m_signIn->isRunning()) {
+        text = tr("Cloud: signing in…");
+    }
+    m_note->setText(text);
+    m_note->setAccessibleName(text);
+    m_note->setToolTip(detail);
+}
+
+bool CloudController::isUploading()
+{
+    return UploadProgressForm::instance()->isUploading();
+}
+
+bool CloudController::isTransferring()
+{
+    return isUploading() || DownloadEngine::isAnyRunning();
+}
+
+void CloudController::releaseIndex()
+{
+    HttpUploadFile::instance()->releaseIndex();
+    DownloadEngine::release();
+}
+
+/// Corrections that were cut short are undone or finished, in the background.
+void CloudController::finishCorrections(const CloudSession &session)
+{
+    if (m_databasePath.isEmpty() || (m_corrections && m_corrections->isRunning())) {
+        return;
+    }
+    m_corrections.reset(QThread::create([this, path = m_databasePath, service = session.service] {
+        const QVector<CorrectionReport> reports =
+            StudyCorrection(service, m_stop, [](const CorrectionProgress &) {}).finishBegun(path);
+        QMetaObject::invokeMethod(
+            this, [this, reports] { tellFinished(reports); }, Qt::QueuedConnection);
+    }));
+    m_corrections->setStackSize(correctionStack);
+    m_corrections->start();
+}
+
+void CloudController::tellFinished(const QVector<CorrectionReport> &reports)
+{
+    using End = CorrectionReport::End;
+    const auto count = [&](End end) {
+        return int(std::count_if(reports.cbegin(), reports.cend(),
+            [end](const CorrectionReport &report) { return report.end == end; }));
+    };
+    QStringList texts;
+    if (count(End::Done) > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data finished", nullptr, count(End::Done));
+    }
+    if (count(End::Undone) > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data taken back", nullptr, count(End::Undone));
+    }
+    if (count(End::UndoPending) > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data still wait for the service", nullptr,
+            count(End::UndoPending));
+    }
+    if (!texts.isEmpty()) {
+        emit ended(texts.join(QStringLiteral(" · ")));
+    }
+}
