@@ -6,7 +6,7 @@
 #include "profiletable.h"
 #include "unknownelement.h"
 
-#include <QScopedValueRollback>
+#include <algorithm>
 
 namespace {
 
@@ -48,6 +48,18 @@ DcmSequenceOfItems *sequenceOf(DcmElement *element)
 bool isCode(quint32 tag)
 {
     return tag >> 16 == 0x0008 && (tag & 0xffff) >= 0x0100 && (tag & 0xffff) <= 0x0122;
+}
+
+/// Whether a code string is as the standard has them: short, and in capitals.
+bool isTerm(const QByteArray &values)
+{
+    constexpr int longest = 16;
+    const QList<QByteArray> terms = values.split('\\');
+    return std::all_of(terms.cbegin(), terms.cend(), [](const QByteArray &term) {
+        return term.size() <= longest && std::all_of(term.cbegin(), term.cend(), [](char c) {
+            return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ' || c == '_';
+        });
+    });
 }
 
 bool isStandardUid(const QByteArray &uid)
@@ -280,7 +292,7 @@ DcmElement *DatasetCleaner::sweep(DcmItem &item, DcmElement *element)
         return isSafe ? element : treat(item, element, Treatment::Remove, {});
     }
     const bool isFree = isText(vr) && !isCode(tagOf(*element));
-    const bool isWord = vr == EVR_CS || vr == EVR_AE || isText(vr);
+    const bool isWord = vr == EVR_AE || isText(vr) || (vr == EVR_CS && !isTerm(ElementText::of(*element)));
     const QByteArray text = isWord ? ElementText::of(*element) : QByteArray();
     const bool isTellingText = isFree ? m_values.isWithin(text) : m_values.isPersonWithin(text);
     return isTellingText ? putDummy(item, element) : element;

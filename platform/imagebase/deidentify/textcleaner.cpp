@@ -22,7 +22,7 @@ QByteArray TextCleaner::cleaned(const QByteArray &bytes)
     for (const TextWord &word : wordsOf(decoded(bytes))) {
         const bool goes = m_values.hasWord(word.text) || isNumberLike(word.text);
         isChanged = isChanged || goes;
-        kept += goes ? QString(word.behind).remove(QLatin1Char(' ')) : word.text + word.behind;
+        kept += goes ? QStringLiteral(" ") : word.text + word.behind;
     }
     const QByteArray result = isChanged ? encoded(kept.simplified()) : bytes;
     const bool hasWords =

@@ -26,6 +26,14 @@ bool isContent(quint32 tag)
         || tag == performedSteps;
 }
 
+/// The profile has these removed, but no object that has them is valid without.
+bool isIndispensable(quint32 tag)
+{
+    constexpr quint32 presentationDate = 0x00700082;
+    constexpr quint32 presentationTime = 0x00700083;
+    return tag == presentationDate || tag == presentationTime;
+}
+
 /// Groups of the network, the file and the directory, lengths of groups, and overlays without their bits.
 bool isForeign(quint32 tag)
 {
@@ -55,14 +63,15 @@ Treatment ofPrivate(DcmEVR vr, const DeidentifyOptions &options)
 
 Treatment byProfile(const ProfileRule &rule, quint32 tag, DcmEVR vr)
 {
+    constexpr quint32 acquisitionContext = 0x00400555; // the one that some objects must have, if empty
     if (vr == EVR_SQ) {
         return rule.allows('U') || (rule.allows('D') && isContent(tag)) ? Treatment::Enter
             : rule.allows('D')                                          ? Treatment::EnterStrictly
-            : rule.allows('Z')                                          ? Treatment::Empty
+            : rule.profile == "Z" || tag == acquisitionContext          ? Treatment::Empty
                                                                         : Treatment::Remove;
     }
     return rule.allows('U') || (rule.allows('D') && vr == EVR_UI) ? Treatment::NewUid
-        : rule.allows('D')                                        ? Treatment::Dummy
+        : rule.allows('D') || isIndispensable(tag)                ? Treatment::Dummy
         : rule.allows('Z')                                        ? Treatment::Empty
                                                                   : Treatment::Remove;
 }

@@ -4,15 +4,40 @@
 
 #include <QtEndian>
 
+#include <dcmtk/dcmdata/dcistrmb.h>
+
 namespace {
 
-bool fill(DcmElement &fresh, const QByteArray &bytes)
+/// Each level of items is a level of the parser's own recursion.
+constexpr int mostItems = 500;
+
+void append(QByteArray &to, quint16 number)
 {
-    if (ElementText::isString(fresh.getVR())) {
-        return fresh.putString(bytes.constData(), Uint32(bytes.size())).good();
+    number = qToLittleEndian(number);
+    to.append(reinterpret_cast<const char *>(&number), sizeof number);
+}
+
+/// Such a value is written as if the file had no VRs: so it is parsed. @return null where it cannot be
+DcmElement *parsed(const DcmTagKey &key, const QByteArray &value)
+{
+    if (value.count(QByteArray::fromRawData("\xfe\xff\x00\xe0", 4)) > mostItems) {
+        return nullptr;
     }
-    const bool isNumber = fresh.getVR() == EVR_US && bytes.size() == int(sizeof(Uint16));
-    return isNumber && fresh.putUint16(qFromLittleEndian<quint16>(bytes.constData())).good();
+    QByteArray bytes;
+    append(bytes, key.getGroup());
+    append(bytes, key.getElement());
+    append(bytes, quint16(value.size() & 0xffff));
+    append(bytes, quint16(value.size() >> 16));
+    bytes += value;
+    DcmInputBufferStream stream;
+    stream.setBuffer(bytes.data(), bytes.size());
+    stream.setEos();
+    DcmDataset around;
+    around.transferInit();
+    const bool isRead =
+        around.read(stream, EXS_LittleEndianImplicit, EGL_noChange, ElementText::longest).good();
+    around.transferEnd();
+    return isRead ? around.remove(key) : nullptr;
 }
 
 } // namespace
@@ -20,19 +45,18 @@ bool fill(DcmElement &fresh, const QByteArray &bytes)
 DcmElement *UnknownElement::understood(DcmItem &item, DcmElement *element)
 {
     const DcmEVR standard = ElementText::standardVr(element->getTag());
-    Uint8 *bytes = nullptr;
     const Uint32 length = element->getLengthField();
     if (!ElementText::isUnknown(element->getVR()) || ElementText::isUnknown(standard)
         || length > ElementText::longest) {
         return element;
     }
-    DcmElement *fresh = nullptr;
+    Uint8 *bytes = nullptr;
     if (length > 0 && (element->getUint8Array(bytes).bad() || !bytes)) {
         return element;
     }
-    const QByteArray value(reinterpret_cast<const char *>(bytes), bytes ? int(length) : 0);
-    if (DcmItem::newDicomElement(fresh, DcmTag(element->getTag().getXTag())).bad() || !fresh
-        || !fill(*fresh, value) || item.insert(fresh, OFTrue).bad()) {
+    DcmElement *fresh = parsed(element->getTag().getXTag(),
+        QByteArray(reinterpret_cast<const char *>(bytes), bytes ? int(length) : 0));
+    if (!fresh || item.insert(fresh, OFTrue).bad()) {
         delete fresh;
         return element;
     }

@@ -57,6 +57,8 @@ public:
         , m_goOn(goOn)
     { }
 
+    /// Whether it was stopped before the file's end.
+    bool isStopped() const { return m_ended; }
     OFBool eos() override { return m_ended || DcmInputFileStream::eos(); }
     offile_off_t avail() override { return m_ended ? 0 : DcmInputFileStream::avail(); }
     offile_off_t read(void *buffer, offile_off_t length) override
@@ -153,5 +155,7 @@ BoundedParse parseAll(
     const QByteArray &path, const DcmTagKey &end, DcmFileFormat &file, const std::function<bool()> &goOn)
 {
     GuardedStream stream(OFFilename(path.constData()), goOn);
-    return parse(stream, end, file);
+    BoundedParse parsed = parse(stream, end, file);
+    parsed.complete = parsed.complete && !stream.isStopped();
+    return parsed;
 }
