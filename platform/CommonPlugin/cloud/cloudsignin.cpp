@@ -7,7 +7,6 @@
 #include <QNetworkCookie>
 #include <QNetworkReply>
 #include <QTimer>
-#include <QUuid>
 
 namespace {
 
@@ -124,7 +123,7 @@ void CloudSignIn::answered()
     session.user = m_user;
     session.id = sessionCookie(*reply);
     if (session.id.isEmpty()) {
-        session.id = QUuid::createUuid().toByteArray(QUuid::Id128);
+        session.id = CloudSession::opaqueId();
     }
     m_isRunning = false;
     emit signedIn(session);

@@ -1,23 +1,279 @@
 #include "downloadclouddataform.h"
 
+#include "cloudquestionform.h"
+#include "cloudsearch.h"
+#include "cloudstudymodel.h"
+#include "cloudstudyview.h"
 #include "companionwindow.h"
+#include "createconnection.h"
+#include "downloadengine.h"
+#include "downloadlistpanel.h"
+#include "firstwindowsize.h"
+#include "httpuploadfile.h"
+#include "localholdings.h"
 #include "sharedwindow.h"
+#include "webfailuretext.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize usualSize{980, 720};
+
+} // namespace
 
 DownloadCloudDataForm *DownloadCloudDataForm::instance()
 {
     return sharedWindow<DownloadCloudDataForm>([] { return new DownloadCloudDataForm; });
 }
 
-DownloadCloudDataForm::DownloadCloudDataForm(QWidget *parent)
-    : QWidget(parent, Qt::Window)
+bool DownloadCloudDataForm::isDownloading()
 {
-    setWindowTitle(tr("Download from the Cloud"));
-    closeOnEscape(this);
+    return DownloadEngine::isAnyRunning();
 }
 
-void DownloadCloudDataForm::reflesh() { }
+DownloadCloudDataForm::DownloadCloudDataForm(QWidget *parent)
+    : QWidget(parent, Qt::Window)
+    , m_search(new CloudSearch(this))
+    , m_model(new CloudStudyModel(this))
+{
+    build();
+    connect(m_question, &CloudQuestionForm::asked, this, &DownloadCloudDataForm::search);
+    connect(m_searchButton, &QPushButton::clicked, this, &DownloadCloudDataForm::search);
+    connect(m_stopButton, &QPushButton::clicked, m_search, &CloudSearch::stop);
+    connect(m_downloadButton, &QPushButton::clicked, this, &DownloadCloudDataForm::download);
+    connect(m_view, &CloudStudyView::fetchRequested, this, &DownloadCloudDataForm::download);
+    connect(m_model, &CloudStudyModel::listingWanted, m_search, &CloudSearch::listSeries);
+    connect(m_model, &CloudStudyModel::checksChanged, this, &DownloadCloudDataForm::refreshButtons);
+    connect(m_search, &CloudSearch::found, this, [this](const QVector<DicomJson> &studies) {
+        m_model->add(studies);
+        showHoldings();
+    });
+    connect(m_search, &CloudSearch::finished, this, &DownloadCloudDataForm::onSearched);
+    connect(m_search, &CloudSearch::listed, this, &DownloadCloudDataForm::onListed);
+    connect(HttpUploadFile::instance(), &HttpUploadFile::sessionChanged, this,
+        &DownloadCloudDataForm::takeSession);
+    takeSession();
+}
+
+void DownloadCloudDataForm::build()
+{
+    setWindowTitle(tr("Download from the Cloud"));
+    m_who = new QLabel(this);
+    m_who->setObjectName(QStringLiteral("who"));
+    m_who->setTextFormat(Qt::PlainText);
+    m_who->setWordWrap(true);
+    auto *downloads = new QGroupBox(tr("Downloads"), this);
+    m_downloads = new DownloadListPanel(downloads);
+    auto *inside = new QVBoxLayout(downloads);
+    inside->addWidget(m_downloads);
+    auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(buildResults());
+    splitter->addWidget(downloads);
+    splitter->setChildrenCollapsible(false);
+    splitter->setStretchFactor(0, 1);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_who);
+    layout->addWidget(buildSearch());
+    layout->addWidget(splitter, 1);
+    setFocusProxy(m_question);
+    closeOnEscape(this);
+    resize(firstWindowSize(this, usualSize));
+}
+
+QPushButton *DownloadCloudDataForm::addButton(const char *name, const QString &text, const QString &hint)
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(hint);
+    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QWidget *DownloadCloudDataForm::buildSearch()
+{
+    auto *box = new QWidget(this);
+    m_question = new CloudQuestionForm(box);
+    m_searchButton = addButton("search", tr("&Search"), tr("Look for studies in the cloud"));
+    m_stopButton = addButton("stopSearch", tr("Stop"), tr("Keep what was found so far"));
+    auto *buttons = new QVBoxLayout;
+    buttons->addWidget(m_searchButton);
+    buttons->addWidget(m_stopButton);
+    auto *layout = new QHBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_question, 1);
+    layout->addLayout(buttons);
+    return box;
+}
+
+QWidget *DownloadCloudDataForm::buildResults()
+{
+    auto *box = new QWidget(this);
+    m_view = new CloudStudyView(m_model, box);
+    m_said = new QLabel(box);
+    m_said->setObjectName(QStringLiteral("said"));
+    m_said->setTextFormat(Qt::PlainText);
+    m_said->setWordWrap(true);
+    m_downloadButton = addButton(
+        "download", tr("&Download Checked"), tr("Bring the checked studies and series into the index"));
+    auto *below = new QHBoxLayout;
+    below->addWidget(m_said, 1);
+    below->addWidget(m_downloadButton);
+    auto *layout = new QVBoxLayout(box);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view, 1);
+    layout->addLayout(below);
+    return box;
+}
+
+void DownloadCloudDataForm::setMainWindow(QWidget *window)
+{
+    if (m_mainWindow != window && window && !isVisible()) {
+        const QPoint middle = window->window()->frameGeometry().center();
+        move(middle - rect().center());
+    }
+    m_mainWindow = window;
+}
 
 void DownloadCloudDataForm::onJessionInfo(QByteArray /*sessionId*/)
 {
-    reflesh();
+    takeSession(); // which HttpUploadFile has had before anybody tells of it
+}
+
+void DownloadCloudDataForm::reflesh()
+{
+    takeSession();
+    takeEngine();
+    showHoldings();
+}
+
+void DownloadCloudDataForm::takeSession()
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    if (session.id != m_session || m_who->text().isEmpty()) {
+        m_session = session.id;
+        m_search->setSession(session);
+        m_toFetch.clear();
+        m_model->clear();
+        say({});
+    }
+    m_who->setText(session.isOpen()
+            ? tr("Signed in to %1 as %2")
+                  .arg(CloudSession::plainAddress(session.service.address),
+                      session.user.isEmpty() ? tr("the owner of a token") : session.user)
+            : tr("Nobody is signed in to the cloud."));
+    m_view->setEmptyText(session.isOpen()
+            ? tr("Search for a patient, an ID, a date or a modality.\nWithout any, "
+                 "the search lists all studies.")
+            : tr("Sign in to search the cloud: the main window asks for it when you "
+                 "open this window there."));
+    refreshButtons();
+}
+
+void DownloadCloudDataForm::takeEngine()
+{
+    DownloadEngine *engine = DownloadEngine::current();
+    if (m_engine != engine) {
+        m_engine = engine;
+        connect(engine, &DownloadEngine::imported, this, &DownloadCloudDataForm::imported);
+        connect(engine, &DownloadEngine::imported, this, &DownloadCloudDataForm::showHoldings);
+    }
+    m_downloads->setEngine(engine);
+}
+
+void DownloadCloudDataForm::search()
+{
+    if (m_session.isEmpty()) {
+        return;
+    }
+    m_toFetch.clear();
+    m_model->clear();
+    m_view->setEmptyText(tr("Searching…"));
+    say({});
+    m_search->search(m_question->question());
+    refreshButtons();
+}
+
+void DownloadCloudDataForm::onSearched(const WebFailure &failure, bool isCutShort)
+{
+    m_view->setEmptyText(tr("Nothing found."));
+    const int found = m_model->rowCount();
+    if (failure.problem == WebProblem::Stopped) {
+        say(tr("Stopped. Found so far: %n study(s)", nullptr, found));
+    } else if (!failure.isNone()) {
+        m_view->setEmptyText(WebFailureText::of(failure));
+        refuse(failure);
+    } else if (isCutShort) {
+        say(tr("The first %n study(s) are shown; the service has more. Ask more closely to see them.",
+            nullptr, found));
+    } else {
+        say(tr("Found: %n study(s)", nullptr, found));
+    }
+    refreshButtons();
+}
+
+void DownloadCloudDataForm::refuse(const WebFailure &failure)
+{
+    say(WebFailureText::of(failure));
+    if (failure.problem == WebProblem::Unauthorized) {
+        emit HttpUploadFile::instance()->sessionRefused();
+    }
+}
+
+void DownloadCloudDataForm::onListed(
+    const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure)
+{
+    m_model->setSeries(studyUid, series, failure);
+    showHoldings();
+    if (!failure.isNone()) {
+        m_toFetch.remove(studyUid);
+        refuse(failure);
+    } else if (m_toFetch.remove(studyUid)) {
+        m_engine->add(m_model->checkedOf(studyUid));
+        m_model->uncheck(studyUid);
+    }
+}
+
+void DownloadCloudDataForm::download()
+{
+    takeEngine();
+    QStringList unlisted;
+    const QVector<DownloadStudy> studies = m_model->checked(&unlisted);
+    for (const DownloadStudy &study : studies) {
+        m_engine->add(study);
+        m_model->uncheck(study.studyUid);
+    }
+    for (const QString &uid : qAsConst(unlisted)) {
+        m_toFetch.insert(uid);
+        m_search->listSeries(uid);
+    }
+    if (studies.isEmpty() && unlisted.isEmpty()) {
+        say(tr("Check the studies or series that you want."));
+    }
+}
+
+void DownloadCloudDataForm::showHoldings()
+{
+    if (m_model->rowCount() > 0) {
+        m_model->setHoldings(localHoldings(databasePath(), RecordLevel::Study, m_model->studyUids()),
+            localHoldings(databasePath(), RecordLevel::Series, m_model->seriesUids()));
+    }
+}
+
+void DownloadCloudDataForm::refreshButtons()
+{
+    m_searchButton->setEnabled(!m_session.isEmpty());
+    m_stopButton->setEnabled(m_search->isSearching());
+    const int checked = m_model->checkedStudies();
+    m_downloadButton->setEnabled(checked > 0);
+}
+
+void DownloadCloudDataForm::say(const QString &text)
+{
+    m_said->setText(text);
 }

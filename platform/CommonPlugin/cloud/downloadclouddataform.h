@@ -1,9 +1,21 @@
 #pragma once
 
 #include "commonplugin_export.h"
+#include "webfailure.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
+
+class CloudQuestionForm;
+class CloudSearch;
+class CloudStudyModel;
+class CloudStudyView;
+class DownloadEngine;
+class DownloadListPanel;
+class DicomJson;
+class QLabel;
+class QPushButton;
 
 /**
  * The window that searches the cloud service for studies and brings the chosen ones into the index. One for
@@ -15,10 +27,15 @@ class COMMONPLUGIN_EXPORT DownloadCloudDataForm : public QWidget
 
 public:
     static DownloadCloudDataForm *instance();
+    /// Goes on with downloads that an earlier run of the program has left, without showing the window. For a
+    /// host that has opened its index.
+    static void resumeDownloads() { instance()->reflesh(); }
+    /// Whether something is being fetched; for a host that is about to end.
+    static bool isDownloading();
 
-    /// The window that it accompanies; may be null. Not owned.
-    void setMainWindow(QWidget *window) { m_mainWindow = window; }
-    /// Shows what holds now: the session, and what the index has of the studies in the list.
+    /// The window that it accompanies: it is shown beside that. May be null; not owned.
+    void setMainWindow(QWidget *window);
+    /// Shows what holds now: who is signed in, and what the index has of the studies in the list.
     void reflesh();
 
 public slots:
@@ -32,5 +49,33 @@ signals:
 private:
     explicit DownloadCloudDataForm(QWidget *parent = nullptr);
 
+    void build();
+    QWidget *buildSearch();
+    QWidget *buildResults();
+    QPushButton *addButton(const char *name, const QString &text, const QString &hint);
+    void takeSession();
+    void takeEngine();
+    void search();
+    void onSearched(const WebFailure &failure, bool isCutShort);
+    void onListed(const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure);
+    void refuse(const WebFailure &failure);
+    void download();
+    void showHoldings();
+    void refreshButtons();
+    void say(const QString &text);
+
     QPointer<QWidget> m_mainWindow;
+    QPointer<DownloadEngine> m_engine;
+    CloudSearch *m_search;
+    CloudStudyModel *m_model;
+    QLabel *m_who = nullptr;
+    CloudQuestionForm *m_question = nullptr;
+    QPushButton *m_searchButton = nullptr;
+    QPushButton *m_stopButton = nullptr;
+    CloudStudyView *m_view = nullptr;
+    QLabel *m_said = nullptr;
+    QPushButton *m_downloadButton = nullptr;
+    DownloadListPanel *m_downloads = nullptr;
+    QByteArray m_session; ///< its id
+    QSet<QString> m_toFetch; ///< studies that are fetched as soon as their series are known
 };

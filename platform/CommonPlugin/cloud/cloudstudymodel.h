@@ -1,0 +1,106 @@
+#pragma once
+
+#include "dicomjson.h"
+#include "downloadtally.h"
+#include "webfailure.h"
+
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QVector>
+
+/**
+ * The studies that a search in the cloud has found, with their series below them, which are asked for when a
+ * study is opened; what is checked is to be fetched. Holds values only. GUI thread.
+ */
+class CloudStudyModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Column {
+        NameColumn,
+        IdColumn,
+        DateColumn,
+        ModalityColumn,
+        DescriptionColumn,
+        ImagesColumn,
+        IndexColumn,
+        ColumnCount
+    };
+
+    using QAbstractItemModel::QAbstractItemModel;
+
+    void clear();
+    void add(const QVector<DicomJson> &studies);
+    void setSeries(const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure);
+    /// @param studies images in the index by the UID of their study. @param series and of their series
+    void setHoldings(const QHash<QString, int> &studies, const QHash<QString, int> &series);
+    QStringList studyUids() const;
+    QStringList seriesUids() const;
+
+    /// What is checked, as far as its series are known; the studies whose series must be asked for first go
+    /// to unlisted.
+    QVector<DownloadStudy> checked(QStringList *unlisted) const;
+    /// A study with those of its series that are checked.
+    DownloadStudy checkedOf(const QString &studyUid) const;
+    int checkedStudies() const;
+    void uncheck(const QString &studyUid);
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &child) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override;
+    bool canFetchMore(const QModelIndex &parent) const override;
+    void fetchMore(const QModelIndex &parent) override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+signals:
+    /// The series of a study are wanted: setSeries() is the answer.
+    void listingWanted(const QString &studyUid);
+    void checksChanged();
+
+private:
+    struct Series
+    {
+        QString uid;
+        QString modality;
+        QString title;
+        int images = -1;
+        int held = 0;
+        bool isChecked = false;
+    };
+    enum class Listing : quint8 { Unasked, Asked, Listed, Failed };
+    struct Study
+    {
+        QString uid;
+        QString name;
+        QString id;
+        QString date;
+        QString modalities;
+        QString description;
+        int images = -1;
+        int held = 0;
+        bool isChecked = false; ///< all of it
+        Listing listing = Listing::Unasked;
+        WebFailure failure;
+        QVector<Series> series;
+
+        Qt::CheckState check() const;
+    };
+
+    static Study studyOf(const DicomJson &answer);
+    static DownloadStudy wanted(const Study &study);
+    static bool isSeries(const QModelIndex &index) { return index.internalId() != 0; }
+    static QVariant holdingIcon(int held, int images);
+    static QString holdingText(int held, int images);
+    const Study &studyAt(const QModelIndex &index) const;
+    QString textOf(const Study &study, int column) const;
+    QString textOf(const Series &series, int column) const;
+    int rowOf(const QString &studyUid) const;
+
+    QVector<Study> m_studies;
+};

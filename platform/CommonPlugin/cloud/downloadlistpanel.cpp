@@ -1,0 +1,132 @@
+#include "downloadlistpanel.h"
+
+#include "downloadengine.h"
+#include "downloadlistmodel.h"
+#include "listheight.h"
+#include "progressdelegate.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTreeView>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int visibleRows = 3;
+/// Of each column, in characters.
+constexpr int widths[DownloadListModel::ColumnCount] = {50, 22, 14, 11, 40};
+
+} // namespace
+
+DownloadListPanel::DownloadListPanel(QWidget *parent)
+    : QWidget(parent)
+    , m_model(new DownloadListModel(this))
+    , m_view(new QTreeView(this))
+{
+    m_view->setObjectName(QStringLiteral("downloads"));
+    m_view->setAccessibleName(tr("Downloads"));
+    m_view->setToolTip(tr("What is fetched from the cloud, and what was"));
+    m_view->setModel(m_model);
+    m_view->setRootIsDecorated(false);
+    m_view->setUniformRowHeights(true);
+    m_view->setAlternatingRowColors(true);
+    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_view->setItemDelegateForColumn(
+        DownloadListModel::ProgressColumn, new ProgressDelegate(DownloadListModel::shareRole, m_view));
+    for (int column = 0; column < DownloadListModel::ColumnCount; ++column) {
+        m_view->setColumnWidth(column, widths[column] * m_view->fontMetrics().averageCharWidth());
+    }
+    m_view->setMinimumHeight(heightOfRows(*m_view, visibleRows));
+    auto *buttons = new QVBoxLayout;
+    for (QPushButton **button : {&m_stop, &m_resume, &m_remove}) {
+        *button = button == &m_stop
+            ? addButton("stop", tr("Sto&p"), tr("Stop the chosen downloads; what is here stays"))
+            : button == &m_resume ? addButton("resume", tr("&Go On"),
+                  tr("Go on with the chosen downloads: only what is missing is fetched"))
+                                  : addButton("remove", tr("R&emove"),
+                                      tr("Take the chosen downloads off this list; their images stay"));
+        buttons->addWidget(*button);
+    }
+    buttons->addStretch();
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_view, 1);
+    layout->addLayout(buttons);
+    connect(m_stop, &QPushButton::clicked, this, [this] {
+        for (const QString &uid : chosen()) {
+            m_engine->stop(uid);
+        }
+    });
+    connect(m_resume, &QPushButton::clicked, this, [this] {
+        for (const QString &uid : chosen()) {
+            m_engine->resume(uid);
+        }
+    });
+    connect(m_remove, &QPushButton::clicked, this, [this] {
+        for (const QString &uid : chosen()) {
+            m_engine->remove(uid);
+        }
+    });
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        &DownloadListPanel::refreshButtons);
+    refreshButtons();
+}
+
+QPushButton *DownloadListPanel::addButton(const char *name, const QString &text, const QString &hint)
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(hint);
+    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
+    button->setAutoDefault(false);
+    return button;
+}
+
+void DownloadListPanel::setEngine(DownloadEngine *engine)
+{
+    if (m_engine != engine) {
+        m_engine = engine;
+        connect(engine, &DownloadEngine::changed, this, &DownloadListPanel::refresh);
+    }
+    refresh();
+}
+
+void DownloadListPanel::refresh()
+{
+    const QStringList before = chosen();
+    m_model->setTallies(m_engine ? m_engine->tallies() : QVector<DownloadTally>());
+    if (chosen() != before) { // rows have come or gone
+        for (int row = 0; row < m_model->rowCount(); ++row) {
+            if (before.contains(m_model->at(row).studyUid)) {
+                m_view->selectionModel()->select(
+                    m_model->index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            }
+        }
+    }
+    refreshButtons();
+}
+
+QStringList DownloadListPanel::chosen() const
+{
+    QStringList uids;
+    for (const QModelIndex &row : m_view->selectionModel()->selectedRows()) {
+        uids.append(m_model->at(row.row()).studyUid);
+    }
+    return m_engine ? uids : QStringList();
+}
+
+void DownloadListPanel::refreshButtons()
+{
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    const auto isAny = [&](const auto &is) {
+        return std::any_of(
+            rows.begin(), rows.end(), [&](const QModelIndex &row) { return is(m_model->at(row.row())); });
+    };
+    m_stop->setEnabled(m_engine && isAny([](const DownloadTally &tally) { return !tally.isEnded(); }));
+    m_resume->setEnabled(m_engine && isAny([](const DownloadTally &tally) {
+        return tally.state == DownloadState::Stopped || tally.state == DownloadState::Failed;
+    }));
+    m_remove->setEnabled(m_engine && !rows.isEmpty());
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class DownloadEngine;
+class DownloadListModel;
+class QPushButton;
+class QTreeView;
+
+/// The downloads of an index with what can be done about them. GUI thread.
+class DownloadListPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit DownloadListPanel(QWidget *parent);
+
+    /// Shows this engine's downloads; not owned, and may go.
+    void setEngine(DownloadEngine *engine);
+
+private:
+    QPushButton *addButton(const char *name, const QString &text, const QString &hint);
+    void refresh();
+    void refreshButtons();
+    QStringList chosen() const;
+
+    QPointer<DownloadEngine> m_engine;
+    DownloadListModel *m_model;
+    QTreeView *m_view;
+    QPushButton *m_stop = nullptr;
+    QPushButton *m_resume = nullptr;
+    QPushButton *m_remove = nullptr;
+};

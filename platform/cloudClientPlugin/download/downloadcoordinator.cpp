@@ -1,0 +1,403 @@
+#include "downloadcoordinator.h"
+
+#include "seriesfetch.h"
+#include "webclient.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int lookMs = 200;
+constexpr qint64 importedEveryMs = 1000;
+constexpr qint64 firstPauseMs = 1000;
+constexpr qint64 longestPauseMs = 30'000;
+constexpr int mostAttempts = 8; ///< in a row that brought nothing
+constexpr char journalName[] = "/problems.txt";
+
+bool isPassing(const WebFailure &failure)
+{
+    return failure.isPassing() || failure.problem == WebProblem::DiskFull
+        || failure.problem == WebProblem::BadAnswer; // an answer that was cut may look like one
+}
+
+} // namespace
+
+DownloadCoordinator::DownloadCoordinator(QString databasePath, DuplicatePolicy policy)
+    : m_databasePath(std::move(databasePath))
+    , m_policy(policy)
+    , m_timer(this)
+    , m_soon(this)
+    , m_list(m_databasePath)
+    , m_ownership(m_databasePath + QStringLiteral(".download"))
+    , m_journal(ObjectSpool::folderOf(m_databasePath, SpoolKind::Downloaded) + QLatin1String(journalName))
+    , m_recorder([this](const QVector<SpooledObject> &objects) {
+        QMetaObject::invokeMethod(
+            this, [this, objects] { onCommitted(objects); }, Qt::QueuedConnection);
+    })
+    , m_spool(m_databasePath, false, SpoolKind::Downloaded)
+{
+    m_clock.start();
+    m_timer.setInterval(lookMs);
+    m_soon.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &DownloadCoordinator::look);
+    connect(&m_soon, &QTimer::timeout, this, &DownloadCoordinator::work);
+}
+
+DownloadCoordinator::~DownloadCoordinator()
+{
+    for (Slot &slot : m_slots) {
+        if (slot.fetch) {
+            slot.fetch->disconnect(this);
+            delete slot.fetch;
+        }
+    }
+    m_indexer.reset();
+}
+
+void DownloadCoordinator::start()
+{
+    wake();
+}
+
+/// Something has changed: works at once, and then looks as long as there is something to do.
+void DownloadCoordinator::wake()
+{
+    if (!m_timer.isActive()) {
+        m_timer.start();
+    }
+    m_soon.start();
+}
+
+void DownloadCoordinator::work()
+{
+    m_isLoaded = m_isLoaded || m_list.load(&m_jobs);
+    m_isSaved = m_isLoaded && m_list.save();
+    if (m_isLoaded && prepare()) {
+        pump();
+    }
+}
+
+void DownloadCoordinator::look()
+{
+    work();
+    if (m_indexer) {
+        forgetLost();
+    }
+    if (m_hasImported && m_clock.elapsed() - m_importedMs >= importedEveryMs) {
+        m_hasImported = false;
+        m_importedMs = m_clock.elapsed();
+        emit imported();
+    }
+    tell();
+    if (m_isSaved && !m_hasImported && !isBusy()) {
+        m_timer.stop();
+    }
+}
+
+bool DownloadCoordinator::isBusy() const
+{
+    return (m_indexer && m_indexer->waiting() > 0)
+        || std::any_of(m_jobs.begin(), m_jobs.end(),
+            [this](const DownloadJob &job) { return job.isBusy(isAtService(job)); });
+}
+
+/// One program at a time downloads into an index, and takes over what others left there.
+bool DownloadCoordinator::prepare()
+{
+    const bool hasLeftovers = QDir(ObjectSpool::folderOf(m_databasePath, SpoolKind::Downloaded)).exists();
+    if (m_indexer || (m_jobs.isEmpty() && !hasLeftovers)) {
+        return m_indexer != nullptr;
+    }
+    if (!m_ownership.tryToGet() || (!m_spool.isOpen() && m_spool.open() != 0)) {
+        return false;
+    }
+    m_indexer = std::make_unique<SpoolIndexer>(m_databasePath, m_spool, m_journal, false, &m_recorder);
+    m_indexer->setPolicy(m_policy);
+    m_isAdopting = true;
+    return true;
+}
+
+/// Whether somebody is signed in where it comes from.
+bool DownloadCoordinator::isAtService(const DownloadJob &job) const
+{
+    return m_session.isOpen() && (job.service.isEmpty() || m_session.isAt(job.service));
+}
+
+bool DownloadCoordinator::mayFetch()
+{
+    m_isAdopting = m_isAdopting && m_indexer->waiting() > 0;
+    return m_session.isOpen() && !m_isAdopting;
+}
+
+void DownloadCoordinator::pump()
+{
+    if (!mayFetch()) {
+        return;
+    }
+    const qint64 now = m_clock.elapsed();
+    for (DownloadJob &job : m_jobs) {
+        for (SeriesJob &series : job.series) {
+            const auto slot = std::find_if(
+                m_slots.begin(), m_slots.end(), [](const Slot &one) { return one.fetch == nullptr; });
+            const bool isDue = !job.isStopped && isAtService(job) && series.state == SeriesJob::State::Waiting
+                && series.pending == 0 && series.dueMs <= now;
+            if (slot == m_slots.end() || (isDue && !begin(*slot, job, series))) {
+                return;
+            }
+        }
+    }
+}
+
+/// @return false where nothing can be begun at the moment
+bool DownloadCoordinator::begin(Slot &slot, DownloadJob &job, SeriesJob &series)
+{
+    QSet<QString> present;
+    if (!m_list.present(series.uid, &present)) {
+        return false;
+    }
+    if (!m_spool.hasRoom(0)) {
+        fail(job, series, {WebProblem::DiskFull, {}, 0});
+        return false;
+    }
+    if (!slot.client) {
+        slot.client = std::make_unique<WebClient>(m_session.service);
+    }
+    slot.owner = {job.studyUid, series.uid};
+    slot.fetch = new SeriesFetch(*slot.client, job.studyUid, series.uid, m_spool.folder(), this);
+    connect(slot.fetch, qOverload<const QString &>(&SeriesFetch::received), this,
+        [this, &slot](const QString &path) { onReceived(slot, path); });
+    connect(slot.fetch, &SeriesFetch::progressed, this, [this, &slot](qint64 bytes) {
+        if (DownloadJob *of = jobOf(slot.owner.studyUid)) {
+            of->bytes += bytes;
+            of->rate.add(m_clock.elapsed(), bytes, 0);
+        }
+    });
+    connect(slot.fetch, &SeriesFetch::finished, this,
+        [this, &slot](const WebFailure &failure) { onFetched(slot, failure); });
+    series.state = SeriesJob::State::Fetching;
+    series.indexed = present.size();
+    series.refused = 0;
+    if (present.isEmpty()) {
+        slot.fetch->fetchAll();
+    } else {
+        slot.fetch->fetchMissing(present);
+    }
+    return true;
+}
+
+void DownloadCoordinator::onReceived(const Slot &slot, const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    m_owners.insert(name, slot.owner);
+    m_indexer->add(name);
+    if (SeriesJob *series = seriesOf(slot.owner)) {
+        ++series->pending;
+        series->attempts = 0;
+        jobOf(slot.owner.studyUid)->rate.add(m_clock.elapsed(), 0, 1);
+    }
+    if (!m_spool.hasRoom(0)) {
+        abort({});
+    }
+}
+
+void DownloadCoordinator::onFetched(Slot &slot, const WebFailure &failure)
+{
+    const int listed = slot.fetch->listed();
+    slot.fetch->deleteLater();
+    slot.fetch = nullptr;
+    const DownloadJob *job = jobOf(slot.owner.studyUid);
+    SeriesJob *series = seriesOf(slot.owner);
+    if (!series) {
+        return; // removed meanwhile
+    }
+    series->expected = listed >= 0 ? listed : series->expected;
+    series->isRecounted = series->isRecounted || listed >= 0;
+    if (failure.isNone()) {
+        series->failure = {};
+        series->state = SeriesJob::State::Landing;
+        settle(*job, *series);
+    } else if (failure.problem == WebProblem::Unauthorized) {
+        series->state = SeriesJob::State::Waiting;
+        if (m_session.isOpen()) {
+            setSession({});
+            emit sessionRefused();
+        }
+    } else {
+        fail(*job, *series, failure);
+    }
+    wake();
+}
+
+void DownloadCoordinator::fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure)
+{
+    series.state = SeriesJob::State::Waiting;
+    if (failure.problem == WebProblem::Stopped) {
+        return;
+    }
+    series.failure = failure;
+    ++series.attempts;
+    if (isPassing(failure) && (series.attempts < mostAttempts || failure.problem == WebProblem::DiskFull)) {
+        const qint64 pause = firstPauseMs << qMin(series.attempts - 1, 10);
+        series.dueMs = m_clock.elapsed() + qMin(pause, longestPauseMs);
+    } else {
+        series.state = SeriesJob::State::Failed;
+    }
+    m_list.setState(job, series);
+}
+
+void DownloadCoordinator::onCommitted(const QVector<SpooledObject> &objects)
+{
+    for (const SpooledObject &object : objects) {
+        const Owner owner = m_owners.take(object.path);
+        SeriesJob *series = seriesOf(owner);
+        if (!series) {
+            continue; // left by an earlier program, or of a study that was taken off the list
+        }
+        --series->pending;
+        ++(object.isTaken ? series->indexed : series->refused);
+        m_hasImported = m_hasImported || object.isTaken;
+        settle(*jobOf(owner.studyUid), *series);
+    }
+    wake();
+}
+
+/// A series is through when all that came of it has its verdict, and nothing is known to be missing.
+void DownloadCoordinator::settle(const DownloadJob &job, SeriesJob &series)
+{
+    if (series.state != SeriesJob::State::Landing || series.pending > 0) {
+        return;
+    }
+    if (!series.isRecounted && series.indexed + series.refused < series.expected && series.indexed > 0) {
+        series.isRecounted = true; // the list says whether there is more
+        series.state = SeriesJob::State::Waiting;
+        return;
+    }
+    series.state = SeriesJob::State::Done;
+    m_list.setState(job, series);
+}
+
+/// An object that has gone from the spool gets no verdict: nobody waits for it, when nothing waits any more.
+void DownloadCoordinator::forgetLost()
+{
+    const bool isIdle = m_indexer->waiting() == 0;
+    if (isIdle && m_wasIdle && !m_owners.isEmpty()) {
+        m_owners.clear();
+        for (DownloadJob &job : m_jobs) {
+            for (SeriesJob &series : job.series) {
+                series.pending = 0;
+                settle(job, series);
+            }
+        }
+    }
+    m_wasIdle = isIdle;
+}
+
+void DownloadCoordinator::setSession(const CloudSession &session)
+{
+    m_session = session;
+    abort({});
+    for (Slot &slot : m_slots) {
+        if (!slot.fetch && slot.client) {
+            slot.client.release()->deleteLater(); // one of its replies may be calling
+        }
+    }
+    for (DownloadJob &job : m_jobs) {
+        for (SeriesJob &series : job.series) {
+            series.dueMs = 0;
+        }
+    }
+    wake();
+}
+
+/// @param studyUid empty for all
+void DownloadCoordinator::abort(const QString &studyUid)
+{
+    for (Slot &slot : m_slots) {
+        if (slot.fetch && (studyUid.isEmpty() || slot.owner.studyUid == studyUid)) {
+            slot.fetch->abort();
+        }
+    }
+}
+
+void DownloadCoordinator::add(const DownloadStudy &study)
+{
+    DownloadJob *job = jobOf(study.studyUid);
+    if (!job) {
+        m_jobs.append(DownloadJob{study.studyUid, study.label, {}, false, {}, {}, 0});
+        job = &m_jobs.last();
+    }
+    job->service = CloudSession::plainAddress(m_session.service.address);
+    for (const DownloadSeries &wanted : study.series) {
+        SeriesJob *series = job->find(wanted.seriesUid);
+        if (!series) {
+            SeriesJob added;
+            added.uid = wanted.seriesUid;
+            job->series.append(added);
+            series = &job->series.last();
+        } else if (series->state == SeriesJob::State::Done) {
+            series->state = SeriesJob::State::Waiting; // there may be more of it since
+            series->isRecounted = false;
+        }
+        series->expected = wanted.expected >= 0 ? wanted.expected : series->expected;
+    }
+    job->tryAgain();
+    m_list.add(*job);
+    wake();
+}
+
+void DownloadCoordinator::stop(const QString &studyUid)
+{
+    if (DownloadJob *job = jobOf(studyUid)) {
+        job->isStopped = true;
+        abort(studyUid);
+        m_list.setStopped(*job);
+        wake();
+    }
+}
+
+void DownloadCoordinator::resume(const QString &studyUid)
+{
+    if (DownloadJob *job = jobOf(studyUid)) {
+        job->tryAgain();
+        m_list.setStopped(*job);
+        wake();
+    }
+}
+
+void DownloadCoordinator::remove(const QString &studyUid)
+{
+    const auto job = std::find_if(
+        m_jobs.begin(), m_jobs.end(), [&](const DownloadJob &one) { return one.studyUid == studyUid; });
+    if (job != m_jobs.end()) {
+        job->isStopped = true;
+        abort(studyUid);
+        m_jobs.erase(job);
+        m_list.remove(studyUid);
+        wake();
+    }
+}
+
+DownloadJob *DownloadCoordinator::jobOf(const QString &studyUid)
+{
+    const auto job = std::find_if(
+        m_jobs.begin(), m_jobs.end(), [&](const DownloadJob &one) { return one.studyUid == studyUid; });
+    return job == m_jobs.end() ? nullptr : &*job;
+}
+
+SeriesJob *DownloadCoordinator::seriesOf(const Owner &owner)
+{
+    DownloadJob *job = jobOf(owner.studyUid);
+    return job ? job->find(owner.seriesUid) : nullptr;
+}
+
+void DownloadCoordinator::tell()
+{
+    QVector<DownloadTally> tallies;
+    for (const DownloadJob &job : qAsConst(m_jobs)) {
+        tallies.append(job.tally(isAtService(job), m_clock.elapsed()));
+    }
+    emit told(tallies);
+}
