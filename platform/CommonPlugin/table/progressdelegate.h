@@ -1,9 +1,11 @@
 #pragma once
 
+#include "commonplugin_export.h"
+
 #include <QStyledItemDelegate>
 
 /// Draws a share as a bar with its text, or an empty bar where nobody knows it yet.
-class ProgressDelegate : public QStyledItemDelegate
+class COMMONPLUGIN_EXPORT ProgressDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 

@@ -38,6 +38,7 @@ private:
 
 /// Elements that services are asked for.
 namespace DicomTag {
+constexpr quint32 sopInstanceUid = 0x00080018;
 constexpr quint32 studyDate = 0x00080020;
 constexpr quint32 studyTime = 0x00080030;
 constexpr quint32 accessionNumber = 0x00080050;

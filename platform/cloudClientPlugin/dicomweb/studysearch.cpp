@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr int pageSize = 100;
+constexpr int usualPage = 100;
+constexpr int largePage = 1000; ///< where all is wanted, whatever it is
 constexpr int noContent = 204;
 
 QString range(const QString &first, const QString &last)
@@ -27,8 +28,18 @@ QString plain(QString value)
 
 QString identityOf(const DicomJson &answer)
 {
-    const QString series = answer.text(DicomTag::seriesUid);
-    return series.isEmpty() ? answer.text(DicomTag::studyUid) : series;
+    for (const quint32 tag : {DicomTag::sopInstanceUid, DicomTag::seriesUid}) {
+        const QString uid = answer.text(tag);
+        if (!uid.isEmpty()) {
+            return uid;
+        }
+    }
+    return answer.text(DicomTag::studyUid);
+}
+
+int pageOf(int most)
+{
+    return most > StudySearch::mostAnswers ? largePage : usualPage;
 }
 
 } // namespace
@@ -65,11 +76,13 @@ bool StudyQuestion::matches(const DicomJson &study) const
         && fits(patientId, study.text(DicomTag::patientId), false);
 }
 
-StudySearch::StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent)
+StudySearch::StudySearch(
+    WebClient &client, QString resource, const QUrlQuery &query, QObject *parent, int most)
     : QObject(parent)
     , m_client(client)
     , m_resource(std::move(resource))
     , m_query(query)
+    , m_most(most)
 {
     const WebFailure refusal = client.refusal();
     if (refusal.isNone()) {
@@ -97,7 +110,7 @@ void StudySearch::abort()
 void StudySearch::ask()
 {
     QUrlQuery page = m_query;
-    page.addQueryItem(QStringLiteral("limit"), QString::number(pageSize));
+    page.addQueryItem(QStringLiteral("limit"), QString::number(pageOf(m_most)));
     page.addQueryItem(QStringLiteral("offset"), QString::number(m_read));
     m_reply = m_client.get(m_resource, page);
     m_reply->setParent(this);
@@ -133,9 +146,9 @@ void StudySearch::answered()
     }
     m_firstOfPage = first;
     m_read += answers.size();
-    m_isCutShort = m_read >= mostAnswers;
+    m_isCutShort = m_read >= m_most;
     emit found(answers);
-    if (answers.size() < pageSize || m_isCutShort || !m_reply) {
+    if (answers.size() < pageOf(m_most) || m_isCutShort || !m_reply) {
         if (m_reply) {
             end({});
         }

@@ -29,7 +29,7 @@ struct CLOUDCLIENTPLUGIN_EXPORT StudyQuestion
 };
 
 /**
- * A QIDO-RS search, page by page until the service has no more or mostAnswers were read.
+ * A QIDO-RS search, page by page until the service has no more or the most that are wanted were read.
  */
 class CLOUDCLIENTPLUGIN_EXPORT StudySearch : public QObject
 {
@@ -39,8 +39,9 @@ public:
     static constexpr int mostAnswers = 1000;
 
     /// Asks at once. @param client must live on the same thread, and outlive the search
-    /// @param resource as "studies", or "studies/1.2.3/series"
-    StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent = nullptr);
+    /// @param resource as "studies", "studies/1.2.3/series" or ".../instances"
+    StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent = nullptr,
+        int most = mostAnswers);
     ~StudySearch() override;
 
     void abort();
@@ -60,6 +61,7 @@ private:
     WebClient &m_client;
     const QString m_resource;
     const QUrlQuery m_query;
+    const int m_most;
     QPointer<QNetworkReply> m_reply;
     int m_read = 0;
     QString m_firstOfPage; ///< tells a service that knows no pages and gives the same again

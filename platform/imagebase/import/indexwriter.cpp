@@ -62,6 +62,14 @@ qint64 IndexWriter::dataVersion() const
 
 bool IndexWriter::write(ReadFile &file)
 {
+    const int issues = m_batch.issues().size();
+    const bool isGood = writeFile(file);
+    m_hasTakenLast = isGood && m_batch.issues().size() == issues;
+    return isGood;
+}
+
+bool IndexWriter::writeFile(ReadFile &file)
+{
     for (const int systemError : {file.file.systemError, file.copyError}) {
         if (isDiskFull(systemError)) {
             failOnCopy(systemError);

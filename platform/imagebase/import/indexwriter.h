@@ -43,12 +43,18 @@ public:
     /// Undoes the open batch.
     void abandon();
 
+    /// Whether the open batch has brought in what write() was given last, or found it there: false where an
+    /// issue of the report is to say why not.
+    bool hasTakenLast() const { return m_hasTakenLast; }
+    /// The connection that the batch is open on, for what is to be committed with it.
+    const QSqlDatabase &database() const { return m_db; }
     /// Files that have their verdict and are committed.
     const ImportReport &report() const { return m_report; }
     ImportEnd end() const { return m_end; }
     QString endDetail() const { return m_endDetail; }
 
 private:
+    bool writeFile(ReadFile &file);
     bool writeImage(ReadFile &file);
     bool writeKnown(ReadFile &file, const KnownInstance &known);
     bool isSameContent(const ReadFile &file, const KnownInstance &known) const;
@@ -72,6 +78,7 @@ private:
     std::unique_ptr<WriteTransaction> m_transaction;
     ImportReport m_report;
     ImportReport m_batch; ///< of the open transaction
+    bool m_hasTakenLast = false;
     bool m_obsolete = false; ///< the open transaction noted files to remove
     ImportEnd m_end = ImportEnd::Complete;
     QString m_endDetail;

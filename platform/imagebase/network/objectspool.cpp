@@ -18,7 +18,8 @@
 
 namespace {
 
-constexpr char folderSuffix[] = ".received";
+constexpr char receivedSuffix[] = ".received";
+constexpr char downloadedSuffix[] = ".downloaded";
 constexpr char lockName[] = "/lock";
 constexpr char asideName[] = "aside";
 constexpr qint64 usualReserve = 64 << 20;
@@ -26,8 +27,8 @@ constexpr int foldersTried = 5;
 
 } // namespace
 
-ObjectSpool::ObjectSpool(const QString &databasePath, bool synced)
-    : m_root(folderOf(databasePath))
+ObjectSpool::ObjectSpool(const QString &databasePath, bool synced, SpoolKind kind)
+    : m_root(folderOf(databasePath, kind))
     , m_synced(synced)
     , m_reserve(usualReserve)
 { }
@@ -46,9 +47,10 @@ ObjectSpool::~ObjectSpool()
     rmdir(QFile::encodeName(m_root).constData());
 }
 
-QString ObjectSpool::folderOf(const QString &databasePath)
+QString ObjectSpool::folderOf(const QString &databasePath, SpoolKind kind)
 {
-    return QFileInfo(databasePath).absoluteFilePath() + QLatin1String(folderSuffix);
+    return QFileInfo(databasePath).absoluteFilePath()
+        + QLatin1String(kind == SpoolKind::Received ? receivedSuffix : downloadedSuffix);
 }
 
 QString ObjectSpool::asideFolder() const

@@ -12,6 +12,9 @@
 
 class SpoolFile;
 
+/// Where the objects of a spool come from: each kind has a folder of its own.
+enum class SpoolKind : quint8 { Received, Downloaded };
+
 /**
  * The folder beside an index in which received objects wait for their record.
  *
@@ -23,18 +26,22 @@ class IMAGEBASE_EXPORT ObjectSpool
 {
 public:
     /// @param synced whether an object is to survive a power cut once it is kept
-    explicit ObjectSpool(const QString &databasePath, bool synced = true);
+    explicit ObjectSpool(
+        const QString &databasePath, bool synced = true, SpoolKind kind = SpoolKind::Received);
     /// Removes its folders where nothing waits in them.
     ~ObjectSpool();
     ObjectSpool(const ObjectSpool &) = delete;
     ObjectSpool &operator=(const ObjectSpool &) = delete;
 
     /// Where the spool of an index lies, whether or not it exists.
-    static QString folderOf(const QString &databasePath);
+    static QString folderOf(const QString &databasePath, SpoolKind kind = SpoolKind::Received);
 
     /// Makes and locks the folder. @return errno, 0 for success
     int open();
     bool isOpen() const { return m_lock >= 0; }
+    /// This program's own folder, once it is open. A file that gets its name there when it is whole, with
+    /// SpoolFile's suffix for that, is an object of the spool as those of create() are.
+    const QString &folder() const { return m_folder; }
     /// A new file that an object is written into. @return null with the reason in error
     std::unique_ptr<SpoolFile> create(int *error);
     /// Whether there is room for this many bytes, and some to spare for the index.

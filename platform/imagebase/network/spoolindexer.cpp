@@ -2,6 +2,7 @@
 
 #include "indexwriter.h"
 #include "objectspool.h"
+#include "spoolfollower.h"
 #include "spoolnotes.h"
 #include "spoolqueue.h"
 #include "spoolreader.h"
@@ -25,13 +26,15 @@ constexpr int mostIssues = 500; ///< a writer keeps its report as long as it liv
 
 struct SpoolIndexer::Private
 {
-    Private(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced);
+    Private(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced,
+        SpoolFollower *follower);
 
     void run();
     void index(SpoolItems items);
     bool prepare();
     bool write(SpoolItems items);
     bool writeOne(SpoolItem &item, ReadFile &file);
+    void noteVerdict(const SpoolItem &item);
     void commit();
     void giveUp();
     void setApart(SpoolItem item, const QString &why, bool isFull);
@@ -42,6 +45,9 @@ struct SpoolIndexer::Private
     std::unique_ptr<IndexConnection> connection;
     std::unique_ptr<IndexWriter> writer;
     SpoolItems batch; ///< written, not committed
+    SpoolFollower *const follower;
+    QVector<SpooledObject> verdicts; ///< of the batch, for the follower
+    bool isThere = false; ///< the object that was written last
     int told = 0; ///< issues of the writer's report that are dealt with
 
     SpoolQueue queue;
@@ -52,9 +58,10 @@ struct SpoolIndexer::Private
     std::thread thread;
 };
 
-SpoolIndexer::Private::Private(
-    const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced)
+SpoolIndexer::Private::Private(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal,
+    bool synced, SpoolFollower *spoolFollower)
     : store(databasePath)
+    , follower(spoolFollower)
     , notes(spool, journal)
 {
     request.databasePath = databasePath;
@@ -62,9 +69,9 @@ SpoolIndexer::Private::Private(
     request.synced = synced;
 }
 
-SpoolIndexer::SpoolIndexer(
-    const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced)
-    : d(std::make_unique<Private>(databasePath, spool, journal, synced))
+SpoolIndexer::SpoolIndexer(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal,
+    bool synced, SpoolFollower *follower)
+    : d(std::make_unique<Private>(databasePath, spool, journal, synced, follower))
 {
     for (const QByteArray &path : spool.adopt()) {
         d->queue.add(path, nullptr);
@@ -86,6 +93,11 @@ void SpoolIndexer::setPolicy(DuplicatePolicy policy)
 void SpoolIndexer::add(const QByteArray &path, const DicomReadResult &result)
 {
     d->queue.add(path, &result);
+}
+
+void SpoolIndexer::add(const QByteArray &path)
+{
+    d->queue.add(path, nullptr);
 }
 
 int SpoolIndexer::waiting() const
@@ -160,6 +172,7 @@ bool SpoolIndexer::Private::write(SpoolItems items)
         ReadFile file;
         good = writeOne(item, file);
         if (good || queue.isStopped()) {
+            noteVerdict(item);
             batch.push_back(std::move(item));
         } else {
             const bool isPlacing = file.copyError != 0;
@@ -178,15 +191,31 @@ bool SpoolIndexer::Private::writeOne(SpoolItem &item, ReadFile &file)
 {
     file.file.path = item.path;
     if (!stampSpooled(file.file)) {
+        isThere = false;
         return true;
     }
+    isThere = true;
     file.result = *item.result;
     file.taken = file.result.outcome == DicomReadResult::Outcome::Image;
     return writer->write(file);
 }
 
+void SpoolIndexer::Private::noteVerdict(const SpoolItem &item)
+{
+    if (follower) {
+        const DicomHeader &header = item.result->header;
+        verdicts.append({item.path, header[Attribute::StudyInstanceUID], header[Attribute::SeriesInstanceUID],
+            header[Attribute::SOPInstanceUID], isThere && writer->hasTakenLast()});
+    }
+}
+
 void SpoolIndexer::Private::commit()
 {
+    if (follower && !follower->record(writer->database(), verdicts)) {
+        giveUp();
+        queue.pause(pauseAfterFailure);
+        return;
+    }
     if (!writer->commit()) {
         giveUp();
         return;
@@ -199,6 +228,9 @@ void SpoolIndexer::Private::commit()
     told = issues.size();
     notes.countIndexed(written);
     queue.finish(written);
+    if (follower) {
+        follower->committed(std::exchange(verdicts, {}));
+    }
     std::this_thread::sleep_for(lockGap);
 }
 
@@ -208,6 +240,7 @@ void SpoolIndexer::Private::giveUp()
     writer->abandon();
     queue.putBack(std::move(batch));
     batch.clear();
+    verdicts.clear();
     const ImportEnd end = writer->end();
     const QString why = writer->endDetail();
     writer.reset();

@@ -10,6 +10,7 @@
 
 class ObjectSpool;
 class ReceiveJournal;
+class SpoolFollower;
 struct DicomReadResult;
 
 /**
@@ -23,8 +24,9 @@ class IMAGEBASE_EXPORT SpoolIndexer
 public:
     /// @param spool open; like the journal it outlives the indexer
     /// @param synced whether a record is to survive a power cut before its object leaves the spool
-    SpoolIndexer(
-        const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced = true);
+    /// @param follower hears of each batch; null for nobody. It outlives the indexer, too
+    SpoolIndexer(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal, bool synced = true,
+        SpoolFollower *follower = nullptr);
     /// Ends within a second; what is not indexed then waits in the spool.
     ~SpoolIndexer();
     SpoolIndexer(const SpoolIndexer &) = delete;
@@ -34,6 +36,8 @@ public:
     void setPolicy(DuplicatePolicy policy);
     /// An object that the spool keeps. @param result what its reader found
     void add(const QByteArray &path, const DicomReadResult &result);
+    /// One that nobody has read yet.
+    void add(const QByteArray &path);
     /// Objects that wait.
     int waiting() const;
     /// Whether what waits cannot be written at the moment.
