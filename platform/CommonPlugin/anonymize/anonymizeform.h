@@ -25,6 +25,7 @@ public:
     /// Ticks records in place of those that are ticked, and shows them.
     /// @param tableName patient, study or series; of a series its study is ticked
     void choose(const QString &tableName, const QList<qlonglong> &keys);
+    QSize sizeHint() const override;
 
 signals:
     /// Anonymised files that shall be sent. Names and modalities stand beside them, one each, as the send

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -107,8 +108,13 @@ QList<qlonglong> RecordPicker::ticked() const
 void RecordPicker::reload()
 {
     m_pause.stop();
-    m_isFilling = true;
     m_tree->clear();
+    if (!QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), false).isOpen()) {
+        m_note->setText(tr("No index is open."));
+        tell();
+        return;
+    }
+    m_isFilling = true;
     const QString text = m_search->text().trimmed();
     if (text.isEmpty()) {
         addPatients(QStringLiteral("pk IN (SELECT patient_fk FROM generalstudy WHERE pk IN (%1))")

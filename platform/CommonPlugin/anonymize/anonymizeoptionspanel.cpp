@@ -1,0 +1,182 @@
+#include "anonymizeoptionspanel.h"
+
+#include "filechooser.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+AnonymizeOptionsPanel::AnonymizeOptionsPanel(QWidget *parent)
+    : QWidget(parent)
+{
+    build();
+}
+
+void AnonymizeOptionsPanel::build()
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(buildOptions());
+    layout->addWidget(buildNames());
+    layout->addWidget(buildOutputs());
+    layout->addStretch();
+}
+
+QCheckBox *AnonymizeOptionsPanel::addOption(
+    QLayout *layout, const QString &text, const QString &name, const QString &explanation)
+{
+    auto *box = new QCheckBox(text, this);
+    box->setObjectName(name);
+    box->setAccessibleDescription(explanation);
+    connect(box, &QCheckBox::toggled, this, &AnonymizeOptionsPanel::changed);
+    auto *label = new QLabel(explanation, this);
+    label->setWordWrap(true);
+    label->setIndent(box->fontMetrics().height() + label->fontMetrics().horizontalAdvance(QLatin1Char('m')));
+    layout->addWidget(box);
+    layout->addWidget(label);
+    return box;
+}
+
+QWidget *AnonymizeOptionsPanel::buildOptions()
+{
+    auto *group = new QGroupBox(tr("What stays"), this);
+    auto *layout = new QVBoxLayout(group);
+    auto *intro =
+        new QLabel(tr("Names, numbers, addresses, institutions and devices always go; UIDs are replaced by "
+                      "new ones, the same every time. Pixels are not changed."),
+            group);
+    intro->setWordWrap(true);
+    layout->addWidget(intro);
+    m_dates = addOption(layout, tr("&Dates, moved"), QStringLiteral("dates"),
+        tr("All dates of a patient move back by the same number of days, so that the time between studies "
+           "stays. "
+           "Otherwise dates and times go."));
+    m_descriptors = addOption(layout, tr("D&escriptions, cleaned"), QStringLiteral("descriptors"),
+        tr("Descriptions stay without words that stand among the names and numbers of the same image, and "
+           "without "
+           "long numbers. Nobody can promise that no other hint is left. Otherwise descriptions go."));
+    m_characteristics = addOption(layout, tr("&Sex, age, size and weight"), QStringLiteral("characteristics"),
+        tr("Also smoking, pregnancy, allergies and special needs."));
+    m_private = addOption(layout, tr("Attributes of device &makers"), QStringLiteral("private"),
+        tr("What they hold, only the maker knows; names may be among it. Otherwise they go."));
+    return group;
+}
+
+QLineEdit *AnonymizeOptionsPanel::addPattern(const QString &name, const QString &label, const QString &text)
+{
+    auto *edit = new QLineEdit(text, this);
+    edit->setObjectName(name);
+    edit->setAccessibleName(label);
+    connect(edit, &QLineEdit::textChanged, this, &AnonymizeOptionsPanel::changed);
+    return edit;
+}
+
+QWidget *AnonymizeOptionsPanel::buildNames()
+{
+    auto *group = new QGroupBox(tr("What patients are called"), this);
+    auto *layout = new QFormLayout(group);
+    const DeidentifyOptions usual;
+    m_name = addPattern(QStringLiteral("namePattern"), tr("Name"), usual.namePattern);
+    m_id = addPattern(QStringLiteral("idPattern"), tr("ID"), usual.idPattern);
+    layout->addRow(tr("&Name"), m_name);
+    layout->addRow(tr("&ID"), m_id);
+    auto *note =
+        new QLabel(tr("%1 stands for ten letters and digits that belong to the patient, the same every time.")
+                       .arg(DeidentifyOptions::placeholder()),
+            group);
+    note->setWordWrap(true);
+    layout->addRow(note);
+    return group;
+}
+
+QRadioButton *AnonymizeOptionsPanel::addOutput(QLayout *layout, const QString &text, const QString &name)
+{
+    auto *button = new QRadioButton(text, this);
+    button->setObjectName(name);
+    connect(button, &QRadioButton::toggled, this, &AnonymizeOptionsPanel::changed);
+    layout->addWidget(button);
+    return button;
+}
+
+QWidget *AnonymizeOptionsPanel::buildOutputs()
+{
+    auto *group = new QGroupBox(tr("Where the copies go"), this);
+    auto *layout = new QVBoxLayout(group);
+    m_toFolder = addOutput(layout, tr("Into a &folder"), QStringLiteral("toFolder"));
+    auto *row = new QHBoxLayout;
+    m_folder = addPattern(QStringLiteral("folder"), tr("Folder"), QString());
+    m_folder->setPlaceholderText(tr("A folder that exists; a new one is made in it"));
+    auto *browse = new QPushButton(tr("&Browse…"), group);
+    browse->setObjectName(QStringLiteral("browse"));
+    connect(browse, &QPushButton::clicked, this, &AnonymizeOptionsPanel::chooseFolder);
+    row->addWidget(m_folder, 1);
+    row->addWidget(browse);
+    layout->addLayout(row);
+    m_toIndex = addOutput(layout, tr("Into the inde&x, as new patients"), QStringLiteral("toIndex"));
+    m_toSend = addOutput(layout, tr("Send to a DI&COM node"), QStringLiteral("toSend"));
+    addOutput(layout, tr("&Upload to the cloud"), QStringLiteral("toUpload"));
+    m_toFolder->setChecked(true);
+    return group;
+}
+
+void AnonymizeOptionsPanel::chooseFolder()
+{
+    const QString folder = FileChooser::toFolder(this, {tr("Folder for the Copies"), m_folder->text(), {}});
+    if (!folder.isEmpty()) {
+        m_folder->setText(folder);
+        m_toFolder->setChecked(true);
+    }
+}
+
+DeidentifyOptions AnonymizeOptionsPanel::options() const
+{
+    DeidentifyOptions options;
+    options.shiftDates = m_dates->isChecked();
+    options.cleanDescriptors = m_descriptors->isChecked();
+    options.keepCharacteristics = m_characteristics->isChecked();
+    options.removePrivate = !m_private->isChecked();
+    options.namePattern = m_name->text().trimmed();
+    options.idPattern = m_id->text().trimmed();
+    return options;
+}
+
+AnonymizeOutput AnonymizeOptionsPanel::output() const
+{
+    return m_toFolder->isChecked() ? AnonymizeOutput::Folder
+        : m_toIndex->isChecked()   ? AnonymizeOutput::Index
+        : m_toSend->isChecked()    ? AnonymizeOutput::Send
+                                   : AnonymizeOutput::Upload;
+}
+
+QString AnonymizeOptionsPanel::folder() const
+{
+    return m_folder->text().trimmed();
+}
+
+QString AnonymizeOptionsPanel::obstacle() const
+{
+    if (!DeidentifyOptions::isPattern(m_name->text()) || !DeidentifyOptions::isPattern(m_id->text())) {
+        return tr(
+            "Names and IDs need plain letters, without accents, backslashes and equals signs, and no more "
+            "than 48 of them.");
+    }
+    const QFileInfo target(folder());
+    if (output() == AnonymizeOutput::Folder && (folder().isEmpty() || !target.isDir())) {
+        return folder().isEmpty() ? tr("Choose a folder for the copies.") : tr("There is no such folder.");
+    }
+    return output() == AnonymizeOutput::Folder && !target.isWritable()
+        ? tr("The folder cannot be written to.")
+        : QString();
+}
+
+QString AnonymizeOptionsPanel::caution() const
+{
+    return m_id->text().contains(DeidentifyOptions::placeholder())
+        ? QString()
+        : tr("Without %1 in the ID all patients become one.").arg(DeidentifyOptions::placeholder());
+}

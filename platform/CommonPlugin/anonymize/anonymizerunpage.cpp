@@ -1,0 +1,168 @@
+#include "anonymizerunpage.h"
+
+#include "anonymizetext.h"
+#include "filechooser.h"
+#include "plaintableview.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QStandardItemModel>
+#include <QVBoxLayout>
+
+namespace {
+
+QLabel *newText(QWidget *parent, const QString &name)
+{
+    auto *label = new QLabel(parent);
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
+}
+
+} // namespace
+
+AnonymizeRunPage::AnonymizeRunPage(QWidget *parent)
+    : QWidget(parent)
+{
+    build();
+}
+
+void AnonymizeRunPage::build()
+{
+    m_title = newText(this, QStringLiteral("title"));
+    m_bar = new QProgressBar(this);
+    m_bar->setObjectName(QStringLiteral("progress"));
+    m_bar->setAccessibleName(tr("Progress"));
+    m_model = new QStandardItemModel(this);
+    m_failures = new PlainTableView(this);
+    m_failures->setObjectName(QStringLiteral("failures"));
+    m_failures->setAccessibleName(tr("Files that could not be copied"));
+    m_failures->setModel(m_model);
+    m_failures->setPathColumn(0);
+    auto *row = new QHBoxLayout;
+    m_cancel = addButton(row, tr("&Cancel"), QStringLiteral("cancel"));
+    m_save = addButton(row, tr("&Save Report…"), QStringLiteral("save"));
+    row->addStretch();
+    m_leave = addButton(row, tr("&Back"), QStringLiteral("leave"));
+    connect(m_cancel, &QPushButton::clicked, this, &AnonymizeRunPage::cancelled);
+    connect(m_save, &QPushButton::clicked, this, &AnonymizeRunPage::save);
+    connect(m_leave, &QPushButton::clicked, this, &AnonymizeRunPage::left);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_title);
+    layout->addWidget(m_bar);
+    layout->addWidget(buildQuestion());
+    layout->addWidget(m_failures, 1);
+    layout->addStretch();
+    layout->addLayout(row);
+}
+
+QPushButton *AnonymizeRunPage::addButton(QLayout *row, const QString &text, const QString &name)
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(name);
+    row->addWidget(button);
+    return button;
+}
+
+QWidget *AnonymizeRunPage::buildQuestion()
+{
+    auto *group = new QGroupBox(tr("Names in the pictures"), this);
+    group->setObjectName(QStringLiteral("question"));
+    m_warning = newText(group, QStringLiteral("warning"));
+    m_looked = new QCheckBox(tr("I have looked at them, or know that nobody can be &recognised"), group);
+    m_looked->setObjectName(QStringLiteral("looked"));
+    auto *row = new QHBoxLayout;
+    QPushButton *all = addButton(row, tr("Keep &All"), QStringLiteral("keepAll"));
+    QPushButton *others = addButton(row, tr("&Leave These Out"), QStringLiteral("leaveOut"));
+    row->addStretch();
+    all->setEnabled(false);
+    connect(m_looked, &QCheckBox::toggled, all, &QPushButton::setEnabled);
+    connect(all, &QPushButton::clicked, this, [this] { emit answered(true); });
+    connect(others, &QPushButton::clicked, this, [this] { emit answered(false); });
+    auto *layout = new QVBoxLayout(group);
+    layout->addWidget(m_warning);
+    layout->addWidget(m_looked);
+    layout->addLayout(row);
+    m_question = group;
+    return group;
+}
+
+void AnonymizeRunPage::showProgress(int done, int count)
+{
+    m_title->setText(tr("Making anonymous copies: %1 of %2").arg(done).arg(count));
+    m_bar->setRange(0, qMax(1, count));
+    m_bar->setValue(done);
+    m_bar->show();
+    m_question->hide();
+    m_failures->hide();
+    m_save->hide();
+    m_leave->hide();
+    m_cancel->show();
+}
+
+void AnonymizeRunPage::showImporting()
+{
+    m_title->setText(tr("Taking the copies into the index…"));
+    m_bar->setRange(0, 0);
+    m_bar->show();
+    m_question->hide();
+    m_cancel->hide();
+}
+
+void AnonymizeRunPage::ask(const DeidentifyReport &report)
+{
+    m_title->setText(tr("The copies are made. Before they leave:"));
+    m_bar->hide();
+    m_warning->setText(AnonymizeText::burnedIn(report) + QLatin1Char('\n')
+        + tr("The pixels are copied as they are: what is written in them stays."));
+    m_looked->setChecked(false);
+    m_question->show();
+    m_looked->setFocus();
+}
+
+void AnonymizeRunPage::showEnd(const DeidentifyReport &report, const QStringList &extra)
+{
+    QStringList lines = AnonymizeText::summary(report) + extra;
+    if (!report.folder.isEmpty()) {
+        lines.append(report.folder);
+    }
+    m_title->setText(lines.join(QLatin1Char('\n')));
+    m_text = AnonymizeText::whole(report) + extra.join(QLatin1Char('\n'));
+    m_model->clear();
+    m_model->setHorizontalHeaderLabels({tr("File"), tr("Reason")});
+    for (const DeidentifyFailure &failure : report.failures) {
+        m_model->appendRow({new QStandardItem(failure.path),
+            new QStandardItem(
+                (AnonymizeText::problem(failure.problem) + QLatin1Char(' ') + failure.detail).trimmed())});
+    }
+    m_failures->setColumnCharacters(0, 44);
+    m_failures->setVisible(!report.failures.isEmpty() && !report.isCancelled);
+    m_bar->hide();
+    m_question->hide();
+    m_cancel->hide();
+    m_save->show();
+    m_leave->show();
+    m_leave->setFocus();
+}
+
+void AnonymizeRunPage::save()
+{
+    const QString path = FileChooser::toReplace(
+        this, {tr("Save the Report"), QStringLiteral("anonymised.txt"), tr("Texts (*.txt);;All files (*)")});
+    if (path.isEmpty()) {
+        return;
+    }
+    QSaveFile file(path);
+    const QByteArray text = m_text.toUtf8();
+    const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    if (!isSaved) {
+        m_title->setText(tr("The report cannot be saved: %1").arg(file.errorString()));
+    }
+}

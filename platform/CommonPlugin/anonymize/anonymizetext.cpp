@@ -1,0 +1,105 @@
+#include "anonymizetext.h"
+
+#include <QDateTime>
+
+QString AnonymizeText::problem(DeidentifyProblem problem)
+{
+    switch (problem) {
+    case DeidentifyProblem::None:
+        break;
+    case DeidentifyProblem::CannotRead:
+        return tr("The file cannot be read.");
+    case DeidentifyProblem::NotDicom:
+        return tr("The file is not DICOM.");
+    case DeidentifyProblem::NotAnObject:
+        return tr("The file holds no object of a patient's study.");
+    case DeidentifyProblem::Damaged:
+        return tr("The file is damaged: nobody can tell all that it holds.");
+    case DeidentifyProblem::TooLarge:
+        return tr("The file's header is larger than that of any real object.");
+    case DeidentifyProblem::CannotWrite:
+        return tr("The copy cannot be written.");
+    case DeidentifyProblem::DiskFull:
+        return tr("The disk is full.");
+    case DeidentifyProblem::NoDictionary:
+        return tr("The dictionary of DICOM attributes is not installed.");
+    case DeidentifyProblem::Cancelled:
+        return tr("It was stopped.");
+    }
+    return {};
+}
+
+QString AnonymizeText::keyProblem(const SiteKey::Result &key, const QString &path)
+{
+    switch (key.problem) {
+    case SiteKey::Problem::None:
+        break;
+    case SiteKey::Problem::NotPrivate:
+        return tr(
+            "The key of this site, %1, may be read by others. Make it readable for its owner alone: with "
+            "it, anybody can tell who is behind a pseudonym.")
+            .arg(path);
+    case SiteKey::Problem::NotAKey:
+        return tr("The file %1 is not a key of this program.").arg(path);
+    case SiteKey::Problem::CannotRead:
+        return tr("The key of this site, %1, cannot be read: %2").arg(path, key.detail);
+    case SiteKey::Problem::CannotMake:
+        return tr("A key for this site cannot be written to %1: %2").arg(path, key.detail);
+    }
+    return {};
+}
+
+QString AnonymizeText::burnedIn(const DeidentifyReport &report)
+{
+    QStringList lines;
+    if (report.declaredBurnedIn > 0) {
+        lines.append(tr("%n image(s) say that names or faces can be seen in the picture itself.", nullptr,
+            report.declaredBurnedIn));
+    }
+    if (report.possiblyBurnedIn > 0) {
+        lines.append(
+            tr("%n image(s) are of a kind that often shows names in the picture (ultrasound, screenshots, "
+               "photographs, fluoroscopy), and do not say that they show none.",
+                nullptr, report.possiblyBurnedIn));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+QStringList AnonymizeText::summary(const DeidentifyReport &report)
+{
+    if (report.isCancelled) {
+        return {tr("Stopped. Nothing has been kept.")};
+    }
+    if (report.ended != DeidentifyProblem::None) {
+        return {problem(report.ended) + QLatin1Char(' ') + report.endDetail, tr("Nothing has been kept.")};
+    }
+    QStringList lines{report.files.isEmpty()
+            ? tr("No anonymous copy has been made.")
+            : tr("%n anonymous copy(ies) made.", nullptr, report.files.size())};
+    if (!report.failures.isEmpty()) {
+        lines.append(tr("%n file(s) could not be copied.", nullptr, report.failures.size()));
+    }
+    if (report.leftOut > 0) {
+        lines.append(
+            tr("%n copy(ies) left out because names may be seen in the picture.", nullptr, report.leftOut));
+    }
+    if (report.documents > 0) {
+        lines.append(tr("%n document(s) were replaced by an empty one.", nullptr, report.documents));
+    }
+    const QString warning = burnedIn(report);
+    return warning.isEmpty() ? lines : lines << warning;
+}
+
+QString AnonymizeText::whole(const DeidentifyReport &report)
+{
+    QStringList lines{tr("Anonymous copies, %1").arg(QDateTime::currentDateTime().toString(Qt::ISODate))};
+    lines += summary(report);
+    if (!report.folder.isEmpty()) {
+        lines.append(tr("Folder: %1").arg(report.folder));
+    }
+    for (const DeidentifyFailure &failure : report.failures) {
+        lines.append(
+            QStringLiteral("%1\t%2\t%3").arg(failure.path, problem(failure.problem), failure.detail));
+    }
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
