@@ -17,6 +17,20 @@ std::unique_ptr<UploadEngine> &only()
     return engine;
 }
 
+constexpr int guiWaitMs = 100;
+
+UploadTally tallyOf(const UploadRow &row)
+{
+    UploadTally tally;
+    tally.all = row.files;
+    tally.waiting = row.waiting();
+    tally.succeeded = row.stored;
+    tally.failed = row.failed;
+    tally.bytesAll = row.bytes;
+    tally.bytesDone = row.bytesStored;
+    return tally;
+}
+
 UploadTally beginning(const UploadOrder &order)
 {
     UploadTally tally;
@@ -73,6 +87,9 @@ UploadEngine::UploadEngine(QString databasePath)
 /// A request that is on its way is cut off; what it was about waits in the index.
 UploadEngine::~UploadEngine()
 {
+    // Behind this the coordinator has heard of everything that was asked for.
+    QMetaObject::invokeMethod(
+        m_coordinator, [] {}, Qt::BlockingQueuedConnection);
     m_thread.quit();
     m_thread.wait();
     for (UpLoadTask *task : qAsConst(m_tasks)) {
@@ -120,7 +137,18 @@ UpLoadTask *UploadEngine::add(UploadOrder order)
 
 QVector<UpLoadTask *> UploadEngine::unfinished()
 {
-    return {};
+    QVector<UpLoadTask *> tasks;
+    for (const UploadRow &row : UploadStore(m_databasePath, guiWaitMs).tasks()) {
+        if (!m_tasks.contains(row.id)) {
+            UploadOrder order;
+            order.id = row.id;
+            order.patientName = row.patientName;
+            order.series = row.series;
+            tasks.append(handle(order, tallyOf(row)));
+            tell([id = row.id](UploadCoordinator &coordinator) { coordinator.tellAgain(id); });
+        }
+    }
+    return tasks;
 }
 
 void UploadEngine::forget(const UpLoadTask &task)
@@ -148,9 +176,9 @@ void UploadEngine::rename(qint64 task, const QString &patientName)
     tell([task, patientName](UploadCoordinator &coordinator) { coordinator.rename(task, patientName); });
 }
 
-QVector<UploadFault> UploadEngine::faults(qint64 /*task*/) const
+QVector<UploadFault> UploadEngine::faults(qint64 task) const
 {
-    return {};
+    return UploadStore(m_databasePath, guiWaitMs).faults(task);
 }
 
 void UploadEngine::tell(std::function<void(UploadCoordinator &)> deed)

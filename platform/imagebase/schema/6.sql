@@ -55,10 +55,6 @@ CREATE TRIGGER uploadfile_inserted AFTER INSERT ON uploadfile BEGIN
     UPDATE series SET upCloudnum = 0 WHERE seriesUID = NEW.SeriesInstanceUID AND upCloudnum IS NULL;
 END;
 
-CREATE TRIGGER uploadfile_identified AFTER UPDATE OF SeriesInstanceUID ON uploadfile WHEN NEW.State = 0 BEGIN
-    UPDATE series SET upCloudnum = 0 WHERE seriesUID = NEW.SeriesInstanceUID AND upCloudnum IS NULL;
-END;
-
 CREATE TRIGGER uploadfile_went_on AFTER UPDATE OF State ON uploadfile WHEN NEW.State <> OLD.State BEGIN
     UPDATE uploadtask SET Stored = Stored + (NEW.State = 2) - (OLD.State = 2),
         Failed = Failed + (NEW.State = 3) - (OLD.State = 3),

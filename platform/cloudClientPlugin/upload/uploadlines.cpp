@@ -1,0 +1,62 @@
+#include "uploadlines.h"
+
+#include "webclient.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int clients = 2; ///< of six connections each
+
+} // namespace
+
+UploadLines::~UploadLines()
+{
+    for (auto line = m_lines.cbegin(); line != m_lines.cend(); ++line) {
+        line.key()->disconnect(this);
+        delete line.key();
+    }
+}
+
+void UploadLines::setService(const WebService &service, int patienceMs)
+{
+    m_clients.clear();
+    for (int client = 0; client < clients; ++client) {
+        m_clients.push_back(std::make_shared<WebClient>(service));
+        m_clients.back()->setPatience(patienceMs);
+    }
+}
+
+std::shared_ptr<WebClient> UploadLines::idlest() const
+{
+    return *std::min_element(m_clients.cbegin(), m_clients.cend(),
+        [](const auto &one, const auto &other) { return one.use_count() < other.use_count(); });
+}
+
+void UploadLines::send(const UploadBatch &batch)
+{
+    QVector<StoredFile> files;
+    for (const QueuedFile &queued : batch.files) {
+        files.append({queued.file.path, queued.file.sopInstance});
+    }
+    const std::shared_ptr<WebClient> client = idlest();
+    auto *request = new StoreRequest(*client, files, this);
+    m_lines.insert(request, {batch, client});
+    connect(request, &StoreRequest::finished, this, [this, request](const StoreAnswer &answer) {
+        const Line line = m_lines.take(request);
+        request->deleteLater();
+        // The client must outlive its request.
+        connect(request, &QObject::destroyed, this, [client = line.client] {});
+        emit came(line.batch, answer);
+    });
+}
+
+void UploadLines::abort(qint64 task)
+{
+    const QList<StoreRequest *> requests = m_lines.keys();
+    for (StoreRequest *request : requests) {
+        if (m_lines.contains(request) && m_lines[request].batch.task == task) {
+            request->abort();
+        }
+    }
+}

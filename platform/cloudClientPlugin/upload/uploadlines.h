@@ -1,0 +1,49 @@
+#pragma once
+
+#include "storerequest.h"
+#include "uploadbatch.h"
+#include "webservice.h"
+
+#include <QHash>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class WebClient;
+
+/// The requests of uploads that are on their way, over several clients, as each opens few connections. Lives
+/// on one thread with an event loop.
+class UploadLines : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit UploadLines(QObject *parent = nullptr)
+        : QObject(parent)
+    { }
+    ~UploadLines() override;
+
+    /// For the requests from now on. @param patienceMs as WebClient has it
+    void setService(const WebService &service, int patienceMs);
+
+    int count() const { return m_lines.size(); }
+    void send(const UploadBatch &batch);
+    /// Cuts off the requests of a task; they come back before this returns.
+    void abort(qint64 task);
+
+signals:
+    void came(const UploadBatch &batch, const StoreAnswer &answer);
+
+private:
+    struct Line
+    {
+        UploadBatch batch;
+        std::shared_ptr<WebClient> client;
+    };
+
+    std::shared_ptr<WebClient> idlest() const;
+
+    std::vector<std::shared_ptr<WebClient>> m_clients;
+    QHash<StoreRequest *, Line> m_lines;
+};

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "uploadorder.h"
+#include "uploadtally.h"
+
+#include <QSqlDatabase>
+#include <QVariantList>
+
+#include <functional>
+#include <memory>
+
+class IndexConnection;
+
+/// What the index says of an upload.
+struct UploadRow
+{
+    qint64 id = 0;
+    QString service;
+    QString patientName;
+    QStringList series;
+    int files = 0;
+    int stored = 0;
+    int failed = 0;
+    qint64 bytes = 0;
+    qint64 bytesStored = 0;
+
+    int waiting() const { return files - stored - failed; }
+};
+
+/// A file that waits.
+struct UploadFile
+{
+    qint64 id = 0;
+    QString path;
+    QString sopInstance; ///< empty while nobody has asked the file
+    qint64 bytes = 0;
+};
+
+/// What became of a file: stored where there is no fault.
+struct UploadOutcome
+{
+    qint64 task = 0;
+    UploadFile file;
+    UploadFault::Kind fault = UploadFault::Kind::None;
+    int reason = 0; ///< of a failure or of a warning
+    WebFailure failure;
+    int tries = 0;
+};
+
+/**
+ * The uploads in the index, through a connection of its own; for one thread. What writes is one transaction,
+ * and false where the index refused it: problem() says why, and nothing was changed.
+ */
+class UploadStore
+{
+public:
+    explicit UploadStore(QString databasePath, int waitMs);
+    ~UploadStore();
+
+    /// Opens the index where it is not open.
+    bool open();
+    QString problem() const { return m_problem; }
+    /// Changes when somebody else has written.
+    qint64 dataVersion();
+
+    QVector<UploadRow> tasks();
+    QVector<UploadFile> waiting(qint64 task, qint64 after, int most);
+    /// Where a file that still waits lies by now; empty where it does not wait.
+    QString pathOf(qint64 file);
+    QVector<UploadFault> faults(qint64 task);
+
+    /// Enters the files with their sizes; what the index knows of a file is taken from there.
+    bool add(const UploadOrder &order);
+    bool record(const QVector<UploadOutcome> &outcomes);
+    bool rename(qint64 task, const QString &patientName);
+    bool retryFailed(qint64 task);
+    bool flagStored(qint64 task);
+    bool remove(qint64 task);
+
+private:
+    QSqlDatabase database() const;
+    bool write(const std::function<bool()> &statements);
+    bool run(const char *sql, const QVariantList &values);
+    bool addFiles(const UploadOrder &order);
+    void lookUp(class QSqlQuery &known, UploadOrder::File *file);
+
+    const QString m_databasePath;
+    const int m_waitMs;
+    std::unique_ptr<IndexConnection> m_connection;
+    QString m_problem;
+};
