@@ -77,6 +77,8 @@ QString CorrectionText::step(const CorrectionProgress &progress)
         return tr("Storing… %1 of %2").arg(progress.done).arg(progress.all);
     case CorrectionProgress::Step::Checking:
         return tr("Reading back from the service… %1 of %2").arg(progress.done).arg(progress.all);
+    case CorrectionProgress::Step::CorrectingCopies:
+        return tr("Correcting the files on this computer… %1 of %2").arg(progress.done).arg(progress.all);
     case CorrectionProgress::Step::Restoring:
         break;
     }
@@ -117,6 +119,20 @@ QString CorrectionText::changes(const CorrectionReport &report, const PatientVal
     return lines.isEmpty() ? tr("Both had these values already.") : joined(lines);
 }
 
+QString CorrectionText::files(const LocalCorrection &files)
+{
+    return joined({files.corrected > 0
+            ? tr("%Ln file(s) on this computer corrected.", nullptr, files.corrected)
+            : QString(),
+        files.elsewhere > 0
+            ? tr("%Ln file(s) that lie elsewhere keep the old values.", nullptr, files.elsewhere)
+            : QString(),
+        files.failed.isEmpty() ? QString()
+                               : tr("%Ln file(s) could not be written and keep the old values, such as %1",
+                                   nullptr, files.failed.size())
+                                     .arg(files.failed.constFirst())});
+}
+
 QString CorrectionText::failure(const CorrectionReport &report)
 {
     const QString index = indexProblem(report.index);
@@ -135,6 +151,7 @@ QString CorrectionText::report(const CorrectionReport &report, const PatientValu
             report.objects > 0
                 ? tr("%Ln image(s) of the service corrected and read back.", nullptr, report.objects)
                 : QString(),
+            files(report.files),
             report.index.isMerged
                 ? tr("The index had a patient of these data already: the studies were put there.")
                 : QString()});

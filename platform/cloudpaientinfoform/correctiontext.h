@@ -20,6 +20,7 @@ public:
 private:
     static QString shortValue(PatientField field, const QString &value);
     static QString changes(const CorrectionReport &report, const PatientValues &before);
+    static QString files(const LocalCorrection &files);
     static QString failure(const CorrectionReport &report);
     static QString indexProblem(const IndexCorrectionResult &result);
 };

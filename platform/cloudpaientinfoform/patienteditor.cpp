@@ -165,11 +165,18 @@ void PatientEditor::onKnown(const StudyFacts &facts)
     m_thisStudy->setEnabled(studies > 1);
     m_both->setEnabled(facts.isInService);
     (facts.isInService ? m_both : m_indexOnly)->setChecked(true);
-    const int files = facts.index.copies + facts.index.references;
-    m_files->setText(
-        tr("The %Ln file(s) of this study on this computer keep the old values: what is exported, "
-           "sent or uploaded from here has them. Download the study again to have the corrected files.",
-            nullptr, files));
+    QStringList files;
+    if (facts.index.copies > 0) {
+        files += tr("%Ln file(s) of this study in the workstation's store are corrected, too.", nullptr,
+            facts.index.copies);
+    }
+    if (facts.index.references > 0) {
+        files +=
+            tr("%Ln file(s) of this study lie elsewhere and keep the old values: what is exported, sent or "
+               "uploaded from here has them.",
+                nullptr, facts.index.references);
+    }
+    m_files->setText(files.join(QLatin1Char('\n')));
     if (!facts.index.isFound) {
         say(tr("The study is not in the index any more."), true);
     } else {
@@ -231,7 +238,7 @@ void PatientEditor::save()
         m_thisStudy->isChecked() ? IndexCorrection::Scope::Study : IndexCorrection::Scope::Patient;
     request.index.changes = changes();
     request.inService = m_both->isChecked() && m_facts.isInService;
-    request.serviceStudies = m_thisStudy->isChecked() ? QStringList{m_studyUid} : m_facts.index.studyUids;
+    request.studies = m_thisStudy->isChecked() ? QStringList{m_studyUid} : m_facts.index.studyUids;
     setBusy(true);
     m_work->correct(request, m_service);
 }

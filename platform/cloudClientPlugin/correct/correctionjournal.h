@@ -18,7 +18,8 @@ public:
     enum class State : quint8 {
         Prepared, ///< nothing has been changed anywhere
         Storing, ///< the service may hold some corrected objects: to be undone
-        Stored ///< the service holds them all: the index is to follow
+        Stored, ///< the service holds them all, or is not asked: the index is to follow
+        Indexed ///< the index has followed: files on this computer are to
     };
     struct Content
     {
@@ -34,7 +35,8 @@ public:
     CorrectionJournal(const CorrectionJournal &) = delete;
     CorrectionJournal &operator=(const CorrectionJournal &) = delete;
 
-    /// Those that earlier runs left for an index and a service; what a living process works on is left out.
+    /// Those that earlier runs left for an index and a service, or for the index alone; what a living process
+    /// works on is left out.
     static std::vector<std::unique_ptr<CorrectionJournal>> leftBehind(
         const QString &databasePath, const QUrl &service);
 

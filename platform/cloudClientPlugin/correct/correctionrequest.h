@@ -1,6 +1,7 @@
 #pragma once
 
 #include "indexcorrection.h"
+#include "localcopies.h"
 #include "webfailure.h"
 
 #include <QSet>
@@ -11,13 +12,13 @@ struct CorrectionRequest
     QString databasePath;
     IndexCorrection index;
     bool inService = true; ///< false corrects the index alone
-    QStringList serviceStudies; ///< UIDs of the studies whose objects are corrected in the service
+    QStringList studies; ///< UIDs of those whose objects are corrected, here and in the service
 };
 
 /// What runs, for whoever shows it.
 struct CorrectionProgress
 {
-    enum class Step : quint8 { Fetching, Writing, Storing, Checking, Restoring };
+    enum class Step : quint8 { Fetching, Writing, Storing, Checking, Restoring, CorrectingCopies };
     Step step = Step::Fetching;
     int done = 0;
     int all = 0; ///< 0 where it is not known
@@ -40,6 +41,7 @@ struct CorrectionReport
     WebFailure failure; ///< of the service
     QString detail; ///< of a file or an object, in the system's words
     IndexCorrectionResult index;
+    LocalCorrection files; ///< on this computer
     int objects = 0; ///< how many the service has of the studies
     int studies = 0; ///< how many of them it has
     PatientChanges changes;

@@ -48,33 +48,39 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     m_request = request;
     m_report = {};
     m_report.changes = request.index.changes;
-    if (request.inService && (!fetch(request) || !prepare(request))) {
-        if (m_journal) {
-            m_journal->remove();
-        }
+    if (!openJournal(request) || (request.inService && (!fetch(request) || !prepare(request)))) {
+        m_journal->remove();
         return m_report;
     }
-    if (m_report.inService.isEmpty()) {
+    if (!m_report.inService.isEmpty()) {
+        if (storeAll()) {
+            check();
+        }
+    } else if (m_journal->write({State::Stored, {}, request, {}}) || fail(End::Failed)) {
         correctTheIndex();
-    } else if (storeAll()) {
-        check();
     }
-    if (m_journal && m_report.end != End::UndoPending) {
+    correctTheFiles();
+    if (m_report.end != End::UndoPending) {
         m_journal->remove();
     }
     return m_report;
 }
 
-bool StudyCorrection::fetch(const CorrectionRequest &request)
+bool StudyCorrection::openJournal(const CorrectionRequest &request)
 {
-    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
     m_journal = std::make_unique<CorrectionJournal>(request.databasePath);
     if (!m_journal->isOpen()) {
         m_report.detail = m_journal->folder();
         return fail(End::Failed);
     }
+    return true;
+}
+
+bool StudyCorrection::fetch(const CorrectionRequest &request)
+{
+    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
     m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
-    for (const QString &study : request.serviceStudies) {
+    for (const QString &study : request.studies) {
         const WebFailure failure = m_objects->fetch(study, m_report.detail);
         if (!failure.isNone()) {
             return fail(End::Failed, failure);
@@ -132,7 +138,7 @@ bool StudyCorrection::mayChangeId()
         return true;
     }
     m_copies = std::move(copies);
-    for (const QString &study : qAsConst(m_request.serviceStudies)) {
+    for (const QString &study : qAsConst(m_request.studies)) {
         QVector<StudyCopy> found;
         const WebFailure failure = m_copies->find(study, found);
         if (!failure.isNone()) {
@@ -180,7 +186,7 @@ bool StudyCorrection::isDoubled()
 bool StudyCorrection::removeCopies(bool ofOld)
 {
     const QString newId = m_request.index.changes[PatientField::Id];
-    for (const QString &study : qAsConst(m_request.serviceStudies)) {
+    for (const QString &study : qAsConst(m_request.studies)) {
         QVector<StudyCopy> copies;
         WebFailure failure = repeated([&] {
             copies.clear();
@@ -259,6 +265,22 @@ void StudyCorrection::correctTheIndex()
     }
 }
 
+/// The last step, and the one that cannot be missed: an upload would bring the old values back.
+void StudyCorrection::correctTheFiles()
+{
+    if (m_report.end != End::Done) {
+        return;
+    }
+    m_journal->setState(State::Indexed);
+    const IndexConnection connection(m_request.databasePath);
+    if (connection.isOpen()) {
+        m_report.files = correctCopies(connection.database(), m_report.index.patientPk, m_request.studies,
+            m_request.index.changes, [this](int done, int all) {
+                m_show({CorrectionProgress::Step::CorrectingCopies, done, all});
+            });
+    }
+}
+
 QVector<CorrectionReport> StudyCorrection::finishBegun(const QString &databasePath)
 {
     QVector<CorrectionReport> reports;
@@ -277,8 +299,9 @@ QVector<CorrectionReport> StudyCorrection::finishBegun(const QString &databasePa
             m_journal->remove();
             continue;
         }
-        if (m_journal->content().state == State::Stored) {
-            correctTheIndex();
+        if (m_journal->content().state != State::Storing) {
+            correctTheIndex(); // once more changes nothing
+            correctTheFiles();
         } else {
             m_copies.reset();
             if (m_report.inService.contains(PatientField::Id)) {

@@ -48,6 +48,8 @@ private:
     void check();
     void undo();
     void correctTheIndex();
+    void correctTheFiles();
+    bool openJournal(const CorrectionRequest &request);
     void noteDifferences();
     bool fail(CorrectionReport::End end, const WebFailure &failure = {});
 

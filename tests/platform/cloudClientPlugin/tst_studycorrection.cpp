@@ -77,7 +77,7 @@ class StudyCorrectionTest : public QObject
                 .set(birthDateTag, QStringLiteral("19700101"))
                 .write(m_folder.filePath(QStringLiteral("%1.dcm").arg(number)));
         }
-        m_index->import({m_folder.path()});
+        m_index->import({m_folder.path()}, ImportMode::Copy);
         m_archive->fill({m_folder.path()});
     }
 
@@ -87,7 +87,7 @@ class StudyCorrectionTest : public QObject
         request.databasePath = m_index->path();
         request.index.studyUid = study;
         request.index.changes = changes;
-        request.serviceStudies = QStringList{study, otherStudy};
+        request.studies = QStringList{study, otherStudy};
         return request;
     }
 
@@ -133,6 +133,17 @@ class StudyCorrectionTest : public QObject
                                        "NumberOfPatientRelatedInstances FROM patient ORDER BY 1"));
         while (query.next()) {
             found.append(query.value(0).toString());
+        }
+        return found;
+    }
+
+    /// Patients' names in the index's own files.
+    QSet<QString> inFiles() const
+    {
+        QSet<QString> found;
+        QSqlQuery query(QStringLiteral("SELECT FilePath FROM imageformat"));
+        while (query.next()) {
+            found.insert(headerOf(query.value(0).toString())[Attribute::PatientName]);
         }
         return found;
     }
@@ -189,6 +200,8 @@ private slots:
         QCOMPARE(report.inIndex.size(), 2);
         QCOMPARE(inArchive(), four(newName + QStringLiteral("/P1")));
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
+        QCOMPARE(report.files.corrected, 4);
+        QCOMPARE(inFiles(), QSet<QString>{newName});
         QVERIFY(isJournalGone());
     }
 
@@ -213,12 +226,12 @@ private slots:
         begin();
         CorrectionRequest one = request({{PatientField::Name, newName}});
         one.index.scope = IndexCorrection::Scope::Study;
-        one.serviceStudies = QStringList{study};
+        one.studies = QStringList{study};
         QCOMPARE(run(one).end, End::Done);
         QStringList both{QStringLiteral("Müller^Jörg/P1 1"), newName + QStringLiteral("/P1 3")};
         QCOMPARE(inIndex(), both);
         one.index.studyUid = otherStudy;
-        one.serviceStudies = QStringList{otherStudy};
+        one.studies = QStringList{otherStudy};
         const CorrectionReport report = run(one);
         QVERIFY(report.index.isMerged);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
