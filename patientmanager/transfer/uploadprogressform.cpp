@@ -138,6 +138,13 @@ void UploadProgressForm::follow(UpLoadTask *task, const QString &name)
 /// told by the columns behind.
 void UploadProgressForm::connectProgress(UpLoadTask *task)
 {
+    // The first failure sets the bar up; where several come at once, it is told before them.
+    connect(
+        task, &UpLoadTask::progress, this, [this](int failed, int succeeded, int all, UpLoadTask *ofTask) {
+            if (failed > 1 && !m_hasFailed.contains(ofTask->number())) {
+                onProgress(1, succeeded, all, ofTask);
+            }
+        });
     connect(task, &UpLoadTask::progress, this, &UploadProgressForm::onProgress);
 }
 
@@ -153,6 +160,7 @@ void UploadProgressForm::addRow(UpLoadTask *task, const QStringList &texts, cons
 void UploadProgressForm::onProgress(int failed, int succeeded, int all, UpLoadTask *task)
 {
     if (failed == 1) {
+        m_hasFailed.insert(task->number());
         ui->progressBar->setRange(0, all);
     }
     ui->progressBar->setValue(failed);

@@ -96,7 +96,7 @@ private:
     void updateSummary();
     void updateFailures();
     void enableButtons();
-    void showReason();
+    void showDetails();
     UpLoadTask *chosenTask() const;
     QList<UpLoadTask *> failedTasks() const;
 
@@ -110,5 +110,6 @@ private:
     QPointer<UpLoadTask> m_current; ///< made last
     QMap<int, UpLoadTask *> m_tasks; ///< by number: those that have not ended
     QSet<int> m_begun; ///< whose series are known to be uploading
+    QSet<int> m_hasFailed; ///< for whom the bar was set up
     QTimer m_update; ///< one for however many changes
 };

@@ -30,7 +30,7 @@ constexpr int updateMs = 200;
 constexpr int updateCostFactor = 9; ///< at most a tenth of the time goes into updates
 constexpr int visibleTasks = 4;
 constexpr int visibleFailures = 3;
-constexpr QSize usualSize{1000, 560};
+constexpr QSize usualSize{1080, 560};
 enum Head { NumberHead, NameHead, FilesHead, SucceededHead, FailedHead, HeadCount };
 
 QString patientNameTitle()
@@ -62,7 +62,7 @@ UploadProgressForm::UploadProgressForm(QWidget *parent)
 
 void UploadProgressForm::build()
 {
-    m_rows->setTallyHeads({tr("Stored"), tr("Rate"), tr("Time left"), tr("State")});
+    m_rows->setTallyHeads({tr("Progress"), tr("Rate"), tr("Time left"), tr("State")});
     PlainTableView *view = ui->tableView;
     view->setModel(m_rows);
     view->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -70,7 +70,7 @@ void UploadProgressForm::build()
     view->setMinimumHeight(heightOfRows(*view, visibleTasks));
     view->setItemDelegateForColumn(NameHead, new RecordDelegate(ColumnKind::PersonName, view));
     view->setItemDelegateForColumn(m_rows->columnOf(UploadRows::Progress), new UploadRowDelegate(view));
-    const QVector<int> characters{8, 22, 9, 9, 9, 34, 11, 9, 30};
+    const QVector<int> characters{7, 24, 8, 8, 8, 12, 11, 9, 12};
     for (int column = 0; column < characters.size(); ++column) {
         view->setColumnCharacters(column, characters.at(column));
     }
@@ -106,7 +106,7 @@ void UploadProgressForm::buildFailures()
     ui->failures->setColumnCharacters(UploadFailureModel::PatientColumn, patientCharacters);
     ui->failures->setMinimumHeight(heightOfRows(*ui->failures, visibleFailures));
     connect(ui->failures->selectionModel(), &QItemSelectionModel::currentChanged, this,
-        &UploadProgressForm::showReason);
+        &UploadProgressForm::showDetails);
 }
 
 void UploadProgressForm::connectButtons()
@@ -136,8 +136,10 @@ void UploadProgressForm::resetView()
     const std::unique_ptr<QItemSelectionModel> none(view->selectionModel());
     view->setModel(m_rows);
     view->horizontalHeader()->restoreState(widths);
-    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-        &UploadProgressForm::enableButtons);
+    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
+        enableButtons();
+        showDetails();
+    });
     view->selectRow(std::max(row, 0));
     view->update();
 }
@@ -212,14 +214,17 @@ void UploadProgressForm::updateFailures()
         }
     }
     const int count = m_failures->rowCount();
-    ui->failuresCaption->setText(tr("&Failed: %1").arg(QLocale().toString(count)));
+    ui->failuresCaption->setText(tr("N&ot stored: %1").arg(QLocale().toString(count)));
     ui->failuresPanel->setVisible(count > 0);
-    showReason();
+    showDetails();
 }
 
-/// What the list cuts.
-void UploadProgressForm::showReason()
+/// What the lists cut.
+void UploadProgressForm::showDetails()
 {
+    const UpLoadTask *task = chosenTask();
+    const bool isInTrouble = task && task->tally().state == UploadTally::State::Retrying;
+    ui->stateDetail->setDetail(isInTrouble ? UploadText::ofState(task->tally()) : QString());
     const QModelIndex failure = ui->failures->currentIndex();
     ui->reason->setDetail(failure.isValid()
             ? failure.siblingAtColumn(UploadFailureModel::ReasonColumn).data().toString()

@@ -1,18 +1,19 @@
 #include "uploadrowdelegate.h"
 
 #include "uploadfilesmodel.h"
+#include "uploadtext.h"
 
 #include <QApplication>
 #include <QPainter>
 
-/// A thin bar below the counts: in a bar, a text would stand on two grounds.
+/// A thin bar below the number: in a bar, a text would stand on two grounds.
 void UploadRowDelegate::paint(
     QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     constexpr int barHeight = 4;
     constexpr int wholePercent = 100;
     QStyledItemDelegate::paint(painter, option, index);
-    const int percent = index.data(UploadFilesModel::RawRole).toInt();
+    const int percent = UploadText::percentOf(index.data(UploadFilesModel::TallyRole).value<UploadTally>());
     QRect bar = option.rect.adjusted(3, 0, -3, -1);
     bar.setTop(bar.bottom() - barHeight + 1);
     const bool isSelected = (option.state & QStyle::State_Selected) != 0;

@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws how much of an upload is stored as a bar, below the counts. Belongs to the column of progress.
+/// Draws what part of an upload is stored as a bar, below the number. Belongs to the column of progress.
 class UploadRowDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -14,8 +14,8 @@ QVariant UploadRows::data(const QModelIndex &index, int role) const
         const QVariant shown = UploadFilesModel::data(index, Qt::DisplayRole);
         return role == Qt::ToolTipRole ? plainToolTip(shown.toString()) : shown;
     }
-    const QString shown = text(tally(index.row()), column);
-    return role == Qt::ToolTipRole ? plainToolTip(shown) : shown;
+    const UploadTally tally = this->tally(index.row());
+    return role == Qt::ToolTipRole ? toolTip(tally, column) : text(tally, column);
 }
 
 UploadTally UploadRows::tally(int row) const
@@ -27,7 +27,7 @@ QString UploadRows::text(const UploadTally &tally, int column)
 {
     switch (column) {
     case Progress:
-        return UploadText::ofProgress(tally);
+        return tr("%1 %", "what part of an upload is stored").arg(UploadText::percentOf(tally));
     case Rate:
         return UploadText::ofRate(tally);
     case TimeLeft:
@@ -37,4 +37,9 @@ QString UploadRows::text(const UploadTally &tally, int column)
     default:
         return {};
     }
+}
+
+QString UploadRows::toolTip(const UploadTally &tally, int column)
+{
+    return plainToolTip(column == Progress ? UploadText::ofProgress(tally) : text(tally, column));
 }

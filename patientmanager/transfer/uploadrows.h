@@ -16,4 +16,5 @@ public:
 
 private:
     static QString text(const UploadTally &tally, int column);
+    static QString toolTip(const UploadTally &tally, int column);
 };

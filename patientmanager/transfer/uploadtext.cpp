@@ -66,12 +66,18 @@ QString UploadText::ofTimeLeft(const UploadTally &tally)
                                                      : QString();
 }
 
+int UploadText::percentOf(const UploadTally &tally)
+{
+    constexpr qint64 whole = 100;
+    return tally.all > 0 ? int(whole * tally.succeeded / tally.all) : 0;
+}
+
 QString UploadText::ofProgress(const UploadTally &tally)
 {
     const QLocale locale;
-    return Text::tr("%1 of %2 (%3 of %4)", "files, and bytes")
-        .arg(locale.toString(tally.succeeded), locale.toString(tally.all),
-            locale.formattedDataSize(tally.bytesDone), locale.formattedDataSize(tally.bytesAll));
+    return Text::tr("%1 of %Ln file(s), %2 of %3", "files, and bytes", tally.all)
+        .arg(locale.toString(tally.succeeded), locale.formattedDataSize(tally.bytesDone),
+            locale.formattedDataSize(tally.bytesAll));
 }
 
 QString UploadText::of(const UploadFault &fault)

@@ -13,7 +13,9 @@ QString ofState(const UploadTally &tally);
 QString ofRate(const UploadTally &tally);
 /// "0:30"; empty while nobody can tell.
 QString ofTimeLeft(const UploadTally &tally);
-/// Of what has been stored, in words: "120 of 400 (48 MiB of 200 MiB)".
+/// What part of the files has been stored, from 0 to 100.
+int percentOf(const UploadTally &tally);
+/// The same in words: "120 of 400 files, 48 MiB of 200 MiB".
 QString ofProgress(const UploadTally &tally);
 /// Why a file was not stored.
 QString of(const UploadFault &fault);
