@@ -3,6 +3,7 @@
 #include "anonymisedfolders.h"
 #include "anonymizejob.h"
 #include "anonymizeoptionspanel.h"
+#include "anonymizeoutputpanel.h"
 #include "anonymizerunpage.h"
 #include "anonymizetext.h"
 #include "changepreview.h"
@@ -73,6 +74,7 @@ struct AnonymizeForm::Private
     QWidget *setup = nullptr;
     RecordPicker *picker = nullptr;
     AnonymizeOptionsPanel *panel = nullptr;
+    AnonymizeOutputPanel *outputs = nullptr;
     ChangePreview *changes = nullptr;
     AnonymizeRunPage *progress = nullptr;
     QLabel *note = nullptr;
@@ -129,7 +131,13 @@ void AnonymizeForm::Private::build()
 QWidget *AnonymizeForm::Private::buildSetup()
 {
     auto *splitter = new QSplitter(q);
-    picker = new RecordPicker(splitter);
+    auto *left = new QWidget(splitter);
+    picker = new RecordPicker(left);
+    outputs = new AnonymizeOutputPanel(left);
+    auto *column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(picker, 1);
+    column->addWidget(outputs);
     panel = new AnonymizeOptionsPanel;
     auto *scroll = new QScrollArea(splitter);
     scroll->setWidgetResizable(true);
@@ -171,6 +179,7 @@ void AnonymizeForm::Private::connectAll()
     };
     QObject::connect(picker, &RecordPicker::changed, q, onChange);
     QObject::connect(panel, &AnonymizeOptionsPanel::changed, q, onChange);
+    QObject::connect(outputs, &AnonymizeOutputPanel::changed, q, onChange);
     QObject::connect(previewButton, &QPushButton::clicked, q, [this] { preview(); });
     QObject::connect(startButton, &QPushButton::clicked, q, [this] { start(); });
     QObject::connect(backButton, &QPushButton::clicked, q, [this] { showSetup(); });
@@ -196,8 +205,10 @@ void AnonymizeForm::Private::showSetup()
 
 QString AnonymizeForm::Private::obstacle() const
 {
+    const QString why = panel->obstacle();
     return picker->ticked().isEmpty() ? AnonymizeForm::tr("Tick patients or studies first.")
-                                      : panel->obstacle();
+        : why.isEmpty()               ? outputs->obstacle()
+                                      : why;
 }
 
 void AnonymizeForm::Private::tell()
@@ -223,8 +234,8 @@ DeidentifyRequest AnonymizeForm::Private::request()
     made.siteKey = key.key;
     made.options = panel->options();
     made.files = recordFiles(QSqlDatabase::database(), RecordLevel::Study, picker->ticked()).paths;
-    const bool isToFolder = panel->output() == AnonymizeOutput::Folder;
-    made.folder = isToFolder ? panel->folder() : AnonymisedFolders::base(databasePath());
+    const bool isToFolder = outputs->output() == AnonymizeOutput::Folder;
+    made.folder = isToFolder ? outputs->folder() : AnonymisedFolders::base(databasePath());
     made.name = AnonymizeForm::tr("anonymised %1")
                     .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HHmm")));
     if (fault.isEmpty() && made.files.isEmpty()) {
@@ -246,12 +257,12 @@ void AnonymizeForm::Private::preview()
 void AnonymizeForm::Private::start()
 {
     const DeidentifyRequest made = request();
-    if (!fault.isEmpty() || (panel->output() != AnonymizeOutput::Folder && !QDir().mkpath(made.folder))) {
+    if (!fault.isEmpty() || (outputs->output() != AnonymizeOutput::Folder && !QDir().mkpath(made.folder))) {
         fault = fault.isEmpty() ? AnonymizeForm::tr("The folder %1 cannot be made.").arg(made.folder) : fault;
         tell();
         return;
     }
-    job = new AnonymizeJob(made, panel->output(), q);
+    job = new AnonymizeJob(made, outputs->output(), q);
     QObject::connect(job, &AnonymizeJob::progressed, progress,
         [this](int done) { progress->showProgress(done, job->count()); });
     QObject::connect(job, &AnonymizeJob::doubtful, progress, &AnonymizeRunPage::ask);

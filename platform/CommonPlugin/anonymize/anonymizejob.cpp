@@ -71,7 +71,7 @@ void AnonymizeJob::onMade(const DeidentifyReport &report)
     m_look.stop();
     emit progressed(m_run->done());
     const bool isWhole = !report.isCancelled && report.ended == DeidentifyProblem::None;
-    if (isWhole && report.declaredBurnedIn + report.possiblyBurnedIn > 0) {
+    if (isWhole && !report.doubtful.isEmpty()) {
         emit doubtful(report);
     } else {
         deliver(true);

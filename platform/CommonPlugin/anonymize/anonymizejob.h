@@ -1,6 +1,6 @@
 #pragma once
 
-#include "anonymizeoptionspanel.h"
+#include "anonymizeoutputpanel.h"
 #include "deidentifyrun.h"
 #include "importrunner.h"
 

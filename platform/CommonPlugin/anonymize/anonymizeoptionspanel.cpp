@@ -1,15 +1,10 @@
 #include "anonymizeoptionspanel.h"
 
-#include "filechooser.h"
-
 #include <QCheckBox>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 AnonymizeOptionsPanel::AnonymizeOptionsPanel(QWidget *parent)
@@ -23,7 +18,6 @@ void AnonymizeOptionsPanel::build()
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(buildOptions());
     layout->addWidget(buildNames());
-    layout->addWidget(buildOutputs());
     layout->addStretch();
 }
 
@@ -94,45 +88,6 @@ QWidget *AnonymizeOptionsPanel::buildNames()
     return group;
 }
 
-QRadioButton *AnonymizeOptionsPanel::addOutput(QLayout *layout, const QString &text, const QString &name)
-{
-    auto *button = new QRadioButton(text, this);
-    button->setObjectName(name);
-    connect(button, &QRadioButton::toggled, this, &AnonymizeOptionsPanel::changed);
-    layout->addWidget(button);
-    return button;
-}
-
-QWidget *AnonymizeOptionsPanel::buildOutputs()
-{
-    auto *group = new QGroupBox(tr("Where the copies go"), this);
-    auto *layout = new QVBoxLayout(group);
-    m_toFolder = addOutput(layout, tr("Into a &folder"), QStringLiteral("toFolder"));
-    auto *row = new QHBoxLayout;
-    m_folder = addPattern(QStringLiteral("folder"), tr("Folder"), QString());
-    m_folder->setPlaceholderText(tr("A folder that exists; a new one is made in it"));
-    auto *browse = new QPushButton(tr("&Browse…"), group);
-    browse->setObjectName(QStringLiteral("browse"));
-    connect(browse, &QPushButton::clicked, this, &AnonymizeOptionsPanel::chooseFolder);
-    row->addWidget(m_folder, 1);
-    row->addWidget(browse);
-    layout->addLayout(row);
-    m_toIndex = addOutput(layout, tr("Into the inde&x, as new patients"), QStringLiteral("toIndex"));
-    m_toSend = addOutput(layout, tr("Send to a DI&COM node"), QStringLiteral("toSend"));
-    addOutput(layout, tr("&Upload to the cloud"), QStringLiteral("toUpload"));
-    m_toFolder->setChecked(true);
-    return group;
-}
-
-void AnonymizeOptionsPanel::chooseFolder()
-{
-    const QString folder = FileChooser::toFolder(this, {tr("Folder for the Copies"), m_folder->text(), {}});
-    if (!folder.isEmpty()) {
-        m_folder->setText(folder);
-        m_toFolder->setChecked(true);
-    }
-}
-
 DeidentifyOptions AnonymizeOptionsPanel::options() const
 {
     DeidentifyOptions options;
@@ -145,33 +100,14 @@ DeidentifyOptions AnonymizeOptionsPanel::options() const
     return options;
 }
 
-AnonymizeOutput AnonymizeOptionsPanel::output() const
-{
-    return m_toFolder->isChecked() ? AnonymizeOutput::Folder
-        : m_toIndex->isChecked()   ? AnonymizeOutput::Index
-        : m_toSend->isChecked()    ? AnonymizeOutput::Send
-                                   : AnonymizeOutput::Upload;
-}
-
-QString AnonymizeOptionsPanel::folder() const
-{
-    return m_folder->text().trimmed();
-}
-
 QString AnonymizeOptionsPanel::obstacle() const
 {
-    if (!DeidentifyOptions::isPattern(m_name->text()) || !DeidentifyOptions::isPattern(m_id->text())) {
-        return tr(
-            "Names and IDs need plain letters, without accents, backslashes and equals signs, and no more "
-            "than 48 of them.");
-    }
-    const QFileInfo target(folder());
-    if (output() == AnonymizeOutput::Folder && (folder().isEmpty() || !target.isDir())) {
-        return folder().isEmpty() ? tr("Choose a folder for the copies.") : tr("There is no such folder.");
-    }
-    return output() == AnonymizeOutput::Folder && !target.isWritable()
-        ? tr("The folder cannot be written to.")
-        : QString();
+    const bool arePatterns =
+        DeidentifyOptions::isPattern(m_name->text()) && DeidentifyOptions::isPattern(m_id->text());
+    return arePatterns
+        ? QString()
+        : tr("Names and IDs need plain letters, without accents, backslashes and equals signs, and no "
+             "more than 48 of them.");
 }
 
 QString AnonymizeOptionsPanel::caution() const

@@ -40,11 +40,10 @@ void AnonymizeRunPage::build()
     m_bar->setObjectName(QStringLiteral("progress"));
     m_bar->setAccessibleName(tr("Progress"));
     m_model = new QStandardItemModel(this);
-    m_failures = new PlainTableView(this);
-    m_failures->setObjectName(QStringLiteral("failures"));
-    m_failures->setAccessibleName(tr("Files that could not be copied"));
-    m_failures->setModel(m_model);
-    m_failures->setPathColumn(0);
+    m_files = new PlainTableView(this);
+    m_files->setObjectName(QStringLiteral("files"));
+    m_files->setModel(m_model);
+    m_files->setPathColumn(0);
     auto *row = new QHBoxLayout;
     m_cancel = addButton(row, tr("&Cancel"), QStringLiteral("cancel"));
     m_save = addButton(row, tr("&Save Report…"), QStringLiteral("save"));
@@ -58,7 +57,7 @@ void AnonymizeRunPage::build()
     layout->addWidget(m_title);
     layout->addWidget(m_bar);
     layout->addWidget(buildQuestion());
-    layout->addWidget(m_failures, 1);
+    layout->addWidget(m_files, 1);
     layout->addStretch();
     layout->addLayout(row);
 }
@@ -101,7 +100,7 @@ void AnonymizeRunPage::showProgress(int done, int count)
     m_bar->setValue(done);
     m_bar->show();
     m_question->hide();
-    m_failures->hide();
+    m_files->hide();
     m_save->hide();
     m_leave->hide();
     m_cancel->show();
@@ -122,9 +121,29 @@ void AnonymizeRunPage::ask(const DeidentifyReport &report)
     m_bar->hide();
     m_warning->setText(AnonymizeText::burnedIn(report) + QLatin1Char('\n')
         + tr("The pixels are copied as they are: what is written in them stays."));
+    m_model->clear();
+    for (const DoubtfulPicture &picture : report.doubtful) {
+        addFile(picture.path, AnonymizeText::burnedIn(picture.burnedIn));
+    }
+    showFiles(tr("Images in which names may be seen"));
     m_looked->setChecked(false);
     m_question->show();
     m_looked->setFocus();
+}
+
+void AnonymizeRunPage::addFile(const QString &path, const QString &why)
+{
+    m_model->appendRow({new QStandardItem(path), new QStandardItem(why.trimmed())});
+}
+
+/// The list where it has files. @param name what it lists
+void AnonymizeRunPage::showFiles(const QString &name)
+{
+    constexpr int pathCharacters = 44;
+    m_model->setHorizontalHeaderLabels({tr("File"), tr("Reason")});
+    m_files->setAccessibleName(name);
+    m_files->setColumnCharacters(0, pathCharacters);
+    m_files->setVisible(m_model->rowCount() > 0);
 }
 
 void AnonymizeRunPage::showEnd(const DeidentifyReport &report, const QStringList &extra)
@@ -136,14 +155,13 @@ void AnonymizeRunPage::showEnd(const DeidentifyReport &report, const QStringList
     m_title->setText(lines.join(QLatin1Char('\n')));
     m_text = AnonymizeText::whole(report) + extra.join(QLatin1Char('\n'));
     m_model->clear();
-    m_model->setHorizontalHeaderLabels({tr("File"), tr("Reason")});
     for (const DeidentifyFailure &failure : report.failures) {
-        m_model->appendRow({new QStandardItem(failure.path),
-            new QStandardItem(
-                (AnonymizeText::problem(failure.problem) + QLatin1Char(' ') + failure.detail).trimmed())});
+        if (!report.isCancelled) {
+            addFile(
+                failure.path, AnonymizeText::problem(failure.problem) + QLatin1Char(' ') + failure.detail);
+        }
     }
-    m_failures->setColumnCharacters(0, 44);
-    m_failures->setVisible(!report.failures.isEmpty() && !report.isCancelled);
+    showFiles(tr("Files that could not be copied"));
     m_bar->hide();
     m_question->hide();
     m_cancel->hide();

@@ -37,6 +37,8 @@ private:
     void build();
     QWidget *buildQuestion();
     QPushButton *addButton(QLayout *row, const QString &text, const QString &name);
+    void addFile(const QString &path, const QString &why);
+    void showFiles(const QString &name);
     void save();
 
     QLabel *m_title = nullptr;
@@ -44,7 +46,7 @@ private:
     QWidget *m_question = nullptr;
     QLabel *m_warning = nullptr;
     QCheckBox *m_looked = nullptr;
-    PlainTableView *m_failures = nullptr;
+    PlainTableView *m_files = nullptr; ///< in doubt, or not copied
     QStandardItemModel *m_model = nullptr;
     QPushButton *m_cancel = nullptr;
     QPushButton *m_save = nullptr;

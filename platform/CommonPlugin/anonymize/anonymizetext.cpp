@@ -49,20 +49,19 @@ QString AnonymizeText::keyProblem(const SiteKey::Result &key, const QString &pat
     return {};
 }
 
+QString AnonymizeText::burnedIn(BurnedIn burnedIn)
+{
+    return burnedIn == BurnedIn::Declared ? tr("It says that names or faces can be seen in it.")
+        : burnedIn == BurnedIn::Possible
+        ? tr("It is of a kind that often shows names, and does not say that it shows none.")
+        : QString();
+}
+
 QString AnonymizeText::burnedIn(const DeidentifyReport &report)
 {
-    QStringList lines;
-    if (report.declaredBurnedIn > 0) {
-        lines.append(tr("%n image(s) say that names or faces can be seen in the picture itself.", nullptr,
-            report.declaredBurnedIn));
-    }
-    if (report.possiblyBurnedIn > 0) {
-        lines.append(
-            tr("%n image(s) are of a kind that often shows names in the picture (ultrasound, screenshots, "
-               "photographs, fluoroscopy), and do not say that they show none.",
-                nullptr, report.possiblyBurnedIn));
-    }
-    return lines.join(QLatin1Char('\n'));
+    return report.doubtful.isEmpty() ? QString()
+                                     : tr("Names or faces may be seen in the picture itself of %n image(s).",
+                                         nullptr, report.doubtful.size());
 }
 
 QStringList AnonymizeText::summary(const DeidentifyReport &report)
@@ -100,6 +99,9 @@ QString AnonymizeText::whole(const DeidentifyReport &report)
     for (const DeidentifyFailure &failure : report.failures) {
         lines.append(
             QStringLiteral("%1\t%2\t%3").arg(failure.path, problem(failure.problem), failure.detail));
+    }
+    for (const DoubtfulPicture &picture : report.doubtful) {
+        lines.append(QStringLiteral("%1\t%2").arg(picture.path, burnedIn(picture.burnedIn)));
     }
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }

@@ -16,6 +16,8 @@ public:
     static QString problem(DeidentifyProblem problem);
     /// Why there is no key.
     static QString keyProblem(const SiteKey::Result &key, const QString &path);
+    /// Why names may be seen in a picture; empty where they cannot.
+    static QString burnedIn(BurnedIn burnedIn);
     /// What must be looked at before copies leave: names in the pictures themselves; empty where nothing.
     static QString burnedIn(const DeidentifyReport &report);
     /// What became of it all, a sentence each.

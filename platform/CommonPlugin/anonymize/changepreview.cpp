@@ -94,12 +94,8 @@ void ChangePreview::showResult(const DeidentifiedFile &result)
         m_state->setText(AnonymizeText::problem(result.problem) + QLatin1Char(' ') + result.detail);
         return;
     }
-    DeidentifyReport report;
-    report.declaredBurnedIn = result.burnedIn == BurnedIn::Declared ? 1 : 0;
-    report.possiblyBurnedIn = result.burnedIn == BurnedIn::Possible ? 1 : 0;
-    m_state->setText((QStringList(tr("%n attribute(s) change.", nullptr, result.changes.size()))
-        << AnonymizeText::burnedIn(report))
-                         .join(QLatin1Char(' ')));
+    m_state->setText(tr("%n attribute(s) change.", nullptr, result.changes.size()) + QLatin1Char(' ')
+        + AnonymizeText::burnedIn(result.burnedIn));
     m_table->setEmptyText(tr("Nothing changes."));
     m_model->setChanges(result.changes);
 }

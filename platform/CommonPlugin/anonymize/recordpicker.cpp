@@ -17,7 +17,7 @@ constexpr int mostPatients = 200;
 constexpr int mostTicked = 2000;
 constexpr int typingPause = 250;
 
-enum Column { NameColumn, NumberColumn, DateColumn, ImagesColumn, ColumnCount };
+enum Column { NameColumn, NumberColumn, ImagesColumn, ColumnCount };
 
 /// Dates and names are shown as people write them.
 QString shownName(const QString &name)
@@ -71,9 +71,12 @@ void RecordPicker::build()
     m_tree->setObjectName(QStringLiteral("records"));
     m_tree->setAccessibleName(tr("Patients and studies"));
     m_tree->setColumnCount(ColumnCount);
-    m_tree->setHeaderLabels({tr("Patient, study"), tr("ID"), tr("Date"), tr("Images")});
+    m_tree->setHeaderLabels({tr("Patient, study"), tr("ID, date"), tr("Images")});
     m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     m_tree->header()->setStretchLastSection(false);
+    const int character = m_tree->fontMetrics().averageCharWidth();
+    m_tree->header()->resizeSection(NumberColumn, 13 * character);
+    m_tree->setMinimumWidth(30 * character);
     m_tree->header()->setSectionResizeMode(ImagesColumn, QHeaderView::ResizeToContents);
     m_tree->setUniformRowHeights(true);
     m_tree->setMinimumHeight(m_tree->fontMetrics().height() * 6);
@@ -159,6 +162,7 @@ void RecordPicker::addPatients(const QString &condition, const QVariant &value, 
         item->setText(NameColumn, name.isEmpty() ? tr("(no name)") : name);
         item->setToolTip(NameColumn, item->text(NameColumn).toHtmlEscaped());
         item->setText(NumberColumn, query.value(2).toString());
+        item->setToolTip(NumberColumn, item->text(NumberColumn).toHtmlEscaped());
         item->setText(ImagesColumn, query.value(3).toString());
         item->setTextAlignment(ImagesColumn, Qt::AlignRight | Qt::AlignVCenter);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
@@ -182,7 +186,7 @@ void RecordPicker::addStudies(QTreeWidgetItem *patient, qlonglong key)
         const QString text = query.value(1).toString().trimmed();
         item->setText(
             NameColumn, text.isEmpty() ? modalities : QStringLiteral("%1 (%2)").arg(text, modalities));
-        item->setText(DateColumn, shownDate(query.value(3).toString()));
+        item->setText(NumberColumn, shownDate(query.value(3).toString()));
         item->setText(ImagesColumn, query.value(4).toString());
         item->setTextAlignment(ImagesColumn, Qt::AlignRight | Qt::AlignVCenter);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);

@@ -320,7 +320,8 @@ AttributeChange DatasetCleaner::describe(DcmElement &element, const Place &place
         + QStringLiteral("(%1,%2)")
               .arg(element.getGTag(), 4, 16, QLatin1Char('0'))
               .arg(element.getETag(), 4, 16, QLatin1Char('0'));
-    change.name = QString::fromLatin1(DcmTag(element.getTag().getXTag()).getTagName());
+    change.name = QString::fromLatin1(DcmTag(element.getTag().getXTag()).getTagName())
+                      .remove(QLatin1String("RETIRED_"));
     if (DcmSequenceOfItems *sequence = sequenceOf(&element)) {
         change.kind = AttributeChange::Kind::Items;
         change.amount = qint64(sequence->card());

@@ -23,6 +23,13 @@ struct DeidentifyFailure
     QString detail;
 };
 
+/// A file whose copy may show names or faces in its pictures.
+struct DoubtfulPicture
+{
+    QString path; ///< of the original
+    BurnedIn burnedIn = BurnedIn::Possible;
+};
+
 /// What a run came to.
 struct DeidentifyReport
 {
@@ -31,8 +38,7 @@ struct DeidentifyReport
     QVector<DeidentifyFailure> failures;
     QStringList names; ///< of the patients now, each once
     QStringList modalities; ///< one for each name: of its first image
-    int declaredBurnedIn = 0; ///< among the results
-    int possiblyBurnedIn = 0;
+    QVector<DoubtfulPicture> doubtful; ///< among the results
     int leftOut = 0; ///< results that were not wanted because of burned-in names
     int documents = 0; ///< results with an embedded document that is empty now
     bool isCancelled = false;

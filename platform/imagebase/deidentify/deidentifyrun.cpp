@@ -120,8 +120,9 @@ DeidentifyReport DeidentifyRun::Private::report() const
             continue;
         }
         report.documents += result.hadDocument ? 1 : 0;
-        report.declaredBurnedIn += result.burnedIn == BurnedIn::Declared ? 1 : 0;
-        report.possiblyBurnedIn += result.burnedIn == BurnedIn::Possible ? 1 : 0;
+        if (result.burnedIn != BurnedIn::No) {
+            report.doubtful.append({request.files.at(number), result.burnedIn});
+        }
         if (!report.names.contains(result.patientName)) {
             report.names.append(result.patientName);
             report.modalities.append(result.modality);
@@ -208,8 +209,7 @@ DeidentifyReport DeidentifyRun::deliver(bool withBurnedIn)
 {
     DeidentifyReport report = d->report();
     if (!withBurnedIn) {
-        report.declaredBurnedIn = 0;
-        report.possiblyBurnedIn = 0;
+        report.doubtful.clear();
     }
     const bool isWhole = !report.isCancelled && report.ended == DeidentifyProblem::None;
     if (isWhole && d->arrange(withBurnedIn, report) && !report.files.isEmpty()) {

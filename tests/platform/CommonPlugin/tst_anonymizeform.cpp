@@ -1,0 +1,195 @@
+#include "anonymisedfolders.h"
+#include "anonymizeform.h"
+#include "dicomfilebuilder.h"
+#include "temporaryindex.h"
+#include "testfiles.h"
+#include "testmain.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QtTest>
+
+namespace {
+
+constexpr int soon = 20 * 1000;
+
+} // namespace
+
+class AnonymizeFormTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void copiesGoIntoAFreshFolder();
+    void copiesBecomeNewRecords();
+    void namesInPicturesAreAskedAbout();
+    void nothingStaysOfWhatIsCancelled();
+    void previewShowsWhatChanges();
+    void whatIsToBeSentStaysAMonth();
+
+private:
+    void add(const QString &file, const QString &id, const QString &modality = QStringLiteral("CT"));
+    template <typename Widget = QAbstractButton>
+    Widget *find(const char *name) const
+    {
+        return m_form->findChild<Widget *>(QLatin1String(name));
+    }
+    void choose(const char *output);
+    QString said() const { return find<QLabel>("title")->text(); }
+
+    std::unique_ptr<TemporaryIndex> m_index;
+    std::unique_ptr<AnonymizeForm> m_form;
+    QString m_target;
+};
+
+void AnonymizeFormTest::add(const QString &file, const QString &id, const QString &modality)
+{
+    const QString uid = QStringLiteral("1.2.%1").arg(id);
+    DicomFileBuilder()
+        .patient(id, QStringLiteral("Doe^John"))
+        .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
+        .set(0x00080060, modality)
+        .write(m_index->folder() + QStringLiteral("/in/") + file);
+}
+
+void AnonymizeFormTest::init()
+{
+    m_index = std::make_unique<TemporaryIndex>();
+    m_target = m_index->folder() + QStringLiteral("/out");
+    QVERIFY(QDir().mkpath(m_target));
+    add(QStringLiteral("a.dcm"), QStringLiteral("77001"));
+    add(QStringLiteral("b.dcm"), QStringLiteral("77002"));
+    add(QStringLiteral("c.dcm"), QStringLiteral("77003"), QStringLiteral("US"));
+    m_index->import({m_index->folder() + QStringLiteral("/in")});
+    m_form = std::make_unique<AnonymizeForm>();
+    m_form->show();
+}
+
+void AnonymizeFormTest::cleanup()
+{
+    m_form.reset();
+    m_index.reset();
+}
+
+/// The first two patients, and where their copies go.
+void AnonymizeFormTest::choose(const char *output)
+{
+    m_form->choose(QStringLiteral("patient"), {1, 2});
+    find<QLineEdit>("folder")->setText(m_target);
+    find(output)->setChecked(true);
+    QVERIFY(find("start")->isEnabled());
+}
+
+void AnonymizeFormTest::copiesGoIntoAFreshFolder()
+{
+    QVERIFY(!find("start")->isEnabled());
+    QVERIFY(!find<QLabel>("obstacle")->text().isEmpty());
+    for (int round = 1; round <= 2; ++round) {
+        choose("toFolder");
+        find("start")->click();
+        QTRY_VERIFY_WITH_TIMEOUT(find("leave")->isVisible(), soon);
+        QCOMPARE(QDir(m_target).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden).size(), round);
+        QCOMPARE(filesBelow(m_target, {QStringLiteral("*.dcm")}).size(), 2 * round);
+        find("leave")->click();
+    }
+    for (const QString &file : filesBelow(m_target)) {
+        QVERIFY2(!file.contains(QLatin1String("7700")) && !bytesOf(file).contains("7700"), qPrintable(file));
+        QVERIFY(!bytesOf(file).contains("Doe"));
+    }
+}
+
+void AnonymizeFormTest::copiesBecomeNewRecords()
+{
+    choose("toIndex");
+    find<QLineEdit>("namePattern")->setText(QStringLiteral("Trial^{code}"));
+    const QSignalSpy imported(m_form.get(), &AnonymizeForm::imported);
+    find("start")->click();
+    QTRY_COMPARE_WITH_TIMEOUT(imported.count(), 1, soon);
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 5);
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM patient WHERE PatientName LIKE 'Trial^%'"))
+                 .toInt(),
+        2);
+    QVERIFY(filesBelow(AnonymisedFolders::base(m_index->path())).isEmpty());
+}
+
+void AnonymizeFormTest::namesInPicturesAreAskedAbout()
+{
+    const QSignalSpy upload(m_form.get(), &AnonymizeForm::uploadRequested);
+    const QSignalSpy send(m_form.get(), &AnonymizeForm::sendRequested);
+    choose("toSend");
+    m_form->choose(QStringLiteral("patient"), {2, 3});
+    find("start")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("leaveOut")->isVisible(), soon);
+    QVERIFY(!find("keepAll")->isEnabled());
+    QCOMPARE(find<QTableView>("files")->model()->rowCount(), 1);
+    QVERIFY(send.isEmpty());
+    find("leaveOut")->click();
+    QTRY_COMPARE_WITH_TIMEOUT(send.count(), 1, soon);
+    QCOMPARE(send[0][0].toStringList().size(), 1);
+    QCOMPARE(send[0][1].toStringList().size(), send[0][2].toStringList().size());
+
+    find("leave")->click();
+    find("toUpload")->setChecked(true);
+    find("start")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("looked")->isVisible(), soon);
+    find("looked")->setChecked(true);
+    find("keepAll")->click();
+    QTRY_COMPARE_WITH_TIMEOUT(upload.count(), 1, soon);
+    QCOMPARE(upload[0][0].toStringList().size(), 2);
+    for (const QString &file : upload[0][0].toStringList()) {
+        QVERIFY(file.startsWith(AnonymisedFolders::base(m_index->path()) + QLatin1Char('/'))
+            && QFile::exists(file));
+    }
+}
+
+void AnonymizeFormTest::nothingStaysOfWhatIsCancelled()
+{
+    choose("toFolder");
+    m_form->choose(QStringLiteral("patient"), {3});
+    find("start")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("leaveOut")->isVisible(), soon);
+    find("cancel")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("leave")->isVisible(), soon);
+    QVERIFY(QDir(m_target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+
+    find("leave")->click();
+    find("start")->click();
+    m_form.reset();
+    QVERIFY(QDir(m_target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void AnonymizeFormTest::previewShowsWhatChanges()
+{
+    choose("toFolder");
+    find("preview")->click();
+    const QAbstractItemModel *model = find<QTableView>("changes")->model();
+    QTRY_VERIFY_WITH_TIMEOUT(model->rowCount() > 0, soon);
+    const QModelIndexList found =
+        model->match(model->index(0, 1), Qt::DisplayRole, QStringLiteral("PatientName"));
+    QCOMPARE(found.size(), 1);
+    QCOMPARE(found[0].siblingAtColumn(2).data().toString(), QStringLiteral("Doe^John"));
+    QVERIFY(found[0].siblingAtColumn(3).data().toString().startsWith(QLatin1String("Anonymous^")));
+    QVERIFY(QDir(m_target).isEmpty());
+}
+
+void AnonymizeFormTest::whatIsToBeSentStaysAMonth()
+{
+    const QString base = AnonymisedFolders::base(m_index->path());
+    for (const char *name : {"old", "needed", "new"}) {
+        writeFile(base + QLatin1Char('/') + QLatin1String(name) + QStringLiteral("/1"));
+    }
+    const QDateTime now = QDateTime::currentDateTime();
+    const auto isNeeded = [](const QString &folder) { return folder.endsWith(QLatin1String("needed")); };
+    QCOMPARE(AnonymisedFolders::sweep(m_index->path(), now.addDays(30), isNeeded), 0);
+    QCOMPARE(AnonymisedFolders::sweep(m_index->path(), now.addDays(31), isNeeded), 2);
+    QCOMPARE(filesBelow(base), QStringList(base + QStringLiteral("/needed/1")));
+}
+
+PM_TEST_MAIN(AnonymizeFormTest)
+#include "tst_anonymizeform.moc"
