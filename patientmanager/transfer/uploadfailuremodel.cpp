@@ -25,6 +25,20 @@ void UploadFailureModel::setFaults(int task, const QString &patientName, const Q
     endResetModel();
 }
 
+int UploadFailureModel::rowOf(const QString &path) const
+{
+    int row = 0;
+    for (const Part &part : m_parts) {
+        for (const UploadFault &fault : part.faults) {
+            if (fault.path == path) {
+                return row;
+            }
+            ++row;
+        }
+    }
+    return -1;
+}
+
 int UploadFailureModel::count(int task) const
 {
     const auto part = std::find_if(

@@ -18,6 +18,8 @@ public:
 
     /// What failed of one upload until now, in the place of what was told before; nothing removes it.
     void setFaults(int task, const QString &patientName, const QVector<UploadFault> &faults);
+    /// The row of a file, looked for by its path; -1 where it is not listed.
+    int rowOf(const QString &path) const;
     /// How many failed files of an upload are listed.
     int count(int task) const;
 

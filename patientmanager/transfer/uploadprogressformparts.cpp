@@ -20,6 +20,7 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QLocale>
+#include <QScrollBar>
 #include <QSettings>
 
 #include <algorithm>
@@ -208,10 +209,17 @@ void UploadProgressForm::updateSummary()
 
 void UploadProgressForm::updateFailures()
 {
+    const QModelIndex chosen = ui->failures->currentIndex();
+    const QString path = chosen.siblingAtColumn(UploadFailureModel::FileColumn).data().toString();
+    const int place = ui->failures->verticalScrollBar()->value();
     for (const UpLoadTask *task : qAsConst(m_tasks)) {
         if (task->tally().failed != m_failures->count(task->number())) {
             m_failures->setFaults(task->number(), task->patientName(), task->faults());
         }
+    }
+    if (chosen.isValid() && !ui->failures->currentIndex().isValid()) {
+        ui->failures->selectRow(m_failures->rowOf(QDir::fromNativeSeparators(path)));
+        ui->failures->verticalScrollBar()->setValue(place);
     }
     const int count = m_failures->rowCount();
     ui->failuresCaption->setText(tr("N&ot stored: %1").arg(QLocale().toString(count)));

@@ -1,6 +1,7 @@
 #include "filechooser.h"
 #include "httpuploadfile.h"
 #include "kivmessageboxform.h"
+#include "namedcontrols.h"
 #include "ntableview.h"
 #include "patientform.h"
 #include "seriesform.h"
@@ -137,6 +138,7 @@ void WindowUploadTest::eachPatientIsAnUpload()
     QSignalSpy wanted(window, &PatientManagerMainWindow::loginWanted);
     button("signIn")->click();
     QCOMPARE(wanted.count(), 1);
+    QCOMPARE(unnamedControl(*uploads()), QString());
     // Closing the window only hides it.
     uploads()->close();
     QVERIFY(uploads()->isHidden());

@@ -188,7 +188,7 @@ void UploadStatesTest::sixthClickStartsNothing()
 
 void UploadStatesTest::quickClicksLeaveNoWorkerBehind()
 {
-    constexpr int series = 5'000;
+    constexpr int series = 500;
     const qlonglong patient = addPatient(QVector<Counters>(series, Counters{2, 2}));
     open();
     for (int i = 0; i < 10; ++i) {
