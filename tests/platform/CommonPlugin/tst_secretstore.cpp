@@ -16,57 +16,95 @@ namespace {
 
 using Problem = SecretAnswer::Problem;
 
+constexpr char busVariable[] = "DBUS_SESSION_BUS_ADDRESS";
 constexpr char secret[] = "marker-p@ss word";
 constexpr char busSettings[] =
     "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\" "
     "\"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
     "<busconfig><type>session</type><listen>unix:dir=%1</listen>"
-    "<policy context=\"default\"><allow send_destination=\"*\"/><allow own=\"*\"/>"
+    "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+    "<allow eavesdrop=\"true\"/><allow own=\"*\"/>"
     "</policy></busconfig>";
+
+/// A session of the test's own, whose bus starts nobody by itself.
+class Session
+{
+public:
+    /// Before any part of Qt looks for a bus, as it looks once.
+    Session()
+    {
+        QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
+        qunsetenv(busVariable);
+        const QString settings = m_folder.filePath(QStringLiteral("bus.xml"));
+        writeFile(settings, QString::fromLatin1(busSettings).arg(m_folder.path()).toUtf8());
+        m_bus.start(QStringLiteral("dbus-daemon"),
+            {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
+                QStringLiteral("--config-file=") + settings});
+        if (m_bus.waitForStarted() && m_bus.waitForReadyRead()) {
+            m_address = m_bus.readAllStandardOutput().trimmed();
+            qputenv(busVariable, m_address);
+        }
+    }
+    ~Session()
+    {
+        m_bus.kill();
+        m_bus.waitForFinished();
+    }
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    bool hasBus() const { return !m_address.isEmpty() && QDBusConnection::sessionBus().isConnected(); }
+    const QByteArray &address() const { return m_address; }
+    QString folder() const { return m_folder.path(); }
+
+private:
+    QTemporaryDir m_folder;
+    QProcess m_bus;
+    QByteArray m_address;
+};
 
 } // namespace
 
-/// In the order of its functions: a process connects to one session's bus in its life.
 class SecretStoreTest : public QObject
 {
     Q_OBJECT
 
+public:
+    explicit SecretStoreTest(const Session &session)
+        : m_session(session)
+    { }
+
 private slots:
-    void initTestCase()
-    {
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
-        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-        QVERIFY(
-            QFile::setPermissions(m_folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    }
     void cleanupTestCase()
     {
-        for (QProcess *process : {&m_keyring, &m_bus}) {
-            process->kill();
-            process->waitForFinished();
-        }
+        m_keyring.kill();
+        m_keyring.waitForFinished();
     }
 
     void nothingIsKeptWithoutADesktop()
     {
+        qunsetenv(busVariable);
         QCOMPARE(write(), Problem::NoBus);
         QCOMPARE(read().problem, Problem::NoBus);
         QVERIFY(!SecretStore::text(read()).isEmpty());
+        qputenv(busVariable, m_session.address());
     }
 
     void nothingIsKeptWithoutAStore()
     {
-        if (!startBus()) {
+        if (!m_session.hasBus()) {
             QSKIP("There is no dbus-daemon here");
         }
         QCOMPARE(write(), Problem::NoProvider);
-        QVERIFY(filesBelow(m_folder.path(), {QStringLiteral("*.ini"), QStringLiteral("*.conf")}).isEmpty());
+        QVERIFY(
+            filesBelow(m_session.folder(), {QStringLiteral("*.ini"), QStringLiteral("*.conf")}).isEmpty());
     }
 
     /// Whether there is one is found out by trying to start it.
     void aRealStoreWhereOneCanBeRun()
     {
-        if (m_bus.state() != QProcess::Running || !startKeyring()) {
+        if (!m_session.hasBus() || !startKeyring()) {
             QSKIP("There is no gnome-keyring here");
         }
         QCOMPARE(read().problem, Problem::NotThere);
@@ -104,21 +142,6 @@ private:
         return wait([this](const auto &then) { SecretStore::remove(m_name, this, then); }).problem;
     }
 
-    /// A bus that can start nobody by itself.
-    bool startBus()
-    {
-        const QString settings = m_folder.filePath(QStringLiteral("bus.xml"));
-        writeFile(settings, QString::fromLatin1(busSettings).arg(m_folder.path()).toUtf8());
-        m_bus.start(QStringLiteral("dbus-daemon"),
-            {QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
-                QStringLiteral("--config-file=") + settings});
-        if (!m_bus.waitForStarted() || !m_bus.waitForReadyRead()) {
-            return false;
-        }
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.readAllStandardOutput().trimmed());
-        return QDBusConnection::sessionBus().isConnected();
-    }
-
     bool startKeyring()
     {
         m_keyring.setProcessChannelMode(QProcess::MergedChannels);
@@ -148,10 +171,14 @@ private:
     }
 
     const QString m_name = QStringLiteral("https://archive.example.org/web ann");
-    QTemporaryDir m_folder;
-    QProcess m_bus;
+    const Session &m_session;
     QProcess m_keyring;
 };
 
-PM_TEST_MAIN(SecretStoreTest)
+int main(int argc, char **argv)
+{
+    const Session session;
+    return runTests(argc, argv, [&session] { return std::make_unique<SecretStoreTest>(session); });
+}
+
 #include "tst_secretstore.moc"
