@@ -1,6 +1,7 @@
 """Looks at anonymised files with another reader than the one that made them.
 
-usage: checkdeidentified.py PROFILE LIST; LIST has a line for each file: original, a tab, anonymised.
+usage: checkdeidentified.py PROFILE LIST [options]; LIST has a line for each file: original, a tab, anonymised. With
+"options" the attributes that an option may keep or clean are not looked for.
 Prints a line for each value that an attribute of the profile had and that still stands anywhere in the anonymised
 file, and for each file that does not read whole.
 """
@@ -17,16 +18,17 @@ TERMS = {"CS", "AS", "DS", "IS", "US", "SS", "UL", "SL", "FL", "FD", "SQ", "AT",
 DUMMIES = b"20000101000000 anonymous offis_dcmtk"
 
 
-def profile(path):
+def profile(path, has_options):
     with open(path, encoding="ascii") as file:
-        return {int(line[:8], 16) for line in file if re.match(r"[0-9A-Fa-f]{8}\t", line)}
+        rows = [line.split("\t") for line in file if re.match(r"[0-9A-Fa-f]{8}\t", line)]
+    return {int(row[0], 16) for row in rows if not has_options or row[2:5] == ["-", "-", "-"]}
 
 
 def is_standard(value):
     return value.startswith(b"1.2.840.10008.") and b"\\" not in value
 
 
-def collect(dataset, tags, values, terms, inside=False):
+def collect(dataset, tags, values, terms):
     """Values of the profile's attributes, and what stays in codes and terms."""
     for tag in list(dataset.keys()):
         if tag.group % 2 or not dictionary_has_tag(tag):
@@ -36,7 +38,7 @@ def collect(dataset, tags, values, terms, inside=False):
         element = dataset[tag]
         if element.VR == "SQ":
             for item in element.value or []:
-                collect(item, tags, values, terms, inside or tag in tags)
+                collect(item, tags, values, terms)
             continue
         value = raw.value if isinstance(raw.value, bytes) else str(element.value).encode()
         parts = [part.strip(b" \0") for part in value.split(b"\\")]
@@ -66,7 +68,10 @@ def check(original, anonymised, tags):
 
 
 def main():
-    tags = profile(sys.argv[1])
+    has_options = sys.argv[3:] == ["options"]
+    tags = profile(sys.argv[1], has_options)
+    if has_options:
+        TERMS.add("TM")  # times stay, and a birth's may be one of them
     with open(sys.argv[2], encoding="utf-8", errors="surrogateescape") as pairs:
         for line in pairs:
             original, anonymised = line.rstrip("\n").split("\t")
