@@ -1,6 +1,7 @@
 #include "checks.h"
 
 #include <advancedinquiryform.h>
+#include <cloudpaientinfoform.h>
 #include <configlocation.h>
 #include <createconnection.h>
 #include <databasesetform.h>
@@ -20,7 +21,11 @@
 #include <treemodel.h>
 
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QGenericPluginFactory>
 #include <QSignalSpy>
+
+#include <memory>
 
 namespace {
 
@@ -39,6 +44,16 @@ void dialogOperations()
     const NDockWidget dock(QStringLiteral("Dock"), nullptr);
     HttpUploadFile::instance()->expertInfoList();
     Checks::expect(HttpUploadFile::instance()->getExpertNames().isEmpty(), QStringLiteral("no experts"));
+}
+
+/// What lies beside the program: the editor's plugin, and the browser.
+void cloudParts()
+{
+    const std::unique_ptr<QObject> editor(
+        QGenericPluginFactory::create(QStringLiteral("cloudpaientinfoform"), QString()));
+    Checks::expect(qobject_cast<CloudPaientInfoForm *>(editor.get()), QStringLiteral("the editor's plugin"));
+    const QFileInfo browser(QCoreApplication::applicationDirPath() + QStringLiteral("/kivcloudbrowser.exe"));
+    Checks::expect(browser.isExecutable(), QStringLiteral("the cloud browser"));
 }
 
 void inquiryOperations()
@@ -73,6 +88,7 @@ void loaderOperations()
 
 void Checks::platformOperations()
 {
+    cloudParts();
     dialogOperations();
     inquiryOperations();
     loaderOperations();
