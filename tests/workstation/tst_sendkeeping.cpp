@@ -1,5 +1,6 @@
 #include "dicomfilebuilder.h"
 #include "faultypeer.h"
+#include "sendlog.h"
 #include "sendservice.h"
 #include "sendstore.h"
 #include "testmain.h"
@@ -64,6 +65,19 @@ private slots:
         QCOMPARE(service.job(job).failed, count);
         QCOMPARE(service.job(job).skippedFiles, 2);
         QCOMPARE(service.objects(job, count - 100, 200, true).size(), 100);
+    }
+
+    void aFolderIsNeededUntilItsFilesAreThere()
+    {
+        QVERIFY(makePlace());
+        const QStringList paths = writeFiles(m_folder->path(), 1);
+        QVERIFY(!SendLog(m_store).mayNeed(m_folder->path())); // nothing was ever sent
+        SendService service(m_store, oneAssociation());
+        const qint64 job = service.enqueue(paths, node(1), SendSource::Forwarding);
+        QVERIFY(job != 0);
+        QTRY_VERIFY(!service.objects(job, 0, 1, false).isEmpty());
+        QVERIFY(SendLog(m_store).mayNeed(QFileInfo(paths[0]).path()));
+        QTRY_VERIFY(!SendLog(m_store).mayNeed(QFileInfo(paths[0]).path() + QStringLiteral("x")));
     }
 
     void whatIsAskedForLastIsKept()

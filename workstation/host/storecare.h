@@ -15,7 +15,8 @@ Q_DECLARE_METATYPE(StoreSweep)
 
 /**
  * Puts the store in order after a start, in the background: finishes deletions that were interrupted, and
- * removes files whose record is gone. GUI thread; the destructor ends the work and waits for it.
+ * removes files whose record is gone, and anonymous copies that nobody waits for. GUI thread; the destructor
+ * ends the work and waits for it.
  */
 class StoreCare : public QObject
 {
@@ -39,6 +40,8 @@ signals:
 
 private:
     void work(const QString &databasePath);
+    /// Anonymous copies that were to be sent long ago.
+    void sweepAnonymised(const QString &databasePath);
 
     std::atomic<bool> m_stop{false};
     std::atomic<bool> m_running{false};

@@ -2,6 +2,7 @@
 
 #include "sendschema.h"
 
+#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QUuid>
@@ -117,4 +118,21 @@ std::optional<QStringList> SendLog::waitingPaths(qint64 job) const
         paths.append(query.value(0).toString());
     }
     return query.lastError().isValid() ? std::nullopt : std::make_optional(paths);
+}
+
+bool SendLog::mayNeed(const QString &folder) const
+{
+    if (!QFile::exists(m_storePath)) {
+        return false;
+    }
+    if (!open()) {
+        return true;
+    }
+    QSqlQuery query(QSqlDatabase::database(m_name, false));
+    query.prepare(withSendNumbers(
+        QStringLiteral("SELECT EXISTS(SELECT 1 FROM object WHERE path BETWEEN ? AND ? AND state <> $accepted)"
+                       " OR EXISTS(SELECT 1 FROM paths)")));
+    query.bindValue(0, QString(folder + QLatin1Char('/')));
+    query.bindValue(1, QString(folder + QLatin1Char('0'))); // the character behind the slash
+    return !query.exec() || !query.next() || query.value(0).toBool();
 }

@@ -32,6 +32,9 @@ public:
     /// The files of a job's objects that have not been sent yet, nor given up; nothing where they cannot be
     /// read.
     std::optional<QStringList> waitingPaths(qint64 job) const;
+    /// Whether a job may still read a file in a folder: its object has not been accepted, or its files are
+    /// not listed yet; also where that cannot be read.
+    bool mayNeed(const QString &folder) const;
 
 private:
     bool open() const;

@@ -90,7 +90,7 @@ AnonymizeForm::AnonymizeForm(QWidget *parent)
     , d(new Private(this))
 {
     setObjectName(QStringLiteral("anonymize"));
-    setWindowTitle(tr("Anonymise"));
+    setWindowTitle(tr("Anonymize"));
     d->build();
     d->connectAll();
     d->showSetup();
@@ -159,7 +159,7 @@ QLayout *AnonymizeForm::Private::buildButtons()
     previewButton = new QPushButton(AnonymizeForm::tr("&Preview"), q);
     previewButton->setObjectName(QStringLiteral("preview"));
     previewButton->setToolTip(AnonymizeForm::tr("Shows what would change in an image; nothing is written"));
-    startButton = new QPushButton(AnonymizeForm::tr("&Anonymise"), q);
+    startButton = new QPushButton(AnonymizeForm::tr("&Anonymize"), q);
     startButton->setObjectName(QStringLiteral("start"));
     backButton = new QPushButton(AnonymizeForm::tr("&Back"), q);
     backButton->setObjectName(QStringLiteral("back"));
@@ -236,7 +236,7 @@ DeidentifyRequest AnonymizeForm::Private::request()
     made.files = recordFiles(QSqlDatabase::database(), RecordLevel::Study, picker->ticked()).paths;
     const bool isToFolder = outputs->output() == AnonymizeOutput::Folder;
     made.folder = isToFolder ? outputs->folder() : AnonymisedFolders::base(databasePath());
-    made.name = AnonymizeForm::tr("anonymised %1")
+    made.name = AnonymizeForm::tr("anonymized %1")
                     .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HHmm")));
     if (fault.isEmpty() && made.files.isEmpty()) {
         fault = AnonymizeForm::tr("The ticked studies have no images.");

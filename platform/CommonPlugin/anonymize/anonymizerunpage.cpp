@@ -75,7 +75,7 @@ QWidget *AnonymizeRunPage::buildQuestion()
     auto *group = new QGroupBox(tr("Names in the pictures"), this);
     group->setObjectName(QStringLiteral("question"));
     m_warning = newText(group, QStringLiteral("warning"));
-    m_looked = new QCheckBox(tr("I have looked at them, or know that nobody can be &recognised"), group);
+    m_looked = new QCheckBox(tr("I have looked at them, or know that nobody can be &recognized"), group);
     m_looked->setObjectName(QStringLiteral("looked"));
     auto *row = new QHBoxLayout;
     QPushButton *all = addButton(row, tr("Keep &All"), QStringLiteral("keepAll"));
