@@ -25,11 +25,26 @@ QLabel *hintLabel(const char *name, QWidget *parent)
     return label;
 }
 
-QLineEdit *lineEdit(const char *name, const QString &accessibleName, QWidget *parent)
+/// A control that assistive programs and pointers can ask about.
+void describe(QWidget *control, const char *name, const QString &accessibleName, const QString &hint)
+{
+    control->setObjectName(QLatin1String(name));
+    control->setAccessibleName(accessibleName);
+    control->setToolTip(hint);
+}
+
+template <typename Button>
+Button *button(const char *name, const QString &text, const QString &hint, QWidget *parent)
+{
+    auto *made = new Button(text, parent);
+    describe(made, name, QString(text).remove(QLatin1Char('&')), hint);
+    return made;
+}
+
+QLineEdit *lineEdit(const char *name, const QString &accessibleName, const QString &hint, QWidget *parent)
 {
     auto *edit = new QLineEdit(parent);
-    edit->setObjectName(QLatin1String(name));
-    edit->setAccessibleName(accessibleName);
+    describe(edit, name, accessibleName, hint);
     edit->setMaxLength(2048);
     return edit;
 }
@@ -48,15 +63,17 @@ void LoginFields::build()
     layout->setContentsMargins(0, 0, 0, 0);
     buildModes(layout);
     m_cloudFields = new QWidget(this);
-    m_address = lineEdit("address", tr("Address of the service"), m_cloudFields);
+    m_address = lineEdit("address", tr("Address of the service"),
+        tr("Where the DICOMweb service of your site is"), m_cloudFields);
     m_address->setPlaceholderText(QStringLiteral("https://"));
-    m_user = lineEdit("user", tr("User"), m_cloudFields);
+    m_user = lineEdit("user", tr("User"), tr("Your name at the service; empty to sign in by an access token"),
+        m_cloudFields);
     m_user->setPlaceholderText(tr("empty for an access token"));
-    m_remember = new QCheckBox(tr("&Remember the password"), m_cloudFields);
-    m_remember->setObjectName(QStringLiteral("remember"));
+    m_remember = button<QCheckBox>("remember", tr("&Remember the password"),
+        tr("Keep it in the secret store of the desktop"), m_cloudFields);
     m_rememberHint = hintLabel("rememberHint", m_cloudFields);
-    m_plain = new QCheckBox(tr("Allow an &unencrypted connection"), m_cloudFields);
-    m_plain->setObjectName(QStringLiteral("plain"));
+    m_plain = button<QCheckBox>("plain", tr("Allow an &unencrypted connection"),
+        tr("Send the password although the address is http://"), m_cloudFields);
     m_plainHint = hintLabel("plainHint", m_cloudFields);
     m_plainHint->setText(tr("Whoever is on the way to this address can read the password and the images."));
     auto *form = new QFormLayout(m_cloudFields);
@@ -82,10 +99,8 @@ void LoginFields::build()
 
 void LoginFields::buildModes(QVBoxLayout *layout)
 {
-    m_cloud = new QRadioButton(tr("&Cloud user"), this);
-    m_cloud->setObjectName(QStringLiteral("cloudUser"));
-    m_local = new QRadioButton(tr("&Local user"), this);
-    m_local->setObjectName(QStringLiteral("localUser"));
+    m_cloud = button<QRadioButton>("cloudUser", tr("&Cloud user"), tr("Sign in to a service"), this);
+    m_local = button<QRadioButton>("localUser", tr("&Local user"), tr("Work without the cloud"), this);
     m_cloud->setChecked(true);
     m_localHint = hintLabel("localHint", this);
     m_localHint->setText(
@@ -102,12 +117,11 @@ void LoginFields::buildModes(QVBoxLayout *layout)
 QWidget *LoginFields::buildPassword()
 {
     auto *row = new QWidget(m_cloudFields);
-    m_password = lineEdit("password", tr("Password"), row);
+    m_password =
+        lineEdit("password", tr("Password"), tr("Your password at the service, or an access token"), row);
     m_password->setEchoMode(QLineEdit::Password);
     m_password->setInputMethodHints(Qt::ImhSensitiveData | Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
-    auto *reveal = new QPushButton(tr("S&how"), row);
-    reveal->setObjectName(QStringLiteral("reveal"));
-    reveal->setToolTip(tr("Show the password that is typed"));
+    auto *reveal = button<QPushButton>("reveal", tr("S&how"), tr("Show the password that is typed"), row);
     reveal->setCheckable(true);
     reveal->setAutoDefault(false);
     connect(reveal, &QPushButton::toggled, m_password,
@@ -129,13 +143,11 @@ QWidget *LoginFields::buildAuthority()
     m_authorityName = new QLabel(m_authorityRow);
     m_authorityName->setTextFormat(Qt::PlainText);
     m_authorityName->setWordWrap(true);
-    auto *choose = new QPushButton(tr("&Trust an Authority…"), m_authorityRow);
-    choose->setObjectName(QStringLiteral("authority"));
-    choose->setToolTip(tr("Choose the certificate of the authority that your site's service is signed by"));
+    auto *choose = button<QPushButton>("authority", tr("&Trust an Authority…"),
+        tr("Choose the certificate of the authority that your site's service is signed by"), m_authorityRow);
     choose->setAutoDefault(false);
-    m_forgetAuthority = new QPushButton(tr("&No Longer"), m_authorityRow);
-    m_forgetAuthority->setObjectName(QStringLiteral("forgetAuthority"));
-    m_forgetAuthority->setToolTip(tr("Trust only the authorities of the system"));
+    m_forgetAuthority = button<QPushButton>(
+        "forgetAuthority", tr("&No Longer"), tr("Trust only the authorities of the system"), m_authorityRow);
     m_forgetAuthority->setAutoDefault(false);
     connect(choose, &QPushButton::clicked, this, &LoginFields::chooseAuthority);
     connect(m_forgetAuthority, &QPushButton::clicked, this, [this] { setAuthority({}); });
@@ -243,7 +255,7 @@ void LoginFields::accountEdited()
 
 bool LoginFields::isComplete() const
 {
-    return isLocal() || (account().isAddressGood() && !m_password->text().isEmpty());
+    return isLocal() || (!m_address->text().trimmed().isEmpty() && !m_password->text().isEmpty());
 }
 
 void LoginFields::focusFirstEmpty()

@@ -94,8 +94,11 @@ QLayout *LoginForm::buildButtons()
     m_submit = new QPushButton(this);
     m_submit->setObjectName(QStringLiteral("submit"));
     m_submit->setDefault(true);
+    m_submit->setToolTip(tr("Go on as this user"));
     m_cancel = new QPushButton(tr("Cancel"), this);
     m_cancel->setObjectName(QStringLiteral("cancel"));
+    m_cancel->setAccessibleName(m_cancel->text());
+    m_cancel->setToolTip(tr("Stop asking the service, or close this window"));
     connect(m_submit, &QPushButton::clicked, this, &LoginForm::submit);
     connect(m_cancel, &QPushButton::clicked, this, &LoginForm::giveUp);
     auto *buttons = new QHBoxLayout;
@@ -116,6 +119,7 @@ void LoginForm::showEvent(QShowEvent *event)
 void LoginForm::begin()
 {
     m_isSignedIn = false;
+    ++m_showing;
     const CloudAccount account = CloudAccount::read();
     m_fields->showAccount(account);
     m_fields->setRememberingRefused({});
@@ -157,6 +161,12 @@ void LoginForm::submit()
         return;
     }
     m_account = m_fields->account();
+    if (!m_account.isAddressGood()) {
+        say(tr("The address must begin with https:// or http:// and name a host, without a user or a "
+               "password."));
+        m_fields->focusFirstEmpty();
+        return;
+    }
     say({});
     setBusy(true);
     m_signIn->start(m_account, m_fields->password());
@@ -190,6 +200,7 @@ void LoginForm::onSignedIn(const CloudSession &session)
 {
     const QString password = m_fields->password();
     HttpUploadFile::instance()->setSession(session);
+    const bool wasRemembered = CloudAccount::read().remembers;
     const bool isWritten = m_account.writeSignedIn();
     const QPointer<LoginForm> self(this);
     finish(m_account.user.toUtf8(), password.toUtf8(), session.id, cloudUser);
@@ -200,29 +211,49 @@ void LoginForm::onSignedIn(const CloudSession &session)
         sayAfterwards(tr("You are signed in, but this file cannot be written: %1").arg(CloudAccount::file()));
         return;
     }
-    keepPassword(password);
+    if (m_account.remembers) {
+        keepPassword(password);
+    } else if (wasRemembered) {
+        forgetPassword();
+    } else {
+        close();
+    }
 }
 
-/// Or forgets it: the window stays until that is done, and longer where it failed.
+/// The window stays until that is done, and longer where it failed.
 void LoginForm::keepPassword(const QString &password)
 {
-    const QString name = m_account.secretName();
-    if (!m_account.remembers) {
-        SecretStore::remove(name, this, [](const SecretAnswer &) {});
-        close();
+    say(tr("Signed in. The password goes to the secret store of the desktop…"));
+    const auto kept = [this, account = m_account, showing = m_showing](const SecretAnswer &answer) mutable {
+        if (!answer.isGood()) {
+            account.remembers = false;
+            account.writeSignedIn();
+        }
+        closeAfter(showing, tr("You are signed in, but the password is not remembered."), answer);
+    };
+    SecretStore::write(m_account.secretName(), password, this, kept);
+}
+
+void LoginForm::forgetPassword()
+{
+    SecretStore::remove(
+        m_account.secretName(), this, [this, showing = m_showing](const SecretAnswer &answer) {
+            closeAfter(showing,
+                tr("You are signed in, but the password that was remembered earlier is still kept."), answer);
+        });
+}
+
+/// By the time of the answer the window may have been closed, and opened for somebody else.
+void LoginForm::closeAfter(int showing, const QString &failure, const SecretAnswer &answer)
+{
+    if (showing != m_showing || !isVisible()) {
         return;
     }
-    say(tr("Signed in. The password goes to the secret store of the desktop…"));
-    SecretStore::write(name, password, this, [this](const SecretAnswer &answer) {
-        if (answer.isGood()) {
-            close();
-            return;
-        }
-        m_account.remembers = false;
-        m_account.writeSignedIn();
-        sayAfterwards(tr("You are signed in, but the password is not remembered.") + QLatin1Char(' ')
-            + SecretStore::text(answer));
-    });
+    if (answer.isGood()) {
+        close();
+    } else {
+        sayAfterwards(failure + QLatin1Char(' ') + SecretStore::text(answer));
+    }
 }
 
 void LoginForm::finish(
@@ -259,6 +290,7 @@ void LoginForm::setBusy(bool isBusy)
 void LoginForm::refresh()
 {
     m_submit->setText(m_fields->isLocal() ? tr("Work Locally") : tr("Sign In"));
+    m_submit->setAccessibleName(m_submit->text());
     m_submit->setEnabled(m_fields->isEnabled() && m_fields->isComplete());
 }
 
@@ -286,7 +318,11 @@ void LoginForm::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Escape) {
         giveUp();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        submit();
+        if (m_cancel->hasFocus()) {
+            giveUp();
+        } else {
+            submit();
+        }
     } else {
         QWidget::keyPressEvent(event);
     }

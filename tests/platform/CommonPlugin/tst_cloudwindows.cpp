@@ -1,0 +1,208 @@
+#include "cloudstudymodel.h"
+#include "configlocation.h"
+#include "dicomfilebuilder.h"
+#include "downloadclouddataform.h"
+#include "downloadengine.h"
+#include "httpuploadfile.h"
+#include "loginform.h"
+#include "namedcontrols.h"
+#include "temporaryindex.h"
+#include "testfiles.h"
+#include "testmain.h"
+#include "webarchive.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeView>
+#include <QtTest>
+
+namespace {
+
+constexpr int mostMs = 30000;
+
+template <typename Part>
+Part *part(const QWidget &of, const char *name)
+{
+    auto *found = of.findChild<Part *>(QLatin1String(name));
+    if (!found) {
+        qFatal("there is no %s", name);
+    }
+    return found;
+}
+
+void type(const QWidget &form, const char *name, const QString &text)
+{
+    auto *field = part<QLineEdit>(form, name);
+    field->clear();
+    QTest::keyClicks(field, text);
+}
+
+void picture(QWidget &window, const char *name)
+{
+    const QByteArray folder = qgetenv("PM_PICTURES");
+    if (!folder.isEmpty()) {
+        window.grab().save(
+            QString::fromLocal8Bit(folder) + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png"));
+    }
+}
+
+} // namespace
+
+/// The windows of signing in and of downloads, at a real archive.
+class CloudWindowsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+        qunsetenv("XDG_RUNTIME_DIR");
+        m_archive = WebArchive::start();
+        const QTemporaryDir files;
+        for (int image = 1; image <= 12; ++image) {
+            const int study = image % 2 + 1;
+            DicomFileBuilder()
+                .patient(QString::number(study),
+                    study == 1 ? QStringLiteral("Meyer^Anna") : QStringLiteral("Ode^Bob"))
+                .uids(QStringLiteral("1.7.%1").arg(study),
+                    QStringLiteral("1.7.%1.%2").arg(study).arg(image % 3),
+                    QStringLiteral("1.7.%1.9.%2").arg(study).arg(image))
+                .write(files.filePath(QString::number(image)));
+        }
+        m_archive->fill({files.path()}, {QStringLiteral("+sd")});
+    }
+    void init() { ConfigLocation::setBase(m_folder.filePath(QStringLiteral("app/bin"))); }
+    void cleanup()
+    {
+        HttpUploadFile::instance()->endSession();
+        QFile::remove(CloudAccount::file());
+    }
+    void cleanupTestCase() { ConfigLocation::setBase({}); }
+
+    void signInThroughTheWindow()
+    {
+        LoginForm form;
+        QSignalSpy told(&form, &LoginForm::loginInfo);
+        QSignalSpy cancelled(&form, &LoginForm::cancelled);
+        form.show();
+        QCOMPARE(unnamedControl(form), QString());
+        auto *submit = part<QPushButton>(form, "submit");
+        QVERIFY(!submit->isEnabled());
+        type(form, "address", WebArchive::address(*m_archive));
+        type(form, "user", QLatin1String(WebArchive::user));
+        type(form, "password", QStringLiteral("wrong"));
+        // Nothing can keep a password here, and the window says so.
+        QTRY_VERIFY(!part<QCheckBox>(form, "remember")->isEnabled());
+        QVERIFY(!part<QLabel>(form, "rememberHint")->text().isEmpty());
+        picture(form, "login");
+        QTest::keyClick(&form, Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(!part<QLabel>(form, "said")->text().isEmpty(), mostMs);
+        QVERIFY(told.isEmpty() && !HttpUploadFile::instance()->session().isOpen());
+        picture(form, "login-refused");
+
+        type(form, "password", QLatin1String(WebArchive::password));
+        submit->click();
+        QTRY_COMPARE_WITH_TIMEOUT(told.size(), 1, mostMs);
+        QTRY_VERIFY(!form.isVisible());
+        QVERIFY(cancelled.isEmpty());
+        QCOMPARE(told[0][0].toByteArray(), QByteArray(WebArchive::user));
+        QCOMPARE(told[0][2].toByteArray(), HttpUploadFile::instance()->session().id);
+        QCOMPARE(told[0][3].toInt(), LoginForm::cloudUser);
+        QVERIFY(CloudAccount::isCloudUser());
+        QVERIFY(!bytesOf(CloudAccount::file()).contains(WebArchive::password));
+        form.show(); // and begins anew
+        QVERIFY(part<QLineEdit>(form, "password")->text().isEmpty());
+        QCOMPARE(part<QLineEdit>(form, "user")->text(), QLatin1String(WebArchive::user));
+    }
+
+    void plainHttpIsWarnedOf()
+    {
+        LoginForm form;
+        form.show();
+        type(form, "address", QStringLiteral("http://192.0.2.7/web"));
+        type(form, "user", QStringLiteral("ann"));
+        type(form, "password", QStringLiteral("x"));
+        QVERIFY(part<QCheckBox>(form, "plain")->isVisible() && part<QLabel>(form, "plainHint")->isVisible());
+        picture(form, "login-plain");
+        QTest::keyClick(&form, Qt::Key_Return);
+        QTRY_VERIFY(!part<QLabel>(form, "said")->text().isEmpty());
+        type(form, "address", QStringLiteral("https://192.0.2.7/web"));
+        QVERIFY(!part<QCheckBox>(form, "plain")->isVisible());
+    }
+
+    void localUserAndGivingUp()
+    {
+        LoginForm form;
+        QSignalSpy told(&form, &LoginForm::loginInfo);
+        QSignalSpy cancelled(&form, &LoginForm::cancelled);
+        form.show();
+        QTest::keyClick(&form, Qt::Key_Escape);
+        QVERIFY(!form.isVisible());
+        QCOMPARE(cancelled.size(), 1);
+        form.show();
+        part<QRadioButton>(form, "localUser")->click();
+        picture(form, "login-local");
+        part<QPushButton>(form, "submit")->click();
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(told[0][2].toByteArray(), QByteArray());
+        QCOMPARE(told[0][3].toInt(), LoginForm::localUser);
+        QVERIFY(bytesOf(CloudAccount::file()).contains("logtype=2"));
+        QCOMPARE(cancelled.size(), 1);
+    }
+
+    void studiesFoundAndBroughtIn()
+    {
+        const TemporaryIndex index;
+        DownloadCloudDataForm *form = DownloadCloudDataForm::instance();
+        form->show();
+        picture(*form, "download-signed-out");
+        QVERIFY(!part<QPushButton>(*form, "search")->isEnabled());
+        CloudSession session;
+        CloudAccount account;
+        account.address = WebArchive::address(*m_archive);
+        account.user = QLatin1String(WebArchive::user);
+        session.service = account.service(QLatin1String(WebArchive::password));
+        session.user = account.user;
+        session.id = CloudSession::opaqueId();
+        HttpUploadFile::instance()->setSession(session);
+        for (int time = 0; time < 3; ++time) { // as often as a window connects
+            form->onJessionInfo(session.id);
+            form->reflesh();
+        }
+        QCOMPARE(unnamedControl(*form), QString());
+        QSignalSpy imported(form, &DownloadCloudDataForm::imported);
+        QTest::keyClick(part<QLineEdit>(*form, "name"), Qt::Key_Return);
+        auto *studies = part<QTreeView>(*form, "studies");
+        QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 2, mostMs);
+        studies->expand(studies->model()->index(0, 0));
+        QTRY_VERIFY_WITH_TIMEOUT(studies->model()->rowCount(studies->model()->index(0, 0)) > 1, mostMs);
+        studies->setCurrentIndex(studies->model()->index(1, 0));
+        QTest::keyClick(studies, Qt::Key_Space); // a study whose series nobody has asked for
+        studies->setCurrentIndex(studies->model()->index(0, 0, studies->model()->index(0, 0)));
+        QTest::keyClick(studies, Qt::Key_Space);
+        picture(*form, "download-found");
+        QTest::keyClick(studies, Qt::Key_Return);
+        const QString images = QStringLiteral("SELECT count(*) FROM imageformat");
+        QTRY_COMPARE_WITH_TIMEOUT(index.query(images).toInt(), 8, mostMs);
+        const QModelIndex held = studies->model()->index(1, CloudStudyModel::IndexColumn);
+        QTRY_COMPARE_WITH_TIMEOUT(held.data().toString(), QStringLiteral("all"), mostMs);
+        QVERIFY(!imported.isEmpty());
+        QTRY_COMPARE(part<QTreeView>(*form, "downloads")->model()->rowCount(), 2);
+        QTRY_VERIFY(!DownloadCloudDataForm::isDownloading());
+        picture(*form, "download-done");
+        HttpUploadFile::instance()->endSession();
+        QCOMPARE(studies->model()->rowCount(), 0);
+        delete form;
+        DownloadEngine::release();
+    }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<DicomServer> m_archive;
+};
+
+PM_TEST_MAIN(CloudWindowsTest)
+#include "tst_cloudwindows.moc"
