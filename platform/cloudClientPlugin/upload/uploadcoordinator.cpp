@@ -327,6 +327,9 @@ void UploadCoordinator::onCame(const UploadBatch &batch, const StoreAnswer &answ
     }
     job->isChanged = true;
     sendOn();
+    if (m_lines.count() == 0) {
+        flush(); // nothing more is coming that could go along
+    }
 }
 
 void UploadCoordinator::noteAcknowledged(const UploadBatch &batch, const StoreAnswer &answer)

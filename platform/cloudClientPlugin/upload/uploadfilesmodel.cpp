@@ -69,11 +69,13 @@ QVector<QStringList> UploadFilesModel::getSeriesUIDData() const
     return all;
 }
 
-void UploadFilesModel::forgetSeries(int taskNumber)
+void UploadFilesModel::removeTask(int taskNumber)
 {
     const int row = rowOf(taskNumber);
     if (row >= 0) {
-        m_rows[row].series.clear();
+        beginRemoveRows({}, row, row);
+        m_rows.remove(row);
+        endRemoveRows();
     }
 }
 

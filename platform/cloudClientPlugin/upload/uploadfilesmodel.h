@@ -42,8 +42,7 @@ public:
     void addSeriesUIDList(const QStringList &uids);
     /// The series of each row; what waits for its row comes last.
     QVector<QStringList> getSeriesUIDData() const;
-    /// The series of a row whose upload has ended may be uploaded again.
-    void forgetSeries(int taskNumber);
+    void removeTask(int taskNumber);
     void setTally(int taskNumber, const UploadTally &tally);
     /// The row of a task; -1 where there is none.
     int rowOf(int taskNumber) const;

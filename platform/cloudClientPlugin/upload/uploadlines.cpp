@@ -1,5 +1,6 @@
 #include "uploadlines.h"
 
+#include "promptsockets.h"
 #include "webclient.h"
 
 #include <algorithm>
@@ -7,6 +8,17 @@
 namespace {
 
 constexpr int clients = 2; ///< of six connections each
+constexpr int hurryMs = 20;
+constexpr int plainPort = 80;
+constexpr int securePort = 443;
+
+quint16 portOf(const WebService &service)
+{
+    const bool isSecure = service.address.scheme() == QLatin1String("https");
+    const bool hasProxy = !service.proxy.hostName().isEmpty();
+    return hasProxy ? service.proxy.port()
+                    : static_cast<quint16>(service.address.port(isSecure ? securePort : plainPort));
+}
 
 } // namespace
 
@@ -20,6 +32,7 @@ UploadLines::~UploadLines()
 
 void UploadLines::setService(const WebService &service, int patienceMs)
 {
+    m_port = portOf(service);
     m_clients.clear();
     for (int client = 0; client < clients; ++client) {
         m_clients.push_back(std::make_shared<WebClient>(service));
@@ -42,6 +55,7 @@ void UploadLines::send(const UploadBatch &batch)
     const std::shared_ptr<WebClient> client = idlest();
     auto *request = new StoreRequest(*client, files, this);
     m_lines.insert(request, {batch, client});
+    connect(request, &StoreRequest::sent, this, &UploadLines::hurry);
     connect(request, &StoreRequest::finished, this, [this, request](const StoreAnswer &answer) {
         const Line line = m_lines.take(request);
         request->deleteLater();
@@ -49,6 +63,15 @@ void UploadLines::send(const UploadBatch &batch)
         connect(request, &QObject::destroyed, this, [client = line.client] {});
         emit came(line.batch, answer);
     });
+}
+
+/// For connections that are new; one that is missed now is found soon enough.
+void UploadLines::hurry()
+{
+    if (m_hurried.hasExpired()) {
+        m_hurried.setRemainingTime(hurryMs);
+        PromptSockets::toPort(m_port);
+    }
 }
 
 void UploadLines::abort(qint64 task)

@@ -4,6 +4,7 @@
 #include "uploadbatch.h"
 #include "webservice.h"
 
+#include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
 
@@ -43,7 +44,10 @@ private:
     };
 
     std::shared_ptr<WebClient> idlest() const;
+    void hurry();
 
     std::vector<std::shared_ptr<WebClient>> m_clients;
     QHash<StoreRequest *, Line> m_lines;
+    quint16 m_port = 0; ///< that its connections go to
+    QDeadlineTimer m_hurried{0};
 };

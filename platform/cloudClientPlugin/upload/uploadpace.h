@@ -34,10 +34,10 @@ private:
     void tryNext(qint64 nowMs);
     void startWindow();
 
-    int m_requestsAt = 3;
-    int m_bytesAt = 2;
-    int m_triedRequestsAt = 3; ///< what to go back to
-    int m_triedBytesAt = 2;
+    int m_requestsAt = 5;
+    int m_bytesAt = 0;
+    int m_triedRequestsAt = 5; ///< what to go back to
+    int m_triedBytesAt = 0;
     bool m_isTrying = false;
     int m_move = MoreRequests;
     int m_failedMoves = 0;
