@@ -63,25 +63,43 @@ CloudClientAsyncHandler &UploadProgressForm::handler()
     return *m_handler;
 }
 
-bool UploadProgressForm::isInAnUpload(const QStringList &seriesUIDs) const
+/// An upload that has not ended keeps its series to itself. One that has, or that can do no more since the
+/// rest has failed, gives way: a series has one row.
+bool UploadProgressForm::makeRoomFor(const QStringList &seriesUIDs)
 {
-    QSet<QString> known;
+    const QSet<QString> wanted(seriesUIDs.begin(), seriesUIDs.end());
     const QVector<QStringList> rows = m_rows->getSeriesUIDData();
-    for (const QStringList &series : rows) {
-        known.unite(QSet<QString>(series.begin(), series.end()));
+    QVector<int> done;
+    for (int row = 0; row < rows.size(); ++row) {
+        const bool isConcerned = std::any_of(rows[row].begin(), rows[row].end(),
+            [&wanted](const QString &series) { return wanted.contains(series); });
+        const int number = m_rows->index(row, 0).data(UploadRows::TaskRole).toInt();
+        const UpLoadTask *task = isConcerned ? m_tasks.value(number) : nullptr;
+        if (task && task->tally().state != UploadTally::State::Finished) {
+            return false;
+        }
+        if (isConcerned) {
+            done.append(number);
+        }
     }
-    return std::any_of(seriesUIDs.begin(), seriesUIDs.end(),
-        [&known](const QString &series) { return known.contains(series); });
+    for (const int number : qAsConst(done)) {
+        if (UpLoadTask *task = m_tasks.value(number)) {
+            task->finishTask();
+        }
+        m_rows->removeTask(number);
+    }
+    return true;
 }
 
 void UploadProgressForm::setUploadFiles(const QStringList &seriesUIDs, const QStringList &sopInstanceUIDs,
     const QStringList &filePaths, const QString &patientName, const QByteArray &userId)
 {
     Q_UNUSED(userId)
-    if (isInAnUpload(seriesUIDs)) {
+    if (!makeRoomFor(seriesUIDs)) {
         return;
     }
-    if (!m_client) {
+    if (!m_hasBeenAsked) {
+        m_hasBeenAsked = true;
         bringUp(this);
     }
     CloudClientAsyncHandler &maker = handler();
@@ -177,13 +195,11 @@ void UploadProgressForm::onFinshUpLoad(
     ui->progressBar->setValue(failed);
 }
 
-/// Its series may be uploaded again.
 void UploadProgressForm::onFinshTask(UpLoadTask *task)
 {
     m_tasks.remove(task->number());
     m_begun.remove(task->number());
     m_rows->setTally(task->number(), task->tally());
-    m_rows->forgetSeries(task->number());
     m_failures->setFaults(task->number(), {}, {});
     refreshStates(task);
     task->deleteLater();

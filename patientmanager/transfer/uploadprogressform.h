@@ -38,7 +38,8 @@ public:
     ~UploadProgressForm() override;
 
     /**
-     * Begins an upload, unless one of the series is in an upload that has not ended.
+     * Begins an upload, unless one of the series is in an upload that goes on. The row of one that does not
+     * is replaced.
      * @param sopInstanceUIDs, @param seriesUIDs one for each file; where there are not as many, each file is
      * asked for its own
      * @param userId who it is for; a DICOMweb service has no use for it
@@ -83,7 +84,7 @@ private:
     void connectButtons();
     CloudClientAsyncHandler &handler();
     UpLoadTask *newTask(const QStringList &paths);
-    bool isInAnUpload(const QStringList &seriesUIDs) const;
+    bool makeRoomFor(const QStringList &seriesUIDs);
     void follow(UpLoadTask *task, const QString &name);
     void connectProgress(UpLoadTask *task);
     void addRow(UpLoadTask *task, const QStringList &texts, const QStringList &seriesUIDs);
@@ -110,6 +111,7 @@ private:
     QPointer<UpLoadTask> m_current; ///< made last
     QMap<int, UpLoadTask *> m_tasks; ///< by number: those that have not ended
     QSet<int> m_begun; ///< whose series are known to be uploading
+    bool m_hasBeenAsked = false; ///< setUploadFiles() has begun an upload
     QSet<int> m_hasFailed; ///< for whom the bar was set up
     QTimer m_update; ///< one for however many changes
 };

@@ -96,7 +96,9 @@ bool CloudAccount::isAddressGood() const
 {
     const QUrl url(address, QUrl::StrictMode);
     const bool isWeb = url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http");
-    return url.isValid() && isWeb && !url.host().isEmpty();
+    // A password in an address would be written with it.
+    const bool isPlace = url.userInfo().isEmpty() && !url.hasQuery() && !url.hasFragment();
+    return url.isValid() && isWeb && isPlace && !url.host().isEmpty();
 }
 
 WebService CloudAccount::service(const QString &password) const

@@ -30,7 +30,8 @@ struct COMMONPLUGIN_EXPORT CloudAccount
     /// Writes that a local user works, without the cloud. The account itself is kept for the next sign-in.
     bool writeLocal() const;
 
-    bool isAddressGood() const; ///< whether it is http or https and names a host
+    /// Whether it is http or https, names a host, and holds neither a user nor a question.
+    bool isAddressGood() const;
     /// The service as this account reaches it, over the proxy of the settings.
     /// @param password or, without a user, an access token
     WebService service(const QString &password) const;

@@ -64,6 +64,10 @@ void CloudSignIn::startRemembered()
     }
     m_isRunning = true;
     const CloudAccount account = CloudAccount::read();
+    if (!CloudAccount::isCloudUser() || !account.remembers) { // also after signing out
+        QTimer::singleShot(0, this, [this] { end({WebProblem::NoSecret, {}, 0}); });
+        return;
+    }
     SecretStore::read(account.secretName(), this, [this, account](const SecretAnswer &answer) {
         if (!m_isRunning) {
             return;
@@ -71,7 +75,7 @@ void CloudSignIn::startRemembered()
         if (answer.isGood()) {
             ask(account, answer.secret);
         } else {
-            end({WebProblem::Unauthorized, SecretStore::text(answer), 0});
+            end({WebProblem::NoSecret, SecretStore::text(answer), 0});
         }
     });
 }

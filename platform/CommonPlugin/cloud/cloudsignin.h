@@ -28,8 +28,8 @@ public:
 
     /// @param password or, where the account has no user, an access token
     void start(const CloudAccount &account, const QString &password);
-    /// Signs in the account of username.ini with the password in the secret store; Unauthorized where there
-    /// is none.
+    /// Signs in the account of username.ini with the password in the secret store; NoSecret where there is
+    /// none, or where that user has signed out.
     void startRemembered();
     void cancel();
     bool isRunning() const { return m_isRunning; }

@@ -13,6 +13,7 @@ class QLabel;
 class QLayout;
 class QProgressBar;
 class QPushButton;
+struct SecretAnswer;
 
 /**
  * The window in which a user signs in to the cloud, or goes on without it. It checks the service before it
@@ -58,6 +59,8 @@ private:
     void onSignedIn(const CloudSession &session);
     void onFailed(const WebFailure &failure);
     void keepPassword(const QString &password);
+    void forgetPassword();
+    void closeAfter(int showing, const QString &failure, const SecretAnswer &answer);
     void finish(
         const QByteArray &user, const QByteArray &password, const QByteArray &sessionId, int userType);
     void setBusy(bool isBusy);
@@ -73,4 +76,5 @@ private:
     CloudAccount m_account; ///< that is being checked
     QPoint m_grip; ///< where the mouse holds the window, from its corner
     bool m_isSignedIn = false;
+    int m_showing = 0; ///< which opening of the window this is
 };

@@ -56,6 +56,8 @@ QString plainText(const WebFailure &failure)
         return Text::tr("The file cannot be read");
     case WebProblem::DiskFull:
         return Text::tr("The disk is full");
+    case WebProblem::NoSecret:
+        return Text::tr("There is no remembered password to sign in with");
     }
     return {};
 }
@@ -72,6 +74,7 @@ bool hasMoreToSay(WebProblem problem)
     case WebProblem::BadAnswer:
     case WebProblem::FileUnreadable:
     case WebProblem::DiskFull:
+    case WebProblem::NoSecret:
         return true;
     default:
         return false;

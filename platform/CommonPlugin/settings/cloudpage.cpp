@@ -98,7 +98,9 @@ QString CloudPage::fault() const
     account.address = m_address->text().trimmed();
     // What stood there before is not this page's to judge.
     if (!account.address.isEmpty() && account.address != storedAddress() && !account.isAddressGood()) {
-        return tr("The address of the cloud must begin with https:// or http:// and name a host.");
+        return tr(
+            "The address of the cloud must begin with https:// or http:// and name a host, without a user or "
+            "a password.");
     }
     return m_host->isEnabled() && proxy().host.isEmpty() ? tr("The proxy has no host.") : QString();
 }

@@ -22,6 +22,7 @@ enum class WebProblem : quint8 {
     BadAnswer, ///< an answer that cannot be understood
     FileUnreadable, ///< a file of ours
     DiskFull,
+    NoSecret, ///< there is no password to sign in with; the detail says why
 };
 
 /// A problem, the service's or the system's own words on it, and the HTTP status where there was one.

@@ -106,7 +106,7 @@ QVector<SeriesJob> DownloadList::loadSeries(const QString &studyUid) const
         series.expected = query.isNull(2) ? -1 : query.value(2).toInt();
         series.indexed = query.value(3).toLongLong();
         series.failure.problem =
-            static_cast<WebProblem>(std::clamp(query.value(4).toInt(), 0, int(WebProblem::DiskFull)));
+            static_cast<WebProblem>(std::clamp(query.value(4).toInt(), 0, int(WebProblem::NoSecret)));
         found.append(series);
     }
     return found;

@@ -193,16 +193,17 @@ void WindowUploadTest::theSameSeriesIsOneRow()
     send();
     send();
     QCOMPARE(rows(), 1);
-    // Once an upload has ended its series may go again.
+    // Once an upload has ended its series may go again, in the place of the row that told of it.
+    const QString first = text(0, 0);
     uploads()->deleteUploadTask();
     QTRY_COMPARE(tally(0).state, UploadTally::State::Cancelled);
     send();
-    QCOMPARE(rows(), 2);
-    QVERIFY(text(0, 0) != text(1, 0));
+    QCOMPARE(rows(), 1);
+    QVERIFY(text(0, 0) != first);
     // The patient form sends its first selected patient, whose series is on its way.
     choosePatients(0, 1);
     window->getPatientForm()->uploadFile(QStringLiteral("somebody"));
-    QCOMPARE(rows(), 2);
+    QCOMPARE(rows(), 1);
 }
 
 void WindowUploadTest::countsGoWhereTheirTitlesAre()
