@@ -53,7 +53,6 @@ UploadedStates::UploadedStates(QObject *parent)
 {
     m_worker->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, m_worker, &QObject::deleteLater);
-    m_thread.start();
 }
 
 UploadedStates::~UploadedStates()
@@ -61,12 +60,14 @@ UploadedStates::~UploadedStates()
     m_thread.requestInterruption();
     m_thread.quit();
     m_thread.wait();
+    delete m_worker; // where the thread never ran
 }
 
 void UploadedStates::refresh(const QStringList &seriesUIDs)
 {
     QStringList distinct = seriesUIDs;
     distinct.removeDuplicates();
+    m_thread.start(); // where it does not run yet
     QMetaObject::invokeMethod(m_worker, [this, path = databasePath(), distinct] {
         refreshStates(path, distinct);
         emit refreshed();

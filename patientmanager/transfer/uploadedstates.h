@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QThread>
 
@@ -22,5 +23,5 @@ signals:
 
 private:
     QThread m_thread;
-    QObject *m_worker; ///< lives on the thread
+    QPointer<QObject> m_worker; ///< lives on the thread
 };

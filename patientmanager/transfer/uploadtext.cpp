@@ -43,7 +43,7 @@ QString UploadText::ofState(const UploadTally &tally)
     case State::NeedsSession:
         return Text::tr("Waiting for you to sign in");
     case State::Paused:
-        return Text::tr("Paused");
+        return Text::tr("Paused: another program uploads, or the index cannot be written");
     case State::Finished:
         return ofFinished(tally);
     case State::Cancelled:
@@ -82,7 +82,7 @@ QString UploadText::ofProgress(const UploadTally &tally)
 
 QString UploadText::of(const UploadFault &fault)
 {
-    const QString words = WebFailureText::of(fault.failure);
+    QString words = WebFailureText::of(fault.failure);
     switch (fault.kind) {
     case UploadFault::Kind::None:
         return words;
