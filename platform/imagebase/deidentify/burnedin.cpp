@@ -2,6 +2,9 @@
 
 #include "elementtext.h"
 
+#include <QByteArray>
+#include <QList>
+
 #include <algorithm>
 
 namespace {
