@@ -100,23 +100,47 @@ QString CorrectionText::indexProblem(const IndexCorrectionResult &result)
     return tr("The index cannot be written: %1").arg(result.error.text());
 }
 
-QString CorrectionText::changes(const CorrectionReport &report, const PatientValues &before)
+/// A field that was changed somewhere, with what it was there; empty for the others.
+QString CorrectionText::change(const CorrectionReport &report, PatientField one, const StudyFacts &before)
+{
+    const bool inService = report.inService.contains(one);
+    const bool inIndex = report.inIndex.contains(one);
+    if (!inService && !inIndex) {
+        return {};
+    }
+    const QString index = shortValue(one, before.index.values[one]);
+    const QString service = shortValue(one, before.service[one]);
+    const QString where = inService && inIndex ? tr("index and service")
+        : inIndex                              ? tr("index only")
+                                               : tr("service only; the index had it already");
+    QString old = inIndex ? index : service;
+    if (inService && inIndex && index != service) {
+        old = tr("%1 in the index, %2 in the service").arg(index, service);
+    }
+    return tr("%1: %2 → %3 (%4)").arg(field(one), old, shortValue(one, report.changes[one]), where);
+}
+
+QString CorrectionText::changes(const CorrectionReport &report, const StudyFacts &before)
 {
     QStringList lines;
-    for (auto change = report.changes.cbegin(); change != report.changes.cend(); ++change) {
-        const PatientField one = change.key();
-        const bool inService = report.inService.contains(one);
-        const bool inIndex = report.inIndex.contains(one);
-        if (!inService && !inIndex) {
-            continue;
-        }
-        const QString where = inService && inIndex ? tr("index and service")
-            : inIndex                              ? tr("index only")
-                                                   : tr("service only; the index had it already");
-        lines += tr("%1: %2 → %3 (%4)")
-                     .arg(field(one), shortValue(one, before[one]), shortValue(one, change.value()), where);
+    for (const PatientField field : report.changes.keys()) {
+        lines += change(report, field, before);
     }
-    return lines.isEmpty() ? tr("Both had these values already.") : joined(lines);
+    const QString all = joined(lines);
+    return all.isEmpty() ? tr("Both had these values already.") : all;
+}
+
+QString CorrectionText::filesOf(const IndexedPatient &patient)
+{
+    return joined({patient.copies > 0
+            ? tr("%Ln file(s) of this study in the workstation's store are corrected, too.", nullptr,
+                patient.copies)
+            : QString(),
+        patient.references > 0
+            ? tr("%Ln file(s) of this study lie elsewhere and keep the old values: what is exported, sent or "
+                 "uploaded from here has them.",
+                nullptr, patient.references)
+            : QString()});
 }
 
 QString CorrectionText::files(const LocalCorrection &files)
@@ -141,7 +165,7 @@ QString CorrectionText::failure(const CorrectionReport &report)
         report.detail.isEmpty() ? QString() : tr("The file or object: %1").arg(report.detail)});
 }
 
-QString CorrectionText::report(const CorrectionReport &report, const PatientValues &before)
+QString CorrectionText::report(const CorrectionReport &report, const StudyFacts &before)
 {
     using End = CorrectionReport::End;
     const QString asBefore = tr("The service and the index are as they were.");
@@ -173,6 +197,10 @@ QString CorrectionText::report(const CorrectionReport &report, const PatientValu
             {tr("It was interrupted half-way. The index is as it was; the service gets back what it had "
                 "as soon as you are signed in and it can be reached."),
                 failure(report)});
+    case End::EarlierPending:
+        return tr(
+            "Nothing was changed: an earlier correction is still to be taken back in the service, which "
+            "goes on as soon as it can be reached.");
     case End::Doubled:
         break;
     }
@@ -181,4 +209,31 @@ QString CorrectionText::report(const CorrectionReport &report, const PatientValu
         "One image is there under both IDs now: ask its administrator to remove the one under the new ID. "
         "The "
         "index is as it was.");
+}
+
+QString CorrectionText::earlier(const CorrectionReport &report)
+{
+    switch (report.end) {
+    case CorrectionReport::End::Done:
+        return tr("An interrupted correction was finished.");
+    case CorrectionReport::End::Undone:
+        return tr("An interrupted correction was taken back: the service has what it had before.");
+    case CorrectionReport::End::UndoPending:
+        return tr("An interrupted correction is still to be taken back in the service.");
+    default:
+        return joined({report.objects > 0 ? tr("An interrupted correction could not be finished: the service "
+                                               "has the corrected values, the index has not.")
+                                          : tr("An interrupted correction could not be finished."),
+            failure(report)});
+    }
+}
+
+QString CorrectionText::earlier(const QVector<CorrectionReport> &reports)
+{
+    QStringList lines;
+    for (const CorrectionReport &report : reports) {
+        lines += earlier(report);
+    }
+    lines.removeDuplicates();
+    return joined(lines);
 }

@@ -2,6 +2,7 @@
 
 #include "indexconnection.h"
 #include "objectcorrection.h"
+#include "runningcorrection.h"
 #include "servicecalls.h"
 #include "studycorrection.h"
 #include "studysearch.h"
@@ -36,12 +37,7 @@ void askService(
 
 CorrectionWork::CorrectionWork(QObject *parent)
     : QObject(parent)
-{
-    qRegisterMetaType<StudyFacts>();
-    qRegisterMetaType<CorrectionProgress>();
-    qRegisterMetaType<CorrectionReport>();
-    qRegisterMetaType<QVector<CorrectionReport>>();
-}
+{ }
 
 CorrectionWork::~CorrectionWork()
 {
@@ -51,19 +47,24 @@ CorrectionWork::~CorrectionWork()
     }
 }
 
-bool CorrectionWork::isRunning() const
-{
-    return m_thread && m_thread->isRunning();
-}
-
-template <typename Work>
-void CorrectionWork::begin(const Work &work)
+void CorrectionWork::begin(const std::function<void(const Tell &)> &work)
 {
     if (m_thread) {
-        m_thread->wait(); // it has said all, or is about to
+        m_stop = true; // a reading; a correction has said that it is at its end
+        m_thread->wait();
     }
     m_stop = false;
-    m_thread.reset(QThread::create(work));
+    const Tell tell = [this, number = ++m_number](const std::function<void()> &news) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, number, news] {
+                if (number == m_number) {
+                    news();
+                }
+            },
+            Qt::QueuedConnection);
+    };
+    m_thread.reset(QThread::create([work, tell] { work(tell); }));
     m_thread->setStackSize(correctionStack);
     m_thread->start();
 }
@@ -71,13 +72,13 @@ void CorrectionWork::begin(const Work &work)
 void CorrectionWork::read(
     const QString &databasePath, qlonglong studyPk, const QString &studyUid, const WebService &service)
 {
-    begin([this, databasePath, studyPk, studyUid, service] {
+    begin([=](const Tell &tell) {
         const bool hasService = !service.address.isEmpty();
         if (hasService) {
             const auto earlier =
                 StudyCorrection(service, m_stop, [](const CorrectionProgress &) {}).finishBegun(databasePath);
             if (!earlier.isEmpty()) {
-                emit finishedEarlier(earlier);
+                tell([this, earlier] { emit finishedEarlier(earlier); });
             }
         }
         StudyFacts facts;
@@ -88,14 +89,19 @@ void CorrectionWork::read(
         if (hasService) {
             askService(facts, studyUid, service, m_stop);
         }
-        emit known(facts);
+        tell([this, facts] { emit known(facts); });
     });
 }
 
 void CorrectionWork::correct(const CorrectionRequest &request, const WebService &service)
 {
-    begin([this, request, service] {
-        const auto show = [this](const CorrectionProgress &now) { emit progress(now); };
-        emit finished(StudyCorrection(service, m_stop, show).run(request));
+    m_running = std::make_unique<RunningCorrection>([this] { stop(); });
+    begin([=](const Tell &tell) {
+        const auto show = [&](const CorrectionProgress &now) { tell([this, now] { emit progress(now); }); };
+        const CorrectionReport report = StudyCorrection(service, m_stop, show).run(request);
+        tell([this, report] {
+            m_running.reset();
+            emit finished(report);
+        });
     });
 }

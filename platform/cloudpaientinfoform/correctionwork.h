@@ -6,9 +6,11 @@
 #include <QObject>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 class QThread;
+class RunningCorrection;
 
 /// A study's patient as the index and the service have it.
 struct StudyFacts
@@ -23,8 +25,8 @@ struct StudyFacts
 Q_DECLARE_METATYPE(StudyFacts)
 
 /**
- * Reads, and then corrects, on a thread of its own; one of them at a time. Destroying it stops what may be
- * stopped and waits for the rest. GUI thread.
+ * Reads, and then corrects, on a thread of its own; one of them at a time: a new reading ends the one before,
+ * which says no more. Destroying it stops what may be stopped and waits for the rest. GUI thread.
  */
 class CorrectionWork : public QObject
 {
@@ -39,7 +41,6 @@ public:
         const QString &databasePath, qlonglong studyPk, const QString &studyUid, const WebService &service);
     void correct(const CorrectionRequest &request, const WebService &service);
     void stop() { m_stop = true; }
-    bool isRunning() const;
 
 signals:
     void known(const StudyFacts &facts);
@@ -49,9 +50,12 @@ signals:
     void finished(const CorrectionReport &report);
 
 private:
-    template <typename Work>
-    void begin(const Work &work);
+    /// What a work says, each on the GUI thread; nothing once another has begun.
+    using Tell = std::function<void(const std::function<void()> &)>;
+    void begin(const std::function<void(const Tell &)> &work);
 
     std::unique_ptr<QThread> m_thread;
+    std::unique_ptr<RunningCorrection> m_running;
     std::atomic<bool> m_stop{false};
+    int m_number = 0; ///< of what was begun last
 };

@@ -1,18 +1,15 @@
 #include "patienteditor.h"
 
+#include "correctionchoices.h"
 #include "correctiontext.h"
 #include "createconnection.h"
+#include "editorfoot.h"
 #include "httpuploadfile.h"
 #include "patientfields.h"
 #include "webfailuretext.h"
 
-#include <QButtonGroup>
 #include <QCloseEvent>
-#include <QGroupBox>
 #include <QLabel>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -41,16 +38,18 @@ PatientEditor::PatientEditor(QWidget *parent)
     setObjectName(QStringLiteral("CloudPaientInfoForm"));
     build();
     connect(m_work, &CorrectionWork::known, this, &PatientEditor::onKnown);
-    connect(m_work, &CorrectionWork::progress, this, &PatientEditor::onProgress);
+    connect(m_work, &CorrectionWork::progress, m_foot, &EditorFoot::showProgress);
     connect(m_work, &CorrectionWork::finished, this, &PatientEditor::onFinished);
     connect(m_work, &CorrectionWork::finishedEarlier, this, [this](const QVector<CorrectionReport> &earlier) {
-        m_news = tr("An interrupted correction was finished: %1")
-                     .arg(CorrectionText::report(earlier.constLast(), {}));
+        m_news += (m_news.isEmpty() ? QString() : QStringLiteral("\n")) + CorrectionText::earlier(earlier);
     });
     connect(m_fields, &PatientFields::edited, this, &PatientEditor::refresh);
-    for (const QRadioButton *choice : {m_allStudies, m_thisStudy, m_both, m_indexOnly}) {
-        connect(choice, &QRadioButton::toggled, this, &PatientEditor::refresh);
-    }
+    connect(m_choices, &CorrectionChoices::changed, this, &PatientEditor::refresh);
+    connect(m_foot, &EditorFoot::saveWanted, this, &PatientEditor::save);
+    connect(m_foot, &EditorFoot::stopWanted, m_work, &CorrectionWork::stop);
+    connect(m_foot, &EditorFoot::closeWanted, this, &QWidget::close);
+    connect(
+        HttpUploadFile::instance(), &HttpUploadFile::sessionChanged, this, &PatientEditor::onSessionChanged);
 }
 
 void PatientEditor::build()
@@ -64,70 +63,19 @@ void PatientEditor::build()
     large.setBold(true);
     m_head->setFont(large);
     m_fields = new PatientFields(this);
+    m_choices = new CorrectionChoices(this);
     m_serviceState = wrapped("serviceState", this);
     m_files = wrapped("files", this);
-    m_said = wrapped("said", this);
-    m_said->setAccessibleName(tr("What was done"));
-    m_progress = new QProgressBar(this);
-    m_progress->setAccessibleName(tr("Progress"));
+    m_foot = new EditorFoot(this);
     layout->addWidget(m_head);
     layout->addWidget(m_fields);
     layout->addWidget(m_serviceState);
-    addChoices(layout);
+    layout->addWidget(m_choices);
     layout->addWidget(m_files);
-    layout->addWidget(m_said);
-    layout->addWidget(m_progress);
     layout->addStretch();
-    addButtons(layout);
+    layout->addWidget(m_foot);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
     resize(usualWidth, sizeHint().height());
-}
-
-void PatientEditor::addChoices(QBoxLayout *layout)
-{
-    auto *whose = new QGroupBox(tr("Whose data"), this);
-    m_allStudies = new QRadioButton(whose);
-    m_allStudies->setObjectName(QStringLiteral("allStudies"));
-    m_thisStudy = new QRadioButton(tr("&This study alone: it goes to the patient with these data"), whose);
-    m_thisStudy->setObjectName(QStringLiteral("thisStudy"));
-    m_allStudies->setChecked(true);
-    auto *where = new QGroupBox(tr("Where"), this);
-    m_both = new QRadioButton(tr("Index and &service"), where);
-    m_both->setObjectName(QStringLiteral("indexAndService"));
-    m_indexOnly = new QRadioButton(tr("Index &only"), where);
-    m_indexOnly->setObjectName(QStringLiteral("indexOnly"));
-    m_both->setChecked(true);
-    auto *row = new QHBoxLayout;
-    for (const auto &[box, first, second] :
-        {std::tuple{whose, m_allStudies, m_thisStudy}, std::tuple{where, m_both, m_indexOnly}}) {
-        auto *column = new QVBoxLayout(box);
-        column->addWidget(first);
-        column->addWidget(second);
-        row->addWidget(box, box == whose ? 2 : 1);
-    }
-    layout->addLayout(row);
-}
-
-void PatientEditor::addButtons(QBoxLayout *layout)
-{
-    m_save = new QPushButton(tr("&Correct"), this);
-    m_save->setObjectName(QStringLiteral("save"));
-    m_save->setDefault(true);
-    m_close = new QPushButton(this);
-    m_close->setObjectName(QStringLiteral("close"));
-    connect(m_save, &QPushButton::clicked, this, &PatientEditor::save);
-    connect(m_close, &QPushButton::clicked, this, [this] {
-        if (m_isBusy && m_mayStop) {
-            m_work->stop();
-        } else {
-            close();
-        }
-    });
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(m_save);
-    buttons->addWidget(m_close);
-    layout->addLayout(buttons);
 }
 
 void PatientEditor::setPatientName(const QString &name)
@@ -137,57 +85,70 @@ void PatientEditor::setPatientName(const QString &name)
 
 void PatientEditor::setJsessionid(const QByteArray &sessionId, const QString &serviceAddress)
 {
-    const CloudSession &session = HttpUploadFile::instance()->session();
-    const bool isAsked = session.isOpen() && sessionId == session.id
-        && (serviceAddress.isEmpty() || session.isAt(serviceAddress));
     m_sessionId = sessionId;
-    m_service = isAsked ? session.service : WebService();
+    m_serviceAddress = serviceAddress.isEmpty() ? HttpUploadFile::instance()->getAssistUrl() : serviceAddress;
     m_databasePath = databasePath();
-    m_isReading = true;
-    setBusy(true);
-    say(tr("Reading…"));
-    m_work->read(m_databasePath, m_studyPk, m_studyUid, m_service);
+    read();
     show();
     raise();
     activateWindow();
 }
 
+/// None once the session that the editor was opened with is not the open one.
+WebService PatientEditor::service() const
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    return session.isOpen() && session.id == m_sessionId && session.isAt(m_serviceAddress) ? session.service
+                                                                                           : WebService();
+}
+
+/// Whoever signs in at the same service goes on; what runs comes to its end, and is followed by a reading.
+void PatientEditor::onSessionChanged()
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    if (session.isOpen() && m_serviceAddress.isEmpty()) {
+        m_serviceAddress = HttpUploadFile::instance()->getAssistUrl();
+    }
+    m_sessionId = session.isOpen() && session.isAt(m_serviceAddress) ? session.id : QByteArray();
+    if (!m_databasePath.isEmpty() && m_state != State::Correcting) {
+        read();
+    }
+}
+
+void PatientEditor::read()
+{
+    setState(State::Reading);
+    if (m_news.isEmpty()) {
+        m_foot->say(tr("Reading…"));
+    }
+    m_work->read(m_databasePath, m_studyPk, m_studyUid, service());
+}
+
 void PatientEditor::onKnown(const StudyFacts &facts)
 {
     m_facts = facts;
-    m_isReading = false;
     m_fields->setIndex(facts.index.values);
     m_fields->setService(facts.service, facts.isInService);
-    m_fields->setWanted(facts.index.values);
+    if (!m_isWantedSet) {
+        m_fields->setWanted(facts.index.values);
+        m_isWantedSet = facts.index.isFound;
+    }
+    m_choices->offer(facts.index.studyUids.size(), facts.isInService);
     m_serviceState->setText(serviceText());
-    const int studies = facts.index.studyUids.size();
-    m_allStudies->setText(tr("&All %Ln study(ies) of the patient", nullptr, studies));
-    m_thisStudy->setEnabled(studies > 1);
-    m_both->setEnabled(facts.isInService);
-    (facts.isInService ? m_both : m_indexOnly)->setChecked(true);
-    QStringList files;
-    if (facts.index.copies > 0) {
-        files += tr("%Ln file(s) of this study in the workstation's store are corrected, too.", nullptr,
-            facts.index.copies);
-    }
-    if (facts.index.references > 0) {
-        files +=
-            tr("%Ln file(s) of this study lie elsewhere and keep the old values: what is exported, sent or "
-               "uploaded from here has them.",
-                nullptr, facts.index.references);
-    }
-    m_files->setText(files.join(QLatin1Char('\n')));
-    if (!facts.index.isFound) {
-        say(tr("The study is not in the index any more."), true);
+    m_files->setText(CorrectionText::filesOf(facts.index));
+    if (facts.index.isFound) {
+        setPatientName(facts.index.values[PatientField::Name]);
+        m_foot->say(m_news, m_isNewsBad);
     } else {
-        say(m_news);
+        m_foot->say(tr("The study is not in the index any more."), true);
     }
-    setBusy(false);
+    m_fault.clear();
+    setState(State::Idle);
 }
 
 QString PatientEditor::serviceText() const
 {
-    if (m_service.address.isEmpty()) {
+    if (service().address.isEmpty()) {
         return tr("You are not signed in to the service, so only the index can be corrected.");
     }
     if (!m_facts.failure.isNone()) {
@@ -204,7 +165,7 @@ PatientChanges PatientEditor::changes() const
 {
     const PatientValues wanted = m_fields->wanted();
     PatientChanges all = m_facts.index.values.changesTo(wanted);
-    if (m_both->isChecked() && m_facts.isInService) {
+    if (m_choices->isServiceToo()) {
         const PatientChanges service = m_facts.service.changesTo(wanted);
         for (auto change = service.cbegin(); change != service.cend(); ++change) {
             all.insert(change.key(), change.value());
@@ -215,17 +176,17 @@ PatientChanges PatientEditor::changes() const
 
 bool PatientEditor::isKnown() const
 {
-    return !m_isReading && m_facts.index.isFound;
+    return m_state != State::Reading && m_facts.index.isFound;
 }
 
 void PatientEditor::refresh()
 {
     const QString fault = isKnown() ? m_fields->fault() : QString();
-    if (!m_isBusy && fault != m_fault) {
-        say(fault, true);
+    if (m_state == State::Idle && fault != m_fault) {
+        m_foot->say(fault, true);
         m_fault = fault;
     }
-    m_save->setEnabled(isKnown() && !m_isBusy && fault.isEmpty() && !changes().isEmpty());
+    m_foot->setSavable(isKnown() && m_state == State::Idle && fault.isEmpty() && !changes().isEmpty());
 }
 
 void PatientEditor::save()
@@ -235,76 +196,49 @@ void PatientEditor::save()
     request.index.studyPk = m_studyPk;
     request.index.studyUid = m_studyUid;
     request.index.scope =
-        m_thisStudy->isChecked() ? IndexCorrection::Scope::Study : IndexCorrection::Scope::Patient;
+        m_choices->isThisStudyAlone() ? IndexCorrection::Scope::Study : IndexCorrection::Scope::Patient;
     request.index.changes = changes();
-    request.inService = m_both->isChecked() && m_facts.isInService;
-    request.studies = m_thisStudy->isChecked() ? QStringList{m_studyUid} : m_facts.index.studyUids;
-    setBusy(true);
-    m_work->correct(request, m_service);
+    request.inService = m_choices->isServiceToo();
+    const WebService where = service();
+    if (request.inService && where.address.isEmpty()) {
+        read(); // which says that nobody is signed in
+        return;
+    }
+    setState(State::Correcting);
+    m_work->correct(request, where);
 }
 
-void PatientEditor::onProgress(const CorrectionProgress &progress)
-{
-    m_mayStop = progress.step == CorrectionProgress::Step::Fetching
-        || progress.step == CorrectionProgress::Step::Writing;
-    m_close->setEnabled(m_mayStop);
-    m_progress->setRange(0, progress.all);
-    m_progress->setValue(progress.done);
-    say(CorrectionText::step(progress));
-}
-
+/// Both places are read again before anything else can be saved: the study may be another patient's now.
 void PatientEditor::onFinished(const CorrectionReport &report)
 {
-    const PatientValues before = m_facts.index.values;
-    setBusy(false);
-    say(CorrectionText::report(report, before), report.end != CorrectionReport::End::Done);
-    if (report.end == CorrectionReport::End::Done) {
-        const PatientValues now = m_fields->wanted();
-        m_facts.index.values = now;
-        m_fields->setIndex(now);
-        if (report.objects > 0) {
-            m_facts.service = now;
-            m_fields->setService(now, true);
-        }
-        setPatientName(now[PatientField::Name]);
+    const bool isDone = report.end == CorrectionReport::End::Done;
+    m_news = CorrectionText::report(report, m_facts);
+    m_isNewsBad = !isDone;
+    m_foot->say(m_news, m_isNewsBad);
+    m_isWantedSet = !isDone;
+    read();
+    if (isDone) {
         emit saved(m_studyUid);
     }
-    refresh();
     if (m_isClosing) {
         close();
     }
 }
 
-void PatientEditor::setBusy(bool isBusy)
+void PatientEditor::setState(State state)
 {
-    m_isBusy = isBusy;
-    m_mayStop = isBusy;
-    m_fields->setEditable(!isBusy && isKnown());
-    for (QRadioButton *choice : {m_allStudies, m_both, m_indexOnly}) {
-        choice->setEnabled(!isBusy && isKnown());
-    }
-    m_both->setEnabled(m_both->isEnabled() && m_facts.isInService);
-    m_thisStudy->setEnabled(!isBusy && isKnown() && m_facts.index.studyUids.size() > 1);
-    m_progress->setVisible(isBusy);
-    m_progress->setRange(0, 0);
-    m_close->setText(isBusy && !m_isReading ? tr("Stop") : tr("Close"));
-    m_close->setEnabled(true);
+    m_state = state;
+    const bool isEditable = state == State::Idle && isKnown();
+    m_fields->setEditable(isEditable);
+    m_choices->setEnabled(isEditable);
+    m_foot->setWorking(state != State::Idle, state == State::Correcting);
     refresh();
 }
 
-void PatientEditor::say(const QString &text, bool isProblem)
-{
-    m_said->setText(text);
-    m_said->setProperty("isProblem", isProblem);
-    QFont font = m_said->font();
-    font.setBold(isProblem);
-    m_said->setFont(font);
-}
-
-/// What has begun to be stored comes to its end first; the window waits for it out of sight.
+/// What has begun to be stored comes to its end first; the window stays until then.
 void PatientEditor::closeEvent(QCloseEvent *event)
 {
-    if (m_isBusy && !m_isReading) {
+    if (m_state == State::Correcting) {
         m_work->stop();
         m_isClosing = true;
         event->ignore();

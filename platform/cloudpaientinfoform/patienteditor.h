@@ -3,14 +3,15 @@
 #include "cloudpaientinfoform.h"
 #include "correctionwork.h"
 
+class CorrectionChoices;
+class EditorFoot;
 class PatientFields;
-class QBoxLayout;
 class QLabel;
-class QProgressBar;
-class QPushButton;
-class QRadioButton;
 
-/// The editor's window: what both places have, what it is to be, for whom and where; then what became of it.
+/**
+ * The editor's window: what both places have, what it is to be, for whom and where; then what became of it.
+ * It follows the session: nothing is asked or stored in the name of somebody who is not signed in any more.
+ */
 class PatientEditor : public CloudPaientInfoForm
 {
     Q_OBJECT
@@ -29,42 +30,36 @@ protected:
 
 private:
     void build();
-    void addChoices(QBoxLayout *layout);
-    void addButtons(QBoxLayout *layout);
+    void read();
+    void onSessionChanged();
     void onKnown(const StudyFacts &facts);
-    void onProgress(const CorrectionProgress &progress);
     void onFinished(const CorrectionReport &report);
     void save();
     void refresh();
     bool isKnown() const;
     PatientChanges changes() const;
+    WebService service() const;
     QString serviceText() const;
-    void setBusy(bool isBusy);
-    void say(const QString &text, bool isProblem = false);
+    enum class State : quint8 { Idle, Reading, Correcting };
+    void setState(State state);
 
     qlonglong m_studyPk = 0;
     QString m_studyUid;
     QByteArray m_sessionId;
-    QString m_databasePath;
-    WebService m_service;
+    QString m_serviceAddress;
+    QString m_databasePath; ///< empty until there is something to edit
     StudyFacts m_facts;
-    QString m_news; ///< of an earlier run
+    QString m_news; ///< what became of corrections
+    bool m_isNewsBad = false;
     QString m_fault; ///< of what is typed, as it is shown
     CorrectionWork *const m_work;
-    bool m_isReading = false;
-    bool m_isBusy = false;
-    bool m_mayStop = false;
-    bool m_isClosing = false; ///< as soon as the work has come to its end
+    State m_state = State::Idle;
+    bool m_isWantedSet = false; ///< what it is to be has begun: reading again leaves it alone
+    bool m_isClosing = false; ///< as soon as the correction has come to its end
     PatientFields *m_fields = nullptr;
+    CorrectionChoices *m_choices = nullptr;
     QLabel *m_head = nullptr;
     QLabel *m_serviceState = nullptr;
-    QRadioButton *m_allStudies = nullptr;
-    QRadioButton *m_thisStudy = nullptr;
-    QRadioButton *m_both = nullptr;
-    QRadioButton *m_indexOnly = nullptr;
     QLabel *m_files = nullptr;
-    QLabel *m_said = nullptr;
-    QProgressBar *m_progress = nullptr;
-    QPushButton *m_save = nullptr;
-    QPushButton *m_close = nullptr;
+    EditorFoot *m_foot = nullptr;
 };

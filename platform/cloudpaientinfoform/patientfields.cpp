@@ -73,7 +73,6 @@ void PatientFields::build()
     m_nameShown = new QLabel(this);
     m_nameShown->setTextFormat(Qt::PlainText);
     m_id = new QLineEdit(this);
-    m_id->setMaxLength(mostOfId);
     m_birthDate = new QLineEdit(this);
     m_birthDate->setPlaceholderText(tr("YYYY-MM-DD"));
     m_sex = new QComboBox(this);
@@ -170,6 +169,12 @@ PatientValues PatientFields::wanted() const
     return values;
 }
 
+/// What others wrote may stay as it is, however odd.
+bool PatientFields::isKept(PatientField field, const PatientValues &values) const
+{
+    return PatientValues::isSame(field, values[field], m_indexValues[field]);
+}
+
 QString PatientFields::fault() const
 {
     const PatientValues values = wanted();
@@ -178,22 +183,27 @@ QString PatientFields::fault() const
     for (const QString &group : groups) {
         isLong = isLong || group.size() > mostOfGroup;
     }
-    if (isLong) {
+    if (isLong && !isKept(PatientField::Name, values)) {
         return tr("The name is too long: DICOM has room for %1 characters in each of three groups.")
             .arg(mostOfGroup);
     }
-    if (values[PatientField::Name].contains(QLatin1Char('\\'))
-        || values[PatientField::Id].contains(QLatin1Char('\\'))) {
-        return tr("A name and an ID cannot hold a backslash.");
+    if (values[PatientField::Id].size() > mostOfId && !isKept(PatientField::Id, values)) {
+        return tr("The patient ID is too long: DICOM has room for %1 characters.").arg(mostOfId);
+    }
+    for (const PatientField field : {PatientField::Name, PatientField::Id}) {
+        if (values[field].contains(QLatin1Char('\\')) && !isKept(field, values)) {
+            return tr("A name and an ID cannot hold a backslash.");
+        }
     }
     const QString birthDate = values[PatientField::BirthDate];
-    const bool isKept = birthDate == m_indexValues[PatientField::BirthDate]; // odd dates of others may stay
     const QDate date = QDate::fromString(birthDate, QLatin1String(dicomDate));
-    if (!birthDate.isEmpty() && !isKept && (!date.isValid() || date > QDate::currentDate())) {
+    if (!birthDate.isEmpty() && !isKept(PatientField::BirthDate, values)
+        && (!date.isValid() || date > QDate::currentDate())) {
         return tr("The birth date must be a day of the past, as %1.").arg(QStringLiteral("1970-12-31"));
     }
-    return values[PatientField::Comments].size() > mostOfComments ? tr("The comments are too long.")
-                                                                  : QString();
+    return values[PatientField::Comments].size() > mostOfComments && !isKept(PatientField::Comments, values)
+        ? tr("The comments are too long.")
+        : QString();
 }
 
 void PatientFields::setEditable(bool isEditable)

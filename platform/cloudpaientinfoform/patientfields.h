@@ -37,6 +37,7 @@ private:
     void build();
     void addRow(QGridLayout *grid, PatientField field, QWidget *editor);
     void markDifferences();
+    bool isKept(PatientField field, const PatientValues &values) const;
 
     QHash<PatientField, QLabel *> m_index;
     QHash<PatientField, QLabel *> m_service;

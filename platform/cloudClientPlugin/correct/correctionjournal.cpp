@@ -104,7 +104,7 @@ bool CorrectionJournal::read()
     m_content.objects = json[QLatin1String(objectsKey)].toArray();
     CorrectionRequest &request = m_content.request;
     request.databasePath = json[QLatin1String(databaseKey)].toString();
-    request.studies = json[QLatin1String(studiesKey)].toVariant().toStringList();
+    m_content.studies = json[QLatin1String(studiesKey)].toVariant().toStringList();
     request.index.studyUid = json[QLatin1String(studyKey)].toString();
     request.index.studyPk = json[QLatin1String(studyPkKey)].toVariant().toLongLong();
     request.index.scope = IndexCorrection::Scope(json[QLatin1String(scopeKey)].toInt());
@@ -122,7 +122,7 @@ bool CorrectionJournal::write(const Content &content)
         {QLatin1String(studyPkKey), request.index.studyPk},
         {QLatin1String(scopeKey), int(request.index.scope)},
         {QLatin1String(changesKey), toJson(request.index.changes)},
-        {QLatin1String(studiesKey), QJsonArray::fromStringList(request.studies)},
+        {QLatin1String(studiesKey), QJsonArray::fromStringList(content.studies)},
         {QLatin1String(objectsKey), content.objects}};
     QSaveFile file(m_folder + QLatin1Char('/') + QLatin1String(fileName));
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(json).toJson()) > 0 && file.commit();

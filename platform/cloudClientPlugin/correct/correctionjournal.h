@@ -26,6 +26,7 @@ public:
         State state = State::Prepared;
         QUrl service;
         CorrectionRequest request;
+        QStringList studies; ///< UIDs of those whose objects are corrected, here and in the service
         QJsonArray objects; ///< as ServiceObjects writes them
     };
 

@@ -12,7 +12,6 @@ struct CorrectionRequest
     QString databasePath;
     IndexCorrection index;
     bool inService = true; ///< false corrects the index alone
-    QStringList studies; ///< UIDs of those whose objects are corrected, here and in the service
 };
 
 /// What runs, for whoever shows it.
@@ -35,6 +34,7 @@ struct CorrectionReport
         SameStudyThere, ///< the service has the study under the new ID already; nothing was changed
         Undone, ///< half-way; both places are as they were again
         UndoPending, ///< half-way; the service gets back what it had once it can be reached again
+        EarlierPending, ///< nothing was changed, as an earlier one is still to be undone in the service
         Doubled ///< the service now has an object under both IDs, and no way to remove one was found
     };
     End end = End::Failed;

@@ -23,15 +23,20 @@ QString studyResource(const QString &id)
 
 } // namespace
 
-StudyCopies::StudyCopies(const WebService &service)
-    : m_calls(above(service), nullptr)
+StudyCopies::StudyCopies(const WebService &service, const std::atomic<bool> *stop)
+    : m_calls(above(service), stop)
 { }
 
-bool StudyCopies::isOffered()
+bool StudyCopies::isOffered(WebFailure &failure)
 {
     QJsonDocument answer;
-    return m_calls.ask(QStringLiteral("system"), answer).isNone()
-        && answer.object().contains(QLatin1String("ApiVersion"))
+    failure = m_calls.ask(QStringLiteral("system"), answer);
+    const bool isAnswered = failure.isNone();
+    if (failure.problem != WebProblem::Stopped
+        && (!failure.isPassing() || failure.problem == WebProblem::ServerError)) {
+        failure = {}; // whoever refuses offers nothing
+    }
+    return isAnswered && answer.object().contains(QLatin1String("ApiVersion"))
         && answer.object().contains(QLatin1String("DicomAet"));
 }
 

@@ -20,11 +20,13 @@ struct StudyCopy
 class StudyCopies
 {
 public:
-    /// @param service of DICOMweb, as "https://archive/dicom-web"
-    explicit StudyCopies(const WebService &service);
+    /// @param service of DICOMweb, as "https://archive/dicom-web". @param stop ends a request soon
+    StudyCopies(const WebService &service, const std::atomic<bool> *stop);
 
-    /// Whether the archive is one that can be asked.
-    bool isOffered();
+    /// From now on requests run to their end.
+    void goOnRegardless() { m_calls.goOnRegardless(); }
+    /// Whether the archive is one that can be asked. @param failure why that is not known
+    bool isOffered(WebFailure &failure);
     WebFailure find(const QString &studyUid, QVector<StudyCopy> &copies);
     WebFailure remove(const StudyCopy &copy);
 

@@ -48,7 +48,10 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     m_request = request;
     m_report = {};
     m_report.changes = request.index.changes;
-    if (!openJournal(request) || (request.inService && (!fetch(request) || !prepare(request)))) {
+    if (!chooseStudies() || (request.inService && !isNoneToUndo())) {
+        return m_report;
+    }
+    if (!openJournal(request) || (request.inService && (!fetch() || !prepare(request)))) {
         m_journal->remove();
         return m_report;
     }
@@ -56,14 +59,54 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
         if (storeAll()) {
             check();
         }
-    } else if (m_journal->write({State::Stored, {}, request, {}}) || fail(End::Failed)) {
+    } else if (m_journal->write({State::Stored, {}, request, m_studies, {}}) || fail(End::Failed)) {
         correctTheIndex();
     }
-    correctTheFiles();
+    correctTheFiles(false);
     if (m_report.end != End::UndoPending) {
         m_journal->remove();
     }
     return m_report;
+}
+
+/// Of the patient as the index has it now: an editor may have read it before another correction.
+bool StudyCorrection::chooseStudies()
+{
+    m_studies = QStringList{m_request.index.studyUid};
+    if (m_request.index.scope == IndexCorrection::Scope::Study) {
+        return true;
+    }
+    const IndexConnection connection(m_request.databasePath);
+    if (!isOpen(connection)) {
+        return false;
+    }
+    const IndexedPatient patient =
+        indexedPatientOf(connection.database(), m_request.index.studyPk, m_request.index.studyUid);
+    if (!patient.isFound) {
+        m_report.index.problem = IndexCorrectionResult::Problem::NotFound;
+        return fail(End::Failed);
+    }
+    m_studies = patient.studyUids;
+    return true;
+}
+
+/// An undoing that came later would take this correction back as well.
+bool StudyCorrection::isNoneToUndo()
+{
+    const auto left = CorrectionJournal::leftBehind(m_request.databasePath, m_service.address);
+    return std::none_of(left.cbegin(), left.cend(), [](const auto &journal) {
+        return journal->content().state == State::Storing;
+    }) || fail(End::EarlierPending);
+}
+
+bool StudyCorrection::isOpen(const IndexConnection &connection)
+{
+    if (connection.isOpen()) {
+        return true;
+    }
+    m_report.index.problem = IndexCorrectionResult::Problem::Database;
+    m_report.index.error = QSqlError(connection.failure().detail);
+    return fail(End::Failed);
 }
 
 bool StudyCorrection::openJournal(const CorrectionRequest &request)
@@ -76,11 +119,11 @@ bool StudyCorrection::openJournal(const CorrectionRequest &request)
     return true;
 }
 
-bool StudyCorrection::fetch(const CorrectionRequest &request)
+bool StudyCorrection::fetch()
 {
     m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
     m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
-    for (const QString &study : request.studies) {
+    for (const QString &study : qAsConst(m_studies)) {
         const WebFailure failure = m_objects->fetch(study, m_report.detail);
         if (!failure.isNone()) {
             return fail(End::Failed, failure);
@@ -105,12 +148,16 @@ bool StudyCorrection::prepare(const CorrectionRequest &request)
         return fail(End::Stopped);
     }
     const auto write = [&] {
-        return m_journal->write({State::Prepared, m_service.address, request, m_objects->toJson()});
+        return m_journal->write(
+            {State::Prepared, m_service.address, request, m_studies, m_objects->toJson()});
     };
     if (!m_report.detail.isEmpty() || !m_objects->sync() || !write()) {
         return fail(End::Failed);
     }
     m_calls->goOnRegardless();
+    if (m_copies) {
+        m_copies->goOnRegardless();
+    }
     return m_journal->setState(State::Storing) || fail(End::Failed);
 }
 
@@ -133,12 +180,13 @@ bool StudyCorrection::mayChangeId()
     if (!m_report.inService.contains(PatientField::Id)) {
         return true;
     }
-    auto copies = std::make_unique<StudyCopies>(m_service);
-    if (!copies->isOffered()) {
-        return true;
+    auto copies = std::make_unique<StudyCopies>(m_service, &m_stop);
+    WebFailure unknown;
+    if (!copies->isOffered(unknown)) {
+        return unknown.isNone() || fail(End::Failed, unknown);
     }
     m_copies = std::move(copies);
-    for (const QString &study : qAsConst(m_request.studies)) {
+    for (const QString &study : qAsConst(m_studies)) {
         QVector<StudyCopy> found;
         const WebFailure failure = m_copies->find(study, found);
         if (!failure.isNone()) {
@@ -186,7 +234,7 @@ bool StudyCorrection::isDoubled()
 bool StudyCorrection::removeCopies(bool ofOld)
 {
     const QString newId = m_request.index.changes[PatientField::Id];
-    for (const QString &study : qAsConst(m_request.studies)) {
+    for (const QString &study : qAsConst(m_studies)) {
         QVector<StudyCopy> copies;
         WebFailure failure = repeated([&] {
             copies.clear();
@@ -248,10 +296,7 @@ void StudyCorrection::undo()
 void StudyCorrection::correctTheIndex()
 {
     const IndexConnection connection(m_request.databasePath);
-    if (!connection.isOpen()) {
-        m_report.index.problem = IndexCorrectionResult::Problem::Database;
-        m_report.index.error = QSqlError(connection.failure().detail);
-        fail(End::Failed);
+    if (!isOpen(connection)) {
         return;
     }
     const IndexCorrection &asked = m_request.index;
@@ -266,7 +311,7 @@ void StudyCorrection::correctTheIndex()
 }
 
 /// The last step, and the one that cannot be missed: an upload would bring the old values back.
-void StudyCorrection::correctTheFiles()
+void StudyCorrection::correctTheFiles(bool heedsStop)
 {
     if (m_report.end != End::Done) {
         return;
@@ -274,47 +319,71 @@ void StudyCorrection::correctTheFiles()
     m_journal->setState(State::Indexed);
     const IndexConnection connection(m_request.databasePath);
     if (connection.isOpen()) {
-        m_report.files = correctCopies(connection.database(), m_report.index.patientPk, m_request.studies,
-            m_request.index.changes, [this](int done, int all) {
+        m_report.files = correctCopies(connection.database(), m_report.index.patientPk, m_studies,
+            m_request.index.changes, [this, heedsStop](int done, int all) {
                 m_show({CorrectionProgress::Step::CorrectingCopies, done, all});
+                return !heedsStop || !m_stop;
             });
     }
+}
+
+/// What the journal says: the rest of it, or back to what was.
+void StudyCorrection::finish()
+{
+    const CorrectionJournal::Content &content = m_journal->content();
+    m_request = content.request;
+    m_studies = content.studies;
+    m_report = {};
+    m_report.changes = m_request.index.changes;
+    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
+    m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
+    m_objects->read(content.objects);
+    m_report.objects = m_objects->objects().size();
+    m_report.studies = m_objects->studies();
+    noteDifferences();
+    if (content.state != State::Storing) {
+        correctTheIndex(); // once more changes nothing
+        correctTheFiles(true);
+        return;
+    }
+    m_copies.reset();
+    if (m_report.inService.contains(PatientField::Id)) {
+        auto copies = std::make_unique<StudyCopies>(m_service, &m_stop);
+        WebFailure unknown;
+        if (copies->isOffered(unknown)) {
+            m_copies = std::move(copies);
+        } else if (!unknown.isNone()) {
+            m_report.end = End::UndoPending;
+            m_report.failure = unknown;
+            return;
+        }
+    }
+    undo();
+}
+
+bool StudyCorrection::isOver() const
+{
+    return m_report.end != End::UndoPending && !m_report.files.isStopped
+        && m_report.index.problem != IndexCorrectionResult::Problem::Database;
 }
 
 QVector<CorrectionReport> StudyCorrection::finishBegun(const QString &databasePath)
 {
     QVector<CorrectionReport> reports;
     for (auto &journal : CorrectionJournal::leftBehind(databasePath, m_service.address)) {
+        if (m_stop) {
+            break;
+        }
         m_journal = std::move(journal);
-        m_request = m_journal->content().request;
-        m_report = {};
-        m_report.changes = m_request.index.changes;
-        m_calls = std::make_unique<ServiceCalls>(m_service, nullptr);
-        m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
-        m_objects->read(m_journal->content().objects);
-        m_report.objects = m_objects->objects().size();
-        m_report.studies = m_objects->studies();
-        noteDifferences();
         if (m_journal->content().state == State::Prepared) {
             m_journal->remove();
             continue;
         }
-        if (m_journal->content().state != State::Storing) {
-            correctTheIndex(); // once more changes nothing
-            correctTheFiles();
-        } else {
-            m_copies.reset();
-            if (m_report.inService.contains(PatientField::Id)) {
-                m_copies = std::make_unique<StudyCopies>(m_service);
-                if (!m_copies->isOffered()) {
-                    m_copies.reset();
-                }
-            }
-            undo();
-        }
-        const bool isIndexBusy = m_report.index.problem == IndexCorrectionResult::Problem::Database;
-        if (m_report.end != End::UndoPending && !isIndexBusy) {
+        finish();
+        if (isOver()) {
             m_journal->remove();
+        } else if (m_stop) {
+            break;
         }
         reports.append(m_report);
     }

@@ -9,6 +9,7 @@
 #include <memory>
 
 class CorrectionJournal;
+class IndexConnection;
 class ServiceCalls;
 class ServiceObjects;
 class StudyCopies;
@@ -26,29 +27,35 @@ class CLOUDCLIENTPLUGIN_EXPORT StudyCorrection
 public:
     using Show = std::function<void(const CorrectionProgress &)>;
 
-    /// @param stop is heeded until the first object is stored
+    /// @param stop is heeded until the first object is stored, and by finishBegun() throughout
     StudyCorrection(WebService service, const std::atomic<bool> &stop, Show show);
     ~StudyCorrection();
     StudyCorrection(const StudyCorrection &) = delete;
     StudyCorrection &operator=(const StudyCorrection &) = delete;
 
+    /// What is the patient's is what the index has when this begins, whatever the caller has read.
     CorrectionReport run(const CorrectionRequest &request);
 
-    /// Finishes or undoes what earlier runs left for this index and service. @return one report each
+    /// Finishes or undoes what earlier runs left for this index and service. What a stop keeps from its end
+    /// is left for the next time. @return one report each of those that are not
     QVector<CorrectionReport> finishBegun(const QString &databasePath);
 
 private:
-    bool fetch(const CorrectionRequest &request);
+    bool chooseStudies();
+    bool isNoneToUndo();
+    bool isOpen(const IndexConnection &connection);
+    bool fetch();
     bool prepare(const CorrectionRequest &request);
     bool storeAll();
-    bool storeUnderOtherId();
     bool mayChangeId();
     bool isDoubled();
     bool removeCopies(bool ofOld);
     void check();
     void undo();
     void correctTheIndex();
-    void correctTheFiles();
+    void correctTheFiles(bool heedsStop);
+    void finish();
+    bool isOver() const;
     bool openJournal(const CorrectionRequest &request);
     void noteDifferences();
     bool fail(CorrectionReport::End end, const WebFailure &failure = {});
@@ -61,5 +68,6 @@ private:
     std::unique_ptr<CorrectionJournal> m_journal;
     std::unique_ptr<ServiceObjects> m_objects;
     CorrectionRequest m_request;
+    QStringList m_studies; ///< UIDs of those whose objects are corrected
     CorrectionReport m_report;
 };

@@ -68,7 +68,7 @@ bool correctInPlace(const QString &path, const PatientChanges &changes)
 } // namespace
 
 LocalCorrection correctCopies(const QSqlDatabase &db, qlonglong patientPk, const QStringList &studyUids,
-    const PatientChanges &changes, const std::function<void(int done, int all)> &show)
+    const PatientChanges &changes, const std::function<bool(int done, int all)> &goOn)
 {
     const Files files = filesOf(db, patientPk, studyUids);
     LocalCorrection result;
@@ -80,7 +80,10 @@ LocalCorrection correctCopies(const QSqlDatabase &db, qlonglong patientPk, const
         } else {
             result.failed.append(path);
         }
-        show(++done, files.copies.size());
+        if (!goOn(++done, files.copies.size())) {
+            result.isStopped = true;
+            break;
+        }
     }
     return result;
 }

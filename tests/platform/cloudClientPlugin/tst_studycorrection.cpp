@@ -8,6 +8,7 @@
 #include "webarchive.h"
 
 #include <QSqlQuery>
+#include <QTcpServer>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(PatientChanges)
@@ -87,7 +88,6 @@ class StudyCorrectionTest : public QObject
         request.databasePath = m_index->path();
         request.index.studyUid = study;
         request.index.changes = changes;
-        request.studies = QStringList{study, otherStudy};
         return request;
     }
 
@@ -98,6 +98,29 @@ class StudyCorrectionTest : public QObject
         CorrectionReport report;
         onDeepThread([&] { report = StudyCorrection(serviceOf(*m_archive), m_stop, show).run(request); });
         return report;
+    }
+
+    QVector<CorrectionReport> finish()
+    {
+        QVector<CorrectionReport> finished;
+        onDeepThread([&] {
+            finished = StudyCorrection(serviceOf(*m_archive), m_stop, [](const auto &) {
+            }).finishBegun(m_index->path());
+        });
+        return finished;
+    }
+
+    /// A stop ends what a service that takes connections and says nothing would hold up.
+    QVector<CorrectionReport> finishStoppedByASilentService()
+    {
+        QTcpServer silent;
+        if (!silent.listen(QHostAddress::LocalHost, quint16(m_archive->httpPort()))) {
+            qFatal("the archive's port is taken");
+        }
+        connect(&silent, &QTcpServer::newConnection, this, [this] { m_stop = true; });
+        QVector<CorrectionReport> finished = finish();
+        m_stop = false;
+        return finished;
     }
 
     /// "name/ID objects" of each study of the archive, by its REST interface, from the files themselves.
@@ -226,12 +249,14 @@ private slots:
         begin();
         CorrectionRequest one = request({{PatientField::Name, newName}});
         one.index.scope = IndexCorrection::Scope::Study;
-        one.studies = QStringList{study};
         QCOMPARE(run(one).end, End::Done);
         QStringList both{QStringLiteral("Müller^Jörg/P1 1"), newName + QStringLiteral("/P1 3")};
         QCOMPARE(inIndex(), both);
+        // The patient's studies are now those of the new one: the old one's stay as they are.
+        const CorrectionReport next = run(request({{PatientField::Comments, QStringLiteral("x")}}));
+        QCOMPARE(next.end, End::Done);
+        QCOMPARE(next.objects, 3);
         one.index.studyUid = otherStudy;
-        one.studies = QStringList{otherStudy};
         const CorrectionReport report = run(one);
         QVERIFY(report.index.isMerged);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
@@ -289,12 +314,11 @@ private slots:
         if (!isIndexLocked) {
             QCOMPARE(report.end, End::UndoPending);
             QVERIFY(!isJournalGone());
+            QCOMPARE(run(request(changes)).end, End::EarlierPending);
+            QVERIFY(finishStoppedByASilentService().isEmpty());
+            QVERIFY(!isJournalGone());
             m_archive->start();
-            QVector<CorrectionReport> finished;
-            onDeepThread([&] {
-                finished = StudyCorrection(serviceOf(*m_archive), m_stop, [](const auto &) {
-                }).finishBegun(m_index->path());
-            });
+            const QVector<CorrectionReport> finished = finish();
             QCOMPARE(finished.size(), 1);
             QCOMPARE(finished[0].end, End::Undone);
         } else {

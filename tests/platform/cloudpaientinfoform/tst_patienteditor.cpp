@@ -156,6 +156,27 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(said().contains(QStringLiteral("index only")), mostMs);
         const QStringList both{QStringLiteral("Mueller^Joerg"), QStringLiteral("Müller^Jörg")};
         QCOMPARE(patients(), both);
+        // What is saved next is of the patient that the study has now.
+        QTRY_VERIFY_WITH_TIMEOUT(isReady(), mostMs);
+        QVERIFY(!part<QRadioButton>("thisStudy")->isEnabled());
+        QVERIFY(part<QRadioButton>("allStudies")->isChecked());
+    }
+
+    /// Nothing is done in the name of somebody who has signed out; what was typed stays.
+    void followsTheSession()
+    {
+        begin();
+        signIn();
+        open();
+        part<QLineEdit>("PatientName")->setText(QStringLiteral("Müller^Jörg"));
+        HttpUploadFile::instance()->endSession();
+        QTRY_VERIFY_WITH_TIMEOUT(isReady(), mostMs);
+        QVERIFY(!part<QRadioButton>("indexAndService")->isEnabled());
+        QVERIFY(part<QRadioButton>("indexOnly")->isChecked());
+        signIn();
+        QTRY_VERIFY_WITH_TIMEOUT(isReady(), mostMs);
+        QVERIFY(part<QRadioButton>("indexAndService")->isChecked());
+        QCOMPARE(part<QLineEdit>("PatientName")->text(), QStringLiteral("Müller^Jörg"));
     }
 };
 
