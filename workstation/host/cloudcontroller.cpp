@@ -59,9 +59,7 @@ CloudController::~CloudController()
 void CloudController::begin(const QString &databasePath)
 {
     m_databasePath = databasePath;
-    UploadProgressForm *uploads = UploadProgressForm::instance();
-    connect(uploads, &UploadProgressForm::signInWanted, this, &CloudController::signIn);
-    uploads->resumeUploads();
+    UploadProgressForm::instance()->resumeUploads();
     DownloadEngine::current(); // goes on with what was begun once somebody is signed in
     restore();
 }
