@@ -2,12 +2,11 @@
 #include "patientmanagermainwindow.h"
 
 #include "anonymizeform.h"
+#include "cloudaccount.h"
 #include "cloudpaientinfoform.h"
 #include "companionwindow.h"
-#include "configlocation.h"
 #include "downloadclouddataform.h"
 #include "httpuploadfile.h"
-#include "inifile.h"
 #include "kivmessageboxform.h"
 #include "loginform.h"
 #include "ndockwidget.h"
@@ -23,12 +22,9 @@
 #include <QFileInfo>
 #include <QGenericPluginFactory>
 #include <QProcess>
-#include <QSettings>
 
 namespace {
 
-constexpr int localUser = 0;
-constexpr int cloudUser = 1;
 constexpr QPoint anonymizePlace{400, 100};
 
 /// A tool of the workstation: it stands above the windows that it serves.
@@ -79,7 +75,7 @@ QString pathOfProgram(const QString &name)
 
 bool PatientManagerMainWindow::isSignedIn() const
 {
-    return !jsessionid.isEmpty() && userType != localUser;
+    return !jsessionid.isEmpty() && userType != LoginForm::localUser;
 }
 
 void PatientManagerMainWindow::keepLogin(QByteArray name, QByteArray secret, QByteArray sessionId, int type)
@@ -114,25 +110,12 @@ void PatientManagerMainWindow::onLoginInfo(QByteArray name, QByteArray secret, Q
 /// The current user becomes a local one; what is kept is the index and the wish to be remembered.
 void PatientManagerMainWindow::userTypeReflesh()
 {
-    const QString file = ConfigLocation::unchecked(QLatin1String(ConfigKey::userNameIni));
-    const QString group = QStringLiteral("currentusername");
-    const QString remember = group + QStringLiteral("/remberPwd");
-    const QString database = group + QStringLiteral("/dbname");
-    constexpr int localLogType = 2;
-    const QSettings before(file, QSettings::IniFormat);
-    const bool isRemembered = before.value(remember).toBool();
-    const QString name = before.value(database).toString();
-    IniFile::removeGroup(file, group);
-    IniFile::setValue(file, group + QStringLiteral("/logtype"), localLogType);
-    IniFile::setValue(file, group + QStringLiteral("/cloud"), QString());
-    IniFile::setValue(file, group + QStringLiteral("/cloudpassword"), QString());
-    IniFile::setValue(file, remember, isRemembered);
-    IniFile::setValue(file, database, name);
+    CloudAccount::read().writeLocal();
 }
 
 void PatientManagerMainWindow::openLogin()
 {
-    if (userType == localUser) {
+    if (userType == LoginForm::localUser) {
         userTypeReflesh();
     }
     if (!loginForm) {
@@ -173,7 +156,7 @@ void PatientManagerMainWindow::on_actionDownloadCloudData_triggered()
     // Again at every opening, as hosts know it.
     connect(
         this, &PatientManagerMainWindow::jessionInfo, downloadForm, &DownloadCloudDataForm::onJessionInfo);
-    if (userType == cloudUser) {
+    if (userType == LoginForm::cloudUser) {
         emit jessionInfo(jsessionid);
     }
     downloadForm->reflesh();

@@ -16,6 +16,7 @@ namespace {
 
 enum LogType { CloudUser = 1, LocalUser = 2 };
 
+constexpr char currentGroup[] = "currentusername";
 constexpr char logTypeKey[] = "currentusername/logtype";
 constexpr char cloudKey[] = "currentusername/cloud";
 constexpr char passwordKey[] = "currentusername/cloudpassword";
@@ -46,10 +47,13 @@ bool write(std::initializer_list<std::pair<const char *, QVariant>> values)
     });
 }
 
-/// The group of who works now, in the order that its readers know.
+/// The group of who works now; a local user's is written anew, in the order that its readers know.
 bool writeCurrent(LogType type, const QString &cloud, bool remembers)
 {
     const QVariant database = storedText(databaseKey);
+    if (type == LocalUser) {
+        IniFile::removeGroup(CloudAccount::file(), QLatin1String(currentGroup));
+    }
     return write({{logTypeKey, int(type)}, {cloudKey, cloud}, {passwordKey, QString()},
         {rememberKey, remembers}, {databaseKey, database}});
 }
