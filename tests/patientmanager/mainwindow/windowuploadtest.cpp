@@ -5,6 +5,7 @@
 #include "ntableview.h"
 #include "patientform.h"
 #include "seriesform.h"
+#include "sharedwindows.h"
 #include "studyform.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -68,6 +69,7 @@ private slots:
     void imagesBringTheUidsOfTheFirst();
     void nothingIsSentWithoutBeingAsked();
     void theSameSeriesIsOneRow();
+    void anotherWindowTakesUpWhatIsLeft();
     void countsGoWhereTheirTitlesAre();
     void aFolderIsLookedThrough();
     void whatIsStoredIsShownInTheTables();
@@ -204,6 +206,26 @@ void WindowUploadTest::theSameSeriesIsOneRow()
     choosePatients(0, 1);
     window->getPatientForm()->uploadFile(QStringLiteral("somebody"));
     QCOMPARE(rows(), 1);
+}
+
+void WindowUploadTest::anotherWindowTakesUpWhatIsLeft()
+{
+    choosePatients(0, 1);
+    upload();
+    QTRY_COMPARE(rows(), 2);
+    QTRY_COMPARE(tally(0).state, UploadTally::State::NeedsSession);
+    QTRY_COMPARE(tally(1).state, UploadTally::State::NeedsSession);
+    SharedWindows::deleteAll();
+    QCOMPARE(rows(), 0);
+    uploads()->resumeUploads();
+    uploads()->resumeUploads();
+    QCOMPARE(rows(), 2);
+    QVERIFY(uploads()->isHidden());
+    QCOMPARE(text(0, 1), QStringLiteral("A^Given"));
+    QCOMPARE(text(0, 2), QStringLiteral("2"));
+    choosePatients(0, 0);
+    window->getPatientForm()->uploadFile(QString());
+    QCOMPARE(rows(), 2);
 }
 
 void WindowUploadTest::countsGoWhereTheirTitlesAre()
