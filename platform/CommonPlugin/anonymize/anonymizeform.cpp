@@ -25,20 +25,29 @@
 
 namespace {
 
+/// How to find the studies of a record, by the names that hosts have for its table.
+QString studyStatement(const QString &tableName)
+{
+    if (tableName == QLatin1String("patient")) {
+        return QStringLiteral("SELECT pk FROM generalstudy WHERE patient_fk = ?");
+    }
+    if (tableName == QLatin1String("generalseries") || tableName == QLatin1String("series")) {
+        return QStringLiteral("SELECT study_fk FROM generalseries WHERE pk = ?");
+    }
+    if (tableName == QLatin1String("imageformat") || tableName == QLatin1String("image")) {
+        return QStringLiteral(
+            "SELECT study_fk FROM generalseries JOIN imageformat ON series_fk = generalseries.pk"
+            " WHERE imageformat.pk = ?");
+    }
+    return QStringLiteral("SELECT pk FROM generalstudy WHERE pk = ?");
+}
+
 /// The studies that records stand for.
 QList<qlonglong> studiesOf(const QString &tableName, const QList<qlonglong> &keys)
 {
-    QString statement;
-    if (tableName == QLatin1String("patient")) {
-        statement = QStringLiteral("SELECT pk FROM generalstudy WHERE patient_fk = ?");
-    } else if (tableName == QLatin1String("generalseries") || tableName == QLatin1String("series")) {
-        statement = QStringLiteral("SELECT study_fk FROM generalseries WHERE pk = ?");
-    } else {
-        return keys;
-    }
     QList<qlonglong> studies;
     QSqlQuery query;
-    query.prepare(statement);
+    query.prepare(studyStatement(tableName));
     for (const qlonglong key : keys) {
         query.bindValue(0, key);
         query.exec();
@@ -141,6 +150,8 @@ QWidget *AnonymizeForm::Private::buildSetup()
     panel = new AnonymizeOptionsPanel;
     auto *scroll = new QScrollArea(splitter);
     scroll->setWidgetResizable(true);
+    scroll->setAccessibleName(AnonymizeForm::tr("Options"));
+    scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidget(panel);
@@ -156,6 +167,7 @@ QLayout *AnonymizeForm::Private::buildButtons()
     note = new QLabel(q);
     note->setObjectName(QStringLiteral("obstacle"));
     note->setWordWrap(true);
+    note->setTextFormat(Qt::PlainText);
     previewButton = new QPushButton(AnonymizeForm::tr("&Preview"), q);
     previewButton->setObjectName(QStringLiteral("preview"));
     previewButton->setToolTip(AnonymizeForm::tr("Shows what would change in an image; nothing is written"));

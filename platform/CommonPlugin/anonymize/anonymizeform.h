@@ -23,7 +23,8 @@ public:
     ~AnonymizeForm() override;
 
     /// Ticks records in place of those that are ticked, and shows them.
-    /// @param tableName patient, study or series; of a series its study is ticked
+    /// @param tableName patient, generalstudy, generalseries or imageformat; of the last two the study is
+    /// ticked
     void choose(const QString &tableName, const QList<qlonglong> &keys);
     QSize sizeHint() const override;
 

@@ -42,6 +42,7 @@ void AnonymizeRunPage::build()
     m_model = new QStandardItemModel(this);
     m_files = new PlainTableView(this);
     m_files->setObjectName(QStringLiteral("files"));
+    m_files->setAccessibleName(tr("Files"));
     m_files->setModel(m_model);
     m_files->setPathColumn(0);
     auto *row = new QHBoxLayout;

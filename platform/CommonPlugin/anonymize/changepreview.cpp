@@ -37,6 +37,7 @@ void ChangePreview::build()
     m_state = new QLabel(this);
     m_state->setObjectName(QStringLiteral("previewState"));
     m_state->setWordWrap(true);
+    m_state->setTextFormat(Qt::PlainText);
     m_model = new ChangeModel(this);
     m_table = new PlainTableView(this);
     m_table->setObjectName(QStringLiteral("changes"));

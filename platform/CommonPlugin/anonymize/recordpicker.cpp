@@ -83,6 +83,7 @@ void RecordPicker::build()
     m_note = new QLabel(this);
     m_note->setObjectName(QStringLiteral("note"));
     m_note->setWordWrap(true);
+    m_note->setTextFormat(Qt::PlainText);
     m_count = new QLabel(this);
     m_count->setObjectName(QStringLiteral("count"));
     auto *layout = new QVBoxLayout(this);
