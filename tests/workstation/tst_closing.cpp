@@ -5,6 +5,7 @@
 #include "kivmessageboxform.h"
 #include "ntableview.h"
 #include "recordform.h"
+#include "runningcorrection.h"
 #include "testmain.h"
 
 #include <QLineEdit>
@@ -83,6 +84,24 @@ private slots:
         QTRY_VERIFY(!DataBaseSetForm::isAnyWorkRunning());
         QVERIFY(frame.window->close());
         QCOMPARE(m_questions.size(), 1);
+    }
+
+    /// What is being stored in a service comes to its end before the program does.
+    void waitsForACorrection()
+    {
+        const Frame frame(1);
+        answerWith(kivMessageBoxForm::AnswerCancel);
+        bool isStopped = false;
+        auto correction = std::make_unique<RunningCorrection>([&] { isStopped = true; });
+        QVERIFY(!frame.window->close());
+        QCOMPARE(m_questions.size(), 1);
+        QVERIFY(!isStopped);
+        answerWith(kivMessageBoxForm::AnswerOk);
+        QSignalSpy closed(frame.window.get(), &WorkstationWindow::closed);
+        QVERIFY(!frame.window->close());
+        QVERIFY(isStopped);
+        correction.reset();
+        QTRY_COMPARE(closed.count(), 1);
     }
 
     void endsItsThreadsWhereTheWindowIsDestroyedDuringAnImport()

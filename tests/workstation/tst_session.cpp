@@ -8,6 +8,7 @@
 #include "mainsetting.h"
 #include "ntableview.h"
 #include "recordform.h"
+#include "runningcorrection.h"
 #include "sendnotifier.h"
 #include "session.h"
 #include "settingsnotifier.h"
@@ -151,6 +152,15 @@ private slots:
         QVERIFY(services.retrievals()->retrievals().isEmpty());
         QVERIFY(SendNotifier::instance()->jobs().isEmpty());
         QCOMPARE(services.sending()->job(job).id, 0);
+    }
+
+    void waitsForACorrection()
+    {
+        auto correction = std::make_unique<RunningCorrection>([] {});
+        emit SettingsNotifier::instance()->indexRequested(m_index->folder() + QStringLiteral("/other.db"));
+        QVERIFY(m_session->window()->statusPanel()->activityText().contains(QStringLiteral("index")));
+        correction.reset();
+        QTRY_COMPARE(m_rebuilt->count(), 1);
     }
 
     void goesBackWhereTheOtherIndexCannotBeOpened()

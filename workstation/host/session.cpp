@@ -2,6 +2,7 @@
 
 #include "appearancesettings.h"
 #include "chosenrecords.h"
+#include "cloudcontroller.h"
 #include "createconnection.h"
 #include "databasesetform.h"
 #include "exportcontroller.h"
@@ -9,6 +10,7 @@
 #include "importreporttext.h"
 #include "kivmessageboxform.h"
 #include "mainsetting.h"
+#include "runningcorrection.h"
 #include "settingsnotifier.h"
 #include "sharedwindows.h"
 #include "shownpatients.h"
@@ -130,10 +132,11 @@ QString WorkstationSession::noticeText() const
 
 bool WorkstationSession::isBusy() const
 {
-    // Retrievals go on beneath a window of another language, but not into another index.
-    const bool isRetrieving = !m_wantedIndex.isEmpty() && m_services.retrievals()->isRunning();
-    return isRetrieving || m_window->imports()->isRunning() || m_window->exports()->isRunning()
-        || DataBaseSetForm::isAnyWorkRunning();
+    // Transfers go on beneath a window of another language, but not with another index.
+    const bool isTransferring = !m_wantedIndex.isEmpty()
+        && (m_services.retrievals()->isRunning() || CloudController::isTransferring());
+    return isTransferring || RunningCorrection::isAny() || m_window->imports()->isRunning()
+        || m_window->exports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
 }
 
 void WorkstationSession::tryChange()

@@ -22,6 +22,7 @@
 #include "patientqueryform.h"
 #include "querypaneldock.h"
 #include "recordform.h"
+#include "runningcorrection.h"
 #include "searchbar.h"
 #include "searchcontroller.h"
 #include "sendcontroller.h"
@@ -106,6 +107,10 @@ void WorkstationWindow::guardWork()
         tr("Images are on their way to or from the cloud. Quit? What has not come yet goes on at the next "
            "start."),
         {}});
+    m_parts.closing->add({&RunningCorrection::isAny,
+        tr("Patient data are being corrected. Stop that and quit? What has begun to be stored in the cloud "
+           "comes to its end first; else nothing is changed."),
+        &RunningCorrection::stopAll});
     // What is left of it is done at the next start.
     m_parts.closing->add(
         {[this] { return m_parts.deletions->isRunning(); }, {}, [this] { m_parts.deletions->stop(); }});
