@@ -10,6 +10,7 @@
 #include "testmain.h"
 #include "webarchive.h"
 
+#include <QBuffer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -98,8 +99,30 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(shownWindow<PreviewWindow>(), mostMs);
         QPointer<PreviewWindow> preview = shownWindow<PreviewWindow>();
         QTRY_COMPARE_WITH_TIMEOUT(preview->count(), 2, mostMs);
+        window.setSession({});
+        QVERIFY(preview && preview->isVisible());
         preview->close();
         QTRY_VERIFY_WITH_TIMEOUT(!preview, mostMs);
+    }
+
+    /// Whoever signs in during a fetch ends it, and the window is ready for the next.
+    void anotherSessionEndsAFetch()
+    {
+        BrowserWindow window;
+        window.show();
+        auto *studies = window.findChild<QTableView *>(QStringLiteral("studies"));
+        auto *series = window.findChild<QListView *>(QStringLiteral("series"));
+        const auto *stop = window.findChild<QPushButton *>(QStringLiteral("stop"));
+        window.setSession(sessionAt(*m_archive));
+        QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 3, mostMs);
+        studies->selectRow(0);
+        QTRY_COMPARE_WITH_TIMEOUT(series->model()->rowCount(), 2, mostMs);
+        series->setCurrentIndex(series->model()->index(0, 0));
+        window.findChild<QPushButton *>(QStringLiteral("open"))->click();
+        QVERIFY(stop->isVisible());
+        window.setSession({});
+        QVERIFY(!stop->isVisible());
+        QVERIFY(!window.findChild<QPushButton *>(QStringLiteral("open"))->isEnabled());
     }
 
     /// Where nobody is remembered, the sign-in is shown; a refused session leads there, too.
@@ -125,6 +148,17 @@ private slots:
             QSize(SeriesModel::side, SeriesModel::side));
         QVERIFY(SeriesPicture::pictureOf(m_folder.path(), SeriesModel::side).isNull());
         QVERIFY(SeriesPicture::readPicture("<html>", SeriesModel::side).isNull());
+        const auto encoded = [](const QSize &size, const char *format) {
+            QByteArray bytes;
+            QBuffer buffer(&bytes);
+            QImage picture(size, QImage::Format_Grayscale8);
+            picture.fill(0);
+            picture.save(&buffer, format);
+            return SeriesPicture::readPicture(bytes, SeriesModel::side);
+        };
+        QVERIFY(!encoded({300, 200}, "jpeg").isNull());
+        QVERIFY(encoded({300, 200}, "png").isNull()); // none that was asked for
+        QVERIFY(encoded({20000, 1000}, "jpeg").isNull()); // would take too much memory
     }
 };
 

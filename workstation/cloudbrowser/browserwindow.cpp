@@ -1,10 +1,11 @@
 #include "browserwindow.h"
 
+#include "browserfoot.h"
+#include "cloudquestionform.h"
 #include "cloudsignin.h"
 #include "firstwindowsize.h"
 #include "httpuploadfile.h"
 #include "loginform.h"
-#include "questionbar.h"
 #include "seriesmodel.h"
 #include "seriespreview.h"
 #include "serviceview.h"
@@ -12,10 +13,8 @@
 #include "webfailuretext.h"
 
 #include <QHeaderView>
-#include <QLabel>
 #include <QListView>
 #include <QLocale>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
@@ -55,10 +54,17 @@ void BrowserWindow::build()
 {
     auto *centre = new QWidget(this);
     auto *column = new QVBoxLayout(centre);
-    m_question = new QuestionBar(centre);
-    column->addWidget(m_question);
+    auto *row = new QHBoxLayout;
+    m_question = new CloudQuestionForm(centre);
+    m_search = new QPushButton(tr("&Search"), centre);
+    m_search->setObjectName(QStringLiteral("search"));
+    m_search->setDefault(true);
+    row->addWidget(m_question, 1);
+    row->addWidget(m_search, 0, Qt::AlignBottom);
+    m_foot = new BrowserFoot(centre);
+    column->addLayout(row);
     column->addWidget(buildLists(), 1);
-    column->addWidget(buildFoot());
+    column->addWidget(m_foot);
     setCentralWidget(centre);
 }
 
@@ -98,46 +104,16 @@ QWidget *BrowserWindow::buildLists()
     return splitter;
 }
 
-QWidget *BrowserWindow::buildFoot()
-{
-    auto *foot = new QWidget(this);
-    auto *row = new QHBoxLayout(foot);
-    row->setContentsMargins(0, 0, 0, 0);
-    m_said = new QLabel(foot);
-    m_said->setObjectName(QStringLiteral("said"));
-    m_said->setTextFormat(Qt::PlainText);
-    m_said->setWordWrap(true);
-    m_progress = new QProgressBar(foot);
-    m_progress->setAccessibleName(tr("Progress"));
-    m_progress->setRange(0, 0);
-    m_progress->setTextVisible(false);
-    m_progress->setMaximumWidth(160);
-    m_stop = new QPushButton(tr("S&top"), foot);
-    m_open = new QPushButton(tr("&Open Series"), foot);
-    m_open->setObjectName(QStringLiteral("open"));
-    m_who = new QLabel(foot);
-    m_who->setObjectName(QStringLiteral("who"));
-    m_who->setTextFormat(Qt::PlainText);
-    m_signInButton = new QPushButton(foot);
-    m_signInButton->setObjectName(QStringLiteral("signIn"));
-    row->addWidget(m_said, 1);
-    for (QWidget *part : QVector<QWidget *>{m_progress, m_stop, m_open, m_who, m_signInButton}) {
-        row->addWidget(part);
-    }
-    m_progress->hide();
-    m_stop->hide();
-    return foot;
-}
-
 void BrowserWindow::connectParts()
 {
-    connect(m_question, &QuestionBar::asked, this, &BrowserWindow::search);
+    connect(m_question, &CloudQuestionForm::asked, this, &BrowserWindow::search);
+    connect(m_search, &QPushButton::clicked, this, &BrowserWindow::search);
     connect(m_service, &ServiceView::studiesFound, m_studies, &StudyModel::add);
     connect(m_service, &ServiceView::studiesEnded, this, [this](const WebFailure &failure, bool isCutShort) {
         m_studyList->resizeColumnsToContents();
-        say(isCutShort ? tr("The first %Ln study(ies); narrow the search to see the others", nullptr,
-                m_studies->rowCount())
-                       : tr("%Ln study(ies)", nullptr, m_studies->rowCount()));
+        m_foot->say(isCutShort ? tr("The first %Ln study(ies); narrow the search to see the others", nullptr,
+                        m_studies->rowCount())
+                               : tr("%Ln study(ies)", nullptr, m_studies->rowCount()));
         onFailure(failure);
     });
     connect(m_service, &ServiceView::seriesFound, m_series, &SeriesModel::add);
@@ -146,19 +122,19 @@ void BrowserWindow::connectParts()
     connect(m_studyList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &BrowserWindow::chooseStudy);
     connect(m_seriesList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        [this] { m_open->setEnabled(m_seriesList->selectionModel()->hasSelection() && !m_fetch); });
+        [this] { m_foot->setOpenable(m_seriesList->selectionModel()->hasSelection() && !m_fetch); });
     connect(m_seriesList, &QListView::activated, this, &BrowserWindow::openSeries);
-    connect(m_open, &QPushButton::clicked, this, &BrowserWindow::openSeries);
-    connect(m_stop, &QPushButton::clicked, this, [this] {
+    connect(m_foot, &BrowserFoot::openWanted, this, &BrowserWindow::openSeries);
+    connect(m_foot, &BrowserFoot::stopWanted, this, [this] {
         if (m_fetch) {
             m_fetch->abort();
         }
     });
-    connect(m_signInButton, &QPushButton::clicked, this, &BrowserWindow::askToSignIn);
+    connect(m_foot, &BrowserFoot::signInWanted, this, &BrowserWindow::askToSignIn);
     connect(m_signIn, &CloudSignIn::signedIn, this, &BrowserWindow::setSession);
     connect(m_signIn, &CloudSignIn::failed, this, [this](const WebFailure &failure) {
         if (failure.problem != WebProblem::Stopped) {
-            say(WebFailureText::of(failure));
+            m_foot->say(WebFailureText::of(failure));
             askToSignIn();
         }
     });
@@ -166,7 +142,7 @@ void BrowserWindow::connectParts()
 
 void BrowserWindow::begin()
 {
-    say(tr("Signing in…"));
+    m_foot->say(tr("Signing in…"));
     m_signIn->startRemembered();
 }
 
@@ -183,18 +159,15 @@ void BrowserWindow::askToSignIn()
     m_login->activateWindow();
 }
 
+/// A fetch in the name of whoever was signed in ends here; previews that are shown stay.
 void BrowserWindow::setSession(const CloudSession &session)
 {
     m_service->setSession(session);
     m_studies->clear();
     m_series->clear();
-    m_open->setEnabled(false);
-    m_question->setSearchable(session.isOpen());
-    m_signInButton->setText(session.isOpen() ? tr("Sign In As…") : tr("Sign &In…"));
-    m_who->setText(session.isOpen()
-            ? tr("%1 at %2")
-                  .arg(session.user.isEmpty() ? tr("Token") : session.user, session.service.address.host())
-            : tr("Not signed in"));
+    m_foot->setSession(session);
+    endFetch();
+    m_search->setEnabled(session.isOpen());
     if (session.isOpen()) {
         search();
     }
@@ -205,7 +178,7 @@ void BrowserWindow::search()
     if (m_service->canAsk()) {
         m_studies->clear();
         m_series->clear();
-        say(tr("Searching…"));
+        m_foot->say(tr("Searching…"));
         m_service->askStudies(m_question->question());
     }
 }
@@ -236,20 +209,24 @@ void BrowserWindow::showFetch(SeriesPreview *fetch)
         return;
     }
     m_fetch = fetch;
-    m_open->setEnabled(false);
-    m_progress->show();
-    m_stop->show();
+    m_foot->setOpenable(false);
+    m_foot->setFetching(true);
     connect(fetch, &SeriesPreview::progress, this, [this](int images, qint64 bytes) {
-        say(tr("Fetching… %Ln image(s), %1", nullptr, images).arg(QLocale().formattedDataSize(bytes)));
+        m_foot->say(
+            tr("Fetching… %Ln image(s), %1", nullptr, images).arg(QLocale().formattedDataSize(bytes)));
     });
     connect(fetch, &SeriesPreview::finished, this, [this](const WebFailure &failure) {
-        m_fetch.clear();
-        m_progress->hide();
-        m_stop->hide();
-        m_open->setEnabled(m_seriesList->selectionModel()->hasSelection());
-        say({});
+        endFetch();
+        m_foot->say({});
         onFailure(failure);
     });
+}
+
+void BrowserWindow::endFetch()
+{
+    m_fetch.clear();
+    m_foot->setFetching(false);
+    m_foot->setOpenable(m_seriesList->selectionModel()->hasSelection());
 }
 
 void BrowserWindow::onFailure(const WebFailure &failure)
@@ -257,7 +234,7 @@ void BrowserWindow::onFailure(const WebFailure &failure)
     if (failure.isNone() || failure.problem == WebProblem::Stopped) {
         return;
     }
-    say(WebFailureText::of(failure));
+    m_foot->say(WebFailureText::of(failure));
     if (failure.problem == WebProblem::Unauthorized) {
         // Later: the question that was refused is still speaking.
         QTimer::singleShot(0, this, [this] {
@@ -265,9 +242,4 @@ void BrowserWindow::onFailure(const WebFailure &failure)
             askToSignIn();
         });
     }
-}
-
-void BrowserWindow::say(const QString &text)
-{
-    m_said->setText(text);
 }

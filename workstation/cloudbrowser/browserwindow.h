@@ -6,15 +6,14 @@
 #include <QMainWindow>
 #include <QPointer>
 
+class BrowserFoot;
+class CloudQuestionForm;
 class CloudSignIn;
 class LoginForm;
-class QLabel;
 class QListView;
-class QProgressBar;
 class QPushButton;
 class QSortFilterProxyModel;
 class QTableView;
-class QuestionBar;
 class SeriesPreview;
 class SeriesModel;
 class ServiceView;
@@ -39,7 +38,6 @@ public:
 private:
     void build();
     QWidget *buildLists();
-    QWidget *buildFoot();
     void connectParts();
     void askToSignIn();
     void search();
@@ -47,7 +45,7 @@ private:
     void openSeries();
     void showFetch(SeriesPreview *fetch);
     void onFailure(const WebFailure &failure);
-    void say(const QString &text);
+    void endFetch();
     QString chosenStudy() const;
 
     ServiceView *const m_service;
@@ -57,13 +55,9 @@ private:
     QSortFilterProxyModel *const m_sorted;
     QPointer<LoginForm> m_login;
     QPointer<SeriesPreview> m_fetch;
-    QuestionBar *m_question = nullptr;
+    CloudQuestionForm *m_question = nullptr;
+    QPushButton *m_search = nullptr;
     QTableView *m_studyList = nullptr;
     QListView *m_seriesList = nullptr;
-    QLabel *m_said = nullptr;
-    QLabel *m_who = nullptr;
-    QProgressBar *m_progress = nullptr;
-    QPushButton *m_open = nullptr;
-    QPushButton *m_stop = nullptr;
-    QPushButton *m_signInButton = nullptr;
+    BrowserFoot *m_foot = nullptr;
 };

@@ -15,8 +15,10 @@
 
 namespace {
 
-constexpr int largestSide = 20000; ///< of a picture that is worth decoding
-constexpr int mostBytes = 32 << 20;
+constexpr qint64 largestArea = qint64(16) << 20; ///< of a picture that is worth decoding
+constexpr qint64 mostOfPicture = qint64(8) << 20; ///< bytes
+constexpr qint64 mostOfList = qint64(16) << 20; ///< bytes, where a service gives all instances of a series
+constexpr char askedFormat[] = "jpeg";
 constexpr quint32 sopInstanceTag = 0x00080018;
 
 /// In the middle of a black square, as it may be narrow.
@@ -54,16 +56,28 @@ void SeriesPicture::askForInstance()
 {
     QUrlQuery one;
     one.addQueryItem(QStringLiteral("limit"), QStringLiteral("1"));
-    m_reply = m_client.get(m_series + QStringLiteral("/instances"), one);
-    connect(m_reply, &QNetworkReply::finished, this, [this] {
+    await(m_client.get(m_series + QStringLiteral("/instances"), one), mostOfList,
+        [this](bool isGood, const QByteArray &answer) {
+            const QString uid = isGood ? DicomJson::read(answer).value(0).text(sopInstanceTag) : QString();
+            uid.isEmpty() ? deleteLater() : askForPicture(uid);
+        });
+}
+
+/// An answer that is larger than it may be is cut off while it comes in.
+void SeriesPicture::await(
+    QNetworkReply *asked, qint64 most, const std::function<void(bool isGood, const QByteArray &answer)> &then)
+{
+    m_reply = asked;
+    connect(m_reply, &QNetworkReply::readyRead, this, [this, most] {
+        if (m_reply && m_reply->bytesAvailable() > most) {
+            m_reply->abort();
+        }
+    });
+    connect(m_reply, &QNetworkReply::finished, this, [this, most, then] {
         const QScopedPointer<QNetworkReply, QScopedPointerDeleteLater> reply(m_reply);
         m_reply.clear();
-        const QString uid = DicomJson::read(reply->readAll()).value(0).text(sopInstanceTag);
-        if (!WebClient::failureOf(*reply).isNone() || uid.isEmpty()) {
-            deleteLater();
-            return;
-        }
-        askForPicture(uid);
+        const bool isGood = WebClient::failureOf(*reply).isNone() && reply->bytesAvailable() <= most;
+        then(isGood, isGood ? reply->readAll() : QByteArray());
     });
 }
 
@@ -72,15 +86,15 @@ void SeriesPicture::askForPicture(const QString &instanceUid)
     m_instance = m_series + QStringLiteral("/instances/") + instanceUid;
     QUrlQuery small;
     small.addQueryItem(QStringLiteral("viewport"), QStringLiteral("%1,%1").arg(2 * m_side));
-    m_reply = m_client.get(m_instance + QStringLiteral("/rendered"), small, "image/jpeg");
-    connect(m_reply, &QNetworkReply::finished, this, [this] {
-        const QScopedPointer<QNetworkReply, QScopedPointerDeleteLater> reply(m_reply);
-        m_reply.clear();
-        const QImage picture = WebClient::failureOf(*reply).isNone() && reply->size() < mostBytes
-            ? readPicture(reply->readAll(), m_side)
-            : QImage();
-        picture.isNull() ? fetchObject() : give(picture);
-    });
+    await(m_client.get(m_instance + QStringLiteral("/rendered"), small, "image/jpeg"), mostOfPicture,
+        [this](bool isGood, const QByteArray &answer) {
+            if (!isGood) {
+                fetchObject();
+                return;
+            }
+            make([answer, side = m_side] { return readPicture(answer, side); },
+                [this](const QImage &picture) { picture.isNull() ? fetchObject() : give(picture); });
+        });
 }
 
 QImage SeriesPicture::readPicture(const QByteArray &bytes, int side)
@@ -88,9 +102,10 @@ QImage SeriesPicture::readPicture(const QByteArray &bytes, int side)
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer);
+    QImageReader reader(&buffer, askedFormat);
+    reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
-    if (!size.isValid() || size.width() > largestSide || size.height() > largestSide) {
+    if (size.isEmpty() || qint64(size.width()) * size.height() > largestArea) {
         return {};
     }
     reader.setScaledSize(size.scaled(side, side, Qt::KeepAspectRatio));
@@ -102,7 +117,10 @@ void SeriesPicture::fetchObject()
 {
     m_folder = std::make_shared<QTemporaryDir>();
     auto *retrieve = new ObjectsRetrieve(m_client, m_instance, m_folder->path(), this);
-    connect(retrieve, &ObjectsRetrieve::received, this, &SeriesPicture::decode);
+    connect(retrieve, &ObjectsRetrieve::received, this, [this](const QString &path) {
+        make([path, folder = m_folder, side = m_side] { return pictureOf(path, side); },
+            [this](const QImage &picture) { give(picture); });
+    });
     connect(retrieve, &ObjectsRetrieve::finished, this, [this, retrieve] {
         if (retrieve->objects() == 0) {
             deleteLater();
@@ -110,16 +128,17 @@ void SeriesPicture::fetchObject()
     });
 }
 
-void SeriesPicture::decode(const QString &path)
+/// Makes a picture on a thread of the pool.
+void SeriesPicture::make(const std::function<QImage()> &work, const std::function<void(const QImage &)> &then)
 {
     QPointer<SeriesPicture> self(this);
-    QThreadPool::globalInstance()->start([self, path, folder = m_folder, side = m_side] {
-        const QImage picture = pictureOf(path, side);
+    QThreadPool::globalInstance()->start([self, work, then] {
+        const QImage picture = work();
         QMetaObject::invokeMethod(
             qApp,
-            [self, picture] {
+            [self, then, picture] {
                 if (self) {
-                    self->give(picture);
+                    then(picture);
                 }
             },
             Qt::QueuedConnection);

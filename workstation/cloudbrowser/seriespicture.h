@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
 
 class ObjectsRetrieve;
@@ -26,7 +27,7 @@ public:
     SeriesPicture(WebClient &client, QString series, int side, QObject *parent);
     ~SeriesPicture() override;
 
-    /// A picture in bytes of others, no larger than a square; null where it is none or a hostile one.
+    /// A JPEG of others, no larger than a square; null where it is none or a hostile one.
     static QImage readPicture(const QByteArray &bytes, int side);
     /// The first picture of a file; null where it has none.
     static QImage pictureOf(const QString &path, int side);
@@ -35,10 +36,12 @@ signals:
     void made(const QImage &picture);
 
 private:
+    void await(QNetworkReply *asked, qint64 most,
+        const std::function<void(bool isGood, const QByteArray &answer)> &then);
     void askForInstance();
     void askForPicture(const QString &instanceUid);
     void fetchObject();
-    void decode(const QString &path);
+    void make(const std::function<QImage()> &work, const std::function<void(const QImage &)> &then);
     void give(const QImage &picture);
 
     WebClient &m_client;

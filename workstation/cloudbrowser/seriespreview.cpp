@@ -16,6 +16,8 @@ SeriesPreview::SeriesPreview(WebClient &client, const QString &series, QObject *
         emit progress(m_files.size(), m_bytes);
     });
     connect(m_retrieve, &ObjectsRetrieve::finished, this, [this](const WebFailure &failure) {
+        m_retrieve->deleteLater();
+        m_retrieve = nullptr;
         if (!m_files.isEmpty() && failure.problem != WebProblem::Stopped) {
             show();
         } else {
@@ -32,7 +34,9 @@ SeriesPreview::~SeriesPreview()
 
 void SeriesPreview::abort()
 {
-    m_retrieve->abort();
+    if (m_retrieve) {
+        m_retrieve->abort();
+    }
 }
 
 void SeriesPreview::show()

@@ -25,6 +25,8 @@ public:
     ~SeriesPreview() override;
 
     void abort();
+    /// Whether it still needs the client.
+    bool isFetching() const { return m_retrieve != nullptr; }
     PreviewWindow *preview() const { return m_preview; }
 
 signals:
@@ -36,7 +38,7 @@ private:
     void show();
 
     QTemporaryDir m_folder;
-    ObjectsRetrieve *m_retrieve = nullptr;
+    ObjectsRetrieve *m_retrieve = nullptr; ///< null once all is there
     QStringList m_files;
     PreviewWindow *m_preview = nullptr; ///< deletes this when it is closed
     qint64 m_bytes = 0;

@@ -20,7 +20,13 @@ ServiceView::~ServiceView()
 
 void ServiceView::setSession(const CloudSession &session)
 {
-    qDeleteAll(findChildren<QObject *>(QString(), Qt::FindDirectChildrenOnly)); // all of them ask the client
+    const QObjectList parts = children();
+    for (QObject *part : parts) {
+        const auto *preview = qobject_cast<const SeriesPreview *>(part);
+        if (!preview || preview->isFetching()) {
+            delete part; // it asks the client
+        }
+    }
     m_pictures = nullptr;
     m_client = session.isOpen() ? std::make_unique<WebClient>(session.service) : nullptr;
 }

@@ -27,7 +27,8 @@ public:
     using QObject::QObject;
     ~ServiceView() override;
 
-    /// Ends all questions; a closed session leaves nobody to ask.
+    /// Ends all questions and fetches; a closed session leaves nobody to ask. What has been fetched stays
+    /// shown.
     void setSession(const CloudSession &session);
     bool canAsk() const { return m_client != nullptr; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commonplugin_export.h"
 #include "studysearch.h"
 
 #include <QWidget>
@@ -10,7 +11,7 @@ class QGridLayout;
 class QLineEdit;
 
 /// The fields of a search in the cloud. Enter in any of them asks. GUI thread.
-class CloudQuestionForm : public QWidget
+class COMMONPLUGIN_EXPORT CloudQuestionForm : public QWidget
 {
     Q_OBJECT
 
