@@ -199,8 +199,8 @@ QString CorrectionText::report(const CorrectionReport &report, const StudyFacts 
                 failure(report)});
     case End::EarlierPending:
         return tr(
-            "Nothing was changed: an earlier correction is still to be taken back in the service, which "
-            "goes on as soon as it can be reached.");
+            "Nothing was changed: an earlier correction of these studies has not come to its end in the "
+            "service yet.");
     case End::Doubled:
         break;
     }

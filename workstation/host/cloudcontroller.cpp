@@ -50,10 +50,7 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
 
 CloudController::~CloudController()
 {
-    m_stop = true;
-    if (m_corrections) {
-        m_corrections->wait();
-    }
+    stopCorrections();
 }
 
 void CloudController::begin(const QString &databasePath)
@@ -80,6 +77,7 @@ void CloudController::onSessionChanged()
     const CloudSession &session = HttpUploadFile::instance()->session();
     m_signIn->cancel();
     m_problem.clear();
+    stopCorrections();
     if (session.isOpen()) {
         m_library->setLoginInfo(session.user.toUtf8(), {}, session.id, LoginForm::cloudUser);
         finishCorrections(session);
@@ -185,9 +183,10 @@ void CloudController::releaseIndex()
 /// Corrections that were cut short are undone or finished, in the background.
 void CloudController::finishCorrections(const CloudSession &session)
 {
-    if (m_databasePath.isEmpty() || (m_corrections && m_corrections->isRunning())) {
+    if (m_databasePath.isEmpty()) {
         return;
     }
+    m_stop = false;
     m_corrections.reset(QThread::create([this, path = m_databasePath, service = session.service] {
         const QVector<CorrectionReport> reports =
             StudyCorrection(service, m_stop, [](const CorrectionProgress &) {}).finishBegun(path);
@@ -196,6 +195,15 @@ void CloudController::finishCorrections(const CloudSession &session)
     }));
     m_corrections->setStackSize(correctionStack);
     m_corrections->start();
+}
+
+/// Of a session that is not any more: the request at hand is cut off, and the rest is left for the next.
+void CloudController::stopCorrections()
+{
+    m_stop = true;
+    if (m_corrections) {
+        m_corrections->wait();
+    }
 }
 
 void CloudController::tellFinished(const QVector<CorrectionReport> &reports)

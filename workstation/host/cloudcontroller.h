@@ -57,6 +57,7 @@ private:
     void showFrame();
     void update();
     void finishCorrections(const CloudSession &session);
+    void stopCorrections();
     void tellFinished(const QVector<CorrectionReport> &reports);
 
     PatientManagerMainWindow *const m_library;

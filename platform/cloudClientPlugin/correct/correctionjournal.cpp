@@ -7,6 +7,8 @@
 #include <QSaveFile>
 #include <QUuid>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char fileName[] = "correction.json";
@@ -90,6 +92,23 @@ std::vector<std::unique_ptr<CorrectionJournal>> CorrectionJournal::leftBehind(
         }
     }
     return found;
+}
+
+bool CorrectionJournal::isHalfStored(
+    const QString &databasePath, const QUrl &service, const QStringList &studies)
+{
+    const QDir folder(journalsOf(databasePath));
+    for (const QString &name : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        CorrectionJournal journal;
+        journal.m_folder = folder.filePath(name);
+        const Content &content = journal.m_content;
+        if (journal.read() && content.state == State::Storing && content.service == service
+            && std::any_of(studies.cbegin(), studies.cend(),
+                [&](const QString &study) { return content.studies.contains(study); })) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool CorrectionJournal::read()

@@ -41,6 +41,9 @@ public:
     static std::vector<std::unique_ptr<CorrectionJournal>> leftBehind(
         const QString &databasePath, const QUrl &service);
 
+    /// Whether a service may hold half of a correction of one of these studies, whoever works on it.
+    static bool isHalfStored(const QString &databasePath, const QUrl &service, const QStringList &studies);
+
     bool isOpen() const { return m_lock && m_lock->isLocked(); }
     QString folder() const { return m_folder; }
     const Content &content() const { return m_content; }

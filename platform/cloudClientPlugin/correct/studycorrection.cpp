@@ -93,10 +93,8 @@ bool StudyCorrection::chooseStudies()
 /// An undoing that came later would take this correction back as well.
 bool StudyCorrection::isNoneToUndo()
 {
-    const auto left = CorrectionJournal::leftBehind(m_request.databasePath, m_service.address);
-    return std::none_of(left.cbegin(), left.cend(), [](const auto &journal) {
-        return journal->content().state == State::Storing;
-    }) || fail(End::EarlierPending);
+    return !CorrectionJournal::isHalfStored(m_request.databasePath, m_service.address, m_studies)
+        || fail(End::EarlierPending);
 }
 
 bool StudyCorrection::isOpen(const IndexConnection &connection)
