@@ -12,6 +12,7 @@ constexpr int lookMs = 200; ///< tallies are told as often
 constexpr int patienceMs = 60000; ///< of silence: an archive may think long about a large request
 constexpr qint64 healthyMs = 60000; ///< what was acknowledged since says that it is not the service
 constexpr int mostUnrecorded = 2000;
+constexpr int enoughOutcomes = 64; ///< to be recorded at once
 constexpr int mostLooks = 256; ///< at files, before others have their turn
 
 } // namespace
@@ -265,7 +266,7 @@ UploadBatch UploadCoordinator::nextBatch()
 UploadBatch UploadCoordinator::batchOf(UploadJob &job)
 {
     const bool isProbe = !m_trouble.isNone();
-    const int most = isProbe ? 1 : UploadPace::mostObjects;
+    const int most = isProbe ? 1 : m_pace.batchObjects();
     UploadBatch batch{job.id(), {}, m_acknowledgements};
     qint64 bytes = 0;
     QueuedFile next;
@@ -327,8 +328,8 @@ void UploadCoordinator::onCame(const UploadBatch &batch, const StoreAnswer &answ
     }
     job->isChanged = true;
     sendOn();
-    if (m_lines.count() == 0) {
-        flush(); // nothing more is coming that could go along
+    if (m_lines.count() == 0 || m_outcomes.size() >= enoughOutcomes) {
+        flush(); // nothing more is coming that should go along
     }
 }
 

@@ -78,7 +78,8 @@ UploadEngine::UploadEngine(QString databasePath)
     m_coordinator->moveToThread(&m_thread);
     connect(&m_thread, &QThread::started, m_coordinator, &UploadCoordinator::start);
     connect(&m_thread, &QThread::finished, m_coordinator, &QObject::deleteLater);
-    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &UploadEngine::release);
+    // At the end of the program, however that comes; being registered twice does no harm.
+    qAddPostRoutine(&UploadEngine::release);
     connectCoordinator();
     m_thread.setObjectName(QStringLiteral("uploads"));
     m_thread.start();

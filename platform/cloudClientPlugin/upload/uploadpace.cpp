@@ -7,6 +7,7 @@ namespace {
 constexpr qint64 kib = 1024;
 constexpr std::array requestSteps{1, 2, 3, 4, 6, 8};
 constexpr std::array<qint64, 6> byteSteps{1, 32 * kib, 128 * kib, 512 * kib, 2048 * kib, 6144 * kib};
+constexpr std::array objectSteps{1, 10, 25, 50, 100, 100};
 constexpr double objectWorth = 64 * kib;
 constexpr qint64 windowMs = 400;
 constexpr double gain = 1.04; ///< less may be chance
@@ -24,6 +25,11 @@ int UploadPace::requests() const
 qint64 UploadPace::batchBytes() const
 {
     return byteSteps.at(static_cast<std::size_t>(m_bytesAt));
+}
+
+int UploadPace::batchObjects() const
+{
+    return objectSteps.at(static_cast<std::size_t>(m_bytesAt));
 }
 
 bool UploadPace::apply(int move)

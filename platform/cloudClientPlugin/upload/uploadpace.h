@@ -13,11 +13,11 @@
 class CLOUDCLIENTPLUGIN_EXPORT UploadPace
 {
 public:
-    static constexpr int mostObjects = 100; ///< in one request
-
     int requests() const;
     /// A request takes objects until it has as many bytes; one at least.
     qint64 batchBytes() const;
+    /// But never more of them than this.
+    int batchObjects() const;
 
     /// A request has come back with what the service has acknowledged of it.
     void acknowledged(qint64 bytes, int objects, qint64 nowMs);
@@ -35,9 +35,9 @@ private:
     void startWindow();
 
     int m_requestsAt = 5;
-    int m_bytesAt = 0;
+    int m_bytesAt = 1;
     int m_triedRequestsAt = 5; ///< what to go back to
-    int m_triedBytesAt = 0;
+    int m_triedBytesAt = 1;
     bool m_isTrying = false;
     int m_move = MoreRequests;
     int m_failedMoves = 0;

@@ -190,7 +190,7 @@ void UploadStore::lookUp(QSqlQuery &known, UploadOrder::File *file)
     known.finish();
 }
 
-bool UploadStore::addFiles(const UploadOrder &order)
+bool UploadStore::addFiles(qint64 task, const QVector<UploadOrder::File> &files)
 {
     QSqlQuery known(database());
     known.prepare(QStringLiteral(
@@ -201,7 +201,7 @@ bool UploadStore::addFiles(const UploadOrder &order)
     insert.prepare(QStringLiteral("INSERT INTO uploadfile (task_fk, FilePath, SOPInstanceUID, "
                                   "SeriesInstanceUID, Bytes) VALUES (?, ?, ?, ?, ?)"));
     QSet<QString> entered;
-    for (UploadOrder::File file : order.files) {
+    for (UploadOrder::File file : files) {
         if (file.sopInstance.isEmpty()) {
             lookUp(known, &file);
         }
@@ -211,11 +211,11 @@ bool UploadStore::addFiles(const UploadOrder &order)
                 return false;
             }
         }
-        insert.bindValue(0, order.id);
+        insert.bindValue(0, task);
         insert.bindValue(1, present(file.path));
         insert.bindValue(2, file.sopInstance);
         insert.bindValue(3, file.series);
-        insert.bindValue(4, QFileInfo(file.path).size());
+        insert.bindValue(4, file.bytes);
         if (!insert.exec()) {
             m_problem = failureOf(insert);
             return false;
@@ -226,11 +226,15 @@ bool UploadStore::addFiles(const UploadOrder &order)
 
 bool UploadStore::add(const UploadOrder &order)
 {
+    QVector<UploadOrder::File> files = order.files;
+    for (UploadOrder::File &file : files) { // a slow disk is waited for before the lock of writers is taken
+        file.bytes = QFileInfo(file.path).size();
+    }
     return write([&] {
         return run("INSERT INTO uploadtask (pk, Service, PatientName, SeriesUIDs) VALUES (?, ?, ?, ?)",
                    {order.id, present(order.service), present(order.patientName),
                        present(order.series.join(listMark))})
-            && addFiles(order);
+            && addFiles(order.id, files);
     });
 }
 

@@ -81,7 +81,7 @@ private:
     QSqlDatabase database() const;
     bool write(const std::function<bool()> &statements);
     bool run(const char *sql, const QVariantList &values);
-    bool addFiles(const UploadOrder &order);
+    bool addFiles(qint64 task, const QVector<UploadOrder::File> &files);
     void lookUp(class QSqlQuery &known, UploadOrder::File *file);
 
     const QString m_databasePath;

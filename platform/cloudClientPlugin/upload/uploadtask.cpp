@@ -34,7 +34,9 @@ QVector<UploadFault> UpLoadTask::faults() const
 
 void UpLoadTask::finishTask()
 {
-    if (m_engine != nullptr && !m_hasEnded) {
+    if (m_engine == nullptr) { // its index has been released: only the handle is left
+        QMetaObject::invokeMethod(this, &UpLoadTask::tellEnd, Qt::QueuedConnection);
+    } else if (!m_hasEnded) {
         m_engine->finish(m_id);
     }
 }

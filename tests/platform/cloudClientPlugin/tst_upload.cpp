@@ -3,6 +3,7 @@
 #include "dicomjson.h"
 #include "httpuploadfile.h"
 #include "oddservice.h"
+#include "postgresserver.h"
 #include "qdcmrecvfile.h"
 #include "queueownership.h"
 #include "storeservice.h"
@@ -151,10 +152,19 @@ private slots:
         m_index.reset();
     }
 
+    void storesInAnArchive_data()
+    {
+        QTest::addColumn<bool>("inDatabase");
+        QTest::newRow("with SQLite") << false;
+        QTest::newRow("with PostgreSQL") << true;
+    }
+
     /// A real archive has what the index says that it has; so has a folder with files that are no objects.
     void storesInAnArchive()
     {
-        const std::unique_ptr<DicomServer> archive = WebArchive::start();
+        QFETCH(bool, inDatabase);
+        const auto database = inDatabase ? std::make_unique<PostgresServer>() : nullptr;
+        const std::unique_ptr<DicomServer> archive = WebArchive::start({}, database.get());
         signIn(WebArchive::address(*archive));
         const std::unique_ptr<UpLoadTask> task = upload();
         QSignalSpy runs(task.get(), &UpLoadTask::finshUpLoad);
@@ -371,7 +381,7 @@ private slots:
         };
         double now = 0;
         for (int answer = 0; answer < 30000; ++answer) {
-            const int count = qBound(1, int(pace.batchBytes() / 9000), UploadPace::mostObjects);
+            const int count = qBound(1, int(pace.batchBytes() / 9000), pace.batchObjects());
             now += count / rateNow();
             pace.acknowledged(count * qint64(9000), count, qint64(now));
         }
