@@ -9,7 +9,7 @@
 namespace {
 
 /// Of each column, in characters.
-constexpr int widths[CloudStudyModel::ColumnCount] = {36, 18, 13, 12, 34, 9, 16};
+constexpr int widths[CloudStudyModel::ColumnCount] = {27, 13, 12, 10, 21, 8, 14};
 
 } // namespace
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int visibleRows = 3;
 /// Of each column, in characters.
-constexpr int widths[DownloadListModel::ColumnCount] = {50, 22, 14, 11, 40};
+constexpr int widths[DownloadListModel::ColumnCount] = {34, 18, 11, 10, 24};
 
 } // namespace
 

@@ -20,7 +20,6 @@ QLabel *hintLabel(const char *name, QWidget *parent)
     label->setObjectName(QLatin1String(name));
     label->setWordWrap(true);
     label->setTextFormat(Qt::PlainText);
-    label->setForegroundRole(QPalette::PlaceholderText);
     label->hide();
     return label;
 }

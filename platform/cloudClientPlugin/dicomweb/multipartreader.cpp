@@ -51,6 +51,8 @@ bool MultipartReader::feed(const QByteArray &bytes)
     }
     m_held.append(bytes);
     while (m_state != State::Broken && m_state != State::Complete && step()) { }
+    m_held.remove(0, m_at); // once for all parts that it holds
+    m_at = 0;
     return m_state != State::Broken;
 }
 
@@ -58,6 +60,7 @@ bool MultipartReader::fail()
 {
     m_state = State::Broken;
     m_held.clear();
+    m_at = 0;
     return false;
 }
 
@@ -82,12 +85,12 @@ bool MultipartReader::step()
 
 bool MultipartReader::findFirst()
 {
-    const int at = m_held.indexOf(m_delimiter);
+    const int at = m_held.indexOf(m_delimiter, m_at);
     if (at < 0) {
-        m_held = m_held.right(m_delimiter.size() - 1);
+        m_at = std::max(m_at, m_held.size() - m_delimiter.size() + 1);
         return false;
     }
-    m_held.remove(0, at + m_delimiter.size());
+    m_at = at + m_delimiter.size();
     m_state = State::Boundary;
     return true;
 }
@@ -95,56 +98,56 @@ bool MultipartReader::findFirst()
 /// Behind a boundary: another part, or the end.
 bool MultipartReader::readBoundary()
 {
-    if (m_held.size() < markLength) {
+    if (m_held.size() - m_at < markLength) {
         return false;
     }
-    if (m_held.startsWith("--")) {
+    if (m_held.mid(m_at, markLength) == "--") {
         m_state = State::Complete;
-        m_held.clear();
+        m_at = m_held.size();
         return true;
     }
-    const int end = m_held.indexOf(lineEnd);
+    const int end = m_held.indexOf(lineEnd, m_at);
     if (end < 0) {
-        return m_held.size() > longestBoundary ? fail() : false;
+        return m_held.size() - m_at > longestBoundary ? fail() : false;
     }
-    if (!m_held.left(end).trimmed().isEmpty()) {
+    if (!m_held.mid(m_at, end - m_at).trimmed().isEmpty()) {
         return fail();
     }
-    m_held.remove(0, end); // its line end may be the empty line of a part without a head
+    m_at = end; // its line end may be the empty line of a part without a head
     m_state = State::Head;
     return true;
 }
 
 bool MultipartReader::readHead()
 {
-    const int end = m_held.indexOf(headEnd);
-    if (end < 0 || end > longestHead) {
-        return end < 0 && m_held.size() <= longestHead ? false : fail();
+    const int end = m_held.indexOf(headEnd, m_at);
+    if (end < 0 || end - m_at > longestHead) {
+        return end < 0 && m_held.size() - m_at <= longestHead ? false : fail();
     }
     QByteArray type;
-    for (const QByteArray &line : m_held.left(end).split('\n')) {
+    for (const QByteArray &line : m_held.mid(m_at, end - m_at).split('\n')) {
         const int colon = line.indexOf(':');
         if (colon > 0 && line.left(colon).trimmed().toLower() == "content-type") {
             type = line.mid(colon + 1).trimmed();
         }
     }
-    m_held.remove(0, end + int(sizeof headEnd) - 1);
+    m_at = end + int(sizeof headEnd) - 1;
     m_state = State::Part;
     return m_sink.begin(type) || fail();
 }
 
 bool MultipartReader::readPart()
 {
-    const int at = m_held.indexOf(m_delimiter);
-    const int ready = at >= 0 ? at : std::max(0, m_held.size() - m_delimiter.size() + 1);
-    if (ready > 0 && !m_sink.data(m_held.constData(), ready)) {
+    const int at = m_held.indexOf(m_delimiter, m_at);
+    const int end = at >= 0 ? at : std::max(m_at, m_held.size() - m_delimiter.size() + 1);
+    if (end > m_at && !m_sink.data(m_held.constData() + m_at, end - m_at)) {
         return fail();
     }
-    m_held.remove(0, ready);
+    m_at = end;
     if (at < 0) {
         return false;
     }
-    m_held.remove(0, m_delimiter.size());
+    m_at += m_delimiter.size();
     m_state = State::Boundary;
     return m_sink.end() || fail();
 }

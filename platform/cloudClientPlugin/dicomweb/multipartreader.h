@@ -44,5 +44,6 @@ private:
     const Sink m_sink;
     QByteArray m_delimiter; ///< the line's end, two dashes and the boundary
     QByteArray m_held;
+    int m_at = 0; ///< how much of it is done with
     State m_state = State::Before;
 };
