@@ -6,17 +6,15 @@
 
 #include <QDir>
 
-#include <algorithm>
-
-void UploadFailureModel::setFaults(int task, const QString &patientName, const QVector<UploadFault> &faults)
+/// All in one: each reset makes the view look at every row.
+void UploadFailureModel::setParts(const QVector<Part> &parts)
 {
-    const auto isOf = [task](const Part &part) { return part.task == task; };
     beginResetModel();
-    m_parts.erase(std::remove_if(m_parts.begin(), m_parts.end(), isOf), m_parts.end());
-    if (!faults.isEmpty()) {
-        const auto place = std::find_if(
-            m_parts.begin(), m_parts.end(), [task](const Part &part) { return part.task > task; });
-        m_parts.insert(place, {task, personNameForDisplay(patientName), faults});
+    for (const Part &part : parts) {
+        m_parts.remove(part.task);
+        if (!part.faults.isEmpty()) {
+            m_parts.insert(part.task, part);
+        }
     }
     m_count = 0;
     for (const Part &part : qAsConst(m_parts)) {
@@ -41,9 +39,8 @@ int UploadFailureModel::rowOf(const QString &path) const
 
 int UploadFailureModel::count(int task) const
 {
-    const auto part = std::find_if(
-        m_parts.begin(), m_parts.end(), [task](const Part &candidate) { return candidate.task == task; });
-    return part == m_parts.end() ? 0 : part->faults.size();
+    const auto part = m_parts.constFind(task);
+    return part == m_parts.constEnd() ? 0 : part->faults.size();
 }
 
 int UploadFailureModel::rowCount(const QModelIndex &parent) const
@@ -71,7 +68,7 @@ QString UploadFailureModel::text(int row, int column) const
         if (row < part.faults.size()) {
             const UploadFault &fault = part.faults.at(row);
             return column == FileColumn   ? QDir::toNativeSeparators(fault.path)
-                : column == PatientColumn ? part.patientName
+                : column == PatientColumn ? personNameForDisplay(part.patientName)
                                           : UploadText::of(fault);
         }
         row -= part.faults.size();

@@ -3,6 +3,7 @@
 #include "uploadtally.h"
 
 #include <QAbstractTableModel>
+#include <QMap>
 #include <QVector>
 
 /// The files that uploads could not store, a row each, upload after upload in the order of their numbers. GUI
@@ -14,10 +15,18 @@ class UploadFailureModel : public QAbstractTableModel
 public:
     enum Column { FileColumn, PatientColumn, ReasonColumn, ColumnCount };
 
+    /// What failed of one upload until now.
+    struct Part
+    {
+        int task;
+        QString patientName; ///< as DICOM writes it
+        QVector<UploadFault> faults;
+    };
+
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// What failed of one upload until now, in the place of what was told before; nothing removes it.
-    void setFaults(int task, const QString &patientName, const QVector<UploadFault> &faults);
+    /// Takes parts in the place of those of the same uploads; without faults an upload is removed.
+    void setParts(const QVector<Part> &parts);
     /// The row of a file, looked for by its path; -1 where it is not listed.
     int rowOf(const QString &path) const;
     /// How many failed files of an upload are listed.
@@ -29,14 +38,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    struct Part
-    {
-        int task;
-        QString patientName;
-        QVector<UploadFault> faults;
-    };
     QString text(int row, int column) const;
 
-    QVector<Part> m_parts;
+    QMap<int, Part> m_parts; ///< by upload
     int m_count = 0;
 };

@@ -200,7 +200,7 @@ void UploadProgressForm::onFinshTask(UpLoadTask *task)
     m_tasks.remove(task->number());
     m_begun.remove(task->number());
     m_rows->setTally(task->number(), task->tally());
-    m_failures->setFaults(task->number(), {}, {});
+    m_failures->setParts({{task->number(), {}, {}}});
     refreshStates(task);
     task->deleteLater();
     showUploads();

@@ -96,6 +96,7 @@ private:
     void showUploads();
     void updateSummary();
     void updateFailures();
+    void readFailures();
     void enableButtons();
     void showDetails();
     UpLoadTask *chosenTask() const;

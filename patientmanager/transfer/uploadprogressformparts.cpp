@@ -29,6 +29,7 @@ namespace {
 
 constexpr int updateMs = 200;
 constexpr int updateCostFactor = 9; ///< at most a tenth of the time goes into updates
+constexpr int readMs = 30; ///< of the failures of several uploads, at once
 constexpr int visibleTasks = 4;
 constexpr int visibleFailures = 3;
 constexpr QSize usualSize{1080, 560};
@@ -207,16 +208,33 @@ void UploadProgressForm::updateSummary()
     ui->signInPanel->setVisible(needsSession);
 }
 
+/// Each upload's are a read of the index: where they are many, some wait for the next update.
+void UploadProgressForm::readFailures()
+{
+    QElapsedTimer time;
+    time.start();
+    QVector<UploadFailureModel::Part> changed;
+    for (const UpLoadTask *task : qAsConst(m_tasks)) {
+        if (task->tally().failed == m_failures->count(task->number())) {
+            continue;
+        }
+        if (time.elapsed() > readMs) {
+            m_update.start();
+            break;
+        }
+        changed.append({task->number(), task->patientName(), task->faults()});
+    }
+    if (!changed.isEmpty()) {
+        m_failures->setParts(changed);
+    }
+}
+
 void UploadProgressForm::updateFailures()
 {
     const QModelIndex chosen = ui->failures->currentIndex();
     const QString path = chosen.siblingAtColumn(UploadFailureModel::FileColumn).data().toString();
     const int place = ui->failures->verticalScrollBar()->value();
-    for (const UpLoadTask *task : qAsConst(m_tasks)) {
-        if (task->tally().failed != m_failures->count(task->number())) {
-            m_failures->setFaults(task->number(), task->patientName(), task->faults());
-        }
-    }
+    readFailures();
     if (chosen.isValid() && !ui->failures->currentIndex().isValid()) {
         ui->failures->selectRow(m_failures->rowOf(QDir::fromNativeSeparators(path)));
         ui->failures->verticalScrollBar()->setValue(place);
