@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int longestHead = 16 * 1024;
+constexpr int usualPiece = 288 * 1024; ///< and what is left of the one before
 constexpr int longestBoundary = 200; ///< 70 by the standard
 constexpr char lineEnd[] = "\r\n";
 constexpr char headEnd[] = "\r\n\r\n";
@@ -36,6 +37,7 @@ MultipartReader::MultipartReader(const QByteArray &contentType, Sink sink)
     : m_sink(std::move(sink))
     , m_held(lineEnd) // so that a boundary at the very beginning is found as the others are
 {
+    m_held.reserve(usualPiece);
     const QByteArray boundary = parameter(contentType, "boundary");
     m_delimiter = lineEnd + QByteArray("--") + boundary;
     if (boundary.isEmpty() || boundary.size() > longestBoundary

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr qint64 heldBytes = qint64(4) << 20;
+constexpr int pieceBytes = 256 << 10;
 constexpr char wanted[] = "multipart/related; type=\"application/dicom\"; transfer-syntax=*";
 
 } // namespace
@@ -112,7 +113,14 @@ void ObjectsRetrieve::readMore()
                 [this](const char *data, qint64 length) { return writeFile(data, length); },
                 [this] { return endFile(); }});
     }
-    if (!m_reader->feed(m_reply->readAll()) && m_reply) {
+    // Piece by piece through one buffer, which stays in the processor's cache.
+    m_buffer.resize(pieceBytes);
+    bool isGood = true;
+    for (qint64 got = 1; isGood && got > 0 && m_reply;) {
+        got = m_reply->read(m_buffer.data(), pieceBytes);
+        isGood = got <= 0 || m_reader->feed(QByteArray::fromRawData(m_buffer.constData(), int(got)));
+    }
+    if (!isGood && m_reply) {
         if (m_failure.isNone()) {
             m_failure = {WebProblem::BadAnswer, {}, good};
         }

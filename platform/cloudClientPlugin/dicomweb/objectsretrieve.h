@@ -48,6 +48,7 @@ private:
     const QString m_folder;
     QPointer<QNetworkReply> m_reply;
     std::unique_ptr<MultipartReader> m_reader;
+    QByteArray m_buffer;
     QFile m_file;
     WebFailure m_failure;
     int m_objects = 0;
