@@ -23,6 +23,18 @@ public:
     /// From now on requests run to their end.
     void goOnRegardless() { m_stop = nullptr; }
 
+    /// Calls anew what has failed in passing: for what must not be left half done.
+    template <typename Call>
+    static WebFailure repeated(const Call &call)
+    {
+        constexpr int attempts = 3;
+        WebFailure failure = call();
+        for (int attempt = 1; attempt < attempts && failure.isPassing(); ++attempt) {
+            failure = call();
+        }
+        return failure;
+    }
+
     using Count = std::function<void(int objects)>;
     /// Objects into files of a folder, which are appended.
     WebFailure retrieve(

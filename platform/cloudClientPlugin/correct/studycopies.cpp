@@ -3,6 +3,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
 
 /// What lies beside the DICOMweb service.
@@ -66,4 +68,24 @@ WebFailure StudyCopies::find(const QString &studyUid, QVector<StudyCopy> &copies
 WebFailure StudyCopies::remove(const StudyCopy &copy)
 {
     return m_calls.remove(studyResource(copy.id));
+}
+
+WebFailure StudyCopies::keepOnly(
+    const QString &studyUid, int objects, const std::function<bool(const StudyCopy &)> &isToStay)
+{
+    QVector<StudyCopy> copies;
+    WebFailure failure = ServiceCalls::repeated([&] {
+        copies.clear();
+        return find(studyUid, copies);
+    });
+    const auto stays = std::find_if(copies.cbegin(), copies.cend(), isToStay);
+    if (failure.isNone() && objects > 0 && (stays == copies.cend() || stays->objects < objects)) {
+        failure = {WebProblem::BadAnswer, {}, 0};
+    }
+    for (const StudyCopy &copy : qAsConst(copies)) {
+        if (failure.isNone() && !isToStay(copy)) {
+            failure = ServiceCalls::repeated([&] { return remove(copy); });
+        }
+    }
+    return failure;
 }

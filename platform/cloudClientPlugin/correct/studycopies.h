@@ -28,8 +28,13 @@ public:
     /// Whether the archive is one that can be asked. @param failure why that is not known
     bool isOffered(WebFailure &failure);
     WebFailure find(const QString &studyUid, QVector<StudyCopy> &copies);
-    WebFailure remove(const StudyCopy &copy);
+    /// Removes all copies of a study but one, once that has all objects of the study.
+    /// @param objects how many those are; 0 where the archive does not have the study
+    WebFailure keepOnly(
+        const QString &studyUid, int objects, const std::function<bool(const StudyCopy &)> &isToStay);
 
 private:
+    WebFailure remove(const StudyCopy &copy);
+
     ServiceCalls m_calls;
 };

@@ -1,7 +1,7 @@
 #include "studycorrection.h"
 
 #include "correctionjournal.h"
-#include "indexconnection.h"
+#include "indexside.h"
 #include "serviceobjects.h"
 #include "studycopies.h"
 #include "studysearch.h"
@@ -13,18 +13,6 @@ namespace {
 using End = CorrectionReport::End;
 using Holds = ServiceObjects::Holds;
 using State = CorrectionJournal::State;
-
-constexpr int attempts = 3; ///< of what may fail in passing and must not be left half done
-
-template <typename Call>
-WebFailure repeated(const Call &call)
-{
-    WebFailure failure = call();
-    for (int attempt = 1; attempt < attempts && failure.isPassing(); ++attempt) {
-        failure = call();
-    }
-    return failure;
-}
 
 } // namespace
 
@@ -48,7 +36,8 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     m_request = request;
     m_report = {};
     m_report.changes = request.index.changes;
-    if (!chooseStudies() || (request.inService && !isNoneToUndo())) {
+    m_studies = IndexSide(m_request, m_report).studies();
+    if (m_studies.isEmpty() || (request.inService && !isNoneToUndo())) {
         return m_report;
     }
     if (!openJournal(request) || (request.inService && (!fetch() || !prepare(request)))) {
@@ -69,42 +58,11 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     return m_report;
 }
 
-/// Of the patient as the index has it now: an editor may have read it before another correction.
-bool StudyCorrection::chooseStudies()
-{
-    m_studies = QStringList{m_request.index.studyUid};
-    if (m_request.index.scope == IndexCorrection::Scope::Study) {
-        return true;
-    }
-    const IndexConnection connection(m_request.databasePath);
-    if (!isOpen(connection)) {
-        return false;
-    }
-    const IndexedPatient patient =
-        indexedPatientOf(connection.database(), m_request.index.studyPk, m_request.index.studyUid);
-    if (!patient.isFound) {
-        m_report.index.problem = IndexCorrectionResult::Problem::NotFound;
-        return fail(End::Failed);
-    }
-    m_studies = patient.studyUids;
-    return true;
-}
-
 /// An undoing that came later would take this correction back as well.
 bool StudyCorrection::isNoneToUndo()
 {
     return !CorrectionJournal::isHalfStored(m_request.databasePath, m_service.address, m_studies)
         || fail(End::EarlierPending);
-}
-
-bool StudyCorrection::isOpen(const IndexConnection &connection)
-{
-    if (connection.isOpen()) {
-        return true;
-    }
-    m_report.index.problem = IndexCorrectionResult::Problem::Database;
-    m_report.index.error = QSqlError(connection.failure().detail);
-    return fail(End::Failed);
 }
 
 bool StudyCorrection::openJournal(const CorrectionRequest &request)
@@ -210,7 +168,7 @@ bool StudyCorrection::storeAll()
         }
     }
     if (failure.isNone()) {
-        failure = repeated([this] { return m_objects->storeNew(); });
+        failure = ServiceCalls::repeated([this] { return m_objects->storeNew(); });
     }
     m_report.failure = failure;
     if (!failure.isNone() || (m_copies && !removeCopies(true))) {
@@ -232,23 +190,9 @@ bool StudyCorrection::isDoubled()
 bool StudyCorrection::removeCopies(bool ofOld)
 {
     const QString newId = m_request.index.changes[PatientField::Id];
+    const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofOld; };
     for (const QString &study : qAsConst(m_studies)) {
-        QVector<StudyCopy> copies;
-        WebFailure failure = repeated([&] {
-            copies.clear();
-            return m_copies->find(study, copies);
-        });
-        const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofOld; };
-        const auto stays = std::find_if(copies.cbegin(), copies.cend(), isToStay);
-        if (failure.isNone() && m_objects->objectsOf(study) > 0
-            && (stays == copies.cend() || stays->objects < m_objects->objectsOf(study))) {
-            failure = {WebProblem::BadAnswer, {}, 0};
-        }
-        for (const StudyCopy &copy : qAsConst(copies)) {
-            if (failure.isNone() && !isToStay(copy)) {
-                failure = repeated([&] { return m_copies->remove(copy); });
-            }
-        }
+        const WebFailure failure = m_copies->keepOnly(study, m_objects->objectsOf(study), isToStay);
         if (!failure.isNone()) {
             m_report.failure = m_report.failure.isNone() ? failure : m_report.failure;
             return false;
@@ -261,7 +205,8 @@ bool StudyCorrection::removeCopies(bool ofOld)
 void StudyCorrection::check()
 {
     Holds holds = Holds::Unknown;
-    m_report.failure = repeated([&] { return m_objects->look(m_request.index.changes, holds); });
+    m_report.failure =
+        ServiceCalls::repeated([&] { return m_objects->look(m_request.index.changes, holds); });
     if (m_report.failure.isNone() && holds == Holds::Old) {
         m_report.end = End::KeptOld;
         return;
@@ -279,11 +224,11 @@ void StudyCorrection::check()
 
 void StudyCorrection::undo()
 {
-    WebFailure failure = repeated([this] { return m_objects->storeOld(); });
+    WebFailure failure = ServiceCalls::repeated([this] { return m_objects->storeOld(); });
     const bool isOne = failure.isNone() && (!m_copies || removeCopies(false));
     Holds holds = Holds::Unknown;
     if (isOne) {
-        failure = repeated([&] { return m_objects->look(m_request.index.changes, holds); });
+        failure = ServiceCalls::repeated([&] { return m_objects->look(m_request.index.changes, holds); });
     }
     m_report.end = holds == Holds::Old ? End::Undone : End::UndoPending;
     if (m_report.failure.isNone()) {
@@ -293,35 +238,18 @@ void StudyCorrection::undo()
 
 void StudyCorrection::correctTheIndex()
 {
-    const IndexConnection connection(m_request.databasePath);
-    if (!isOpen(connection)) {
-        return;
-    }
-    const IndexCorrection &asked = m_request.index;
-    const IndexedPatient before = indexedPatientOf(connection.database(), asked.studyPk, asked.studyUid);
-    m_report.index = correctIndex(connection.database(), asked);
-    m_report.end = m_report.index.isGood() ? End::Done : End::Failed;
-    for (auto change = asked.changes.cbegin(); change != asked.changes.cend(); ++change) {
-        if (!PatientValues::isSame(change.key(), before.values[change.key()], change.value())) {
-            m_report.inIndex.insert(change.key());
-        }
-    }
+    IndexSide(m_request, m_report).correct();
 }
 
 /// The last step, and the one that cannot be missed: an upload would bring the old values back.
 void StudyCorrection::correctTheFiles(bool heedsStop)
 {
-    if (m_report.end != End::Done) {
-        return;
-    }
-    m_journal->setState(State::Indexed);
-    const IndexConnection connection(m_request.databasePath);
-    if (connection.isOpen()) {
-        m_report.files = correctCopies(connection.database(), m_report.index.patientPk, m_studies,
-            m_request.index.changes, [this, heedsStop](int done, int all) {
-                m_show({CorrectionProgress::Step::CorrectingCopies, done, all});
-                return !heedsStop || !m_stop;
-            });
+    if (m_report.end == End::Done) {
+        m_journal->setState(State::Indexed);
+        IndexSide(m_request, m_report).correctFiles(m_studies, [&](const CorrectionProgress &progress) {
+            m_show(progress);
+            return !heedsStop || !m_stop;
+        });
     }
 }
 

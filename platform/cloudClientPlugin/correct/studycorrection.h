@@ -9,7 +9,6 @@
 #include <memory>
 
 class CorrectionJournal;
-class IndexConnection;
 class ServiceCalls;
 class ServiceObjects;
 class StudyCopies;
@@ -41,9 +40,7 @@ public:
     QVector<CorrectionReport> finishBegun(const QString &databasePath);
 
 private:
-    bool chooseStudies();
     bool isNoneToUndo();
-    bool isOpen(const IndexConnection &connection);
     bool fetch();
     bool prepare(const CorrectionRequest &request);
     bool storeAll();
