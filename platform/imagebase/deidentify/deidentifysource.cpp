@@ -14,7 +14,7 @@ namespace {
 
 const DcmTagKey pixelGroup(0x7fe0, 0x0000);
 /// Nobody's file takes longer; somebody's trap might.
-constexpr qint64 longestParseMs = 120 * 1000;
+constexpr qint64 longestParseMs = qint64(120) * 1000;
 
 } // namespace
 
