@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int clients = 2; ///< of six connections each
-constexpr int hurryMs = 20;
+constexpr int hurryMs = 10;
 constexpr int plainPort = 80;
 constexpr int securePort = 443;
 
@@ -21,6 +21,15 @@ quint16 portOf(const WebService &service)
 }
 
 } // namespace
+
+UploadLines::UploadLines(QObject *parent)
+    : QObject(parent)
+    , m_hurryAgain(this)
+{
+    m_hurryAgain.setSingleShot(true);
+    m_hurryAgain.setInterval(hurryMs);
+    connect(&m_hurryAgain, &QTimer::timeout, this, [this] { PromptSockets::toPort(m_port); });
+}
 
 UploadLines::~UploadLines()
 {
@@ -65,12 +74,12 @@ void UploadLines::send(const UploadBatch &batch)
     });
 }
 
-/// For connections that are new; one that is missed now is found soon enough.
+/// For connections that are new: some come up together, so there is a second look a little later.
 void UploadLines::hurry()
 {
-    if (m_hurried.hasExpired()) {
-        m_hurried.setRemainingTime(hurryMs);
+    if (!m_hurryAgain.isActive()) {
         PromptSockets::toPort(m_port);
+        m_hurryAgain.start();
     }
 }
 

@@ -4,9 +4,9 @@
 #include "uploadbatch.h"
 #include "webservice.h"
 
-#include <QDeadlineTimer>
 #include <QHash>
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -20,9 +20,7 @@ class UploadLines : public QObject
     Q_OBJECT
 
 public:
-    explicit UploadLines(QObject *parent = nullptr)
-        : QObject(parent)
-    { }
+    explicit UploadLines(QObject *parent = nullptr);
     ~UploadLines() override;
 
     /// For the requests from now on. @param patienceMs as WebClient has it
@@ -49,5 +47,5 @@ private:
     std::vector<std::shared_ptr<WebClient>> m_clients;
     QHash<StoreRequest *, Line> m_lines;
     quint16 m_port = 0; ///< that its connections go to
-    QDeadlineTimer m_hurried{0};
+    QTimer m_hurryAgain;
 };
