@@ -96,8 +96,8 @@ void CloudSignIn::ask(const CloudAccount &account, const QString &password)
     m_reply =
         m_client->get(QStringLiteral("studies"), QUrlQuery({{QStringLiteral("limit"), QStringLiteral("1")}}));
     m_reply->setReadBufferSize(2 * longestAnswer);
-    connect(m_reply, &QNetworkReply::downloadProgress, this, [this](qint64 bytes, qint64 /*all*/) {
-        if (bytes >= longestAnswer && m_reply) {
+    connect(m_reply, &QNetworkReply::readyRead, this, [this] {
+        if (m_reply && m_reply->bytesAvailable() >= longestAnswer) {
             end({WebProblem::NotDicomWeb, {}, 0}); // no answer to this question is as long
         }
     });
