@@ -36,7 +36,7 @@ class Run:
         bodies = write_bodies(os.path.join(self.folder, 'bodies'), self.files, BATCHES[1])
         requests = os.path.join(self.folder, 'uploads')
         write_requests(requests, self.archive, bodies)
-        subprocess.run(['curl', '--silent', '--show-error', '--parallel', '--parallel-max', '4', '--config', requests],
+        subprocess.run(['curl', '--no-progress-meter', '--parallel', '--parallel-max', '4', '--config', requests],
                        check=True)
         shutil.rmtree(os.path.join(self.folder, 'bodies'))
         if self.archive.objects() != len(self.files):
@@ -53,7 +53,7 @@ class Run:
                 'header = "Accept: multipart/related; type=\\"application/dicom\\"; transfer-syntax=*"'])
                 for number, (study, series, _) in enumerate(self.series)) + '\n')
         start = time.monotonic()
-        subprocess.run(['curl', '--silent', '--show-error', '--parallel', '--parallel-immediate', '--parallel-max',
+        subprocess.run(['curl', '--no-progress-meter', '--parallel', '--parallel-immediate', '--parallel-max',
                         str(connections), '--config', requests], check=True)
         return len(self.files) / (time.monotonic() - start)
 

@@ -105,7 +105,7 @@ class Run:
             requests = os.path.join(self.folder, 'requests')
             write_requests(requests, archive, bodies)
             start = time.monotonic()
-            subprocess.run(['curl', '--silent', '--show-error', '--parallel', '--parallel-immediate', '--parallel-max',
+            subprocess.run(['curl', '--no-progress-meter', '--parallel', '--parallel-immediate', '--parallel-max',
                             str(connections), '--config', requests], check=True)
             seconds = time.monotonic() - start
             self.checked(archive)
