@@ -3,6 +3,7 @@
 #include "createconnection.h"
 #include "indexconnection.h"
 #include "uploadstaterefresh.h"
+#include "uploadstatus.h"
 
 #include <QMetaObject>
 #include <QSet>
@@ -25,7 +26,24 @@ void addPatientsOf(const QString &series, const QSqlDatabase &db, QSet<qlonglong
     }
 }
 
-void refreshStates(const QString &databasePath, const QStringList &seriesUIDs)
+/// Series of which something is stored, or waits to be, and that are not known to be uploaded: also those
+/// that were uploaded as files, and not as series.
+QStringList begunSeries(const QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral("SELECT series.seriesUID FROM series JOIN generalseries ON "
+                                 "generalseries.SeriesInstanceUID = series.seriesUID WHERE "
+                                 "series.upCloudnum IS NOT NULL AND generalseries.Status <> ?"));
+    query.addBindValue(UploadStatus::uploaded());
+    query.exec();
+    QStringList series;
+    while (query.next()) {
+        series.append(query.value(0).toString());
+    }
+    return series;
+}
+
+void refreshStates(const QString &databasePath, QStringList seriesUIDs)
 {
     const IndexConnection connection(databasePath, attemptMs);
     if (!connection.isOpen()) {
@@ -33,8 +51,10 @@ void refreshStates(const QString &databasePath, const QStringList &seriesUIDs)
     }
     UploadStateRefresh refresh(
         connection.database(), [] { return QThread::currentThread()->isInterruptionRequested(); });
+    seriesUIDs += begunSeries(connection.database());
+    seriesUIDs.removeDuplicates();
     QSet<qlonglong> patients;
-    for (const QString &series : seriesUIDs) {
+    for (const QString &series : qAsConst(seriesUIDs)) {
         if (!refresh.refreshSeries(series)) {
             return;
         }
@@ -65,11 +85,9 @@ UploadedStates::~UploadedStates()
 
 void UploadedStates::refresh(const QStringList &seriesUIDs)
 {
-    QStringList distinct = seriesUIDs;
-    distinct.removeDuplicates();
     m_thread.start(); // where it does not run yet
-    QMetaObject::invokeMethod(m_worker, [this, path = databasePath(), distinct] {
-        refreshStates(path, distinct);
+    QMetaObject::invokeMethod(m_worker, [this, path = databasePath(), seriesUIDs] {
+        refreshStates(path, seriesUIDs);
         emit refreshed();
     });
 }

@@ -15,7 +15,8 @@ public:
     explicit UploadedStates(QObject *parent = nullptr);
     ~UploadedStates() override;
 
-    /// In the index that is the default one now.
+    /// Of these series, and of all others of which something is stored or waits to be. In the index that is
+    /// the default one now.
     void refresh(const QStringList &seriesUIDs);
 
 signals:

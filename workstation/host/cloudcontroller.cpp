@@ -4,6 +4,7 @@
 #include "cloudsignin.h"
 #include "downloadengine.h"
 #include "httpuploadfile.h"
+#include "importsettings.h"
 #include "kivmessageboxform.h"
 #include "loginform.h"
 #include "objectcorrection.h"
@@ -15,7 +16,6 @@
 
 #include <QMenu>
 #include <QStatusBar>
-#include <QTimer>
 #include <QToolButton>
 
 #include <algorithm>
@@ -41,10 +41,9 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
     connect(m_library, &PatientManagerMainWindow::loginCancelled, this, &CloudController::showFrame);
     connect(m_signIn, &CloudSignIn::signedIn, this,
         [](const CloudSession &session) { HttpUploadFile::instance()->setSession(session); });
-    connect(m_signIn, &CloudSignIn::failed, this, [this](const WebFailure &failure) {
-        m_problem = WebFailureText::of(failure);
-        update();
-    });
+    connect(m_signIn, &CloudSignIn::failed, this, &CloudController::onSignInFailed);
+    m_again.setSingleShot(true);
+    connect(&m_again, &QTimer::timeout, this, &CloudController::restore);
     update();
 }
 
@@ -57,7 +56,8 @@ void CloudController::begin(const QString &databasePath)
 {
     m_databasePath = databasePath;
     UploadProgressForm::instance()->resumeUploads();
-    DownloadEngine::current(); // goes on with what was begun once somebody is signed in
+    // Goes on with what was begun once somebody is signed in.
+    DownloadEngine::current()->setPolicy(ImportSettings::policy());
     restore();
 }
 
@@ -72,10 +72,26 @@ void CloudController::restore()
     }
 }
 
+/// A service that is away when the workstation starts is asked again, so that uploads go on by themselves.
+void CloudController::onSignInFailed(const WebFailure &failure)
+{
+    constexpr int firstPauseMs = 15'000;
+    constexpr int longestPauseMs = 300'000;
+    if (failure.problem == WebProblem::Stopped) {
+        return;
+    }
+    m_problem = WebFailureText::of(failure);
+    if (failure.isPassing()) {
+        m_again.start(std::clamp(2 * m_again.interval(), firstPauseMs, longestPauseMs));
+    }
+    update();
+}
+
 void CloudController::onSessionChanged()
 {
     const CloudSession &session = HttpUploadFile::instance()->session();
     m_signIn->cancel();
+    m_again.stop();
     m_problem.clear();
     stopCorrections();
     if (session.isOpen()) {
@@ -113,7 +129,11 @@ void CloudController::signIn()
 
 void CloudController::signOut()
 {
-    CloudAccount::read().writeLocal();
+    if (!CloudAccount::read().writeLocal()) {
+        kivMessageBoxForm::warning(m_window, tr("Cloud"),
+            tr("This file cannot be written, so the next start signs in again: %1").arg(CloudAccount::file()),
+            kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
+    }
     m_library->setLoginInfo({}, {}, {}, LoginForm::localUser);
     HttpUploadFile::instance()->endSession();
 }

@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QThread>
+#include <QTimer>
 #include <QVector>
 
 #include <atomic>
@@ -50,6 +51,7 @@ signals:
 private:
     void buildMenu();
     void restore();
+    void onSignInFailed(const WebFailure &failure);
     void onSessionChanged();
     void onRefused();
     void signIn();
@@ -69,5 +71,6 @@ private:
     std::atomic<bool> m_stop{false};
     QString m_databasePath;
     QString m_problem; ///< why the remembered user is not signed in
+    QTimer m_again; ///< runs while the remembered user waits for a service that is away
     bool m_isAsking = false;
 };
