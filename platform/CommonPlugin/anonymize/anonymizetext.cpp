@@ -15,6 +15,8 @@ QString AnonymizeText::problem(DeidentifyProblem problem)
         return tr("The file holds no object of a patient's study.");
     case DeidentifyProblem::Damaged:
         return tr("The file is damaged: nobody can tell all that it holds.");
+    case DeidentifyProblem::TooSlow:
+        return tr("Reading it took too long. It may lie on a slow share: copy it to this computer first.");
     case DeidentifyProblem::TooLarge:
         return tr("The file's header is larger than that of any real object.");
     case DeidentifyProblem::CannotWrite:
@@ -51,10 +53,19 @@ QString AnonymizeText::keyProblem(const SiteKey::Result &key, const QString &pat
 
 QString AnonymizeText::burnedIn(BurnedIn burnedIn)
 {
-    return burnedIn == BurnedIn::Declared ? tr("It says that names or faces can be seen in it.")
-        : burnedIn == BurnedIn::Possible
-        ? tr("It is of a kind that often shows names, and does not say that it shows none.")
-        : QString();
+    switch (burnedIn) {
+    case BurnedIn::No:
+        break;
+    case BurnedIn::Declared:
+        return tr("It says that names or faces can be seen in it.");
+    case BurnedIn::Possible:
+        return tr("It is of a kind that often shows names, and does not say that it shows none.");
+    case BurnedIn::HiddenOverlay:
+        return tr("Drawings or texts are hidden in bits of its picture.");
+    case BurnedIn::Unread:
+        return tr("Its picture is packed in a way that may hold texts that are not seen.");
+    }
+    return {};
 }
 
 QString AnonymizeText::burnedIn(const DeidentifyReport &report)
@@ -81,6 +92,11 @@ QStringList AnonymizeText::summary(const DeidentifyReport &report)
     if (report.leftOut > 0) {
         lines.append(
             tr("%n copy(ies) left out because names may be seen in the picture.", nullptr, report.leftOut));
+    }
+    if (report.sharedNumbers > 0) {
+        lines.append(tr("%n ID(s) belonged to several patients, who were told apart by name and birth date. "
+                        "Their pseudonyms are others than in a run without that.",
+            nullptr, report.sharedNumbers));
     }
     if (report.documents > 0) {
         lines.append(tr("%n document(s) were replaced by an empty one.", nullptr, report.documents));

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "attributechange.h"
+#include "changerecorder.h"
 #include "deidentifyoptions.h"
-#include "identifyingvalues.h"
-#include "pseudonyms.h"
-#include "textcleaner.h"
+#include "keptvalues.h"
 #include "treatment.h"
-
-#include <QVector>
+#include "valuegatherer.h"
 
 class DcmElement;
 class DcmItem;
@@ -22,16 +19,18 @@ class DatasetCleaner
 {
 public:
     /// Both outlive it.
-    DatasetCleaner(const DeidentifyOptions &options, const Pseudonyms &pseudonyms);
+    /// @param identity what tells the patient from others
+    DatasetCleaner(
+        const DeidentifyOptions &options, const Pseudonyms &pseudonyms, const QByteArray &identity);
 
     /// Keeps a list of what is changed.
-    void setRecording(bool on) { m_isRecording = on; }
+    void setRecording(bool on) { m_recorder.setOn(on); }
     /// @return false where the data set has more elements side by side than any object has
     bool clean(DcmItem &dataset);
 
-    const QVector<AttributeChange> &changes() const { return m_changes; }
-    bool hadContent() const { return m_hadContent; } ///< what a report says in its items
-    bool hadDocument() const { return m_hadDocument; }
+    const QVector<AttributeChange> &changes() const { return m_recorder.changes(); }
+    bool hadContent() const { return m_gatherer.hadContent(); } ///< what a report says in its items
+    bool hadDocument() const { return m_gatherer.hadDocument(); }
     QString patientName() const { return m_name; }
     QString patientId() const { return m_id; }
 
@@ -41,33 +40,26 @@ private:
     {
         int depth = 0;
         bool isStrict = false;
+        QByteArray characterSet; ///< of what is around it, until it has one of its own
         QString path;
     };
 
-    void identify(DcmItem &dataset);
-    bool gather(DcmItem &item, int depth, bool isStrict);
-    void gatherValue(DcmElement &element, Treatment treatment);
-    void cleanItem(DcmItem &item, const Place &place);
+    void cleanItem(DcmItem &item, const Place &around);
     void enter(DcmSequenceOfItems &sequence, const Place &place);
-    DcmElement *treat(DcmItem &item, DcmElement *element, Treatment treatment, const Place &place);
+    DcmElement *treat(DcmItem &item, DcmElement *element, Treatment treatment);
+    DcmElement *treatText(DcmItem &item, DcmElement *element, Treatment treatment);
+    DcmElement *keep(DcmItem &item, DcmElement *element);
     DcmElement *putDummy(DcmItem &item, DcmElement *element);
     DcmElement *putText(DcmItem &item, DcmElement *element, const QByteArray &text);
-    DcmElement *sweep(DcmItem &item, DcmElement *element);
     DcmElement *rename(DcmItem &item, DcmElement *element);
-    QByteArray newUids(const QByteArray &uids) const;
-    AttributeChange describe(DcmElement &element, const Place &place);
-    void record(AttributeChange change, DcmElement *after);
-    void selectCharacterSet(DcmItem &item);
 
     const DeidentifyOptions &m_options;
-    const Pseudonyms &m_pseudonyms;
     IdentifyingValues m_values;
     TextCleaner m_texts;
-    QString m_name; ///< of the patient from now on
-    QString m_id;
-    int m_daysBack = 0;
-    bool m_isRecording = false;
-    bool m_hadContent = false;
-    bool m_hadDocument = false;
-    QVector<AttributeChange> m_changes;
+    KeptValues m_kept;
+    ValueGatherer m_gatherer;
+    ChangeRecorder m_recorder;
+    const QString m_name; ///< of the patient from now on
+    const QString m_id;
+    const int m_daysBack;
 };

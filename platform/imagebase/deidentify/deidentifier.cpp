@@ -3,18 +3,17 @@
 #include "datasetcleaner.h"
 #include "deidentificationmarks.h"
 #include "deidentifysource.h"
+#include "descriptorstream.h"
 #include "elementtext.h"
 #include "filecopy.h"
-#include "filedescriptor.h"
 #include "filemeta.h"
+#include "patientidentity.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <memory>
 
 #include <fcntl.h>
+#include <unistd.h>
 
-#include <dcmtk/dcmdata/dcostrmf.h>
 #include <dcmtk/dcmdata/dcwcache.h>
 
 namespace {
@@ -41,8 +40,8 @@ void describe(DcmItem &dataset, const DatasetCleaner &cleaner, DeidentifiedFile 
 }
 
 /// Cleans a source's data set. @param recording whether what changes is listed
-DeidentifiedFile clean(
-    DeidentifySource &source, const DeidentifyOptions &options, const Pseudonyms &pseudonyms, bool recording)
+DeidentifiedFile clean(DeidentifySource &source, const DeidentifyOptions &options,
+    const Pseudonyms &pseudonyms, const QSet<QByteArray> &shared, bool recording)
 {
     DeidentifiedFile file;
     file.problem = source.open();
@@ -52,7 +51,12 @@ DeidentifiedFile clean(
     }
     DcmDataset &dataset = source.dataset();
     file.burnedIn = burnedInOf(dataset);
-    DatasetCleaner cleaner(options, pseudonyms);
+    file.burnedIn = file.burnedIn == BurnedIn::No ? source.doubt() : file.burnedIn;
+    file.number = ElementText::of(dataset, DCM_PatientID).isEmpty() ? QByteArray() : patientIdentity(dataset);
+    file.person = patientPerson(dataset);
+    const bool isShared = shared.contains(file.number);
+    DatasetCleaner cleaner(
+        options, pseudonyms, isShared ? file.number + '\\' + file.person.toUtf8() : patientIdentity(dataset));
     cleaner.setRecording(recording);
     if (!cleaner.clean(dataset)) {
         file.problem = DeidentifyProblem::TooLarge;
@@ -64,30 +68,27 @@ DeidentifiedFile clean(
     return file;
 }
 
-/// errno, for what DCMTK says of a failed write.
-int writeDataset(DeidentifySource &source, FILE *to)
+/// @return errno, 0 for success
+int writeDataset(DeidentifySource &source, int to)
 {
-    DcmOutputFileStream stream(to); // closes it
+    DescriptorConsumer consumer(to);
+    DescriptorStream stream(&consumer);
     DcmWriteCache cache;
     DcmDataset &dataset = source.dataset();
     dataset.transferInit();
     errno = 0;
-    OFCondition written = dataset.write(
+    const OFCondition written = dataset.write(
         stream, source.encoding(), EET_UndefinedLength, &cache, EGL_withoutGL, EPD_withoutPadding);
+    const int failed = written.good() ? 0 : errno != 0 ? errno : EIO;
     dataset.transferEnd();
     stream.flush();
-    if (written.good()) {
-        written = stream.status();
-    }
-    const int error = errno;
-    return written.good() ? 0 : error != 0 ? error : EIO;
+    return consumer.error() != 0 ? consumer.error() : failed;
 }
 
-int writeHead(DeidentifySource &source, const QByteArray &sopInstance, FILE *to)
+int writeHead(DeidentifySource &source, const QByteArray &sopInstance, int to)
 {
     const QByteArray meta = fileMeta({source.sopClass(), sopInstance, source.transferSyntax(), {}});
-    return std::fwrite(meta.constData(), 1, std::size_t(meta.size()), to) == std::size_t(meta.size()) ? 0
-                                                                                                      : errno;
+    return writeAll(to, meta.constData(), std::size_t(meta.size()));
 }
 
 int write(DeidentifySource &source, const DeidentifiedFile &file, const QByteArray &target)
@@ -96,12 +97,11 @@ int write(DeidentifySource &source, const DeidentifiedFile &file, const QByteArr
     if (made < 0) {
         return errno;
     }
-    FILE *const head = ::fdopen(made, "wb");
-    int error = writeHead(source, file.sopInstance, head);
-    error = error == 0 ? writeDataset(source, head) : (std::fclose(head), error);
-    if (error == 0 && !source.pixels().ranges.isEmpty()) {
-        const FileDescriptor behind(::open(target.constData(), O_WRONLY | O_APPEND | O_CLOEXEC));
-        error = behind < 0 ? errno : source.copyPixels(behind);
+    int error = writeHead(source, file.sopInstance, made);
+    error = error == 0 ? writeDataset(source, made) : error;
+    error = error == 0 ? source.copyPixels(made) : error;
+    if (::close(made) != 0 && error == 0) {
+        error = errno; // only now may a server tell that it has no room
     }
     if (error != 0) {
         ::unlink(target.constData());
@@ -111,9 +111,10 @@ int write(DeidentifySource &source, const DeidentifiedFile &file, const QByteArr
 
 } // namespace
 
-Deidentifier::Deidentifier(DeidentifyOptions options, Pseudonyms pseudonyms)
+Deidentifier::Deidentifier(DeidentifyOptions options, Pseudonyms pseudonyms, QSet<QByteArray> shared)
     : m_options(std::move(options))
     , m_pseudonyms(std::move(pseudonyms))
+    , m_shared(std::move(shared))
 { }
 
 DeidentifiedFile Deidentifier::run(
@@ -126,7 +127,7 @@ DeidentifiedFile Deidentifier::run(
     }
     onDeepStack([&] {
         DeidentifySource source(path, cancelled);
-        file = clean(source, m_options, m_pseudonyms, false);
+        file = clean(source, m_options, m_pseudonyms, m_shared, false);
         if (file.problem == DeidentifyProblem::None) {
             const int error = write(source, file, target);
             file.problem = problemOf(error);
@@ -141,7 +142,7 @@ DeidentifiedFile Deidentifier::preview(const QByteArray &path, const std::atomic
     DeidentifiedFile file;
     onDeepStack([&] {
         DeidentifySource source(path, cancelled);
-        file = clean(source, m_options, m_pseudonyms, true);
+        file = clean(source, m_options, m_pseudonyms, m_shared, true);
     });
     return file;
 }

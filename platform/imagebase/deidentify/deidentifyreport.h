@@ -36,10 +36,11 @@ struct DeidentifyReport
     QString folder; ///< of the results, once they are in their place
     QStringList files; ///< the results there
     QVector<DeidentifyFailure> failures;
-    QStringList names; ///< of the patients now, each once
+    QStringList names; ///< of the patients of the results, as they are now, each once
     QStringList modalities; ///< one for each name: of its first image
     QVector<DoubtfulPicture> doubtful; ///< among the results
     int leftOut = 0; ///< results that were not wanted because of burned-in names
+    int sharedNumbers = 0; ///< IDs that several patients had, who were told apart by name and birth date
     int documents = 0; ///< results with an embedded document that is empty now
     bool isCancelled = false;
     DeidentifyProblem ended = DeidentifyProblem::None; ///< what ended the whole run

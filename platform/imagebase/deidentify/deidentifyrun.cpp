@@ -1,23 +1,27 @@
 #include "deidentifyrun.h"
 
 #include "exportstage.h"
+#include "filecopy.h"
 #include "safename.h"
 #include "uniquenames.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMutex>
+#include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <numeric>
 #include <thread>
 #include <vector>
 
 namespace {
 
 constexpr int longestName = 64;
+constexpr int mostThreads = 8;
 
 /// What ends a run: further files would fare the same.
 bool isFinal(DeidentifyProblem problem)
@@ -36,10 +40,15 @@ struct DeidentifyRun::Private
 
     /// A file of the stage.
     QString passing(int number) const { return stage->path(QStringLiteral("%1").arg(number)); }
-    void work(const Deidentifier &deidentifier);
+    void makeAll();
+    void separate();
+    void runOnAllCores(const Deidentifier &deidentifier, const QVector<int> &numbers);
+    void make(const Deidentifier &deidentifier, int number);
+    QSet<QByteArray> numbersOfSeveral() const;
     DeidentifyReport report() const;
     bool isWanted(const DeidentifiedFile &file, bool withBurnedIn) const;
     QString nameOf(const DeidentifiedFile &file);
+    static void add(const DeidentifiedFile &result, DeidentifyReport &report);
     bool arrange(bool withBurnedIn, DeidentifyReport &report);
     void place(DeidentifyReport &report);
 
@@ -47,7 +56,7 @@ struct DeidentifyRun::Private
     std::unique_ptr<ExportStage> stage;
     std::vector<DeidentifiedFile> results; ///< one for each file; each is written by one thread
     UniqueNames names;
-    std::atomic<int> next{0};
+    QSet<QByteArray> shared; ///< IDs of several patients
     std::atomic<int> done{0};
     std::atomic<bool> cancelled{false};
     std::atomic<DeidentifyProblem> ended{DeidentifyProblem::None};
@@ -80,31 +89,84 @@ DeidentifyReport DeidentifyRun::run()
     d->stage = std::make_unique<ExportStage>(d->request.folder);
     d->madeError = d->stage->error();
     if (d->madeError == 0) {
-        const Deidentifier deidentifier(d->request.options, Pseudonyms(d->request.siteKey));
-        const unsigned count = std::min(std::max(1U, std::thread::hardware_concurrency()), 8U);
-        std::vector<std::thread> workers;
-        for (unsigned i = 0; i < count; ++i) {
-            workers.emplace_back([this, &deidentifier] { d->work(deidentifier); });
-        }
-        for (std::thread &worker : workers) {
-            worker.join();
-        }
+        d->makeAll();
+        d->separate();
     }
     return d->report();
 }
 
-void DeidentifyRun::Private::work(const Deidentifier &deidentifier)
+void DeidentifyRun::Private::makeAll()
 {
-    for (int number = next++; number < request.files.size() && !cancelled && !isFinal(ended);
-         number = next++) {
-        DeidentifiedFile &result = results[std::size_t(number)];
-        result = deidentifier.run(
-            QFile::encodeName(request.files.at(number)), QFile::encodeName(passing(number)), cancelled);
-        if (isFinal(result.problem)) {
-            ended = result.problem;
+    QVector<int> numbers(request.files.size());
+    std::iota(numbers.begin(), numbers.end(), 0);
+    runOnAllCores(Deidentifier(request.options, Pseudonyms(request.siteKey)), numbers);
+}
+
+/// Makes those once more whose patients would have become one.
+void DeidentifyRun::Private::separate()
+{
+    shared = numbersOfSeveral();
+    QVector<int> numbers;
+    for (int number = 0; number < request.files.size(); ++number) {
+        if (shared.contains(results[std::size_t(number)].number)) {
+            numbers.append(number);
+            QFile::remove(passing(number));
         }
-        ++done;
     }
+    runOnAllCores(Deidentifier(request.options, Pseudonyms(request.siteKey), shared), numbers);
+}
+
+void DeidentifyRun::Private::runOnAllCores(const Deidentifier &deidentifier, const QVector<int> &numbers)
+{
+    std::atomic<int> next{0};
+    const auto work = [&] {
+        for (int i = next++; i < numbers.size() && !cancelled && !isFinal(ended); i = next++) {
+            make(deidentifier, numbers.at(i));
+        }
+    };
+    const int count =
+        std::min({std::max(1, int(std::thread::hardware_concurrency())), mostThreads, numbers.size()});
+    std::vector<std::thread> workers;
+    for (int i = 0; i < count; ++i) {
+        workers.emplace_back(work);
+    }
+    for (std::thread &worker : workers) {
+        worker.join();
+    }
+}
+
+void DeidentifyRun::Private::make(const Deidentifier &deidentifier, int number)
+{
+    DeidentifiedFile &result = results[std::size_t(number)];
+    const bool isFirst = result.sopInstance.isEmpty();
+    result = deidentifier.run(
+        QFile::encodeName(request.files.at(number)), QFile::encodeName(passing(number)), cancelled);
+    if (isFinal(result.problem)) {
+        ended = result.problem;
+    }
+    done += isFirst ? 1 : 0;
+}
+
+/// IDs that came with different names or birth dates; what is missing differs from nothing.
+QSet<QByteArray> DeidentifyRun::Private::numbersOfSeveral() const
+{
+    QSet<QByteArray> several;
+    QHash<QByteArray, QStringList> known;
+    for (const DeidentifiedFile &result : results) {
+        if (result.number.isEmpty() || result.problem != DeidentifyProblem::None) {
+            continue;
+        }
+        const QStringList person = result.person.split(QLatin1Char('\\'));
+        QStringList &first = known[result.number];
+        first = first.isEmpty() ? person : first;
+        for (int part = 0; part < std::min(first.size(), person.size()); ++part) {
+            first[part] = first.at(part).isEmpty() ? person.at(part) : first.at(part);
+            if (!person.at(part).isEmpty() && person.at(part) != first.at(part)) {
+                several.insert(result.number);
+            }
+        }
+    }
+    return several;
 }
 
 DeidentifyReport DeidentifyRun::Private::report() const
@@ -113,19 +175,18 @@ DeidentifyReport DeidentifyRun::Private::report() const
     report.isCancelled = cancelled;
     report.ended = madeError == 0 ? ended.load() : DeidentifyProblem::CannotWrite;
     report.endDetail = madeError == 0 ? QString() : qt_error_string(madeError);
-    for (int number = 0; number < std::min(next.load(), request.files.size()); ++number) {
+    report.sharedNumbers = shared.size();
+    for (int number = 0; number < request.files.size(); ++number) {
         const DeidentifiedFile &result = results[std::size_t(number)];
+        if (result.problem == DeidentifyProblem::None && result.sopInstance.isEmpty()) {
+            continue; // the run ended before it
+        }
         if (result.problem != DeidentifyProblem::None) {
             report.failures.append({request.files.at(number), result.problem, result.detail});
             continue;
         }
-        report.documents += result.hadDocument ? 1 : 0;
         if (result.burnedIn != BurnedIn::No) {
             report.doubtful.append({request.files.at(number), result.burnedIn});
-        }
-        if (!report.names.contains(result.patientName)) {
-            report.names.append(result.patientName);
-            report.modalities.append(result.modality);
         }
     }
     return report;
@@ -146,10 +207,20 @@ QString DeidentifyRun::Private::nameOf(const DeidentifiedFile &file)
     return folder + QLatin1Char('/') + names.unique(folder, name + QStringLiteral(".dcm"));
 }
 
+/// Counts one that is among the results.
+void DeidentifyRun::Private::add(const DeidentifiedFile &result, DeidentifyReport &report)
+{
+    report.documents += result.hadDocument ? 1 : 0;
+    if (!report.names.contains(result.patientName)) {
+        report.names.append(result.patientName);
+        report.modalities.append(result.modality);
+    }
+}
+
 /// Gives the results their names within the stage.
 bool DeidentifyRun::Private::arrange(bool withBurnedIn, DeidentifyReport &report)
 {
-    for (int number = 0; number < request.files.size(); ++number) {
+    for (int number = 0; number < request.files.size() && !cancelled; ++number) {
         const DeidentifiedFile &result = results[std::size_t(number)];
         if (!QFileInfo::exists(passing(number))) {
             continue;
@@ -174,6 +245,7 @@ bool DeidentifyRun::Private::arrange(bool withBurnedIn, DeidentifyReport &report
             return false;
         }
         report.files.append(name);
+        add(result, report);
     }
     return true;
 }
@@ -212,9 +284,14 @@ DeidentifyReport DeidentifyRun::deliver(bool withBurnedIn)
         report.doubtful.clear();
     }
     const bool isWhole = !report.isCancelled && report.ended == DeidentifyProblem::None;
-    if (isWhole && d->arrange(withBurnedIn, report) && !report.files.isEmpty()) {
+    if (isWhole && d->arrange(withBurnedIn, report)) {
         d->stage->sync();
-        d->place(report);
+        report.isCancelled = d->cancelled;
+        if (report.isCancelled) {
+            report.files.clear();
+        } else if (!report.files.isEmpty()) {
+            d->place(report);
+        }
     }
     d->stage.reset();
     return report;

@@ -26,7 +26,7 @@ public:
     /// @param withBurnedIn also those in whose pictures names may be seen
     DeidentifyReport deliver(bool withBurnedIn);
 
-    /// Any thread.
+    /// Any thread. Also ends a deliver() that has not brought them there yet.
     void cancel();
     /// How many files have been looked at. Any thread.
     int done() const;

@@ -16,6 +16,18 @@ const DcmTagKey pixelGroup(0x7fe0, 0x0000);
 /// Nobody's file takes longer; somebody's trap might.
 constexpr qint64 longestParseMs = qint64(120) * 1000;
 
+/// DCMTK takes two to five for each element, of which it makes some 250 bytes: 500 MiB at most.
+constexpr int mostReads = 4 * 1000 * 1000;
+/// From here on a file is a large one, of which only one at a time is in memory.
+constexpr int manyReads = 400 * 1000;
+constexpr qint64 largePacked = qint64(1024) * 1024;
+
+std::mutex &turns()
+{
+    static std::mutex turns;
+    return turns;
+}
+
 } // namespace
 
 DeidentifySource::DeidentifySource(QByteArray path, const std::atomic<bool> &cancelled)
@@ -51,6 +63,9 @@ DeidentifyProblem DeidentifySource::unpack()
     if (!packed) {
         return length > mostPacked ? DeidentifyProblem::TooLarge : DeidentifyProblem::Damaged;
     }
+    if (length > largePacked) {
+        waitForTurn();
+    }
     const QByteArray bytes = inflateRaw(packed, length, mostUnpacked);
     if (bytes.isEmpty() || bytes.size() >= mostUnpacked) {
         return bytes.isEmpty() ? DeidentifyProblem::Damaged : DeidentifyProblem::TooLarge;
@@ -61,23 +76,41 @@ DeidentifyProblem DeidentifySource::unpack()
     return DeidentifyProblem::None;
 }
 
+void DeidentifySource::waitForTurn()
+{
+    if (!m_turn.owns_lock()) {
+        m_turn = std::unique_lock<std::mutex>(turns());
+    }
+}
+
 DeidentifyProblem DeidentifySource::parse()
 {
     QElapsedTimer clock;
     clock.start();
-    const auto goOn = [this, &clock] { return !m_cancelled && clock.elapsed() < longestParseMs; };
+    int reads = 0;
+    const auto goOn = [this, &clock, &reads] {
+        if (++reads == manyReads) {
+            waitForTurn();
+            clock.restart();
+        }
+        return !m_cancelled && reads < mostReads && clock.elapsed() < longestParseMs;
+    };
     const BoundedParse parsed =
         parseAll(m_unpacked ? m_unpacked->path() : m_path, pixelGroup, m_format, goOn);
     if (m_cancelled) {
         return DeidentifyProblem::Cancelled;
+    }
+    if (!parsed.complete && (reads >= mostReads || clock.elapsed() >= longestParseMs)) {
+        return reads >= mostReads ? DeidentifyProblem::TooLarge : DeidentifyProblem::TooSlow;
     }
     if (!parsed.complete) {
         m_detail = parsed.detail;
         return dataset().card() > 0 ? DeidentifyProblem::Damaged : DeidentifyProblem::NotDicom;
     }
     const DcmXfer syntax(dataset().getOriginalXfer());
-    m_pixels = findPixelBytes(
-        m_window, parsed.position, {syntax.isExplicitVR() == OFTrue, syntax.getByteOrder() == EBO_BigEndian});
+    const ElementEncoding encoding{syntax.isExplicitVR() == OFTrue, syntax.getByteOrder() == EBO_BigEndian};
+    m_pixels = findPixelBytes(m_window, parsed.position, encoding);
+    m_blanks.find(dataset(), m_window, m_pixels, encoding, m_transferSyntax);
     return m_pixels.isWhole ? DeidentifyProblem::None : DeidentifyProblem::Damaged;
 }
 
@@ -124,9 +157,12 @@ int DeidentifySource::copyPixels(int to)
         for (qint64 done = 0; done < range.length;) {
             const qint64 now = qMin(FileWindow::windowSize, range.length - done);
             const uchar *bytes = m_window.at(range.offset + done, now);
-            const int error = m_cancelled ? ECANCELED
-                : bytes ? writeAll(to, reinterpret_cast<const char *>(bytes), std::size_t(now))
-                        : EIO;
+            if (!bytes || m_cancelled) {
+                return m_cancelled ? ECANCELED : EIO;
+            }
+            QByteArray copied(reinterpret_cast<const char *>(bytes), int(now));
+            m_blanks.apply(copied, range.offset + done);
+            const int error = writeAll(to, copied.constData(), std::size_t(now));
             if (error != 0) {
                 return error;
             }

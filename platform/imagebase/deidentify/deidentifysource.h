@@ -3,11 +3,12 @@
 #include "boundedparse.h"
 #include "deidentifier.h"
 #include "filewindow.h"
+#include "pixelblanks.h"
 #include "pixelplace.h"
 
 #include <QElapsedTimer>
 
-#include <memory>
+#include <mutex>
 #include <optional>
 
 #include <dcmtk/config/osconfig.h>
@@ -35,21 +36,27 @@ public:
     /// What the file meta information has to say of it.
     QByteArray transferSyntax() const { return m_transferSyntax; }
     const PixelBytes &pixels() const { return m_pixels; }
-    /// Copies the pixels behind what an open file has. @return errno, 0 for success
+    /// Whether the bytes of the pixels may tell something that is not taken out of them.
+    BurnedIn doubt() const { return m_blanks.doubt(); }
+    /// Copies the pixels, without what only stands beside them, behind what an open file has. @return errno,
+    /// 0 for success
     int copyPixels(int to);
 
 private:
     DeidentifyProblem unpack();
+    void waitForTurn();
     DeidentifyProblem parse();
     DeidentifyProblem checkSyntax();
     DeidentifyProblem checkObject();
 
+    std::unique_lock<std::mutex> m_turn; ///< held while this is a large one, until all of it is gone
     const QByteArray m_path;
     const std::atomic<bool> &m_cancelled;
     FileWindow m_window;
     std::optional<MemoryFile> m_unpacked;
     DcmFileFormat m_format;
     PixelBytes m_pixels;
+    PixelBlanks m_blanks;
     QByteArray m_transferSyntax;
     E_TransferSyntax m_encoding = EXS_LittleEndianExplicit;
     QString m_detail;

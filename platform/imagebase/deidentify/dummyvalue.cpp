@@ -1,19 +1,18 @@
 #include "dummyvalue.h"
 
 #include "elementtext.h"
+#include "valuegrammar.h"
 
 #include <QDate>
 #include <QString>
 
-namespace {
-
-const char *textFor(DcmEVR vr)
+QByteArray DummyValue::textFor(DcmEVR vr)
 {
     switch (vr) {
     case EVR_AS:
         return "050Y";
     case EVR_DA:
-        return DummyValue::date;
+        return date;
     case EVR_DT:
         return "20000101000000";
     case EVR_TM:
@@ -26,11 +25,9 @@ const char *textFor(DcmEVR vr)
     case EVR_UR:
         return "http://removed.invalid";
     default:
-        return DummyValue::text;
+        return text;
     }
 }
-
-} // namespace
 
 bool DummyValue::set(DcmElement &element)
 {
@@ -55,11 +52,11 @@ bool DummyValue::set(DcmElement &element)
     case EVR_OW:
         return element.putUint16Array(&zero, 1).good();
     default:
-        return ElementText::isString(vr) && vr != EVR_UI && element.putString(textFor(vr)).good();
+        return ElementText::isString(vr) && vr != EVR_UI && element.putString(textFor(vr).constData()).good();
     }
 }
 
-QByteArray DummyValue::shifted(const QByteArray &value, int daysBack)
+QByteArray DummyValue::shifted(DcmEVR vr, const QByteArray &value, int daysBack)
 {
     constexpr int dateLength = 8;
     QByteArray result;
@@ -70,7 +67,8 @@ QByteArray DummyValue::shifted(const QByteArray &value, int daysBack)
         }
         const QDate day =
             QDate::fromString(QString::fromLatin1(part.left(dateLength)), QStringLiteral("yyyyMMdd"));
-        if (!day.isValid()) {
+        const bool isWhole = ValueGrammar::isRight(vr, part) && (vr == EVR_DT || part.size() == dateLength);
+        if (!day.isValid() || !isWhole) {
             return {};
         }
         result += day.addDays(-daysBack).toString(QStringLiteral("yyyyMMdd")).toLatin1()

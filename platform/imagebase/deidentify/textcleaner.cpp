@@ -1,5 +1,6 @@
 #include "textcleaner.h"
 
+#include "textfold.h"
 #include "textwords.h"
 
 #include <algorithm>
@@ -17,17 +18,34 @@ QString TextCleaner::decoded(const QByteArray &bytes)
 
 QByteArray TextCleaner::cleaned(const QByteArray &bytes)
 {
+    return without(bytes, withoutDates(decoded(bytes)),
+        [this](const QString &word) { return m_values.hasWord(word) || isNumberLike(word); });
+}
+
+QByteArray TextCleaner::withoutPersons(const QByteArray &bytes)
+{
+    return without(bytes, decoded(bytes), [this](const QString &word) {
+        return (word.size() >= IdentifyingValues::leastLetters || isUnparted(word)) && m_values.hasWord(word);
+    });
+}
+
+/// @param text what is left of the bytes already
+template <typename Goes>
+QByteArray TextCleaner::without(const QByteArray &bytes, const QString &text, Goes goes)
+{
     QString kept;
-    bool isChanged = false;
-    for (const TextWord &word : wordsOf(decoded(bytes))) {
-        const bool goes = m_values.hasWord(word.text) || isNumberLike(word.text);
-        isChanged = isChanged || goes;
-        kept += goes ? QStringLiteral(" ") : word.text + word.behind;
+    bool isChanged = text != decoded(bytes);
+    for (const TextWord &word : wordsOf(text)) {
+        const bool isGone = goes(word.text);
+        isChanged = isChanged || isGone;
+        kept += isGone ? QString(word.behind.count(QLatin1Char('\\')), QLatin1Char('\\')) + QLatin1Char(' ')
+                       : word.text + word.behind;
     }
     const QByteArray result = isChanged ? encoded(kept.simplified()) : bytes;
     const bool hasWords =
-        std::any_of(kept.cbegin(), kept.cend(), [](QChar c) { return c.isLetterOrNumber(); });
-    return hasWords && !m_values.isPersonWithin(result) ? result : QByteArray();
+        !isChanged || std::any_of(kept.cbegin(), kept.cend(), [](QChar c) { return c.isLetterOrNumber(); });
+    const bool isTelling = m_values.isPersonWithin(result) || m_values.isUidWithin(result);
+    return hasWords && !isTelling ? result : QByteArray();
 }
 
 QByteArray TextCleaner::encoded(const QString &text) const

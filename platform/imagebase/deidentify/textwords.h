@@ -14,5 +14,8 @@ struct TextWord
 /// with something else.
 QVector<TextWord> wordsOf(const QString &text);
 
+/// The text without what looks like a date or another number in parts: digits with signs or a blank between.
+QString withoutDates(const QString &text);
+
 /// Whether a word looks like a number of somebody or something: many digits.
 bool isNumberLike(const QString &word);

@@ -1,7 +1,9 @@
 #include "treatment.h"
 
+#include "datasetitems.h"
 #include "elementtext.h"
 #include "profiletable.h"
+#include "supplementtable.h"
 
 namespace {
 
@@ -43,14 +45,20 @@ bool isForeign(quint32 tag)
         || tag == encryptedAttributes || tag == macParameters;
 }
 
-Treatment ofPrivate(DcmEVR vr, const DeidentifyOptions &options)
+Treatment ofPrivate(quint32 tag, DcmEVR vr, const DeidentifyOptions &options)
 {
     if (options.removePrivate || isUnknown(vr) || vr == EVR_UR) {
         return Treatment::Remove;
     }
+    constexpr quint32 lastCreator = 0x00ff;
+    if ((tag & 0xffff) <= lastCreator) {
+        return Treatment::Keep;
+    }
     switch (vr) {
     case EVR_SQ:
         return Treatment::Enter;
+    case EVR_UI:
+        return Treatment::NewUid;
     case EVR_PN:
         return Treatment::Dummy;
     case EVR_DA:
@@ -98,9 +106,15 @@ Treatment ofOthers(quint32 tag, DcmEVR vr, const DeidentifyOptions &options, boo
     if (tag == textValue) {
         return options.cleanDescriptors && !isStrict ? Treatment::CleanText : Treatment::Dummy;
     }
+    constexpr quint32 patients = 0x0010;
+    if (tag >> 16 == patients) {
+        return Treatment::Remove;
+    }
     switch (vr) {
     case EVR_SQ:
         return isStrict ? Treatment::EnterStrictly : Treatment::Enter;
+    case EVR_UI:
+        return Treatment::NewUid;
     case EVR_PN:
         return Treatment::Dummy;
     case EVR_UR:
@@ -112,10 +126,20 @@ Treatment ofOthers(quint32 tag, DcmEVR vr, const DeidentifyOptions &options, boo
     case EVR_ST:
     case EVR_UT:
     case EVR_UC:
-        return isStrict ? Treatment::Dummy : Treatment::CleanText;
+        return isStrict                                             ? Treatment::Dummy
+            : options.cleanDescriptors || DatasetItems::isCode(tag) ? Treatment::CleanText
+                                                                    : Treatment::Dummy;
     default:
         return isStrict && isText(vr) ? Treatment::Dummy : Treatment::Keep;
     }
+}
+
+/// Our own rules.
+Treatment ofSupplement(SupplementTable::Action action, DcmEVR vr)
+{
+    return action == SupplementTable::Action::Keep ? (vr == EVR_SQ ? Treatment::Enter : Treatment::Keep)
+        : action == SupplementTable::Action::Empty ? Treatment::Empty
+                                                   : Treatment::Remove;
 }
 
 /// Whether the value cannot be what the standard says that it is: then nobody knows what it holds.
@@ -135,7 +159,7 @@ Treatment treatmentOf(DcmElement &element, const DeidentifyOptions &options, boo
         return Treatment::Remove;
     }
     if ((tag >> 16) % 2 != 0) {
-        return ofPrivate(vr, options);
+        return ofPrivate(tag, vr, options);
     }
     if (tag == patientName || tag == patientId) {
         return Treatment::Pseudonym;
@@ -145,10 +169,16 @@ Treatment treatmentOf(DcmElement &element, const DeidentifyOptions &options, boo
     if (isMisplaced(vr, standard)) {
         return rule && !isUnknown(standard) ? byProfile(*rule, tag, standard) : Treatment::Remove;
     }
+    const SupplementTable::Action own = SupplementTable::instance().find(tag);
+    if (own != SupplementTable::Action::None && own != SupplementTable::Action::NeverMoved) {
+        return ofSupplement(own, vr);
+    }
     if (!rule) {
         return ofOthers(tag, vr, options, isStrict);
     }
-    const Treatment optional = isStrict ? Treatment::Remove : byOptions(*rule, vr, options);
+    DeidentifyOptions asked = options;
+    asked.shiftDates = options.shiftDates && own != SupplementTable::Action::NeverMoved;
+    const Treatment optional = isStrict ? Treatment::Remove : byOptions(*rule, vr, asked);
     return optional != Treatment::Remove ? optional : byProfile(*rule, tag, vr);
 }
 

@@ -20,8 +20,9 @@ enum class Treatment : quint8 {
 
 /**
  * By the profile and its options; of several actions that the profile leaves open the one that is valid
- * whatever the kind of object makes of the attribute. What the profile does not name stays, but for what is
- * not understood.
+ * whatever the kind of object makes of the attribute. Of what the profile does not name the patient's
+ * attributes go, and what is not understood; UIDs are renewed, but for those of classes; texts in sentences
+ * are treated like descriptions; the rest stays.
  * @param isStrict within a sequence whose texts all go
  */
 Treatment treatmentOf(DcmElement &element, const DeidentifyOptions &options, bool isStrict);

@@ -158,11 +158,9 @@ int ExportStage::moveAllOut(const QStringList &names, bool replace) const
     return 0;
 }
 
-void ExportStage::sync() const
+int ExportStage::sync() const
 {
     const FileDescriptor folder(
         open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder >= 0) {
-        syncfs(folder);
-    }
+    return folder >= 0 && syncfs(folder) == 0 ? 0 : errno;
 }

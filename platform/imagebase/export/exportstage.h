@@ -31,8 +31,8 @@ public:
     /// The same for several, all of them or none, whenever it ends: what a kill let out without the others
     /// goes with its stage. @return errno, 0 for success
     int moveAllOut(const QStringList &names, bool replace) const;
-    /// Has the system write out what is in the file system of the folder.
-    void sync() const;
+    /// Has the system write out what is in the file system of the folder. @return errno, 0 for success
+    int sync() const;
 
 private:
     static void sweep(const QString &folder);

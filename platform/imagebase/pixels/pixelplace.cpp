@@ -9,7 +9,9 @@ namespace {
 constexpr quint32 floatPixels = 0x7fe00008;
 constexpr quint32 doublePixels = 0x7fe00009;
 constexpr quint32 integerPixels = 0x7fe00010;
-constexpr quint32 firstOfPixels = 0x7fe00001; ///< tables of offsets stand before the pixels
+constexpr quint32 frameOffsets = 0x7fe00001; ///< tables of offsets stand before the pixels
+constexpr quint32 frameLengths = 0x7fe00002;
+constexpr quint32 pixelsLength = 0x7fe00003;
 constexpr quint32 pixelGroup = 0x7fe0;
 constexpr quint32 fragmentTag = 0xfffee000;
 constexpr quint32 fragmentsEnd = 0xfffee0dd;
@@ -96,6 +98,29 @@ qint64 behindFragments(FileWindow &file, qint64 position)
     return -1;
 }
 
+/// Whether an element of the group is one that is known, and of its kind.
+bool isOfPixels(const ElementPlace &element, ElementEncoding encoding)
+{
+    const auto is = [&](const char *vr) {
+        return !encoding.isExplicit || element.vr == vrCode(vr[0], vr[1]);
+    };
+    switch (element.tag) {
+    case frameOffsets:
+    case frameLengths:
+        return is("OV") && element.length % sizeof(quint64) == 0;
+    case pixelsLength:
+        return is("UV") && element.length == sizeof(quint64);
+    case floatPixels:
+        return is("OF");
+    case doublePixels:
+        return is("OD");
+    case integerPixels:
+        return is("OB") || is("OW") || is("UN");
+    default:
+        return false;
+    }
+}
+
 } // namespace
 
 PixelBytes findPixelBytes(FileWindow &file, qint64 taken, ElementEncoding encoding)
@@ -115,10 +140,10 @@ PixelBytes findPixelBytes(FileWindow &file, qint64 taken, ElementEncoding encodi
             found.isWhole = false;
             break;
         }
-        if (element.tag >= firstOfPixels) {
-            found.ranges.append({position, end - position});
+        if (isOfPixels(element, encoding)) {
+            found.ranges.append({position, end - position, element.value, element.tag});
+            found.isEncapsulated = found.isEncapsulated || isOpen;
         }
-        found.isEncapsulated = found.isEncapsulated || isOpen;
         position = end;
     }
     return found;

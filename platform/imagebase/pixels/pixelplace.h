@@ -34,12 +34,15 @@ struct PixelBytes
     {
         qint64 offset = 0;
         qint64 length = 0;
+        qint64 value = 0; ///< where it begins, behind the header
+        quint32 tag = 0;
     };
     QVector<Range> ranges;
     bool isWhole = true; ///< false where the file ends before its pixels do
     bool isEncapsulated = false;
 };
 
-/// What a file has of the group of the pixels; what stands between or behind is left out.
+/// What a file has of the group of the pixels: they themselves and the tables of their places, each of the
+/// kind that it has to be. What else stands between or behind is left out.
 /// @param taken as for findPixels()
 PixelBytes findPixelBytes(FileWindow &file, qint64 taken, ElementEncoding encoding);

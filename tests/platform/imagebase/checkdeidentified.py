@@ -1,7 +1,7 @@
 """Looks at anonymised files with another reader than the one that made them.
 
 usage: checkdeidentified.py PROFILE LIST [options]; LIST has a line for each file: original, a tab, anonymised. With
-"options" the attributes that an option may keep or clean are not looked for.
+"options" the attributes that an option may keep or clean are not looked for, but for dates: those are moved.
 Prints a line for each value that an attribute of the profile had and that still stands anywhere in the anonymised
 file, and for each file that does not read whole.
 """
@@ -12,8 +12,8 @@ import pydicom
 from pydicom.datadict import dictionary_has_tag
 
 LEAST = 5
-# Numbers and terms of the standard, which other attributes may hold rightly.
-TERMS = {"CS", "AS", "DS", "IS", "US", "SS", "UL", "SL", "FL", "FD", "SQ", "AT", "OB", "OW"}
+# Numbers, which other attributes may hold rightly.
+TERMS = {"AS", "DS", "IS", "US", "SS", "UL", "SL", "FL", "FD", "SQ", "AT", "OB", "OW"}
 # What stands in copies for what is gone: an original that said the same says nothing.
 DUMMIES = b"20000101000000 anonymous offis_dcmtk"
 
@@ -21,7 +21,7 @@ DUMMIES = b"20000101000000 anonymous offis_dcmtk"
 def profile(path, has_options):
     with open(path, encoding="ascii") as file:
         rows = [line.split("\t") for line in file if re.match(r"[0-9A-Fa-f]{8}\t", line)]
-    return {int(row[0], 16) for row in rows if not has_options or row[2:5] == ["-", "-", "-"]}
+    return {int(row[0], 16) for row in rows if not has_options or row[3:5] == ["-", "-"]}
 
 
 def is_standard(value):
