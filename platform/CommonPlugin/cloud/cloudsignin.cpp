@@ -1,5 +1,6 @@
 #include "cloudsignin.h"
 
+#include "boundedanswer.h"
 #include "dicomjson.h"
 #include "secretstore.h"
 #include "webclient.h"
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr qint64 longestAnswer = qint64(1) << 20;
+constexpr qint64 longestAnswer = qint64(1) << 20; ///< no answer to this question is as long
 constexpr int patienceMs = 15000;
 constexpr int noContent = 204;
 
@@ -95,12 +96,7 @@ void CloudSignIn::ask(const CloudAccount &account, const QString &password)
     }
     m_reply =
         m_client->get(QStringLiteral("studies"), QUrlQuery({{QStringLiteral("limit"), QStringLiteral("1")}}));
-    m_reply->setReadBufferSize(2 * longestAnswer);
-    connect(m_reply, &QNetworkReply::readyRead, this, [this] {
-        if (m_reply && m_reply->bytesAvailable() >= longestAnswer) {
-            end({WebProblem::NotDicomWeb, {}, 0}); // no answer to this question is as long
-        }
-    });
+    m_answer = new BoundedAnswer(*m_reply, longestAnswer);
     connect(m_reply, &QNetworkReply::finished, this, &CloudSignIn::answered);
 }
 
@@ -112,10 +108,12 @@ void CloudSignIn::answered()
     }
     m_reply.clear();
     reply->deleteLater();
-    WebFailure failure = asSignIn(WebClient::failureOf(*reply));
+    const QByteArray answer = m_answer->read();
+    WebFailure failure = m_answer->isTooLong() ? WebFailure{WebProblem::NotDicomWeb, {}, 0}
+                                               : asSignIn(WebClient::failureOf(*reply));
     bool isUnderstood = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == noContent;
     if (failure.isNone() && !isUnderstood) {
-        DicomJson::read(reply->read(longestAnswer), &isUnderstood);
+        DicomJson::read(answer, &isUnderstood);
         failure.problem = isUnderstood ? WebProblem::None : WebProblem::NotDicomWeb;
     }
     if (!failure.isNone()) {

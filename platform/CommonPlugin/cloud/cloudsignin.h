@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class BoundedAnswer;
 class QNetworkReply;
 class WebClient;
 
@@ -45,6 +46,7 @@ private:
 
     std::unique_ptr<WebClient> m_client;
     QPointer<QNetworkReply> m_reply;
+    BoundedAnswer *m_answer = nullptr; ///< of the reply
     QString m_user;
     bool m_isRunning = false;
 };

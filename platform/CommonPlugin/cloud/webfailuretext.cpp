@@ -58,6 +58,10 @@ QString plainText(const WebFailure &failure)
         return Text::tr("The disk is full");
     case WebProblem::NoSecret:
         return Text::tr("There is no remembered password to sign in with");
+    case WebProblem::Incomplete:
+        return Text::tr("The service gave fewer images than it has");
+    case WebProblem::Busy:
+        return numbered(Text::tr("The service is busy"), failure.status);
     }
     return {};
 }

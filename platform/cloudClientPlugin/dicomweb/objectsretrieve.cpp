@@ -11,6 +11,7 @@ namespace {
 
 constexpr qint64 heldBytes = qint64(4) << 20;
 constexpr int pieceBytes = 256 << 10;
+constexpr qint64 askForRoomAfter = qint64(1) << 20;
 constexpr char wanted[] = "multipart/related; type=\"application/dicom\"; transfer-syntax=*";
 
 } // namespace
@@ -73,11 +74,19 @@ bool ObjectsRetrieve::beginFile(const QByteArray &type)
 
 bool ObjectsRetrieve::writeFile(const char *data, qint64 length)
 {
-    const bool good = m_file.write(data, length) == length;
-    if (!good) {
+    if (m_file.write(data, length) != length) {
         m_failure = {WebProblem::DiskFull, m_file.errorString(), 0};
+        return false;
     }
-    return good;
+    m_sinceAsked += length;
+    if (m_hasRoom && m_sinceAsked >= askForRoomAfter) {
+        m_sinceAsked = 0;
+        if (!m_hasRoom()) {
+            m_failure = {WebProblem::DiskFull, {}, 0};
+            return false;
+        }
+    }
+    return true;
 }
 
 bool ObjectsRetrieve::endFile()
@@ -102,8 +111,15 @@ bool ObjectsRetrieve::endFile()
 void ObjectsRetrieve::readMore()
 {
     constexpr int good = 200;
-    if (!m_reply || !m_reply->isOpen() || !m_failure.isNone()
-        || m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() != good) {
+    if (!m_reply || !m_reply->isOpen() || !m_failure.isNone()) {
+        return;
+    }
+    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (status != good) {
+        if (m_reply->isRunning()) { // its words, however many, are not wanted
+            const WebFailure failure = WebClient::failureOf(*m_reply);
+            refuse(failure.isNone() ? WebFailure{WebProblem::BadAnswer, {}, status} : failure);
+        }
         return;
     }
     if (!m_reader) {
@@ -121,12 +137,18 @@ void ObjectsRetrieve::readMore()
         isGood = got <= 0 || m_reader->feed(QByteArray::fromRawData(m_buffer.constData(), int(got)));
     }
     if (!isGood && m_reply) {
-        if (m_failure.isNone()) {
-            m_failure = {WebProblem::BadAnswer, {}, good};
-        }
-        if (m_reply->isRunning()) {
-            m_reply->abort();
-        }
+        refuse({WebProblem::BadAnswer, {}, good});
+    }
+}
+
+/// Ends what still comes. @param failure unless another came before
+void ObjectsRetrieve::refuse(const WebFailure &failure)
+{
+    if (m_failure.isNone()) {
+        m_failure = failure;
+    }
+    if (m_reply->isRunning()) {
+        m_reply->abort();
     }
 }
 

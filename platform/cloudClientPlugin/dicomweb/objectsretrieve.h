@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 class QNetworkReply;
@@ -29,6 +30,8 @@ public:
     ObjectsRetrieve(WebClient &client, const QString &resource, QString folder, QObject *parent = nullptr);
     ~ObjectsRetrieve() override;
 
+    /// @param hasRoom is asked now and then while a file grows; without room the request ends with DiskFull
+    void setRoom(std::function<bool()> hasRoom) { m_hasRoom = std::move(hasRoom); }
     void abort();
     int objects() const { return m_objects; }
 
@@ -43,6 +46,7 @@ private:
     bool endFile();
     void removeHalf();
     void readMore();
+    void refuse(const WebFailure &failure);
     void end();
 
     const QString m_folder;
@@ -51,5 +55,7 @@ private:
     QByteArray m_buffer;
     QFile m_file;
     WebFailure m_failure;
+    std::function<bool()> m_hasRoom;
+    qint64 m_sinceAsked = 0; ///< bytes written since m_hasRoom was asked
     int m_objects = 0;
 };

@@ -1,5 +1,6 @@
 #include "storerequest.h"
 
+#include "boundedanswer.h"
 #include "dicomjson.h"
 #include "multipartbody.h"
 #include "webclient.h"
@@ -8,6 +9,8 @@
 #include <QTimer>
 
 namespace {
+
+constexpr qint64 longestAnswer = qint64(16) << 20;
 
 void read(const DicomJson &answer, quint32 sequence, quint32 reason, StoreVerdict::State state,
     StoreVerdict::State withReason, QHash<QString, StoreVerdict> &into)
@@ -39,6 +42,7 @@ StoreRequest::StoreRequest(WebClient &client, QVector<StoredFile> files, QObject
     m_body->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     m_reply = client.post(QStringLiteral("studies"), m_body->contentType(), m_body.get());
     m_reply->setParent(this);
+    m_answer = new BoundedAnswer(*m_reply, longestAnswer);
     connect(m_reply, &QNetworkReply::uploadProgress, this,
         [this](qint64 bytes, qint64 /*all*/) { emit sent(bytes); });
     connect(m_reply, &QNetworkReply::finished, this, &StoreRequest::end);
@@ -85,7 +89,7 @@ WebFailure StoreRequest::failureOfAnswer(bool isUnderstood) const
     if (!m_body->unreadableFile().isEmpty()) {
         return {WebProblem::FileUnreadable, m_body->unreadableFile(), 0};
     }
-    WebFailure failure = WebClient::failureOf(*m_reply);
+    WebFailure failure = m_answer->isTooLong() ? WebFailure() : WebClient::failureOf(*m_reply);
     if (failure.isNone() && !isUnderstood) {
         const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
         failure = {WebProblem::BadAnswer, {}, status};
@@ -97,8 +101,7 @@ void StoreRequest::end()
 {
     bool isUnderstood = false;
     // A service that refuses some of the objects answers with an error and still says what it did to each.
-    const QHash<QString, StoreVerdict> verdicts =
-        verdictsOf(m_reply->isOpen() ? m_reply->readAll() : QByteArray(), &isUnderstood);
+    const QHash<QString, StoreVerdict> verdicts = verdictsOf(m_answer->read(), &isUnderstood);
     StoreAnswer answer{failureOfAnswer(isUnderstood), {}};
     for (const StoredFile &file : m_files) {
         answer.verdicts.append(verdicts.value(file.sopInstanceUid));

@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class BoundedAnswer;
 class MultipartBody;
 class QNetworkReply;
 class WebClient;
@@ -72,6 +73,7 @@ private:
     const QVector<StoredFile> m_files;
     std::unique_ptr<MultipartBody> m_body;
     QPointer<QNetworkReply> m_reply;
+    BoundedAnswer *m_answer = nullptr; ///< of the reply
 };
 
 Q_DECLARE_METATYPE(StoreAnswer)

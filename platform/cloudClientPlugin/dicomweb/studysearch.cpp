@@ -1,5 +1,6 @@
 #include "studysearch.h"
 
+#include "boundedanswer.h"
 #include "webclient.h"
 
 #include <QNetworkReply>
@@ -11,6 +12,7 @@ namespace {
 constexpr int usualPage = 100;
 constexpr int largePage = 1000; ///< where all is wanted, whatever it is
 constexpr int noContent = 204;
+constexpr qint64 longestAnswer = qint64(32) << 20;
 
 QString range(const QString &first, const QString &last)
 {
@@ -114,6 +116,7 @@ void StudySearch::ask()
     page.addQueryItem(QStringLiteral("offset"), QString::number(m_read));
     m_reply = m_client.get(m_resource, page);
     m_reply->setParent(this);
+    m_answer = new BoundedAnswer(*m_reply, longestAnswer);
     connect(m_reply, &QNetworkReply::finished, this, &StudySearch::answered);
 }
 
@@ -124,36 +127,50 @@ void StudySearch::end(const WebFailure &failure)
     emit finished(failure);
 }
 
+QVector<DicomJson> StudySearch::unseen(const QVector<DicomJson> &answers)
+{
+    QVector<DicomJson> fresh;
+    for (const DicomJson &answer : answers) {
+        const QString identity = identityOf(answer);
+        if (!identity.isEmpty() && !m_seen.contains(identity)) {
+            m_seen.insert(identity);
+            fresh.append(answer);
+        }
+    }
+    return fresh;
+}
+
 void StudySearch::answered()
 {
-    const WebFailure failure = WebClient::failureOf(*m_reply);
+    const QByteArray answer = m_answer->read();
     const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (m_answer->isTooLong()) {
+        end({WebProblem::BadAnswer, {}, status});
+        return;
+    }
+    const WebFailure failure = WebClient::failureOf(*m_reply);
     if (!failure.isNone() || status == noContent) {
         end(failure);
         return;
     }
     bool isGood = false;
-    const QVector<DicomJson> answers = DicomJson::read(m_reply->readAll(), &isGood);
+    const QVector<DicomJson> answers = DicomJson::read(answer, &isGood);
     if (!isGood) {
         end({WebProblem::BadAnswer, {}, status});
         return;
     }
-    const QString first = answers.isEmpty() ? QString() : identityOf(answers.first());
-    const bool isRepeated = m_read > 0 && first == m_firstOfPage;
-    if (answers.isEmpty() || isRepeated) {
+    const QVector<DicomJson> fresh = unseen(answers);
+    if (fresh.isEmpty()) {
         end({});
         return;
     }
-    m_firstOfPage = first;
     m_read += answers.size();
     m_isCutShort = m_read >= m_most;
-    emit found(answers);
-    if (answers.size() < pageOf(m_most) || m_isCutShort || !m_reply) {
-        if (m_reply) {
-            end({});
-        }
-        return;
+    emit found(fresh);
+    if (m_isCutShort) {
+        end({});
+    } else {
+        m_reply->deleteLater();
+        ask();
     }
-    m_reply->deleteLater();
-    ask();
 }

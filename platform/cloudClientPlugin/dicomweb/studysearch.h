@@ -6,8 +6,10 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QUrlQuery>
 
+class BoundedAnswer;
 class QNetworkReply;
 class WebClient;
 
@@ -29,7 +31,8 @@ struct CLOUDCLIENTPLUGIN_EXPORT StudyQuestion
 };
 
 /**
- * A QIDO-RS search, page by page until the service has no more or the most that are wanted were read.
+ * A QIDO-RS search, page by page until the service has no more or the most that are wanted were read. A page
+ * may be shorter than was asked for: only one without anything new is the end. Nothing is told twice.
  */
 class CLOUDCLIENTPLUGIN_EXPORT StudySearch : public QObject
 {
@@ -56,6 +59,7 @@ signals:
 private:
     void ask();
     void answered();
+    QVector<DicomJson> unseen(const QVector<DicomJson> &answers);
     void end(const WebFailure &failure);
 
     WebClient &m_client;
@@ -63,7 +67,8 @@ private:
     const QUrlQuery m_query;
     const int m_most;
     QPointer<QNetworkReply> m_reply;
+    BoundedAnswer *m_answer = nullptr; ///< of the reply
     int m_read = 0;
-    QString m_firstOfPage; ///< tells a service that knows no pages and gives the same again
+    QSet<QString> m_seen; ///< a service that knows no pages gives the same again
     bool m_isCutShort = false;
 };

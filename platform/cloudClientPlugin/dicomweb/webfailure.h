@@ -23,6 +23,8 @@ enum class WebProblem : quint8 {
     FileUnreadable, ///< a file of ours
     DiskFull,
     NoSecret, ///< there is no password to sign in with; the detail says why
+    Incomplete, ///< fewer objects came than the service has announced or lists
+    Busy, ///< asked too much for now
 };
 
 /// A problem, the service's or the system's own words on it, and the HTTP status where there was one.
@@ -37,7 +39,8 @@ struct WebFailure
     bool isPassing() const
     {
         return problem == WebProblem::NoRoute || problem == WebProblem::TimedOut
-            || problem == WebProblem::LineCut || problem == WebProblem::ServerError;
+            || problem == WebProblem::LineCut || problem == WebProblem::ServerError
+            || problem == WebProblem::Busy;
     }
 };
 

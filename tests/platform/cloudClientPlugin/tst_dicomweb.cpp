@@ -293,6 +293,8 @@ private slots:
                                    << WebProblem::NotDicomWeb;
         QTest::newRow("401") << httpAnswer("401 Unauthorized", "text/plain", "no")
                              << WebProblem::Unauthorized;
+        QTest::newRow("407") << httpAnswer("407 Proxy", "text/plain", "no") << WebProblem::NoRoute;
+        QTest::newRow("429") << httpAnswer("429 Slowly", "text/plain", "no") << WebProblem::Busy;
         QTest::newRow("409") << httpAnswer("409 Conflict", "text/plain", "no") << WebProblem::Conflict;
         QTest::newRow("500") << httpAnswer("500 Oops", "text/plain", "no") << WebProblem::ServerError;
         QTest::newRow("cut") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n[{")
@@ -337,6 +339,22 @@ private slots:
         QCOMPARE(received.size(), 1);
         QCOMPARE(contentOf(received.value(0)), QByteArray("whole"));
         QCOMPARE(QDir(target.path()).entryList(QDir::Files).size(), 1);
+    }
+
+    /// Neither a long refusal nor an answer without end is read until it ends.
+    void longAnswersAreGivenUp()
+    {
+        const OddService refusing(httpAnswer("500 Oops", "text/plain", QByteArray(6 << 20, 'x')));
+        WebClient client(serviceAt(refusing.address()));
+        QTemporaryDir target;
+        ObjectsRetrieve retrieve(client, QStringLiteral("studies/1.2"), target.path());
+        QCOMPARE(endOf(retrieve).problem, WebProblem::ServerError);
+
+        const OddService endless(
+            "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(40 << 20, '['), OddService::After::Keep);
+        WebClient patient(serviceAt(endless.address()));
+        StudySearch search(patient, QStringLiteral("studies"), StudyQuestion().query());
+        QCOMPARE(endOf(search).problem, WebProblem::BadAnswer);
     }
 
     void credentialsStayWhereTheyBelong()
