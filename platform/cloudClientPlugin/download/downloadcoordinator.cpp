@@ -14,13 +14,14 @@ constexpr int lookMs = 200;
 constexpr qint64 importedEveryMs = 1000;
 constexpr qint64 firstPauseMs = 1000;
 constexpr qint64 longestPauseMs = 30'000;
-constexpr int mostAttempts = 8; ///< in a row that brought nothing
+constexpr int mostBadAnswers = 8; ///< in a row, and nothing between them
 constexpr char journalName[] = "/problems.txt";
 
-bool isPassing(const WebFailure &failure)
+/// Whether it may pass: troubles of the service, the way there or the disk at any time.
+bool isPassing(const WebFailure &failure, int attempts)
 {
-    return failure.isPassing() || failure.problem == WebProblem::DiskFull
-        || failure.problem == WebProblem::BadAnswer; // an answer that was cut may look like one
+    const bool mayBeCut = failure.problem == WebProblem::BadAnswer && attempts < mostBadAnswers;
+    return mayBeCut || failure.isPassing() || failure.problem == WebProblem::DiskFull;
 }
 
 } // namespace
@@ -71,9 +72,18 @@ void DownloadCoordinator::wake()
     m_soon.start();
 }
 
+void DownloadCoordinator::setPolicy(DuplicatePolicy policy)
+{
+    m_policy = policy;
+    if (m_indexer) {
+        m_indexer->setPolicy(policy);
+    }
+}
+
 void DownloadCoordinator::work()
 {
     m_isLoaded = m_isLoaded || m_list.load(&m_jobs);
+    settleAll();
     m_isSaved = m_isLoaded && m_list.save();
     if (m_isLoaded && prepare()) {
         pump();
@@ -167,7 +177,8 @@ bool DownloadCoordinator::begin(Slot &slot, DownloadJob &job, SeriesJob &series)
     }
     slot.owner = {job.studyUid, series.uid};
     slot.fetch = new SeriesFetch(*slot.client, job.studyUid, series.uid, m_spool.folder(), this);
-    connect(slot.fetch, qOverload<const QString &>(&SeriesFetch::received), this,
+    slot.fetch->setRoom([this] { return m_spool.hasRoom(0); });
+    connect(slot.fetch, &SeriesFetch::received, this,
         [this, &slot](const QString &path) { onReceived(slot, path); });
     connect(slot.fetch, &SeriesFetch::progressed, this, [this, &slot](qint64 bytes) {
         if (DownloadJob *of = jobOf(slot.owner.studyUid)) {
@@ -180,7 +191,8 @@ bool DownloadCoordinator::begin(Slot &slot, DownloadJob &job, SeriesJob &series)
     series.state = SeriesJob::State::Fetching;
     series.indexed = present.size();
     series.refused = 0;
-    if (present.isEmpty()) {
+    series.listed.clear();
+    if (present.isEmpty() && !series.isRecounted) {
         slot.fetch->fetchAll();
     } else {
         slot.fetch->fetchMissing(present);
@@ -192,6 +204,7 @@ void DownloadCoordinator::onReceived(const Slot &slot, const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
     m_owners.insert(name, slot.owner);
+    m_recorder.expect(name, slot.owner);
     m_indexer->add(name);
     if (SeriesJob *series = seriesOf(slot.owner)) {
         ++series->pending;
@@ -205,7 +218,7 @@ void DownloadCoordinator::onReceived(const Slot &slot, const QString &path)
 
 void DownloadCoordinator::onFetched(Slot &slot, const WebFailure &failure)
 {
-    const int listed = slot.fetch->listed();
+    const QSet<QString> listed = slot.fetch->listed();
     slot.fetch->deleteLater();
     slot.fetch = nullptr;
     const DownloadJob *job = jobOf(slot.owner.studyUid);
@@ -213,8 +226,11 @@ void DownloadCoordinator::onFetched(Slot &slot, const WebFailure &failure)
     if (!series) {
         return; // removed meanwhile
     }
-    series->expected = listed >= 0 ? listed : series->expected;
-    series->isRecounted = series->isRecounted || listed >= 0;
+    series->listed = listed;
+    series->isRecounted = series->isRecounted || !listed.isEmpty();
+    if (!listed.isEmpty()) { // a shorter list does not take back what was announced
+        series->expected = qMax(series->expected, listed.size());
+    }
     if (failure.isNone()) {
         series->failure = {};
         series->state = SeriesJob::State::Landing;
@@ -239,7 +255,7 @@ void DownloadCoordinator::fail(const DownloadJob &job, SeriesJob &series, const 
     }
     series.failure = failure;
     ++series.attempts;
-    if (isPassing(failure) && (series.attempts < mostAttempts || failure.problem == WebProblem::DiskFull)) {
+    if (isPassing(failure, series.attempts)) {
         const qint64 pause = firstPauseMs << qMin(series.attempts - 1, 10);
         series.dueMs = m_clock.elapsed() + qMin(pause, longestPauseMs);
     } else {
@@ -251,7 +267,7 @@ void DownloadCoordinator::fail(const DownloadJob &job, SeriesJob &series, const 
 void DownloadCoordinator::onCommitted(const QVector<SpooledObject> &objects)
 {
     for (const SpooledObject &object : objects) {
-        const Owner owner = m_owners.take(object.path);
+        const AskedSeries owner = m_owners.take(object.path);
         SeriesJob *series = seriesOf(owner);
         if (!series) {
             continue; // left by an earlier program, or of a study that was taken off the list
@@ -264,19 +280,38 @@ void DownloadCoordinator::onCommitted(const QVector<SpooledObject> &objects)
     wake();
 }
 
-/// A series is through when all that came of it has its verdict, and nothing is known to be missing.
+/// A series is through when all that came of it has its verdict: done where the index has all of it.
 void DownloadCoordinator::settle(const DownloadJob &job, SeriesJob &series)
 {
     if (series.state != SeriesJob::State::Landing || series.pending > 0) {
         return;
     }
-    if (!series.isRecounted && series.indexed + series.refused < series.expected && series.indexed > 0) {
-        series.isRecounted = true; // the list says whether there is more
+    QSet<QString> held;
+    if (!m_list.present(series.uid, &held)) {
+        return; // the next look asks again
+    }
+    series.indexed = held.size();
+    if (series.isComplete(held)) {
+        series.state = SeriesJob::State::Done;
+        series.listed.clear();
+    } else if (!series.isRecounted) {
+        series.isRecounted = true; // the list says what is missing
         series.state = SeriesJob::State::Waiting;
         return;
+    } else {
+        series.state = SeriesJob::State::Failed;
+        series.failure = {WebProblem::Incomplete, {}, 0};
     }
-    series.state = SeriesJob::State::Done;
     m_list.setState(job, series);
+}
+
+void DownloadCoordinator::settleAll()
+{
+    for (DownloadJob &job : m_jobs) {
+        for (SeriesJob &series : job.series) {
+            settle(job, series);
+        }
+    }
 }
 
 /// An object that has gone from the spool gets no verdict: nobody waits for it, when nothing waits any more.
@@ -285,12 +320,13 @@ void DownloadCoordinator::forgetLost()
     const bool isIdle = m_indexer->waiting() == 0;
     if (isIdle && m_wasIdle && !m_owners.isEmpty()) {
         m_owners.clear();
+        m_recorder.forget();
         for (DownloadJob &job : m_jobs) {
             for (SeriesJob &series : job.series) {
                 series.pending = 0;
-                settle(job, series);
             }
         }
+        settleAll();
     }
     m_wasIdle = isIdle;
 }
@@ -387,7 +423,7 @@ DownloadJob *DownloadCoordinator::jobOf(const QString &studyUid)
     return job == m_jobs.end() ? nullptr : &*job;
 }
 
-SeriesJob *DownloadCoordinator::seriesOf(const Owner &owner)
+SeriesJob *DownloadCoordinator::seriesOf(const AskedSeries &owner)
 {
     DownloadJob *job = jobOf(owner.studyUid);
     return job ? job->find(owner.seriesUid) : nullptr;

@@ -36,6 +36,8 @@ public:
     void start();
     /// No session makes it wait for one.
     void setSession(const CloudSession &session);
+    /// What happens from now on where other content comes under a known UID.
+    void setPolicy(DuplicatePolicy policy);
     /// Fetches what is missing of a study, also where that was tried before.
     void add(const DownloadStudy &study);
     void stop(const QString &studyUid);
@@ -53,17 +55,11 @@ signals:
 private:
     static constexpr int mostSeries = 4; ///< that are fetched at once, each over its own connections
 
-    /// The series that an object in the spool was fetched for.
-    struct Owner
-    {
-        QString studyUid;
-        QString seriesUid;
-    };
     struct Slot
     {
         std::unique_ptr<WebClient> client;
         SeriesFetch *fetch = nullptr;
-        Owner owner;
+        AskedSeries owner;
     };
 
     void look();
@@ -78,16 +74,17 @@ private:
     void fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure);
     void onCommitted(const QVector<SpooledObject> &objects);
     void settle(const DownloadJob &job, SeriesJob &series);
+    void settleAll();
     void forgetLost();
     void abort(const QString &studyUid);
     DownloadJob *jobOf(const QString &studyUid);
-    SeriesJob *seriesOf(const Owner &owner);
+    SeriesJob *seriesOf(const AskedSeries &owner);
     bool isBusy() const;
     void wake();
     void tell();
 
     const QString m_databasePath;
-    const DuplicatePolicy m_policy;
+    DuplicatePolicy m_policy;
     QElapsedTimer m_clock;
     QTimer m_timer; ///< of look()
     QTimer m_soon; ///< of work(), when something has changed
@@ -98,7 +95,7 @@ private:
     ObjectSpool m_spool;
     std::unique_ptr<SpoolIndexer> m_indexer; ///< ends before what it uses
     QVector<DownloadJob> m_jobs; ///< in the order of their coming
-    QHash<QByteArray, Owner> m_owners; ///< of objects in the spool, by path
+    QHash<QByteArray, AskedSeries> m_owners; ///< of objects in the spool, by path
     std::array<Slot, mostSeries> m_slots;
     CloudSession m_session;
     bool m_isLoaded = false;

@@ -86,6 +86,11 @@ void DownloadEngine::setSession(const CloudSession &session)
     tell([session](DownloadCoordinator &coordinator) { coordinator.setSession(session); });
 }
 
+void DownloadEngine::setPolicy(DuplicatePolicy policy)
+{
+    tell([policy](DownloadCoordinator &coordinator) { coordinator.setPolicy(policy); });
+}
+
 void DownloadEngine::add(const DownloadStudy &study)
 {
     tell([study](DownloadCoordinator &coordinator) { coordinator.add(study); });

@@ -36,6 +36,8 @@ public:
     ~DownloadEngine() override;
 
     void setSession(const CloudSession &session);
+    /// What happens from now on where other content comes under a known UID.
+    void setPolicy(DuplicatePolicy policy);
     /// Fetches what is missing of a study, also where that was tried before.
     void add(const DownloadStudy &study);
     void stop(const QString &studyUid);

@@ -14,6 +14,12 @@ bool anyOf(const DownloadJob &job, const Is &is)
 
 } // namespace
 
+bool SeriesJob::isComplete(const QSet<QString> &held) const
+{
+    const bool isAll = listed.isEmpty() ? expected >= 0 || refused == 0 : held.contains(listed);
+    return isAll && !held.isEmpty() && held.size() >= expected;
+}
+
 SeriesJob *DownloadJob::find(const QString &seriesUid)
 {
     const auto found = std::find_if(
@@ -24,7 +30,7 @@ SeriesJob *DownloadJob::find(const QString &seriesUid)
 bool DownloadJob::isBusy(bool hasSession) const
 {
     return anyOf(*this, [this, hasSession](const SeriesJob &one) {
-        return one.pending > 0 || one.state == State::Fetching
+        return one.pending > 0 || one.state == State::Fetching || one.state == State::Landing
             || (one.state == State::Waiting && !isStopped && hasSession);
     });
 }
@@ -41,6 +47,7 @@ void DownloadJob::tryAgain()
         if (one.state == State::Failed) {
             one.state = State::Waiting;
         }
+        one.isRecounted = false;
         one.attempts = 0;
         one.dueMs = 0;
     }

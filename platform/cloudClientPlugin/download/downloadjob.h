@@ -4,6 +4,7 @@
 #include "fetchrate.h"
 
 #include <QHash>
+#include <QSet>
 
 /// A series of a download, and how far it is.
 struct SeriesJob
@@ -24,10 +25,13 @@ struct SeriesJob
     qint64 pending = 0; ///< objects that are here and not in the index yet
     int attempts = 0; ///< failures that may pass, since something came last
     qint64 dueMs = 0; ///< when it may be tried again
-    bool isRecounted = false; ///< an answer with fewer objects than announced was followed by a list
+    bool isRecounted = false; ///< the service was asked for a list, after an answer that was short or at once
+    QSet<QString> listed; ///< the objects that the service has, as far as it was asked and lists them
     WebFailure failure;
 
     qint64 fetched() const { return indexed + refused + pending; }
+    /// Whether what the index has is all that the service has announced or lists.
+    bool isComplete(const QSet<QString> &held) const;
     bool isEnded() const { return state == State::Done || state == State::Failed; }
 };
 

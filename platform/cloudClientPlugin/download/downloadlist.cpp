@@ -1,5 +1,6 @@
 #include "downloadlist.h"
 
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -72,33 +73,49 @@ bool DownloadList::load(QVector<DownloadJob> *jobs)
     }
     QVector<DownloadJob> stored;
     QSqlQuery query(m_connection->database());
-    const bool isGood = query.exec(
-        QStringLiteral("SELECT studyUID, label, state, service FROM downloadstudy ORDER BY rowid"));
+    if (!query.exec(
+            QStringLiteral("SELECT studyUID, label, state, service FROM downloadstudy ORDER BY rowid"))) {
+        return false;
+    }
+    QStringList finished;
     while (query.next()) {
         DownloadJob job;
         job.studyUid = query.value(0).toString();
         job.label = query.value(1).toString();
         job.service = query.value(3).toString();
         job.isStopped = query.value(2).toInt() == Stopped;
-        job.series = loadSeries(job.studyUid);
+        if (!loadSeries(job.studyUid, &job.series)) {
+            return false; // a study without its series would pass for a finished one
+        }
         if (!job.isBusy(true) && !job.isStopped && !job.hasFailed()) {
-            remove(job.studyUid);
+            finished.append(job.studyUid);
         } else if (!contains(*jobs, job.studyUid)) {
             stored.append(job);
         }
     }
+    if (query.lastError().isValid()) {
+        return false;
+    }
+    for (const QString &uid : qAsConst(finished)) {
+        remove(uid);
+    }
     *jobs = stored + *jobs;
-    return isGood;
+    return true;
 }
 
-QVector<SeriesJob> DownloadList::loadSeries(const QString &studyUid) const
+/// @return false where the index cannot be read now
+bool DownloadList::loadSeries(const QString &studyUid, QVector<SeriesJob> *found) const
 {
-    QVector<SeriesJob> found;
     QSqlQuery query(m_connection->database());
-    query.prepare(QStringLiteral("SELECT seriesUID, state, expected, received, reason FROM downloadseries "
-                                 "WHERE studyUID = ? ORDER BY rowid"));
+    if (!query.prepare(
+            QStringLiteral("SELECT seriesUID, state, expected, received, reason FROM downloadseries "
+                           "WHERE studyUID = ? ORDER BY rowid"))) {
+        return false;
+    }
     query.addBindValue(studyUid);
-    query.exec();
+    if (!query.exec()) {
+        return false;
+    }
     while (query.next()) {
         SeriesJob series;
         series.uid = query.value(0).toString();
@@ -106,10 +123,10 @@ QVector<SeriesJob> DownloadList::loadSeries(const QString &studyUid) const
         series.expected = query.isNull(2) ? -1 : query.value(2).toInt();
         series.indexed = query.value(3).toLongLong();
         series.failure.problem =
-            static_cast<WebProblem>(std::clamp(query.value(4).toInt(), 0, int(WebProblem::NoSecret)));
-        found.append(series);
+            static_cast<WebProblem>(std::clamp(query.value(4).toInt(), 0, int(WebProblem::Busy)));
+        found->append(series);
     }
-    return found;
+    return !query.lastError().isValid();
 }
 
 void DownloadList::put(const QString &sql, const QVariantList &values)
@@ -187,7 +204,16 @@ bool DownloadList::present(const QString &seriesUid, QSet<QString> *uids)
     while (query.next()) {
         uids->insert(query.value(0).toString());
     }
-    return isGood;
+    return isGood && !query.lastError().isValid();
+}
+
+bool DownloadList::isWanted(const QSqlDatabase &db, const QString &studyUid, const QString &seriesUid)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral("SELECT 1 FROM downloadseries WHERE studyUID = ? AND seriesUID = ?"));
+    query.addBindValue(studyUid);
+    query.addBindValue(seriesUid);
+    return !query.exec() || query.next();
 }
 
 bool DownloadList::count(

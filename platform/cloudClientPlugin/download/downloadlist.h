@@ -31,9 +31,11 @@ public:
     /// @return whether nothing waits to be written
     bool save();
 
-    /// What the index has of a series. @return false where it cannot be asked now
+    /// The objects that the index has of a series. @return false where it cannot be asked now
     bool present(const QString &seriesUid, QSet<QString> *uids);
 
+    /// Whether a series is, or was, to be fetched, as a connection sees it; true where that cannot be said.
+    static bool isWanted(const QSqlDatabase &db, const QString &studyUid, const QString &seriesUid);
     /// Counts objects of a series that came into the index, on the connection and in the transaction that
     /// brings them in.
     static bool count(const QSqlDatabase &db, const QString &studyUid, const QString &seriesUid, int objects);
@@ -47,7 +49,7 @@ private:
 
     bool open();
     void put(const QString &sql, const QVariantList &values);
-    QVector<SeriesJob> loadSeries(const QString &studyUid) const;
+    bool loadSeries(const QString &studyUid, QVector<SeriesJob> *series) const;
 
     const QString m_databasePath;
     std::unique_ptr<IndexConnection> m_connection;

@@ -5,11 +5,10 @@
 #include "studysearch.h"
 #include "webclient.h"
 
-#include <limits>
-
 namespace {
 
 constexpr int atATime = 4;
+constexpr int mostListed = 100'000; ///< no series is as large
 
 /// A service without lists of instances, which may have the series nevertheless.
 bool cannotList(WebProblem problem)
@@ -44,11 +43,9 @@ void SeriesFetch::fetchAll()
 ObjectsRetrieve *SeriesFetch::retrieve(const QString &resource)
 {
     auto *request = new ObjectsRetrieve(m_client, resource, m_folder, this);
+    request->setRoom(m_hasRoom);
     m_requests.append(request);
-    connect(request, &ObjectsRetrieve::received, this, [this](const QString &path) {
-        ++m_received;
-        emit received(path);
-    });
+    connect(request, &ObjectsRetrieve::received, this, &SeriesFetch::received);
     connect(request, &ObjectsRetrieve::progress, this, [this, before = qint64(0)](qint64 bytes) mutable {
         emit progressed(bytes - before);
         before = bytes;
@@ -61,19 +58,20 @@ ObjectsRetrieve *SeriesFetch::retrieve(const QString &resource)
 void SeriesFetch::fetchMissing(const QSet<QString> &present)
 {
     m_present = present;
-    m_search = new StudySearch(
-        m_client, resource() + QStringLiteral("/instances"), {}, this, std::numeric_limits<int>::max());
+    m_search = new StudySearch(m_client, resource() + QStringLiteral("/instances"), {}, this, mostListed);
     connect(m_search, &StudySearch::found, this, &SeriesFetch::list);
     connect(m_search, &StudySearch::finished, this, &SeriesFetch::listEnded);
 }
 
 void SeriesFetch::list(const QVector<DicomJson> &instances)
 {
-    m_listed = qMax(0, m_listed) + instances.size();
     for (const DicomJson &instance : instances) {
         const QString uid = instance.text(DicomTag::sopInstanceUid);
-        if (!uid.isEmpty() && !m_present.contains(uid)) {
-            m_present.insert(uid); // a service may name one twice
+        if (uid.isEmpty() || m_listed.contains(uid)) {
+            continue;
+        }
+        m_listed.insert(uid);
+        if (!m_present.contains(uid)) {
             m_missing.append(uid);
         }
     }
@@ -81,13 +79,17 @@ void SeriesFetch::list(const QVector<DicomJson> &instances)
 
 void SeriesFetch::listEnded(const WebFailure &failure)
 {
+    const bool isCutShort = m_search->isCutShort();
     m_search->deleteLater();
     m_search = nullptr;
-    if (failure.isNone()) {
-        m_listed = qMax(0, m_listed);
-        pump();
-    } else if (cannotList(failure.problem)) {
+    if (isCutShort) {
         m_missing.clear();
+        end({WebProblem::BadAnswer, {}, 0});
+    } else if (failure.isNone() && !m_listed.isEmpty()) {
+        pump();
+    } else if (failure.isNone() || cannotList(failure.problem)) {
+        m_missing.clear();
+        m_listed.clear(); // what an answer in the middle has not told is not known
         fetchAll();
     } else {
         end(failure);

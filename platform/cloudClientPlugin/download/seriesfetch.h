@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class DicomJson;
@@ -27,6 +28,8 @@ public:
         WebClient &client, QString studyUid, QString seriesUid, QString folder, QObject *parent = nullptr);
     ~SeriesFetch() override;
 
+    /// @param hasRoom is asked now and then while a file grows
+    void setRoom(std::function<bool()> hasRoom) { m_hasRoom = std::move(hasRoom); }
     /// Begins, once.
     void fetchAll();
     /// Begins, once: what the service lists and present does not have. A service that lists nothing is asked
@@ -34,9 +37,8 @@ public:
     void fetchMissing(const QSet<QString> &present);
     void abort();
 
-    /// Objects that the service lists; -1 where it was not asked.
-    int listed() const { return m_listed; }
-    int received() const { return m_received; }
+    /// The objects that the service lists; empty where it was not asked, or lists none.
+    const QSet<QString> &listed() const { return m_listed; }
 
 signals:
     void received(const QString &path);
@@ -58,11 +60,11 @@ private:
     const QString m_seriesUid;
     const QString m_folder;
     StudySearch *m_search = nullptr;
+    std::function<bool()> m_hasRoom;
     QSet<QString> m_present;
+    QSet<QString> m_listed;
     QStringList m_missing; ///< not asked for yet
     QVector<ObjectsRetrieve *> m_requests;
     WebFailure m_failure; ///< the first
-    int m_listed = -1;
-    int m_received = 0;
     bool m_isEnded = false;
 };

@@ -28,6 +28,9 @@ public:
     SpoolFollower(const SpoolFollower &) = delete;
     SpoolFollower &operator=(const SpoolFollower &) = delete;
 
+    /// Before it is written, on the connection of the transaction: whether an object is one that was wanted.
+    /// Others are kept aside. Its isTaken says nothing yet
+    virtual bool accepts(const QSqlDatabase & /*db*/, const SpooledObject & /*object*/) { return true; }
     /// Before the commit, on its connection: what is written here counts with the records, or not at all.
     /// @return false where that failed; the batch is undone and tried again
     virtual bool record(const QSqlDatabase &db, const QVector<SpooledObject> &objects) = 0;

@@ -22,6 +22,13 @@ constexpr auto lockGap = 1500us; ///< how long the lock stays free between two b
 constexpr auto pauseAfterFailure = 1000ms;
 constexpr int mostIssues = 500; ///< a writer keeps its report as long as it lives
 
+SpooledObject described(const SpoolItem &item)
+{
+    const DicomHeader &header = item.result->header;
+    return {item.path, header[Attribute::StudyInstanceUID], header[Attribute::SeriesInstanceUID],
+        header[Attribute::SOPInstanceUID], false};
+}
+
 } // namespace
 
 struct SpoolIndexer::Private
@@ -34,6 +41,7 @@ struct SpoolIndexer::Private
     bool prepare();
     bool write(SpoolItems items);
     bool writeOne(SpoolItem &item, ReadFile &file);
+    bool isStranger(const SpoolItem &item) const;
     void noteVerdict(const SpoolItem &item);
     void commit();
     void giveUp();
@@ -47,6 +55,7 @@ struct SpoolIndexer::Private
     SpoolItems batch; ///< written, not committed
     SpoolFollower *const follower;
     QVector<SpooledObject> verdicts; ///< of the batch, for the follower
+    QVector<QByteArray> strangers; ///< of the batch, to be kept aside
     bool isThere = false; ///< the object that was written last
     int told = 0; ///< issues of the writer's report that are dealt with
 
@@ -194,18 +203,28 @@ bool SpoolIndexer::Private::writeOne(SpoolItem &item, ReadFile &file)
         isThere = false;
         return true;
     }
+    if (isStranger(item)) {
+        strangers.append(item.path);
+        isThere = false;
+        return true;
+    }
     isThere = true;
     file.result = *item.result;
     file.taken = file.result.outcome == DicomReadResult::Outcome::Image;
     return writer->write(file);
 }
 
+bool SpoolIndexer::Private::isStranger(const SpoolItem &item) const
+{
+    return follower && item.result->outcome == DicomReadResult::Outcome::Image
+        && !follower->accepts(writer->database(), described(item));
+}
+
 void SpoolIndexer::Private::noteVerdict(const SpoolItem &item)
 {
     if (follower) {
-        const DicomHeader &header = item.result->header;
-        verdicts.append({item.path, header[Attribute::StudyInstanceUID], header[Attribute::SeriesInstanceUID],
-            header[Attribute::SOPInstanceUID], isThere && writer->hasTakenLast()});
+        verdicts.append(described(item));
+        verdicts.last().isTaken = isThere && writer->hasTakenLast();
     }
 }
 
@@ -226,6 +245,9 @@ void SpoolIndexer::Private::commit()
     const QVector<ImportIssue> &issues = writer->report().issues();
     notes.keepAside(issues, told);
     told = issues.size();
+    for (const QByteArray &path : std::exchange(strangers, {})) {
+        notes.keepAside(path, ReceiveProblem::OtherObject, QString());
+    }
     notes.countIndexed(written);
     queue.finish(written);
     if (follower) {
@@ -241,6 +263,7 @@ void SpoolIndexer::Private::giveUp()
     queue.putBack(std::move(batch));
     batch.clear();
     verdicts.clear();
+    strangers.clear();
     const ImportEnd end = writer->end();
     const QString why = writer->endDetail();
     writer.reset();

@@ -3,6 +3,7 @@
 #include "downloadengine.h"
 #include "lineproxy.h"
 #include "objectspool.h"
+#include "oddservice.h"
 #include "temporaryindex.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -161,7 +162,7 @@ private slots:
         QCOMPARE(place.images(), 2 * imagesOfSeries);
         QCOMPARE(place.flagged(), 2 * imagesOfSeries);
         QVERIFY(place.isWhole());
-        QVERIFY2(m_proxy->asked().count("GET ") <= 2 * imagesOfSeries - before + 4,
+        QVERIFY2(m_proxy->asked().count("GET ") <= 2 * imagesOfSeries - before + 6,
             "what is there was fetched again");
     }
 
@@ -242,6 +243,34 @@ private slots:
         QCOMPARE(tally.seriesDone, 1);
         QVERIFY(!tally.failure.isNone());
         QCOMPARE(place.images(), imagesOfSeries);
+    }
+
+    /// A good answer is no proof that it holds what was asked for.
+    void whatTheServiceLeavesOut_data()
+    {
+        QTest::addColumn<bool>("isAnother");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("nothing of what it has announced") << false << imagesOfSeries;
+        QTest::newRow("an object of another patient") << true << -1;
+    }
+
+    void whatTheServiceLeavesOut()
+    {
+        QFETCH(const bool, isAnother);
+        QFETCH(const int, expected);
+        const QByteArray object = bytesOf(m_files.filePath(seriesUid(2, 1) + QStringLiteral(".1")));
+        const OddService odd(httpAnswer("200 OK", "multipart/related; type=\"application/dicom\"; boundary=b",
+            isAnother ? "--b\r\nContent-Type: application/dicom\r\n\r\n" + object + "\r\n--b--\r\n"
+                      : QByteArray("--b--\r\n")));
+        Workplace place(sessionAt(odd.serverPort()));
+        place.engine->add({wanted(1).studyUid, {}, {{seriesUid(1, 1), expected}}});
+        QTRY_COMPARE_WITH_TIMEOUT(place.state(), DownloadState::Failed, mostMs);
+        QCOMPARE(place.engine->tallies().constFirst().failure.problem, WebProblem::Incomplete);
+        QCOMPARE(place.images(), 0);
+        QCOMPARE(place.flagged(), 0);
+        const QString aside =
+            QFileInfo(place.index.path()).absoluteFilePath() + QStringLiteral(".downloaded/aside");
+        QCOMPARE(!QDir(aside).isEmpty(), isAnother);
     }
 
 private:
