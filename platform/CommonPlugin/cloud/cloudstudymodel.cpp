@@ -136,14 +136,17 @@ void CloudStudyModel::setHoldings(const QHash<QString, int> &studies, const QHas
     for (int row = 0; row < m_studies.size(); ++row) {
         Study &study = m_studies[row];
         study.held = studies.value(study.uid);
+        bool isChanged = false;
         for (Series &one : study.series) {
-            one.held = series.value(one.uid);
+            isChanged = std::exchange(one.held, series.value(one.uid)) != one.held || isChanged;
         }
-        const QModelIndex at = index(row, 0);
-        emit dataChanged(index(row, IndexColumn), index(row, IndexColumn));
-        if (!study.series.isEmpty()) {
+        if (isChanged) {
+            const QModelIndex at = index(row, 0);
             emit dataChanged(index(0, IndexColumn, at), index(study.series.size() - 1, IndexColumn, at));
         }
+    }
+    if (!m_studies.isEmpty()) {
+        emit dataChanged(index(0, IndexColumn), index(m_studies.size() - 1, IndexColumn));
     }
 }
 

@@ -5,12 +5,12 @@
 #include "cloudstudymodel.h"
 #include "cloudstudyview.h"
 #include "companionwindow.h"
-#include "createconnection.h"
 #include "downloadengine.h"
 #include "downloadlistpanel.h"
 #include "firstwindowsize.h"
+#include "holdingscounter.h"
 #include "httpuploadfile.h"
-#include "localholdings.h"
+#include "importsettings.h"
 #include "sharedwindow.h"
 #include "webfailuretext.h"
 
@@ -40,6 +40,7 @@ DownloadCloudDataForm::DownloadCloudDataForm(QWidget *parent)
     : QWidget(parent, Qt::Window)
     , m_search(new CloudSearch(this))
     , m_model(new CloudStudyModel(this))
+    , m_holdings(new HoldingsCounter(this))
 {
     build();
     connect(m_question, &CloudQuestionForm::asked, this, &DownloadCloudDataForm::search);
@@ -53,6 +54,7 @@ DownloadCloudDataForm::DownloadCloudDataForm(QWidget *parent)
         m_model->add(studies);
         showHoldings();
     });
+    connect(m_holdings, &HoldingsCounter::counted, m_model, &CloudStudyModel::setHoldings);
     connect(m_search, &CloudSearch::finished, this, &DownloadCloudDataForm::onSearched);
     connect(m_search, &CloudSearch::listed, this, &DownloadCloudDataForm::onListed);
     connect(HttpUploadFile::instance(), &HttpUploadFile::sessionChanged, this,
@@ -183,6 +185,7 @@ void DownloadCloudDataForm::takeEngine()
         connect(engine, &DownloadEngine::imported, this, &DownloadCloudDataForm::imported);
         connect(engine, &DownloadEngine::imported, this, &DownloadCloudDataForm::showHoldings);
     }
+    engine->setPolicy(ImportSettings::policy());
     m_downloads->setEngine(engine);
 }
 
@@ -260,8 +263,7 @@ void DownloadCloudDataForm::download()
 void DownloadCloudDataForm::showHoldings()
 {
     if (m_model->rowCount() > 0) {
-        m_model->setHoldings(localHoldings(databasePath(), RecordLevel::Study, m_model->studyUids()),
-            localHoldings(databasePath(), RecordLevel::Series, m_model->seriesUids()));
+        m_holdings->count(m_model->studyUids(), m_model->seriesUids());
     }
 }
 

@@ -14,6 +14,7 @@ class CloudStudyView;
 class DownloadEngine;
 class DownloadListPanel;
 class DicomJson;
+class HoldingsCounter;
 class QLabel;
 class QPushButton;
 
@@ -68,6 +69,7 @@ private:
     QPointer<DownloadEngine> m_engine;
     CloudSearch *m_search;
     CloudStudyModel *m_model;
+    HoldingsCounter *m_holdings;
     QLabel *m_who = nullptr;
     CloudQuestionForm *m_question = nullptr;
     QPushButton *m_searchButton = nullptr;

@@ -27,15 +27,20 @@ int mode()
     return intFrom(file, ConfigKey::importMode);
 }
 
-ImportRequest request(const QStringList &paths, int mode)
+DuplicatePolicy policy()
 {
     const QString file = ConfigLocation::checked(QLatin1String(ConfigKey::mainIni));
+    return intFrom(file, ConfigKey::duplicatePolicy) == int(DuplicatePolicy::TakeNew)
+        ? DuplicatePolicy::TakeNew
+        : DuplicatePolicy::KeepOld;
+}
+
+ImportRequest request(const QStringList &paths, int mode)
+{
     ImportRequest request;
     request.paths = paths;
     request.mode = static_cast<ImportMode>(mode);
-    request.policy = intFrom(file, ConfigKey::duplicatePolicy) == int(DuplicatePolicy::TakeNew)
-        ? DuplicatePolicy::TakeNew
-        : DuplicatePolicy::KeepOld;
+    request.policy = policy();
     request.databasePath = databasePath();
     return request;
 }

@@ -13,6 +13,8 @@ inline constexpr int askMode = 2;
 COMMONPLUGIN_EXPORT bool isMode(int mode);
 /// The configured mode, as the main window finds it; 0 where nothing is configured.
 COMMONPLUGIN_EXPORT int mode();
+/// What the user wants where other content comes under a known UID.
+COMMONPLUGIN_EXPORT DuplicatePolicy policy();
 /// An import of these paths into the present index, with the configured policy.
 ImportRequest request(const QStringList &paths, int mode);
 
