@@ -12,7 +12,10 @@ constexpr char timedOutProperty[] = "timedOut";
 constexpr int unauthorized = 401;
 constexpr int forbidden = 403;
 constexpr int notFound = 404;
+constexpr int proxyRefused = 407;
+constexpr int timedOut = 408;
 constexpr int conflict = 409;
+constexpr int tooMany = 429;
 constexpr int firstServerError = 500;
 
 /// Keeps nothing: a session is what the caller's header says.
@@ -36,6 +39,11 @@ WebProblem problemOfStatus(int status)
         return WebProblem::Forbidden;
     case notFound:
         return WebProblem::NotFound;
+    case proxyRefused: // on the way there
+        return WebProblem::NoRoute;
+    case timedOut:
+    case tooMany:
+        return WebProblem::Busy;
     case conflict:
         return WebProblem::Conflict;
     default:
