@@ -131,7 +131,11 @@ bool IndexWriter::writeKnown(ReadFile &file, const KnownInstance &known)
     if (!put(file, &known)) {
         return false;
     }
-    if (!same && !missing && !m_records.noteNewContent(file.result.header)) {
+    // What has gone cannot be compared any more; its stamp says whether this may be another one.
+    const bool mayBeOther = missing
+        && (known.place.stamp.size != file.file.stamp.size || known.place.stamp.time != file.file.stamp.time);
+    if ((mayBeOther && !m_records.unflag(file.result.header))
+        || (!same && !missing && !m_records.noteNewContent(file.result.header))) {
         return failOnDatabase();
     }
     m_batch.count(FileVerdict::Replaced);

@@ -2,6 +2,7 @@
 
 #include "importmarker.h"
 #include "recordstatements.h"
+#include "transfertables.h"
 
 #include <QSqlQuery>
 #include <QVariant>
@@ -133,7 +134,12 @@ qlonglong RecordWriter::seriesOf(const DicomHeader &header)
 
 bool RecordWriter::noteNewContent(const DicomHeader &header)
 {
-    return passOn(m_parents.noteNewContent(header));
+    return unflag(header) && passOn(m_parents.noteNewContent(header));
+}
+
+bool RecordWriter::unflag(const DicomHeader &header)
+{
+    return TransferTables::flag(m_db, header[Attribute::SOPInstanceUID], false, &m_error);
 }
 
 /// Takes over why the parents failed. @return whether they did not

@@ -54,6 +54,8 @@ public:
     /// The instance of this header has other bytes than before: as with a new one, its branch is updated now
     /// and no longer uploaded.
     bool noteNewContent(const DicomHeader &header);
+    /// The file of this instance may be another one now: the cloud is not known to have it.
+    bool unflag(const DicomHeader &header);
 
     /// To be called when another connection may have changed the records.
     void forgetAll();

@@ -1,7 +1,8 @@
 -- Version 6: uploads and downloads that are not at their end, and transfer counters that follow what they count.
 --
 -- An upload's files: State 0 waits, 2 was stored by the service, 3 has failed; Fault and Reason say why. What is on its
--- way waits, so that a kill leaves it waiting. The counts of a task are derived from its files.
+-- way waits, so that a kill leaves it waiting. Version is what the index said of the file when it was sent. The counts
+-- of a task are derived from its files.
 
 CREATE TABLE uploadtask (
     pk INTEGER PRIMARY KEY,
@@ -27,7 +28,8 @@ CREATE TABLE uploadfile (
     Reason INTEGER NOT NULL DEFAULT 0,
     Problem INTEGER NOT NULL DEFAULT 0,
     Detail TEXT,
-    Tries INTEGER NOT NULL DEFAULT 0
+    Tries INTEGER NOT NULL DEFAULT 0,
+    Version TEXT
 );
 CREATE INDEX uploadfile_queue ON uploadfile (task_fk, State);
 CREATE INDEX uploadfile_instance ON uploadfile (SOPInstanceUID);
@@ -141,11 +143,6 @@ CREATE TRIGGER imageformat_changed_series AFTER UPDATE OF series_fk ON imageform
         WHERE seriesUID = (SELECT SeriesInstanceUID FROM generalseries WHERE pk = OLD.series_fk);
     UPDATE series SET recvnum = ifnull(recvnum, 0) + 1
         WHERE seriesUID = (SELECT SeriesInstanceUID FROM generalseries WHERE pk = NEW.series_fk);
-END;
-
-CREATE TRIGGER imageformat_replaced AFTER UPDATE OF FileSize, FileTime ON imageformat
-    WHEN NEW.FileSize IS NOT OLD.FileSize OR NEW.FileTime IS NOT OLD.FileTime BEGIN
-    UPDATE images SET Cloudflag = 0 WHERE SOPInstanceUID = NEW.SOPInstanceUID AND Cloudflag <> 0;
 END;
 
 CREATE TRIGGER imageformat_other_file AFTER UPDATE OF FilePath ON imageformat WHEN NEW.FilePath <> OLD.FilePath BEGIN

@@ -86,8 +86,8 @@ private slots:
                      .toString(),
             QStringLiteral("3113010"));
         // Another content is not in the cloud; while a file waits, the series is still being uploaded.
-        QCOMPARE(after("UPDATE imageformat SET FileSize = 5 WHERE SOPInstanceUID = '1.1.1.1'"),
-            QStringLiteral("3/0"));
+        QCOMPARE(
+            after("UPDATE images SET Cloudflag = 0 WHERE SOPInstanceUID = '1.1.1.1'"), QStringLiteral("3/0"));
         QCOMPARE(after("UPDATE imageformat SET FilePath = '/new' WHERE SOPInstanceUID = '1.1.1.3'"),
             QStringLiteral("3/0"));
         QCOMPARE(index.query(QStringLiteral("SELECT FilePath FROM uploadfile WHERE State = 0")).toString(),
