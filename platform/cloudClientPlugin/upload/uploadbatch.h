@@ -18,6 +18,7 @@ struct UploadBatch
     qint64 task = 0;
     QVector<QueuedFile> files;
     quint64 healthyAt = 0; ///< the count of acknowledgements when it left
+    quint64 session = 0; ///< as UploadHealth counts them
 
     bool isEmpty() const { return files.isEmpty(); }
 };

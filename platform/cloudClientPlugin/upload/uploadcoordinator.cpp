@@ -1,18 +1,12 @@
 #include "uploadcoordinator.h"
 
-#include <QFile>
-
 #include <utility>
 
 namespace {
 
 constexpr int readWaitMs = 200;
-constexpr int flushMs = 100;
 constexpr int lookMs = 200; ///< tallies are told as often
 constexpr int patienceMs = 60000; ///< of silence: an archive may think long about a large request
-constexpr qint64 healthyMs = 60000; ///< what was acknowledged since says that it is not the service
-constexpr int mostUnrecorded = 2000;
-constexpr int enoughOutcomes = 64; ///< to be recorded at once
 constexpr int mostLooks = 256; ///< at files, before others have their turn
 
 } // namespace
@@ -21,53 +15,25 @@ UploadCoordinator::UploadCoordinator(QString databasePath, CloudSession session)
     : m_databasePath(std::move(databasePath))
     , m_session(std::move(session))
     , m_ownership(m_databasePath + QStringLiteral(".upload"))
-    , m_store(m_databasePath, readWaitMs)
+    , m_source(m_databasePath, readWaitMs)
     , m_lines(this)
-    , m_flushTimer(this)
     , m_lookTimer(this)
-    , m_recorder(new UploadRecorder(m_databasePath))
+    , m_records(m_databasePath, this)
 {
     qRegisterMetaType<UploadTally>();
-    m_flushTimer.setSingleShot(true);
-    m_flushTimer.setInterval(flushMs);
     m_lookTimer.setInterval(lookMs);
-    connect(&m_flushTimer, &QTimer::timeout, this, &UploadCoordinator::flush);
     connect(&m_lookTimer, &QTimer::timeout, this, &UploadCoordinator::look);
     connect(&m_lines, &UploadLines::came, this, &UploadCoordinator::onCame);
-    m_recorder->moveToThread(&m_recorderThread);
-    connect(&m_recorderThread, &QThread::started, m_recorder, &UploadRecorder::start);
-    connect(&m_recorderThread, &QThread::finished, m_recorder, &QObject::deleteLater);
-    connect(m_recorder, &UploadRecorder::written, this, &UploadCoordinator::onWritten);
-    connect(m_recorder, &UploadRecorder::looked, this, &UploadCoordinator::takeRows);
-    connect(m_recorder, &UploadRecorder::refusing, this, [this](bool isRefusing) {
-        m_isIndexRefusing = isRefusing;
-        for (const Job &job : qAsConst(m_jobs)) {
-            job->isChanged = true;
-        }
-    });
-    m_recorderThread.setObjectName(QStringLiteral("upload records"));
-}
-
-UploadCoordinator::~UploadCoordinator()
-{
-    flush();
-    if (m_recorderThread.isRunning()) {
-        // Behind this the recorder has heard of everything; what it cannot write now it tries once more at
-        // its end.
-        QMetaObject::invokeMethod(
-            m_recorder, [] {}, Qt::BlockingQueuedConnection);
-        m_recorderThread.quit();
-        m_recorderThread.wait();
-    } else {
-        delete m_recorder;
-    }
+    connect(&m_records, &UploadRecords::looked, this, &UploadCoordinator::takeRows);
+    connect(&m_records, &UploadRecords::recorded, this, &UploadCoordinator::onRecorded);
+    connect(&m_records, &UploadRecords::refusingChanged, this, &UploadCoordinator::noteChange);
 }
 
 void UploadCoordinator::start()
 {
     m_clock.start();
     m_lines.setService(m_session.service, patienceMs);
-    m_recorderThread.start();
+    m_records.start();
     m_lookTimer.start();
     look();
 }
@@ -76,9 +42,7 @@ void UploadCoordinator::look()
 {
     if (!m_isOwner && m_ownership.tryToGet()) {
         m_isOwner = true;
-        for (const Job &job : qAsConst(m_jobs)) {
-            job->isChanged = true;
-        }
+        noteChange();
     }
     sendOn();
     tellChanged();
@@ -88,13 +52,11 @@ void UploadCoordinator::look()
 
 void UploadCoordinator::setSession(const CloudSession &session)
 {
+    m_health.beginSession(session.service.address != m_session.service.address);
     m_session = session;
     m_isSessionRefused = false;
-    m_trouble.clear();
     m_lines.setService(session.service, patienceMs);
-    for (const Job &job : qAsConst(m_jobs)) {
-        job->isChanged = true;
-    }
+    noteChange();
     look();
 }
 
@@ -102,7 +64,7 @@ void UploadCoordinator::add(const UploadOrder &order)
 {
     const Job job = std::make_shared<UploadJob>(order.id, order.service, order.files.size());
     m_jobs.insert(order.id, job);
-    write([order](UploadStore &store) { return store.add(order); });
+    m_records.write([order](UploadStore &store) { return store.add(order); });
     tell(*job);
 }
 
@@ -114,8 +76,8 @@ void UploadCoordinator::finish(qint64 task)
     }
     job->isCancelled = true;
     m_lines.abort(task);
-    flush();
-    write([task](UploadStore &store) { return store.remove(task); }, [this, task] { end(task); });
+    m_records.flush();
+    remove(task);
     tell(*job);
     sendOn();
     // Whoever holds the index's lock does not hold up the user.
@@ -123,27 +85,38 @@ void UploadCoordinator::finish(qint64 task)
     QTimer::singleShot(mostMs, this, [this, task] { end(task); });
 }
 
+/// Until the index has let it go, its row there is not taken for an upload to be gone on with.
+void UploadCoordinator::remove(qint64 task)
+{
+    m_leaving.insert(task);
+    m_records.write([task](UploadStore &store) { return store.remove(task); },
+        [this, task] {
+            m_leaving.remove(task);
+            end(task);
+        });
+}
+
 void UploadCoordinator::flag(qint64 task)
 {
-    flush();
-    write([task](UploadStore &store) { return store.flagStored(task); });
+    m_records.flush();
+    m_records.write([task](UploadStore &store) { return store.flagStored(task); });
 }
 
 void UploadCoordinator::retryFailed(qint64 task)
 {
-    write([task](UploadStore &store) { return store.retryFailed(task); },
+    m_records.write([task](UploadStore &store) { return store.retryFailed(task); },
         [this, task] {
             if (const Job job = m_jobs.value(task)) {
                 job->rewind();
                 job->isRunTold = false;
-                m_trouble.clear();
+                m_health.forgive();
             }
         });
 }
 
 void UploadCoordinator::rename(qint64 task, const QString &patientName)
 {
-    write([task, patientName](UploadStore &store) { return store.rename(task, patientName); });
+    m_records.write([task, patientName](UploadStore &store) { return store.rename(task, patientName); });
 }
 
 void UploadCoordinator::tellAgain(qint64 task)
@@ -155,33 +128,14 @@ void UploadCoordinator::tellAgain(qint64 task)
 
 // The index
 
-/// @param then is done when the index has taken it
-void UploadCoordinator::write(const UploadRecorder::Write &order, const std::function<void()> &then)
-{
-    const qint64 ticket = ++m_ticket;
-    if (then) {
-        m_thens.insert(ticket, then);
-    }
-    QMetaObject::invokeMethod(
-        m_recorder, [recorder = m_recorder, order, ticket] { recorder->take(order, ticket); },
-        Qt::QueuedConnection);
-}
-
-void UploadCoordinator::onWritten(qint64 ticket, const QVector<UploadRow> &rows)
-{
-    const std::function<void()> then = m_thens.take(ticket);
-    if (then) {
-        then();
-    }
-    takeRows(rows);
-    sendOn();
-}
-
 void UploadCoordinator::takeRows(const QVector<UploadRow> &rows)
 {
     QSet<qint64> present;
     for (const UploadRow &row : rows) {
         present.insert(row.id);
+        if (m_leaving.contains(row.id) && !m_jobs.contains(row.id)) {
+            continue;
+        }
         Job &job = m_jobs[row.id];
         if (!job) { // of an earlier run, or of another program
             job = std::make_shared<UploadJob>(row.id, row.service, row.files);
@@ -194,6 +148,16 @@ void UploadCoordinator::takeRows(const QVector<UploadRow> &rows)
     for (const Job &job : jobs) {
         if (job->isEntered() && !present.contains(job->id())) {
             end(job->id()); // by another program, or at our wish
+        }
+    }
+    sendOn();
+}
+
+void UploadCoordinator::onRecorded(const QVector<UploadOutcome> &outcomes)
+{
+    for (const UploadOutcome &outcome : outcomes) {
+        if (const Job job = m_jobs.value(outcome.task)) {
+            job->forget(outcome, m_clock.elapsed());
         }
     }
 }
@@ -209,14 +173,14 @@ void UploadCoordinator::endIfOver(const Job &job)
     }
     if (job->row().failed == 0 && m_isOwner) {
         job->isCancelled = true; // nothing more is to be done with it
-        const qint64 task = job->id();
-        write([task](UploadStore &store) { return store.remove(task); }, [this, task] { end(task); });
+        remove(job->id());
     }
 }
 
 void UploadCoordinator::end(qint64 task)
 {
     if (m_jobs.remove(task) > 0) {
+        m_lines.abort(task);
         emit ended(task);
     }
 }
@@ -231,9 +195,8 @@ bool UploadCoordinator::isRunnable(const UploadJob &job) const
 
 bool UploadCoordinator::maySend() const
 {
-    const int most = m_trouble.isNone() ? m_pace.requests() : 1;
-    return m_isOwner && m_lines.count() < most && !m_trouble.mustWait(m_clock.elapsed())
-        && (!m_isIndexRefusing || m_unrecorded < mostUnrecorded);
+    return m_isOwner && m_lines.count() < m_health.mostRequests() && !m_health.mustWait(m_clock.elapsed())
+        && m_records.hasRoom();
 }
 
 void UploadCoordinator::sendOn()
@@ -241,7 +204,7 @@ void UploadCoordinator::sendOn()
     while (maySend()) {
         const UploadBatch batch = nextBatch();
         if (batch.isEmpty()) {
-            m_pace.interrupted();
+            m_health.rest();
             return;
         }
         m_lines.send(batch);
@@ -253,6 +216,7 @@ UploadBatch UploadCoordinator::nextBatch()
     for (const Job &job : qAsConst(m_jobs)) {
         if (isRunnable(*job)) {
             UploadBatch batch = batchOf(*job);
+            confirm(job, &batch);
             if (!batch.isEmpty()) {
                 job->setOnItsWay(batch.files.size());
                 job->isChanged = true;
@@ -263,16 +227,37 @@ UploadBatch UploadCoordinator::nextBatch()
     return {};
 }
 
+/// Records are deleted and files replaced while they wait here.
+void UploadCoordinator::confirm(const Job &job, UploadBatch *batch)
+{
+    QVector<QueuedFile> gone;
+    if (batch->isEmpty()) {
+        return;
+    }
+    if (!m_source.confirm(&batch->files, &gone)) {
+        for (const QueuedFile &file : qAsConst(batch->files)) {
+            job->giveBack(file);
+        }
+        batch->files.clear();
+    }
+    for (const QueuedFile &file : gone) {
+        job->drop(file);
+    }
+    if (!gone.isEmpty()) {
+        endIfOver(job);
+    }
+}
+
 UploadBatch UploadCoordinator::batchOf(UploadJob &job)
 {
-    const bool isProbe = !m_trouble.isNone();
-    const int most = isProbe ? 1 : m_pace.batchObjects();
-    UploadBatch batch{job.id(), {}, m_acknowledgements};
+    const int most = m_health.mostObjects();
+    UploadBatch batch{job.id(), {}, m_health.acknowledgements(), m_health.session()};
     qint64 bytes = 0;
     QueuedFile next;
-    for (int looks = 0; looks < mostLooks && batch.files.size() < most && bytes < m_pace.batchBytes();
+    for (int looks = 0; looks < mostLooks && batch.files.size() < most && bytes < m_health.mostBytes();
          ++looks) {
-        if (!job.takeNext(m_store, m_clock.elapsed(), !isProbe && batch.isEmpty(), &next)) {
+        const bool mayBeSuspect = !m_health.isInTrouble() && batch.isEmpty();
+        if (!job.takeNext(m_source.store(), m_clock.elapsed(), mayBeSuspect, &next)) {
             break;
         }
         if (next.isAlone && !batch.isEmpty()) {
@@ -293,14 +278,7 @@ UploadBatch UploadCoordinator::batchOf(UploadJob &job)
 /// @return whether the file can be sent; what keeps it from that is recorded
 bool UploadCoordinator::prepare(UploadJob &job, QueuedFile *file)
 {
-    UploadFault::Kind fault = m_look.look(&file->file);
-    if (fault == UploadFault::Kind::FileUnreadable) {
-        const QString path = m_store.pathOf(file->file.id);
-        if (!path.isEmpty() && path != file->file.path) {
-            file->file.path = path;
-            fault = m_look.look(&file->file);
-        }
-    }
+    const UploadFault::Kind fault = m_source.look(&file->file);
     if (fault != UploadFault::Kind::None) {
         job.setOnItsWay(1);
         record(job, *file, {UploadJudge::Deed::Record, fault, 0, {}});
@@ -312,9 +290,11 @@ bool UploadCoordinator::prepare(UploadJob &job, QueuedFile *file)
 
 void UploadCoordinator::onCame(const UploadBatch &batch, const StoreAnswer &answer)
 {
-    noteAcknowledged(batch, answer);
-    noteFailure(batch, answer.failure);
     const Job job = m_jobs.value(batch.task);
+    m_health.note(batch, answer, job && !job->hasFresh(), m_clock.elapsed());
+    if (answer.failure.problem == WebProblem::Unauthorized && batch.session == m_health.session()) {
+        refuseSession();
+    }
     if (!job) {
         return; // it has ended without waiting for this
     }
@@ -323,54 +303,12 @@ void UploadCoordinator::onCame(const UploadBatch &batch, const StoreAnswer &answ
         const QueuedFile &file = batch.files[number];
         settle(*job, file,
             UploadJudge::judge(file, answer.verdicts.value(number), answer.failure, wasAlone,
-                file.troubleSinceMs >= 0 && wasHealthyAt(file.troubleSinceMs)),
+                file.troubleSinceMs >= 0 && m_health.wasWellAt(file.troubleSinceMs)),
             wasAlone);
     }
     job->isChanged = true;
     sendOn();
-    if (m_lines.count() == 0 || m_outcomes.size() >= enoughOutcomes) {
-        flush(); // nothing more is coming that should go along
-    }
-}
-
-void UploadCoordinator::noteAcknowledged(const UploadBatch &batch, const StoreAnswer &answer)
-{
-    qint64 bytes = 0;
-    int stored = 0;
-    for (int file = 0; file < batch.files.size(); ++file) {
-        if (answer.verdicts.value(file).isStored()) {
-            bytes += batch.files[file].file.bytes;
-            ++stored;
-        }
-    }
-    if (stored == 0) {
-        m_pace.interrupted();
-        return;
-    }
-    ++m_acknowledgements;
-    m_acknowledgedMs = m_clock.elapsed();
-    m_trouble.clear();
-    m_pace.acknowledged(bytes, stored, m_acknowledgedMs);
-}
-
-/// Others that were acknowledged meanwhile say that the service is well; so do those before, where nothing
-/// but objects that have failed before is left to ask with.
-void UploadCoordinator::noteFailure(const UploadBatch &batch, const WebFailure &failure)
-{
-    if (failure.problem == WebProblem::Unauthorized) {
-        refuseSession();
-    }
-    const Job job = m_jobs.value(batch.task);
-    const bool isOfObject = batch.files.size() == 1 && UploadJudge::maySuspect(failure) && job
-        && !job->hasFresh() && wasHealthyAt(m_clock.elapsed());
-    if (UploadJudge::isOfService(failure) && m_acknowledgements == batch.healthyAt && !isOfObject) {
-        m_trouble.note(failure, m_clock.elapsed());
-    }
-}
-
-bool UploadCoordinator::wasHealthyAt(qint64 ms) const
-{
-    return m_acknowledgements > 0 && m_acknowledgedMs + healthyMs > ms;
+    m_records.flush(m_lines.count() > 0);
 }
 
 void UploadCoordinator::settle(
@@ -379,7 +317,7 @@ void UploadCoordinator::settle(
     using Deed = UploadJudge::Deed;
     UploadJudge::Judgement what = judgement;
     if (what.deed == Deed::LookAgain) {
-        lookAgain(&file, &what);
+        m_source.lookAgain(&file.file, &what);
     }
     if (what.deed == Deed::Record) {
         record(job, file, what);
@@ -400,32 +338,10 @@ void UploadCoordinator::settle(
     }
 }
 
-/// A file whose path or whose object has changed since it was entered has another try; one that is gone has
-/// none.
-void UploadCoordinator::lookAgain(QueuedFile *file, UploadJudge::Judgement *judgement)
-{
-    judgement->deed = UploadJudge::Deed::AgainAlone;
-    const QString path = m_store.pathOf(file->file.id);
-    if (!path.isEmpty()) {
-        file->file.path = path;
-    }
-    const QString uid = m_look.instanceOf(file->file.path);
-    if (uid.isEmpty()) {
-        judgement->deed = UploadJudge::Deed::Record;
-        judgement->fault =
-            QFile::exists(file->file.path) ? UploadFault::Kind::NotDicom : UploadFault::Kind::FileUnreadable;
-    } else if (uid != file->file.sopInstance) {
-        file->file.sopInstance = uid;
-        judgement->deed = UploadJudge::Deed::Again;
-    }
-}
-
 void UploadCoordinator::refuseSession()
 {
     if (!std::exchange(m_isSessionRefused, true)) {
-        for (const Job &job : qAsConst(m_jobs)) {
-            job->isChanged = true;
-        }
+        noteChange();
         emit sessionRefused();
     }
 }
@@ -433,32 +349,17 @@ void UploadCoordinator::refuseSession()
 void UploadCoordinator::record(
     UploadJob &job, const QueuedFile &file, const UploadJudge::Judgement &judgement)
 {
-    m_outcomes.append(
-        {job.id(), file.file, judgement.fault, judgement.reason, judgement.failure, file.tries});
-    ++m_unrecorded;
-    if (!m_flushTimer.isActive()) {
-        m_flushTimer.start();
-    }
-}
-
-void UploadCoordinator::flush()
-{
-    if (m_outcomes.isEmpty()) {
-        return;
-    }
-    const QVector<UploadOutcome> outcomes = std::exchange(m_outcomes, {});
-    write([outcomes](UploadStore &store) { return store.record(outcomes); },
-        [this, outcomes] {
-            m_unrecorded -= outcomes.size();
-            for (const UploadOutcome &outcome : outcomes) {
-                if (const Job job = m_jobs.value(outcome.task)) {
-                    job->forget(outcome, m_clock.elapsed());
-                }
-            }
-        });
+    m_records.record({job.id(), file.file, judgement.fault, judgement.reason, judgement.failure, file.tries});
 }
 
 // What is told
+
+void UploadCoordinator::noteChange()
+{
+    for (const Job &job : qAsConst(m_jobs)) {
+        job->isChanged = true;
+    }
+}
 
 UploadTally::State UploadCoordinator::stateOf(const UploadJob &job) const
 {
@@ -469,7 +370,7 @@ UploadTally::State UploadCoordinator::stateOf(const UploadJob &job) const
     if (job.isCancelled) {
         return State::Cancelled;
     }
-    if (!m_isOwner || m_isIndexRefusing) {
+    if (!m_isOwner || m_records.isRefusing()) {
         return State::Paused;
     }
     if (!job.isEntered()) {
@@ -478,7 +379,7 @@ UploadTally::State UploadCoordinator::stateOf(const UploadJob &job) const
     if (!isRunnable(job)) {
         return State::NeedsSession;
     }
-    return m_trouble.isNone() ? State::Running : State::Retrying;
+    return m_health.isInTrouble() ? State::Retrying : State::Running;
 }
 
 void UploadCoordinator::tell(UploadJob &job)
@@ -486,7 +387,7 @@ void UploadCoordinator::tell(UploadJob &job)
     job.isChanged = false;
     UploadTally tally = job.tally(m_clock.elapsed());
     tally.state = stateOf(job);
-    tally.trouble = m_trouble.failure();
+    tally.trouble = m_health.trouble();
     emit tallied(job.id(), tally);
 }
 

@@ -139,8 +139,9 @@ UpLoadTask *UploadEngine::add(UploadOrder order)
 QVector<UpLoadTask *> UploadEngine::unfinished()
 {
     QVector<UpLoadTask *> tasks;
-    for (const UploadRow &row : UploadStore(m_databasePath, guiWaitMs).tasks()) {
-        if (!m_tasks.contains(row.id)) {
+    const UploadRows rows = UploadStore(m_databasePath, guiWaitMs).tasks();
+    for (const UploadRow &row : rows.value_or(QVector<UploadRow>())) {
+        if (!m_tasks.contains(row.id) && !m_finished.contains(row.id)) {
             UploadOrder order;
             order.id = row.id;
             order.patientName = row.patientName;
@@ -159,6 +160,7 @@ void UploadEngine::forget(const UpLoadTask &task)
 
 void UploadEngine::finish(qint64 task)
 {
+    m_finished.insert(task);
     tell([task](UploadCoordinator &coordinator) { coordinator.finish(task); });
 }
 

@@ -58,6 +58,7 @@ private:
 
     const QString m_databasePath;
     QHash<qint64, UpLoadTask *> m_tasks; ///< those that live
+    QSet<qint64> m_finished; ///< that may still stand in the index
     QThread m_thread;
     UploadCoordinator *m_coordinator; ///< lives on the thread, which deletes it
 };

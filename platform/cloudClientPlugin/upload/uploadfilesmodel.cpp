@@ -4,10 +4,13 @@ namespace {
 
 constexpr int wholePercent = 100;
 
+/// Of what the service has: what has failed is no progress.
 int percentOf(const UploadTally &tally)
 {
-    const int over = tally.succeeded + tally.failed;
-    return tally.all > 0 ? static_cast<int>(qint64(wholePercent) * over / tally.all) : 0;
+    if (tally.bytesAll > 0) {
+        return static_cast<int>(wholePercent * tally.bytesDone / tally.bytesAll);
+    }
+    return tally.all > 0 ? static_cast<int>(qint64(wholePercent) * tally.succeeded / tally.all) : 0;
 }
 
 } // namespace

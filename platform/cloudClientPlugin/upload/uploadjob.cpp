@@ -37,19 +37,28 @@ bool UploadJob::takeFrom(std::deque<QueuedFile> &queue, qint64 nowMs, QueuedFile
     return true;
 }
 
+void UploadJob::takeFresh(UploadStore &store)
+{
+    for (const UploadFile &file : store.waiting(m_id, m_cursor, takenAtOnce)) {
+        m_cursor = file.id;
+        if (!m_held.contains(file.id)) {
+            m_held.insert(file.id);
+            m_fresh.push_back({file, false, 0, 0, -1});
+        }
+    }
+}
+
 bool UploadJob::takeNext(UploadStore &store, qint64 nowMs, bool mayBeSuspect, QueuedFile *next)
 {
     if (mayBeSuspect && takeFrom(m_again, nowMs, next)) {
         return true;
     }
     if (m_fresh.empty()) {
-        for (const UploadFile &file : store.waiting(m_id, m_cursor, takenAtOnce)) {
-            m_cursor = file.id;
-            if (!m_held.contains(file.id)) {
-                m_held.insert(file.id);
-                m_fresh.push_back({file, false, 0, 0, -1});
-            }
-        }
+        takeFresh(store);
+    }
+    if (m_fresh.empty() && m_row.waiting() > m_held.size()) { // what waits again lies before the cursor
+        rewind();
+        takeFresh(store);
     }
     return takeFrom(m_fresh, nowMs, next) || takeFrom(m_again, nowMs, next);
 }

@@ -26,6 +26,8 @@ public:
     /// The next file to send, if any. @param mayBeSuspect whether one that had trouble may come before others
     bool takeNext(UploadStore &store, qint64 nowMs, bool mayBeSuspect, QueuedFile *next);
     void giveBack(const QueuedFile &file);
+    /// It does not wait in the index any more.
+    void drop(const QueuedFile &file) { m_held.remove(file.file.id); }
     void setOnItsWay(int more) { m_onTheirWay += more; }
     /// The index has taken what became of it.
     void forget(const UploadOutcome &outcome, qint64 nowMs);
@@ -45,6 +47,7 @@ public:
     bool isChanged = true; ///< since its tally was last told
 
 private:
+    void takeFresh(UploadStore &store);
     bool takeFrom(std::deque<QueuedFile> &queue, qint64 nowMs, QueuedFile *next);
 
     const qint64 m_id;

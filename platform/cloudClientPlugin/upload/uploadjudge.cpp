@@ -7,10 +7,18 @@ using UploadJudge::Judgement;
 using Kind = UploadFault::Kind;
 
 constexpr int mostTries = 4;
+constexpr int mostTriesUnproven = 12; ///< some minutes, where the service has not been seen to be well
 
 Judgement failed(Kind kind, int reason, const WebFailure &failure = {})
 {
     return {Deed::Record, kind, reason, failure};
+}
+
+/// A service that answers, only never well, may be asked for ever; a file of its own is not.
+bool isWorn(const QueuedFile &file, const WebFailure &failure, bool isHealthy)
+{
+    const int tries = file.tries + 1;
+    return (isHealthy && tries >= mostTries) || (failure.status > 0 && tries >= mostTriesUnproven);
 }
 
 } // namespace
@@ -65,8 +73,7 @@ Judgement UploadJudge::judge(const QueuedFile &file, const StoreVerdict &verdict
         if (!maySuspect(failure)) {
             return {};
         }
-        return isAlone && isHealthy && file.tries + 1 >= mostTries
-            ? failed(Kind::Request, failure.status, failure)
-            : Judgement{Deed::AgainAlone, {}, 0, {}};
+        return isAlone && isWorn(file, failure, isHealthy) ? failed(Kind::Request, failure.status, failure)
+                                                           : Judgement{Deed::AgainAlone, {}, 0, {}};
     }
 }

@@ -14,6 +14,7 @@ UploadRecorder::UploadRecorder(QString databasePath)
     , m_look(this)
 {
     qRegisterMetaType<QVector<UploadRow>>();
+    qRegisterMetaType<UploadRows>();
     m_again.setSingleShot(true);
     m_again.setInterval(againMs);
     m_look.setInterval(lookMs);
@@ -63,9 +64,12 @@ void UploadRecorder::look()
     }
     const qint64 version = m_store.dataVersion();
     if (!m_hasLooked || version != m_version) {
-        m_hasLooked = true;
+        const UploadRows rows = m_store.tasks();
+        m_hasLooked = rows.has_value();
         m_version = version;
-        emit looked(m_store.tasks());
+        if (rows) {
+            emit looked(*rows);
+        }
     }
     if (m_orders.empty()) {
         tell(false);

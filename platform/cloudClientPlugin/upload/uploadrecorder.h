@@ -30,7 +30,7 @@ public:
 
 signals:
     /// @param rows how all uploads stood behind the order
-    void written(qint64 ticket, const QVector<UploadRow> &rows);
+    void written(qint64 ticket, const UploadRows &rows);
     /// Somebody else has changed something.
     void looked(const QVector<UploadRow> &rows);
     /// Whether the index refuses what is to be written; told when that has changed.
@@ -57,3 +57,4 @@ private:
 };
 
 Q_DECLARE_METATYPE(UploadRow)
+Q_DECLARE_METATYPE(UploadRows)

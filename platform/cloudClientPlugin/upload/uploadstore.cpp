@@ -18,10 +18,10 @@ constexpr int waitingState = 0;
 constexpr int storedState = 2;
 constexpr int failedState = 3;
 
-QString failureOf(const QSqlQuery &query)
-{
-    return query.lastError().databaseText();
-}
+/// What tells one file of an image from its next: a place and the stamp that was imported.
+constexpr char versionOfImage[] =
+    "imageformat.FilePath || char(10) || ifnull(FileSize, '') || char(10) || ifnull(FileTime, '') || "
+    "char(10) || ifnull(FileInode, '')";
 
 /// A null text would be NULL, which these columns refuse.
 QString present(const QString &text)
@@ -49,7 +49,6 @@ bool UploadStore::open()
 {
     if (!m_connection || !m_connection->isOpen()) {
         m_connection = std::make_unique<IndexConnection>(m_databasePath, m_waitMs);
-        m_problem = m_connection->failure().detail;
     }
     return m_connection->isOpen();
 }
@@ -66,12 +65,12 @@ qint64 UploadStore::dataVersion()
                                                                              : -1;
 }
 
-QVector<UploadRow> UploadStore::tasks()
+UploadRows UploadStore::tasks()
 {
-    QVector<UploadRow> rows;
     if (!open()) {
-        return rows;
+        return {};
     }
+    QVector<UploadRow> rows;
     QSqlQuery query(database());
     query.exec(QStringLiteral("SELECT pk, Service, PatientName, SeriesUIDs, Files, Stored, Failed, Bytes, "
                               "BytesStored FROM uploadtask ORDER BY pk"));
@@ -89,7 +88,7 @@ QVector<UploadRow> UploadStore::tasks()
         row.bytesStored = query.value(column++).toLongLong();
         rows.append(row);
     }
-    return rows;
+    return query.lastError().isValid() ? UploadRows() : rows;
 }
 
 QVector<UploadFile> UploadStore::waiting(qint64 task, qint64 after, int most)
@@ -108,9 +107,37 @@ QVector<UploadFile> UploadStore::waiting(qint64 task, qint64 after, int most)
     query.exec();
     while (query.next()) {
         files.append({query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toString(),
-            query.value(3).toLongLong()});
+            query.value(3).toLongLong(), {}});
     }
     return files;
+}
+
+std::optional<QHash<qint64, UploadFile>> UploadStore::stillWaiting(const QVector<qint64> &files)
+{
+    if (!open()) {
+        return {};
+    }
+    QStringList ids;
+    for (const qint64 file : files) {
+        ids.append(QString::number(file));
+    }
+    QHash<qint64, UploadFile> waiting;
+    QSqlQuery query(database());
+    query.exec(
+        QStringLiteral("SELECT uploadfile.pk, uploadfile.FilePath, uploadfile.SOPInstanceUID, Bytes, %1 "
+                       "FROM uploadfile LEFT JOIN imageformat USING (SOPInstanceUID, FilePath) "
+                       "WHERE uploadfile.pk IN (%2) AND State = 0")
+            .arg(QLatin1String(versionOfImage), ids.join(QLatin1Char(','))));
+    while (query.next()) {
+        const qint64 id = query.value(0).toLongLong();
+        waiting.insert(id,
+            {id, query.value(1).toString(), query.value(2).toString(), query.value(3).toLongLong(),
+                query.value(4).toString()});
+    }
+    if (query.lastError().isValid()) {
+        return {};
+    }
+    return waiting;
 }
 
 QString UploadStore::pathOf(qint64 file)
@@ -154,15 +181,7 @@ bool UploadStore::write(const std::function<bool()> &statements)
         return false;
     }
     WriteTransaction transaction(database());
-    if (transaction.isActive() && !statements()) {
-        return false;
-    }
-    if (!transaction.isActive() || !transaction.commit()) {
-        m_problem = transaction.error().databaseText();
-        return false;
-    }
-    m_problem.clear();
-    return true;
+    return transaction.isActive() && statements() && transaction.commit();
 }
 
 bool UploadStore::run(const char *sql, const QVariantList &values)
@@ -172,11 +191,7 @@ bool UploadStore::run(const char *sql, const QVariantList &values)
     for (const QVariant &value : values) {
         query.addBindValue(value);
     }
-    const bool isGood = query.exec();
-    if (!isGood) {
-        m_problem = failureOf(query);
-    }
-    return isGood;
+    return query.exec();
 }
 
 /// The image of the index that a file is; none where it is not in the index under this path.
@@ -217,7 +232,6 @@ bool UploadStore::addFiles(qint64 task, const QVector<UploadOrder::File> &files)
         insert.bindValue(3, file.series);
         insert.bindValue(4, file.bytes);
         if (!insert.exec()) {
-            m_problem = failureOf(insert);
             return false;
         }
     }
@@ -242,25 +256,26 @@ bool UploadStore::record(const QVector<UploadOutcome> &outcomes)
 {
     return write([&] {
         QSqlQuery file(database());
-        file.prepare(QStringLiteral("UPDATE uploadfile SET State = ?, SOPInstanceUID = ?, Fault = ?, "
-                                    "Reason = ?, Problem = ?, Detail = ?, Tries = ? WHERE pk = ?"));
-        // Only the file that the index knows has told what the index knows.
-        QSqlQuery flag(database());
-        flag.prepare(QStringLiteral(
-            "UPDATE images SET Cloudflag = 1 WHERE SOPInstanceUID = :uid AND Cloudflag = 0 AND EXISTS "
-            "(SELECT 1 FROM imageformat WHERE SOPInstanceUID = :uid AND FilePath = :path)"));
+        file.prepare(
+            QStringLiteral("UPDATE uploadfile SET State = ?, SOPInstanceUID = ?, Fault = ?, Reason = ?, "
+                           "Problem = ?, Detail = ?, Tries = ?, Version = ? WHERE pk = ? AND State = 0 "
+                           "AND NOT EXISTS (SELECT 1 FROM imageformat WHERE SOPInstanceUID = ? AND %1 <> ?)")
+                .arg(QLatin1String(versionOfImage)));
         for (const UploadOutcome &outcome : outcomes) {
             const bool isStored = outcome.fault == UploadFault::Kind::None;
             const QVariantList values{isStored ? storedState : failedState, outcome.file.sopInstance,
                 int(outcome.fault), outcome.reason, int(outcome.failure.problem),
-                bounded(outcome.failure.detail), outcome.tries, outcome.file.id};
+                bounded(outcome.failure.detail), outcome.tries, outcome.file.version, outcome.file.id,
+                outcome.file.sopInstance, outcome.file.version};
             for (int value = 0; value < values.size(); ++value) {
                 file.bindValue(value, values[value]);
             }
-            flag.bindValue(QStringLiteral(":uid"), outcome.file.sopInstance);
-            flag.bindValue(QStringLiteral(":path"), outcome.file.path);
-            if (!file.exec() || (isStored && !flag.exec())) {
-                m_problem = failureOf(file) + failureOf(flag);
+            if (!file.exec()) {
+                return false;
+            }
+            // Only the file that the index knows has told what the index knows.
+            const bool isKnown = !outcome.file.version.isNull() && file.numRowsAffected() > 0;
+            if (isStored && isKnown && !TransferTables::flag(database(), outcome.file.sopInstance)) {
                 return false;
             }
         }
@@ -287,11 +302,18 @@ bool UploadStore::retryFailed(qint64 task)
 bool UploadStore::flagStored(qint64 task)
 {
     return write([&] {
-        return run(
-            "UPDATE images SET Cloudflag = 1 WHERE Cloudflag = 0 AND SOPInstanceUID IN "
-            "(SELECT uploadfile.SOPInstanceUID FROM uploadfile JOIN imageformat USING (SOPInstanceUID, "
-            "FilePath) WHERE task_fk = ? AND State = ?)",
-            {task, storedState});
+        QSqlQuery stored(database());
+        stored.prepare(
+            QStringLiteral("SELECT SOPInstanceUID FROM uploadfile JOIN imageformat USING (SOPInstanceUID) "
+                           "WHERE task_fk = ? AND State = ? AND Version = %1")
+                .arg(QLatin1String(versionOfImage)));
+        stored.addBindValue(task);
+        stored.addBindValue(storedState);
+        bool isGood = stored.exec();
+        while (isGood && stored.next()) {
+            isGood = TransferTables::flag(database(), stored.value(0).toString());
+        }
+        return isGood && !stored.lastError().isValid();
     });
 }
 

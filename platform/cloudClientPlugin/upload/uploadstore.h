@@ -3,11 +3,13 @@
 #include "uploadorder.h"
 #include "uploadtally.h"
 
+#include <QHash>
 #include <QSqlDatabase>
 #include <QVariantList>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class IndexConnection;
 
@@ -34,7 +36,11 @@ struct UploadFile
     QString path;
     QString sopInstance; ///< empty while nobody has asked the file
     qint64 bytes = 0;
+    QString version{}; ///< what the index said of it when it was sent; null where it does not know it
 };
+
+/// Nothing where the index could not be read.
+using UploadRows = std::optional<QVector<UploadRow>>;
 
 /// What became of a file: stored where there is no fault.
 struct UploadOutcome
@@ -49,7 +55,7 @@ struct UploadOutcome
 
 /**
  * The uploads in the index, through a connection of its own; for one thread. What writes is one transaction,
- * and false where the index refused it: problem() says why, and nothing was changed.
+ * and false where the index refused it: nothing was changed then.
  */
 class UploadStore
 {
@@ -59,18 +65,21 @@ public:
 
     /// Opens the index where it is not open.
     bool open();
-    QString problem() const { return m_problem; }
     /// Changes when somebody else has written.
     qint64 dataVersion();
 
-    QVector<UploadRow> tasks();
+    UploadRows tasks();
     QVector<UploadFile> waiting(qint64 task, qint64 after, int most);
+    /// Those of the files that still wait, by their ids, with the place and the version that the index has
+    /// now; nothing where it could not be read.
+    std::optional<QHash<qint64, UploadFile>> stillWaiting(const QVector<qint64> &files);
     /// Where a file that still waits lies by now; empty where it does not wait.
     QString pathOf(qint64 file);
     QVector<UploadFault> faults(qint64 task);
 
     /// Enters the files with their sizes; what the index knows of a file is taken from there.
     bool add(const UploadOrder &order);
+    /// What does not wait any more stays as it is; what the index has another version of by now waits again.
     bool record(const QVector<UploadOutcome> &outcomes);
     bool rename(qint64 task, const QString &patientName);
     bool retryFailed(qint64 task);
@@ -87,5 +96,4 @@ private:
     const QString m_databasePath;
     const int m_waitMs;
     std::unique_ptr<IndexConnection> m_connection;
-    QString m_problem;
 };
