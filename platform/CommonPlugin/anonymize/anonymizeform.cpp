@@ -1,64 +1,19 @@
 #include "anonymizeform.h"
 
-#include "anonymisedfolders.h"
 #include "anonymizejob.h"
-#include "anonymizeoptionspanel.h"
-#include "anonymizeoutputpanel.h"
+#include "anonymizepreparation.h"
 #include "anonymizerunpage.h"
-#include "anonymizetext.h"
+#include "anonymizesetuppage.h"
 #include "changepreview.h"
-#include "createconnection.h"
-#include "recordfiles.h"
-#include "recordpicker.h"
-#include "sitekey.h"
+#include "kivmessageboxform.h"
 
-#include <QDateTime>
-#include <QDir>
+#include <QCloseEvent>
+#include <QDockWidget>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QSplitter>
-#include <QSqlQuery>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-
-namespace {
-
-/// How to find the studies of a record, by the names that hosts have for its table.
-QString studyStatement(const QString &tableName)
-{
-    if (tableName == QLatin1String("patient")) {
-        return QStringLiteral("SELECT pk FROM generalstudy WHERE patient_fk = ?");
-    }
-    if (tableName == QLatin1String("generalseries") || tableName == QLatin1String("series")) {
-        return QStringLiteral("SELECT study_fk FROM generalseries WHERE pk = ?");
-    }
-    if (tableName == QLatin1String("imageformat") || tableName == QLatin1String("image")) {
-        return QStringLiteral(
-            "SELECT study_fk FROM generalseries JOIN imageformat ON series_fk = generalseries.pk"
-            " WHERE imageformat.pk = ?");
-    }
-    return QStringLiteral("SELECT pk FROM generalstudy WHERE pk = ?");
-}
-
-/// The studies that records stand for.
-QList<qlonglong> studiesOf(const QString &tableName, const QList<qlonglong> &keys)
-{
-    QList<qlonglong> studies;
-    QSqlQuery query;
-    query.prepare(studyStatement(tableName));
-    for (const qlonglong key : keys) {
-        query.bindValue(0, key);
-        query.exec();
-        while (query.next()) {
-            studies.append(query.value(0).toLongLong());
-        }
-    }
-    return studies;
-}
-
-} // namespace
 
 struct AnonymizeForm::Private
 {
@@ -67,31 +22,32 @@ struct AnonymizeForm::Private
     { }
 
     void build();
-    QWidget *buildSetup();
     QLayout *buildButtons();
     void connectAll();
+    void connectJob();
     void showSetup();
     void tell();
-    QString obstacle() const;
-    DeidentifyRequest request();
-    void preview();
-    void start();
+    void prepare(bool isToStart);
+    void onPrepared(const DeidentifyRequest &request, const QString &why);
+    void start(const DeidentifyRequest &request);
     void finish(const DeidentifyReport &report, const QStringList &extra);
+    bool mayClose();
 
     AnonymizeForm *const q;
     QStackedWidget *pages = nullptr;
-    QWidget *setup = nullptr;
-    RecordPicker *picker = nullptr;
-    AnonymizeOptionsPanel *panel = nullptr;
-    AnonymizeOutputPanel *outputs = nullptr;
+    AnonymizeSetupPage *setup = nullptr;
     ChangePreview *changes = nullptr;
     AnonymizeRunPage *progress = nullptr;
+    AnonymizePreparation *preparation = nullptr;
     QLabel *note = nullptr;
     QPushButton *previewButton = nullptr;
     QPushButton *startButton = nullptr;
     QPushButton *backButton = nullptr;
     QPointer<AnonymizeJob> job;
+    AnonymizeOutput output{}; ///< of what is prepared
     QString fault; ///< of the last attempt to begin
+    bool isToStart = false; ///< what is prepared; else it is to be looked at
+    bool closesAtEnd = false;
 };
 
 AnonymizeForm::AnonymizeForm(QWidget *parent)
@@ -110,6 +66,16 @@ AnonymizeForm::~AnonymizeForm()
     delete d->job;
 }
 
+bool AnonymizeForm::isAnyRunning()
+{
+    return AnonymizeJob::isAnyRunning();
+}
+
+void AnonymizeForm::stopAll()
+{
+    AnonymizeJob::cancelAll();
+}
+
 QSize AnonymizeForm::sizeHint() const
 {
     return {900, 650};
@@ -117,17 +83,23 @@ QSize AnonymizeForm::sizeHint() const
 
 void AnonymizeForm::choose(const QString &tableName, const QList<qlonglong> &keys)
 {
-    d->picker->setTicked(studiesOf(tableName, keys));
+    d->setup->choose(tableName, keys);
     if (!d->job) {
         d->showSetup();
     }
 }
 
+void AnonymizeForm::closeEvent(QCloseEvent *event)
+{
+    event->setAccepted(d->mayClose());
+}
+
 void AnonymizeForm::Private::build()
 {
-    setup = buildSetup();
+    setup = new AnonymizeSetupPage(q);
     changes = new ChangePreview(q);
     progress = new AnonymizeRunPage(q);
+    preparation = new AnonymizePreparation(q);
     pages = new QStackedWidget(q);
     pages->addWidget(setup);
     pages->addWidget(changes);
@@ -135,31 +107,6 @@ void AnonymizeForm::Private::build()
     auto *layout = new QVBoxLayout(q);
     layout->addWidget(pages, 1);
     layout->addLayout(buildButtons());
-}
-
-QWidget *AnonymizeForm::Private::buildSetup()
-{
-    auto *splitter = new QSplitter(q);
-    auto *left = new QWidget(splitter);
-    picker = new RecordPicker(left);
-    outputs = new AnonymizeOutputPanel(left);
-    auto *column = new QVBoxLayout(left);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(picker, 1);
-    column->addWidget(outputs);
-    panel = new AnonymizeOptionsPanel;
-    auto *scroll = new QScrollArea(splitter);
-    scroll->setWidgetResizable(true);
-    scroll->setAccessibleName(AnonymizeForm::tr("Options"));
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(panel);
-    scroll->setMinimumWidth(panel->minimumSizeHint().width());
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 1);
-    return splitter;
 }
 
 QLayout *AnonymizeForm::Private::buildButtons()
@@ -185,22 +132,30 @@ QLayout *AnonymizeForm::Private::buildButtons()
 
 void AnonymizeForm::Private::connectAll()
 {
-    const auto onChange = [this] {
+    QObject::connect(setup, &AnonymizeSetupPage::changed, q, [this] {
+        preparation->stop();
         fault.clear();
         tell();
-    };
-    QObject::connect(picker, &RecordPicker::changed, q, onChange);
-    QObject::connect(panel, &AnonymizeOptionsPanel::changed, q, onChange);
-    QObject::connect(outputs, &AnonymizeOutputPanel::changed, q, onChange);
-    QObject::connect(previewButton, &QPushButton::clicked, q, [this] { preview(); });
-    QObject::connect(startButton, &QPushButton::clicked, q, [this] { start(); });
+    });
+    QObject::connect(preparation, &AnonymizePreparation::finished, q,
+        [this](const DeidentifyRequest &request, const QString &why) { onPrepared(request, why); });
+    QObject::connect(previewButton, &QPushButton::clicked, q, [this] { prepare(false); });
+    QObject::connect(startButton, &QPushButton::clicked, q, [this] { prepare(true); });
     QObject::connect(backButton, &QPushButton::clicked, q, [this] { showSetup(); });
     QObject::connect(progress, &AnonymizeRunPage::left, q, [this] { showSetup(); });
-    QObject::connect(progress, &AnonymizeRunPage::cancelled, q, [this] {
-        if (job) {
-            job->cancel();
-        }
-    });
+    const auto withJob = [this](auto act) {
+        return [this, act] {
+            if (job) {
+                act(*job);
+            }
+        };
+    };
+    QObject::connect(
+        progress, &AnonymizeRunPage::cancelled, q, withJob([](AnonymizeJob &run) { run.cancel(); }));
+    QObject::connect(
+        progress, &AnonymizeRunPage::againWanted, q, withJob([](AnonymizeJob &run) { run.importAgain(); }));
+    QObject::connect(
+        progress, &AnonymizeRunPage::keepWanted, q, withJob([](AnonymizeJob &run) { run.keep(); }));
     QObject::connect(progress, &AnonymizeRunPage::answered, q, [this](bool withBurnedIn) {
         if (job) {
             job->deliver(withBurnedIn);
@@ -208,80 +163,72 @@ void AnonymizeForm::Private::connectAll()
     });
 }
 
-void AnonymizeForm::Private::showSetup()
+void AnonymizeForm::Private::connectJob()
 {
-    pages->setCurrentWidget(setup);
-    picker->reload();
-    tell();
+    QObject::connect(job, &AnonymizeJob::progressed, progress,
+        [this](int done) { progress->showProgress(done, job->request().files.size()); });
+    QObject::connect(job, &AnonymizeJob::doubtful, progress, &AnonymizeRunPage::ask);
+    QObject::connect(job, &AnonymizeJob::importing, progress, &AnonymizeRunPage::showImporting);
+    QObject::connect(job, &AnonymizeJob::notTaken, progress, &AnonymizeRunPage::askAgain);
+    QObject::connect(job, &AnonymizeJob::imported, q, &AnonymizeForm::imported);
+    QObject::connect(job, &AnonymizeJob::finished, q,
+        [this](const DeidentifyReport &report, const QStringList &extra) { finish(report, extra); });
 }
 
-QString AnonymizeForm::Private::obstacle() const
+void AnonymizeForm::Private::showSetup()
 {
-    const QString why = panel->obstacle();
-    return picker->ticked().isEmpty() ? AnonymizeForm::tr("Tick patients or studies first.")
-        : why.isEmpty()               ? outputs->obstacle()
-                                      : why;
+    preparation->stop();
+    pages->setCurrentWidget(setup);
+    setup->reload();
+    tell();
 }
 
 void AnonymizeForm::Private::tell()
 {
     const bool isSetup = pages->currentWidget() == setup;
-    const QString why = obstacle();
-    note->setText(!fault.isEmpty() ? fault : !why.isEmpty() ? why : panel->caution());
-    note->setVisible(pages->currentWidget() != progress);
+    const bool isRunning = pages->currentWidget() == progress;
+    const bool isPreparing = preparation->isRunning();
+    const QString why = setup->obstacle();
+    note->setText(isPreparing  ? AnonymizeForm::tr("Looking up the images…")
+            : !fault.isEmpty() ? fault
+            : !why.isEmpty()   ? why
+                               : setup->caution());
+    note->setVisible(!isRunning);
     previewButton->setVisible(isSetup);
-    previewButton->setEnabled(!picker->ticked().isEmpty());
-    startButton->setVisible(pages->currentWidget() != progress);
-    startButton->setEnabled(why.isEmpty());
+    previewButton->setEnabled(setup->hasStudies() && !isPreparing);
+    startButton->setVisible(!isRunning);
+    startButton->setEnabled(why.isEmpty() && !isPreparing);
     backButton->setVisible(pages->currentWidget() == changes);
 }
 
-/// Without a key where there is none to be had: fault then says why.
-DeidentifyRequest AnonymizeForm::Private::request()
+void AnonymizeForm::Private::prepare(bool toStart)
 {
-    const QString keyPath = SiteKey::usualPath();
-    const SiteKey::Result key = SiteKey::load(keyPath);
-    fault = AnonymizeText::keyProblem(key, keyPath);
-    DeidentifyRequest made;
-    made.siteKey = key.key;
-    made.options = panel->options();
-    made.files = recordFiles(QSqlDatabase::database(), RecordLevel::Study, picker->ticked()).paths;
-    const bool isToFolder = outputs->output() == AnonymizeOutput::Folder;
-    made.folder = isToFolder ? outputs->folder() : AnonymisedFolders::base(databasePath());
-    made.name = AnonymizeForm::tr("anonymized %1")
-                    .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HHmm")));
-    if (fault.isEmpty() && made.files.isEmpty()) {
-        fault = AnonymizeForm::tr("The ticked studies have no images.");
-    }
-    return made;
-}
-
-void AnonymizeForm::Private::preview()
-{
-    const DeidentifyRequest made = request();
-    if (fault.isEmpty()) {
-        changes->show(made);
-        pages->setCurrentWidget(changes);
-    }
+    isToStart = toStart;
+    output = setup->output();
+    fault.clear();
+    preparation->begin(setup->request(), setup->studies(), toStart && output != AnonymizeOutput::Folder);
     tell();
 }
 
-void AnonymizeForm::Private::start()
+void AnonymizeForm::Private::onPrepared(const DeidentifyRequest &request, const QString &why)
 {
-    const DeidentifyRequest made = request();
-    if (!fault.isEmpty() || (outputs->output() != AnonymizeOutput::Folder && !QDir().mkpath(made.folder))) {
-        fault = fault.isEmpty() ? AnonymizeForm::tr("The folder %1 cannot be made.").arg(made.folder) : fault;
+    fault = why;
+    if (!fault.isEmpty()) {
         tell();
-        return;
+    } else if (isToStart) {
+        start(request);
+    } else {
+        changes->show(request);
+        pages->setCurrentWidget(changes);
+        tell();
     }
-    job = new AnonymizeJob(made, outputs->output(), q);
-    QObject::connect(job, &AnonymizeJob::progressed, progress,
-        [this](int done) { progress->showProgress(done, job->count()); });
-    QObject::connect(job, &AnonymizeJob::doubtful, progress, &AnonymizeRunPage::ask);
-    QObject::connect(job, &AnonymizeJob::importing, progress, &AnonymizeRunPage::showImporting);
-    QObject::connect(job, &AnonymizeJob::finished, q,
-        [this](const DeidentifyReport &report, const QStringList &extra) { finish(report, extra); });
-    progress->showProgress(0, made.files.size());
+}
+
+void AnonymizeForm::Private::start(const DeidentifyRequest &request)
+{
+    job = new AnonymizeJob(request, output, q);
+    connectJob();
+    progress->showProgress(0, request.files.size());
     pages->setCurrentWidget(progress);
     tell();
     job->start();
@@ -289,18 +236,40 @@ void AnonymizeForm::Private::start()
 
 void AnonymizeForm::Private::finish(const DeidentifyReport &report, const QStringList &extra)
 {
-    const AnonymizeOutput output = job->output();
+    progress->showEnd(report, job->request(), extra);
     job->deleteLater();
     job.clear();
-    progress->showEnd(report, extra);
+    if (closesAtEnd) {
+        closesAtEnd = false;
+        QWidget *frame = qobject_cast<QDockWidget *>(q->parentWidget());
+        (frame ? frame : q)->close();
+        return;
+    }
     if (report.files.isEmpty()) {
         return;
     }
-    if (output == AnonymizeOutput::Index) {
-        emit q->imported();
-    } else if (output == AnonymizeOutput::Send) {
+    if (output == AnonymizeOutput::Send) {
         emit q->sendRequested(report.files, report.names, report.modalities);
     } else if (output == AnonymizeOutput::Upload) {
         emit q->uploadRequested(report.files, report.names.join(QStringLiteral(", ")));
     }
+}
+
+/// Asks where work would be lost; what is stopped then ends first, and closes the window itself.
+bool AnonymizeForm::Private::mayClose()
+{
+    if (!job || closesAtEnd) {
+        return !job;
+    }
+    const QPointer<AnonymizeForm> self(q);
+    const int answer = kivMessageBoxForm::question(q, AnonymizeForm::tr("Anonymize"),
+        AnonymizeForm::tr("Anonymous copies are being made. Stop that and close? Nothing of them is kept, "
+                          "except what the index has taken already."),
+        kivMessageBoxForm::OkAndCancel, kivMessageBoxForm::AnswerCancel);
+    if (!self || answer != kivMessageBoxForm::AnswerOk || !job) {
+        return self && answer == kivMessageBoxForm::AnswerOk;
+    }
+    closesAtEnd = true;
+    job->cancel();
+    return false;
 }

@@ -11,8 +11,9 @@
  * Makes copies of patients or studies that do not say whose they are: into a folder, into the index as new
  * records, or for whoever connects to be sent or uploaded. The originals are never changed.
  *
- * Works on the index that is open as the default connection. What is made is made on a thread of the form's;
- * its destructor ends that and removes what is half done. GUI thread.
+ * Works on the index that is open as the default connection. The work is on threads. Closing asks while there
+ * is some, stops it, and closes once it has ended; the destructor waits for it. Both remove what is half
+ * done, except what the index has taken by then. GUI thread.
  */
 class COMMONPLUGIN_EXPORT AnonymizeForm : public QWidget
 {
@@ -28,6 +29,11 @@ public:
     void choose(const QString &tableName, const QList<qlonglong> &keys);
     QSize sizeHint() const override;
 
+    /// Whether copies are being made in any of these windows, or wait for an answer.
+    static bool isAnyRunning();
+    /// Ends that soon.
+    static void stopAll();
+
 signals:
     /// Anonymised files that shall be sent. Names and modalities stand beside them, one each, as the send
     /// dialog takes them. The files stay for a month, or as long as somebody reads them again.
@@ -36,6 +42,9 @@ signals:
     void uploadRequested(const QStringList &files, const QString &name);
     /// The index has new records.
     void imported();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     struct Private;

@@ -1,7 +1,9 @@
 #include "anonymizerunpage.h"
 
+#include "anonymisedfolders.h"
 #include "anonymizetext.h"
 #include "filechooser.h"
+#include "importreporttext.h"
 #include "plaintableview.h"
 
 #include <QCheckBox>
@@ -48,6 +50,9 @@ void AnonymizeRunPage::build()
     auto *row = new QHBoxLayout;
     m_cancel = addButton(row, tr("&Cancel"), QStringLiteral("cancel"));
     m_save = addButton(row, tr("&Save Report…"), QStringLiteral("save"));
+    m_caution = newText(this, QStringLiteral("caution"));
+    m_caution->setText(AnonymizeText::ownUse());
+    row->addWidget(m_caution, 1);
     row->addStretch();
     m_leave = addButton(row, tr("&Back"), QStringLiteral("leave"));
     connect(m_cancel, &QPushButton::clicked, this, &AnonymizeRunPage::cancelled);
@@ -58,6 +63,7 @@ void AnonymizeRunPage::build()
     layout->addWidget(m_title);
     layout->addWidget(m_bar);
     layout->addWidget(buildQuestion());
+    layout->addWidget(buildImportQuestion());
     layout->addWidget(m_files, 1);
     layout->addStretch();
     layout->addLayout(row);
@@ -94,6 +100,24 @@ QWidget *AnonymizeRunPage::buildQuestion()
     return group;
 }
 
+QWidget *AnonymizeRunPage::buildImportQuestion()
+{
+    auto *group = new QGroupBox(tr("Copies that the index has not taken"), this);
+    group->setObjectName(QStringLiteral("importQuestion"));
+    m_notTaken = newText(group, QStringLiteral("notTaken"));
+    auto *row = new QHBoxLayout;
+    m_again = addButton(row, tr("&Try Again"), QStringLiteral("again"));
+    QPushButton *keep = addButton(row, tr("&Keep the Copies"), QStringLiteral("keep"));
+    row->addStretch();
+    connect(m_again, &QPushButton::clicked, this, &AnonymizeRunPage::againWanted);
+    connect(keep, &QPushButton::clicked, this, &AnonymizeRunPage::keepWanted);
+    auto *layout = new QVBoxLayout(group);
+    layout->addWidget(m_notTaken);
+    layout->addLayout(row);
+    m_importQuestion = group;
+    return group;
+}
+
 void AnonymizeRunPage::showProgress(int done, int count)
 {
     m_title->setText(tr("Making anonymous copies: %1 of %2").arg(done).arg(count));
@@ -101,8 +125,10 @@ void AnonymizeRunPage::showProgress(int done, int count)
     m_bar->setValue(done);
     m_bar->show();
     m_question->hide();
+    m_importQuestion->hide();
     m_files->hide();
     m_save->hide();
+    m_caution->hide();
     m_leave->hide();
     m_cancel->show();
 }
@@ -113,7 +139,8 @@ void AnonymizeRunPage::showImporting()
     m_bar->setRange(0, 0);
     m_bar->show();
     m_question->hide();
-    m_cancel->hide();
+    m_importQuestion->hide();
+    m_files->hide();
 }
 
 void AnonymizeRunPage::ask(const DeidentifyReport &report)
@@ -132,6 +159,24 @@ void AnonymizeRunPage::ask(const DeidentifyReport &report)
     m_looked->setFocus();
 }
 
+void AnonymizeRunPage::askAgain(const DeidentifyReport &report, const ImportReport &import)
+{
+    m_title->setText(importEndText(import));
+    m_bar->hide();
+    m_notTaken->setText(
+        tr("All copies are still in %1. Try again once the cause is mended, keep them there to import them "
+           "yourself within %2 days, or cancel: they are removed then, and what the index has taken stays.")
+            .arg(report.folder)
+            .arg(AnonymisedFolders::daysKept));
+    m_model->clear();
+    for (const ImportIssue &issue : import.issues()) {
+        addFile(issue.path, reasonText(issue));
+    }
+    showFiles(tr("Copies that the index has not taken"));
+    m_importQuestion->show();
+    m_again->setFocus();
+}
+
 void AnonymizeRunPage::addFile(const QString &path, const QString &why)
 {
     m_model->appendRow({new QStandardItem(path), new QStandardItem(why.trimmed())});
@@ -147,14 +192,15 @@ void AnonymizeRunPage::showFiles(const QString &name)
     m_files->setVisible(m_model->rowCount() > 0);
 }
 
-void AnonymizeRunPage::showEnd(const DeidentifyReport &report, const QStringList &extra)
+void AnonymizeRunPage::showEnd(
+    const DeidentifyReport &report, const DeidentifyRequest &request, const QStringList &extra)
 {
     QStringList lines = AnonymizeText::summary(report) + extra;
     if (!report.folder.isEmpty()) {
         lines.append(report.folder);
     }
     m_title->setText(lines.join(QLatin1Char('\n')));
-    m_text = AnonymizeText::whole(report) + extra.join(QLatin1Char('\n'));
+    m_text = AnonymizeText::whole(report, request, extra);
     m_model->clear();
     for (const DeidentifyFailure &failure : report.failures) {
         if (!report.isCancelled) {
@@ -165,22 +211,27 @@ void AnonymizeRunPage::showEnd(const DeidentifyReport &report, const QStringList
     showFiles(tr("Files that could not be copied"));
     m_bar->hide();
     m_question->hide();
+    m_importQuestion->hide();
     m_cancel->hide();
     m_save->show();
+    m_caution->show();
     m_leave->show();
     m_leave->setFocus();
 }
 
 void AnonymizeRunPage::save()
 {
-    const QString path = FileChooser::toReplace(
-        this, {tr("Save the Report"), QStringLiteral("anonymised.txt"), tr("Texts (*.txt);;All files (*)")});
+    const QString path = FileChooser::toReplace(this,
+        {tr("Save the Report for Your Own Use"), QStringLiteral("anonymised.txt"),
+            tr("Texts (*.txt);;All files (*)")});
     if (path.isEmpty()) {
         return;
     }
     QSaveFile file(path);
     const QByteArray text = m_text.toUtf8();
-    const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    const bool isSaved = file.open(QIODevice::WriteOnly)
+        && file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
+        && file.write(text) == text.size() && file.commit();
     if (!isSaved) {
         m_title->setText(tr("The report cannot be saved: %1").arg(file.errorString()));
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "deidentifyreport.h"
+#include "importreport.h"
 
 #include <QWidget>
 
@@ -24,18 +25,24 @@ public:
     void showImporting();
     /// Asks what is to be done with copies in whose pictures names may be seen.
     void ask(const DeidentifyReport &report);
-    void showEnd(const DeidentifyReport &report, const QStringList &extra);
+    /// Asks what is to be done with copies that the index has not taken.
+    void askAgain(const DeidentifyReport &report, const ImportReport &import);
+    /// @param request what was asked for
+    void showEnd(const DeidentifyReport &report, const DeidentifyRequest &request, const QStringList &extra);
 
 signals:
     void cancelled();
     /// What was asked is answered.
     void answered(bool withBurnedIn);
+    void againWanted();
+    void keepWanted();
     /// The report has been read.
     void left();
 
 private:
     void build();
     QWidget *buildQuestion();
+    QWidget *buildImportQuestion();
     QPushButton *addButton(QLayout *row, const QString &text, const QString &name);
     void addFile(const QString &path, const QString &why);
     void showFiles(const QString &name);
@@ -45,11 +52,15 @@ private:
     QProgressBar *m_bar = nullptr;
     QWidget *m_question = nullptr;
     QLabel *m_warning = nullptr;
+    QWidget *m_importQuestion = nullptr;
+    QLabel *m_notTaken = nullptr;
+    QPushButton *m_again = nullptr;
     QCheckBox *m_looked = nullptr;
-    PlainTableView *m_files = nullptr; ///< in doubt, or not copied
+    PlainTableView *m_files = nullptr; ///< in doubt, not copied, or not imported
     QStandardItemModel *m_model = nullptr;
     QPushButton *m_cancel = nullptr;
     QPushButton *m_save = nullptr;
     QPushButton *m_leave = nullptr;
+    QLabel *m_caution = nullptr; ///< about the report
     QString m_text; ///< the report as it is saved
 };

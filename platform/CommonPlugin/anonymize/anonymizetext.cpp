@@ -1,6 +1,10 @@
 #include "anonymizetext.h"
 
+#include "importreporttext.h"
+
 #include <QDateTime>
+
+#include <algorithm>
 
 QString AnonymizeText::problem(DeidentifyProblem problem)
 {
@@ -49,6 +53,16 @@ QString AnonymizeText::keyProblem(const SiteKey::Result &key, const QString &pat
         return tr("A key for this site cannot be written to %1: %2").arg(path, key.detail);
     }
     return {};
+}
+
+QString AnonymizeText::noImages()
+{
+    return tr("The ticked studies have no images.");
+}
+
+QString AnonymizeText::noFolder(const QString &path)
+{
+    return tr("The folder %1 cannot be made.").arg(path);
 }
 
 QString AnonymizeText::burnedIn(BurnedIn burnedIn)
@@ -105,10 +119,51 @@ QStringList AnonymizeText::summary(const DeidentifyReport &report)
     return warning.isEmpty() ? lines : lines << warning;
 }
 
-QString AnonymizeText::whole(const DeidentifyReport &report)
+QStringList AnonymizeText::imported(const ImportReport &report)
 {
-    QStringList lines{tr("Anonymous copies, %1").arg(QDateTime::currentDateTime().toString(Qt::ISODate))};
-    lines += summary(report);
+    QStringList lines{importEndText(report)};
+    const QVector<ImportIssue> &issues = report.issues();
+    const auto others = std::count_if(issues.begin(), issues.end(),
+        [](const ImportIssue &issue) { return issue.reason == FileReason::OtherContentKept; });
+    if (others > 0) {
+        lines.append(tr("%n copy(ies) of an earlier run, made otherwise, were in the index and stay there "
+                        "instead. Delete them first to have the new ones.",
+            nullptr, int(others)));
+    }
+    return lines;
+}
+
+QString AnonymizeText::notTaken(qint64 copies)
+{
+    return tr("%n copy(ies) that the index had not taken have been removed.", nullptr, int(copies));
+}
+
+QString AnonymizeText::ownUse()
+{
+    return tr("The report names the original files. It is for your own use: do not hand it on with the "
+              "copies.");
+}
+
+QStringList AnonymizeText::options(const DeidentifyOptions &options)
+{
+    const auto line = [](const QString &what, bool stays, const QString &how) {
+        return QStringLiteral("%1: %2").arg(what, stays ? how : tr("removed"));
+    };
+    return {line(tr("Dates and times"), options.shiftDates, tr("moved by days that belong to the patient")),
+        line(tr("Descriptions"), options.cleanDescriptors, tr("cleaned")),
+        line(tr("Sex, age, size and weight"), options.keepCharacteristics, tr("kept")),
+        line(tr("Attributes of device makers"), !options.removePrivate, tr("kept")),
+        tr("Patients are called %1, their IDs are %2").arg(options.namePattern, options.idPattern)};
+}
+
+QString AnonymizeText::whole(
+    const DeidentifyReport &report, const DeidentifyRequest &request, const QStringList &extra)
+{
+    QStringList lines{
+        tr("Anonymous copies, %1").arg(QDateTime::currentDateTime().toString(Qt::ISODate)), ownUse(), {}};
+    lines += options(request.options);
+    lines.append(tr("Files: %1").arg(request.files.size()));
+    lines += summary(report) + extra;
     if (!report.folder.isEmpty()) {
         lines.append(tr("Folder: %1").arg(report.folder));
     }

@@ -19,11 +19,6 @@ ChangePreview::ChangePreview(QWidget *parent)
     build();
 }
 
-ChangePreview::~ChangePreview()
-{
-    delete m_job;
-}
-
 void ChangePreview::build()
 {
     m_number = new QSpinBox(this);
@@ -69,7 +64,10 @@ void ChangePreview::show(const DeidentifyRequest &request)
 
 void ChangePreview::read()
 {
-    delete m_job;
+    if (m_job) {
+        m_job->stop();
+        m_job.clear();
+    }
     m_model->setChanges({});
     const QString path = m_request.files.value(m_number->value() - 1);
     if (path.isEmpty()) {
@@ -79,14 +77,20 @@ void ChangePreview::read()
     m_state->setText(tr("Reading…"));
     m_table->setEmptyText({});
     const Deidentifier deidentifier(m_request.options, Pseudonyms(m_request.siteKey));
-    m_job = new IndexJob(
+    auto *job = new IndexJob(
         [deidentifier, path](const std::atomic<bool> &stop, const IndexJob::Progress &) {
             return QVariant::fromValue(deidentifier.preview(QFile::encodeName(path), stop));
         },
         this);
-    connect(m_job, &IndexJob::finished, this,
-        [this](const QVariant &result) { showResult(result.value<DeidentifiedFile>()); });
-    m_job->start();
+    m_job = job;
+    connect(job, &IndexJob::finished, this, [this, job](const QVariant &result) {
+        job->deleteLater();
+        if (job == m_job) {
+            m_job.clear();
+            showResult(result.value<DeidentifiedFile>());
+        }
+    });
+    job->start();
 }
 
 void ChangePreview::showResult(const DeidentifiedFile &result)

@@ -18,7 +18,6 @@ class ChangePreview : public QWidget
 
 public:
     explicit ChangePreview(QWidget *parent = nullptr);
-    ~ChangePreview() override;
 
     /// Shows the first of the request's files; nothing is written.
     void show(const DeidentifyRequest &request);
@@ -33,5 +32,5 @@ private:
     QLabel *m_state = nullptr;
     PlainTableView *m_table = nullptr;
     ChangeModel *m_model = nullptr;
-    QPointer<IndexJob> m_job;
+    QPointer<IndexJob> m_job; ///< the one that somebody waits for; earlier ones end by themselves
 };

@@ -1,10 +1,13 @@
 #include "recordpicker.h"
 
+#include "createconnection.h"
+#include "indexconnection.h"
+#include "indexjob.h"
+
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -13,8 +16,6 @@
 namespace {
 
 constexpr int keyRole = Qt::UserRole;
-constexpr int mostPatients = 200;
-constexpr int mostTicked = 2000;
 constexpr int typingPause = 250;
 
 enum Column { NameColumn, NumberColumn, ImagesColumn, ColumnCount };
@@ -34,18 +35,16 @@ QString shownDate(const QString &date)
     return day.isValid() ? day.toString(Qt::ISODate) : date;
 }
 
-QString keyList(const QSet<qlonglong> &keys, int most)
+void addImages(QTreeWidgetItem *item, const QString &count)
 {
-    QStringList texts;
-    for (const qlonglong key : keys) {
-        if (texts.size() < most) {
-            texts.append(QString::number(key));
-        }
-    }
-    return texts.join(QLatin1Char(','));
+    item->setText(ImagesColumn, count);
+    item->setTextAlignment(ImagesColumn, Qt::AlignRight | Qt::AlignVCenter);
+    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(RecordListing)
 
 RecordPicker::RecordPicker(QWidget *parent)
     : QWidget(parent)
@@ -94,12 +93,15 @@ void RecordPicker::build()
     layout->addWidget(m_count);
 }
 
-void RecordPicker::setTicked(const QList<qlonglong> &studies)
+void RecordPicker::choose(const QString &tableName, const QList<qlonglong> &keys)
 {
-    m_ticked = QSet<qlonglong>(studies.begin(), studies.end());
+    m_ticked.clear();
     const QSignalBlocker blocker(m_search);
     m_search->clear();
+    m_chosen.tableName = tableName;
+    m_chosen.keys = keys;
     reload();
+    emit changed();
 }
 
 QList<qlonglong> RecordPicker::ticked() const
@@ -112,88 +114,104 @@ QList<qlonglong> RecordPicker::ticked() const
 void RecordPicker::reload()
 {
     m_pause.stop();
-    m_tree->clear();
+    if (m_job) {
+        m_job->stop();
+        m_job.clear();
+    }
     if (!QSqlDatabase::database(QLatin1String(QSqlDatabase::defaultConnection), false).isOpen()) {
-        m_note->setText(tr("No index is open."));
+        m_tree->clear();
+        note(tr("No index is open."));
         tell();
         return;
     }
-    m_isFilling = true;
-    const QString text = m_search->text().trimmed();
-    if (text.isEmpty()) {
-        addPatients(QStringLiteral("pk IN (SELECT patient_fk FROM generalstudy WHERE pk IN (%1))")
-                        .arg(keyList(m_ticked, mostTicked)),
-            {}, mostTicked);
-        const int first = m_tree->topLevelItemCount();
-        addPatients(QStringLiteral("pk NOT IN (SELECT patient_fk FROM generalstudy WHERE pk IN (%1))")
-                        .arg(keyList(m_ticked, mostTicked)),
-            {}, mostPatients - qMin(first, mostPatients));
-    } else {
-        addPatients(QStringLiteral("instr(folded(replace(PatientName, '^', ' ')), folded(?1)) > 0"
-                                   " OR instr(folded(PatientID), folded(?1)) > 0"),
-            text, mostPatients);
+    if (m_tree->topLevelItemCount() == 0) {
+        note(tr("Reading…"));
     }
-    const int shown = m_tree->topLevelItemCount();
-    m_note->setText(shown >= mostPatients
-            ? tr("Only %n patient(s) are listed. Type a name or an ID to find others.", nullptr, mostPatients)
-            : shown > 0      ? QString()
-            : text.isEmpty() ? tr("The index has no patients yet. Import images first.")
-                             : tr("No patient's name or ID has “%1” in it.").arg(text));
-    m_note->setVisible(!m_note->text().isEmpty());
-    m_isFilling = false;
+    RecordQuestion question = m_chosen;
+    question.text = m_search->text().trimmed();
+    question.ticked = m_ticked;
+    read(question);
     tell();
 }
 
-void RecordPicker::addPatients(const QString &condition, const QVariant &value, int most)
+void RecordPicker::read(const RecordQuestion &question)
 {
-    QSqlQuery query;
-    query.setForwardOnly(true);
-    query.prepare(
-        QStringLiteral("SELECT pk, PatientName, PatientID, NumberOfPatientRelatedInstances FROM patient"
-                       " WHERE %1 ORDER BY updated_time DESC, pk DESC LIMIT %2")
-            .arg(condition)
-            .arg(most));
-    if (value.isValid()) {
-        query.addBindValue(value);
+    auto *job = new IndexJob(
+        [path = databasePath(), question](const std::atomic<bool> &stop, const IndexJob::Progress &) {
+            const IndexConnection connection(path);
+            return QVariant::fromValue(connection.isOpen()
+                    ? RecordListing::read(connection.database(), question, stop)
+                    : RecordListing{question.ticked, {}});
+        },
+        this);
+    m_job = job;
+    connect(job, &IndexJob::finished, this, [this, job](const QVariant &result) {
+        job->deleteLater();
+        if (job == m_job) {
+            m_job.clear();
+            show(result.value<RecordListing>());
+        }
+    });
+    job->start();
+}
+
+void RecordPicker::show(const RecordListing &listing)
+{
+    const bool isAnswer = !m_chosen.tableName.isEmpty();
+    if (isAnswer) {
+        m_ticked = listing.ticked;
+        m_chosen = {};
     }
-    query.exec();
-    while (query.next()) {
-        auto *item = new QTreeWidgetItem(m_tree);
-        const QString name = shownName(query.value(1).toString());
-        item->setText(NameColumn, name.isEmpty() ? tr("(no name)") : name);
-        item->setToolTip(NameColumn, item->text(NameColumn).toHtmlEscaped());
-        item->setText(NumberColumn, query.value(2).toString());
-        item->setToolTip(NumberColumn, item->text(NumberColumn).toHtmlEscaped());
-        item->setText(ImagesColumn, query.value(3).toString());
-        item->setTextAlignment(ImagesColumn, Qt::AlignRight | Qt::AlignVCenter);
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        addStudies(item, query.value(0).toLongLong());
-        showPatient(item);
+    m_isFilling = true;
+    m_tree->clear();
+    for (const ListedPatient &patient : listing.patients) {
+        addPatient(patient);
+    }
+    m_isFilling = false;
+    const QString text = m_search->text().trimmed();
+    const int shown = listing.patients.size();
+    note(shown >= RecordListing::mostPatients
+            ? tr("Only %n patient(s) are listed. Type a name or an ID to find others.", nullptr, shown)
+            : shown > 0      ? QString()
+            : text.isEmpty() ? tr("The index has no patients yet. Import images first.")
+                             : tr("No patient's name or ID has “%1” in it.").arg(text));
+    tell();
+    if (isAnswer) {
+        emit changed();
     }
 }
 
-void RecordPicker::addStudies(QTreeWidgetItem *patient, qlonglong key)
+void RecordPicker::note(const QString &text)
 {
-    QSqlQuery query;
-    query.prepare(QStringLiteral("SELECT pk, StudyDescription, ModalitiesInStudy, StudyDate,"
-                                 " NumberOfStudyRelatedInstances FROM generalstudy WHERE patient_fk = ?"
-                                 " ORDER BY StudyDate DESC, pk"));
-    query.addBindValue(key);
-    query.exec();
-    while (query.next()) {
-        auto *item = new QTreeWidgetItem(patient);
-        const qlonglong study = query.value(0).toLongLong();
-        const QString modalities = query.value(2).toString().replace(QLatin1Char('\\'), QLatin1String(", "));
-        const QString text = query.value(1).toString().trimmed();
-        item->setText(
-            NameColumn, text.isEmpty() ? modalities : QStringLiteral("%1 (%2)").arg(text, modalities));
-        item->setText(NumberColumn, shownDate(query.value(3).toString()));
-        item->setText(ImagesColumn, query.value(4).toString());
-        item->setTextAlignment(ImagesColumn, Qt::AlignRight | Qt::AlignVCenter);
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(NameColumn, m_ticked.contains(study) ? Qt::Checked : Qt::Unchecked);
-        item->setData(NameColumn, keyRole, study);
+    m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
+}
+
+void RecordPicker::addPatient(const ListedPatient &patient)
+{
+    auto *item = new QTreeWidgetItem(m_tree);
+    const QString name = shownName(patient.name);
+    item->setText(NameColumn, name.isEmpty() ? tr("(no name)") : name);
+    item->setToolTip(NameColumn, item->text(NameColumn).toHtmlEscaped());
+    item->setText(NumberColumn, patient.id);
+    item->setToolTip(NumberColumn, patient.id.toHtmlEscaped());
+    addImages(item, patient.images);
+    for (const ListedStudy &study : patient.studies) {
+        addStudy(item, study);
     }
+    showPatient(item);
+}
+
+void RecordPicker::addStudy(QTreeWidgetItem *patient, const ListedStudy &study)
+{
+    auto *item = new QTreeWidgetItem(patient);
+    const QString modalities = QString(study.modalities).replace(QLatin1Char('\\'), QLatin1String(", "));
+    const QString text = study.description.trimmed();
+    item->setText(NameColumn, text.isEmpty() ? modalities : QStringLiteral("%1 (%2)").arg(text, modalities));
+    item->setText(NumberColumn, shownDate(study.date));
+    addImages(item, study.images);
+    item->setCheckState(NameColumn, m_ticked.contains(study.key) ? Qt::Checked : Qt::Unchecked);
+    item->setData(NameColumn, keyRole, study.key);
 }
 
 /// A patient is ticked where all studies are.
@@ -235,11 +253,11 @@ void RecordPicker::onItemChanged(QTreeWidgetItem *item)
     showPatient(patient);
     m_isFilling = false;
     tell();
+    emit changed();
 }
 
 void RecordPicker::tell()
 {
     m_count->setText(m_ticked.isEmpty() ? tr("Nothing is ticked yet.")
                                         : tr("%n study(ies) are ticked.", nullptr, m_ticked.size()));
-    emit changed();
 }

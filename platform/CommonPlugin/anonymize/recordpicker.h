@@ -1,9 +1,13 @@
 #pragma once
 
+#include "recordlisting.h"
+
+#include <QPointer>
 #include <QSet>
 #include <QTimer>
 #include <QWidget>
 
+class IndexJob;
 class QLabel;
 class QLineEdit;
 class QTreeWidget;
@@ -12,7 +16,7 @@ class QTreeWidgetItem;
 /**
  * A list of patients and their studies with boxes to tick, and a field that finds patients by name or number.
  *
- * Reads the default connection; what is ticked is remembered while something else is listed. GUI thread.
+ * Reads the index on a thread; what is ticked is remembered while something else is listed. GUI thread.
  */
 class RecordPicker : public QWidget
 {
@@ -21,20 +25,26 @@ class RecordPicker : public QWidget
 public:
     explicit RecordPicker(QWidget *parent = nullptr);
 
-    /// Ticks just these studies, and lists their patients first.
-    void setTicked(const QList<qlonglong> &studies);
+    /// Ticks just the studies of these records, and lists their patients first; nothing is ticked until they
+    /// are found. @param tableName as hosts call it
+    void choose(const QString &tableName, const QList<qlonglong> &keys);
+    bool hasTicked() const { return !m_ticked.isEmpty(); }
     /// The keys of the ticked studies, ascending.
     QList<qlonglong> ticked() const;
     /// Lists anew what the index has.
     void reload();
 
 signals:
+    /// Other studies are ticked.
     void changed();
 
 private:
     void build();
-    void addPatients(const QString &condition, const QVariant &value, int most);
-    void addStudies(QTreeWidgetItem *patient, qlonglong key);
+    void read(const RecordQuestion &question);
+    void show(const RecordListing &listing);
+    void addPatient(const ListedPatient &patient);
+    void addStudy(QTreeWidgetItem *patient, const ListedStudy &study);
+    void note(const QString &text);
     void showPatient(QTreeWidgetItem *patient);
     void onItemChanged(QTreeWidgetItem *item);
     void tell();
@@ -46,4 +56,6 @@ private:
     QTimer m_pause; ///< between typing and asking
     QSet<qlonglong> m_ticked; ///< studies
     bool m_isFilling = false;
+    QPointer<IndexJob> m_job; ///< the one that somebody waits for; earlier ones end by themselves
+    RecordQuestion m_chosen; ///< what choose() asked for, until it is answered
 };

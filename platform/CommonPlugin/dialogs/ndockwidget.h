@@ -6,7 +6,8 @@
 
 /**
  * A dock of the workstation: at the left or right, or floating. One that is closed while it floats is a tool
- * window that is done with, and deletes itself; a docked one only hides.
+ * window that is done with, and deletes itself; a docked one only hides. The widget inside is asked first, by
+ * its own closeEvent(): it stays where that ignores the event.
  */
 class COMMONPLUGIN_EXPORT NDockWidget : public QDockWidget
 {
@@ -17,4 +18,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+
+private:
+    bool mayClose() const;
 };

@@ -1,6 +1,9 @@
 #include "anonymisedfolders.h"
 #include "anonymizeform.h"
 #include "dicomfilebuilder.h"
+#include "filestore.h"
+#include "kivmessageboxform.h"
+#include "ndockwidget.h"
 #include "temporaryindex.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -9,8 +12,10 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QSignalSpy>
 #include <QTableView>
+#include <QTreeWidget>
 #include <QtTest>
 
 namespace {
@@ -28,8 +33,11 @@ private slots:
     void cleanup();
     void copiesGoIntoAFreshFolder();
     void copiesBecomeNewRecords();
+    void copiesThatTheIndexRefusesStay();
     void namesInPicturesAreAskedAbout();
     void nothingStaysOfWhatIsCancelled();
+    void closingAsksWhatRuns();
+    void patientsAreFound();
     void previewShowsWhatChanges();
     void whatIsToBeSentStaysAMonth();
 
@@ -40,6 +48,7 @@ private:
     {
         return m_form->findChild<Widget *>(QLatin1String(name));
     }
+    void choose(const QList<qlonglong> &patients);
     void choose(const char *output);
     QString said() const { return find<QLabel>("title")->text(); }
 
@@ -77,13 +86,19 @@ void AnonymizeFormTest::cleanup()
     m_index.reset();
 }
 
+void AnonymizeFormTest::choose(const QList<qlonglong> &patients)
+{
+    m_form->choose(QStringLiteral("patient"), patients);
+    QVERIFY(!find("start")->isEnabled());
+    QTRY_VERIFY(find("start")->isEnabled());
+}
+
 /// The first two patients, and where their copies go.
 void AnonymizeFormTest::choose(const char *output)
 {
-    m_form->choose(QStringLiteral("patient"), {1, 2});
     find<QLineEdit>("folder")->setText(m_target);
     find(output)->setChecked(true);
-    QVERIFY(find("start")->isEnabled());
+    choose(QList<qlonglong>{1, 2});
 }
 
 void AnonymizeFormTest::copiesGoIntoAFreshFolder()
@@ -99,7 +114,10 @@ void AnonymizeFormTest::copiesGoIntoAFreshFolder()
         find("leave")->click();
     }
     for (const QString &file : filesBelow(m_target)) {
-        QVERIFY2(!file.contains(QLatin1String("7700")) && !bytesOf(file).contains("7700"), qPrintable(file));
+        QVERIFY2(!file.contains(QLatin1String("/7700")), qPrintable(file));
+        for (const char *original : {"1.2.7700", "77001 ", "77002 "}) { // as they are padded
+            QVERIFY2(!bytesOf(file).contains(original), qPrintable(file));
+        }
         QVERIFY(!bytesOf(file).contains("Doe"));
     }
 }
@@ -110,7 +128,8 @@ void AnonymizeFormTest::copiesBecomeNewRecords()
     find<QLineEdit>("namePattern")->setText(QStringLiteral("Trial^{code}"));
     const QSignalSpy imported(m_form.get(), &AnonymizeForm::imported);
     find("start")->click();
-    QTRY_COMPARE_WITH_TIMEOUT(imported.count(), 1, soon);
+    QTRY_VERIFY_WITH_TIMEOUT(find("leave")->isVisible(), soon);
+    QCOMPARE(imported.count(), 1);
     QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 5);
     QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM patient WHERE PatientName LIKE 'Trial^%'"))
                  .toInt(),
@@ -118,12 +137,33 @@ void AnonymizeFormTest::copiesBecomeNewRecords()
     QVERIFY(filesBelow(AnonymisedFolders::base(m_index->path())).isEmpty());
 }
 
+/// A file is where the store would be.
+void AnonymizeFormTest::copiesThatTheIndexRefusesStay()
+{
+    const QString base = AnonymisedFolders::base(m_index->path());
+    const QSignalSpy imported(m_form.get(), &AnonymizeForm::imported);
+    writeFile(storeFolder(m_index->path()));
+    choose("toIndex");
+    find("start")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("again")->isVisible(), soon);
+    QVERIFY(imported.isEmpty());
+    QCOMPARE(filesBelow(base).size(), 2);
+    QVERIFY(find<QLabel>("notTaken")->text().contains(base));
+
+    QVERIFY(QFile::remove(storeFolder(m_index->path())));
+    find("again")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(find("leave")->isVisible(), soon);
+    QCOMPARE(imported.count(), 1);
+    QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 5);
+    QVERIFY(filesBelow(base).isEmpty());
+}
+
 void AnonymizeFormTest::namesInPicturesAreAskedAbout()
 {
     const QSignalSpy upload(m_form.get(), &AnonymizeForm::uploadRequested);
     const QSignalSpy send(m_form.get(), &AnonymizeForm::sendRequested);
     choose("toSend");
-    m_form->choose(QStringLiteral("patient"), {2, 3});
+    choose(QList<qlonglong>{2, 3});
     find("start")->click();
     QTRY_VERIFY_WITH_TIMEOUT(find("leaveOut")->isVisible(), soon);
     QVERIFY(!find("keepAll")->isEnabled());
@@ -132,10 +172,12 @@ void AnonymizeFormTest::namesInPicturesAreAskedAbout()
     find("leaveOut")->click();
     QTRY_COMPARE_WITH_TIMEOUT(send.count(), 1, soon);
     QCOMPARE(send[0][0].toStringList().size(), 1);
-    QCOMPARE(send[0][1].toStringList().size(), send[0][2].toStringList().size());
+    QCOMPARE(send[0][1].toStringList().size(), 1);
+    QCOMPARE(send[0][2].toStringList(), QStringList("CT"));
 
     find("leave")->click();
     find("toUpload")->setChecked(true);
+    QTRY_VERIFY(find("start")->isEnabled());
     find("start")->click();
     QTRY_VERIFY_WITH_TIMEOUT(find("looked")->isVisible(), soon);
     find("looked")->setChecked(true);
@@ -151,7 +193,7 @@ void AnonymizeFormTest::namesInPicturesAreAskedAbout()
 void AnonymizeFormTest::nothingStaysOfWhatIsCancelled()
 {
     choose("toFolder");
-    m_form->choose(QStringLiteral("patient"), {3});
+    choose(QList<qlonglong>{3});
     find("start")->click();
     QTRY_VERIFY_WITH_TIMEOUT(find("leaveOut")->isVisible(), soon);
     find("cancel")->click();
@@ -159,9 +201,62 @@ void AnonymizeFormTest::nothingStaysOfWhatIsCancelled()
     QVERIFY(QDir(m_target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 
     find("leave")->click();
+    QTRY_VERIFY(find("start")->isEnabled());
     find("start")->click();
+    QTRY_VERIFY(find("cancel")->isVisible());
     m_form.reset();
     QVERIFY(QDir(m_target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+void AnonymizeFormTest::closingAsksWhatRuns()
+{
+    QMainWindow window;
+    const QPointer<NDockWidget> dock(new NDockWidget(QStringLiteral("Anonymize"), &window));
+    window.addDockWidget(Qt::RightDockWidgetArea, dock);
+    dock->setWidget(m_form.release());
+    m_form = nullptr;
+    auto *form = static_cast<AnonymizeForm *>(dock->widget());
+    const auto button = [form](const char *name) {
+        return form->findChild<QAbstractButton *>(QLatin1String(name));
+    };
+    dock->setFloating(true);
+    window.show();
+    form->findChild<QLineEdit *>(QStringLiteral("folder"))->setText(m_target);
+    form->choose(QStringLiteral("patient"), {3});
+    QTRY_VERIFY(button("start")->isEnabled());
+    button("start")->click();
+    QTRY_VERIFY_WITH_TIMEOUT(button("leaveOut")->isVisible(), soon);
+    QVERIFY(AnonymizeForm::isAnyRunning());
+
+    int answer = kivMessageBoxForm::AnswerCancel;
+    kivMessageBoxForm::setAnswerer([&answer](const kivMessageBoxForm::Request &) { return answer; });
+    QVERIFY(!dock->close());
+    QVERIFY(button("leaveOut")->isVisible());
+    answer = kivMessageBoxForm::AnswerOk;
+    QVERIFY(!dock->close());
+    QTRY_VERIFY_WITH_TIMEOUT(!dock, soon);
+    kivMessageBoxForm::setAnswerer({});
+    QVERIFY(!AnonymizeForm::isAnyRunning());
+    QVERIFY(QDir(m_target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
+}
+
+/// By words of the name as people write it, or a part of the ID; the newest are listed without.
+void AnonymizeFormTest::patientsAreFound()
+{
+    const auto *tree = find<QTreeWidget>("records");
+    QTRY_COMPARE(tree->topLevelItemCount(), 3);
+    for (const char *text : {"DOE JOHN", "7700", "77002"}) {
+        const int found = qstrcmp(text, "77002") == 0 ? 1 : 3;
+        find<QLineEdit>("search")->setText(QLatin1String(text));
+        QTest::keyClick(find<QLineEdit>("search"), Qt::Key_Return);
+        QTRY_COMPARE(tree->topLevelItemCount(), found);
+    }
+    QCOMPARE(tree->topLevelItem(0)->text(1), QStringLiteral("77002"));
+    tree->topLevelItem(0)->setCheckState(0, Qt::Checked);
+    find<QLineEdit>("search")->clear();
+    QTRY_COMPARE(tree->topLevelItemCount(), 3);
+    QCOMPARE(tree->topLevelItem(0)->text(1), QStringLiteral("77002"));
+    QCOMPARE(tree->topLevelItem(0)->child(0)->checkState(0), Qt::Checked);
 }
 
 void AnonymizeFormTest::previewShowsWhatChanges()
