@@ -3,12 +3,12 @@
 #include "exportstage.h"
 #include "filecopy.h"
 #include "safename.h"
+#include "sharednumbers.h"
 #include "uniquenames.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -44,7 +44,6 @@ struct DeidentifyRun::Private
     void separate();
     void runOnAllCores(const Deidentifier &deidentifier, const QVector<int> &numbers);
     void make(const Deidentifier &deidentifier, int number);
-    QSet<QByteArray> numbersOfSeveral() const;
     DeidentifyReport report() const;
     bool isWanted(const DeidentifiedFile &file, bool withBurnedIn) const;
     QString nameOf(const DeidentifiedFile &file);
@@ -105,7 +104,7 @@ void DeidentifyRun::Private::makeAll()
 /// Makes those once more whose patients would have become one.
 void DeidentifyRun::Private::separate()
 {
-    shared = numbersOfSeveral();
+    shared = sharedNumbers(results);
     QVector<int> numbers;
     for (int number = 0; number < request.files.size(); ++number) {
         if (shared.contains(results[std::size_t(number)].number)) {
@@ -145,28 +144,6 @@ void DeidentifyRun::Private::make(const Deidentifier &deidentifier, int number)
         ended = result.problem;
     }
     done += isFirst ? 1 : 0;
-}
-
-/// IDs that came with different names or birth dates; what is missing differs from nothing.
-QSet<QByteArray> DeidentifyRun::Private::numbersOfSeveral() const
-{
-    QSet<QByteArray> several;
-    QHash<QByteArray, QStringList> known;
-    for (const DeidentifiedFile &result : results) {
-        if (result.number.isEmpty() || result.problem != DeidentifyProblem::None) {
-            continue;
-        }
-        const QStringList person = result.person.split(QLatin1Char('\\'));
-        QStringList &first = known[result.number];
-        first = first.isEmpty() ? person : first;
-        for (int part = 0; part < std::min(first.size(), person.size()); ++part) {
-            first[part] = first.at(part).isEmpty() ? person.at(part) : first.at(part);
-            if (!person.at(part).isEmpty() && person.at(part) != first.at(part)) {
-                several.insert(result.number);
-            }
-        }
-    }
-    return several;
 }
 
 DeidentifyReport DeidentifyRun::Private::report() const

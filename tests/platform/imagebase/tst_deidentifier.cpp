@@ -46,7 +46,7 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
     constexpr int longest = 120 * 1000;
-    return process.waitForFinished(longest) ? process.readAll() : QByteArray("did not run");
+    return process.waitForFinished(longest) ? process.readAll() : QByteArray("Error - did not run");
 }
 
 /// The kinds of errors that the validator finds, without the values that it quotes.
@@ -284,6 +284,11 @@ void DeidentifierTest::optionsKeepWhatTheyPromise()
         QVERIFY2(dump.contains(kept), qPrintable(kept + dump));
     }
     QVERIFY(!dump.contains(QLatin1String("19600229")));
+    const QVector<AttributeChange> changes =
+        Deidentifier(options, Pseudonyms(key)).preview(QFile::encodeName(original), m_cancelled).changes;
+    QVERIFY(std::any_of(changes.cbegin(), changes.cend(), [](const AttributeChange &change) {
+        return change.isKept && change.after == QLatin1String("Maker");
+    }));
     QCOMPARE(dump.count(QLatin1String("CodeValue")), 4);
 }
 
