@@ -11,6 +11,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 Q_DECLARE_METATYPE(DeidentifiedFile)
 
 ChangePreview::ChangePreview(QWidget *parent)
@@ -36,7 +38,7 @@ void ChangePreview::build()
     m_model = new ChangeModel(this);
     m_table = new PlainTableView(this);
     m_table->setObjectName(QStringLiteral("changes"));
-    m_table->setAccessibleName(tr("What changes in the image"));
+    m_table->setAccessibleName(tr("What changes in the image, and texts that stay"));
     m_table->setModel(m_model);
     m_table->setColumnCharacters(ChangeModel::PlaceColumn, 13);
     m_table->setColumnCharacters(ChangeModel::NameColumn, 24);
@@ -99,8 +101,14 @@ void ChangePreview::showResult(const DeidentifiedFile &result)
         m_state->setText(AnonymizeText::problem(result.problem) + QLatin1Char(' ') + result.detail);
         return;
     }
-    m_state->setText(tr("%n attribute(s) change.", nullptr, result.changes.size()) + QLatin1Char(' ')
-        + AnonymizeText::burnedIn(result.burnedIn));
+    const auto kept = int(std::count_if(result.changes.begin(), result.changes.end(),
+        [](const AttributeChange &change) { return change.isKept; }));
+    QStringList lines{tr("%n attribute(s) change.", nullptr, result.changes.size() - kept)};
+    if (kept > 0) {
+        lines.append(tr("%n text(s) stay as they are: read them.", nullptr, kept));
+    }
+    lines.append(AnonymizeText::burnedIn(result.burnedIn));
+    m_state->setText(lines.join(QLatin1Char(' ')).trimmed());
     m_table->setEmptyText(tr("Nothing changes."));
     m_model->setChanges(result.changes);
 }

@@ -64,6 +64,7 @@ void AnonymizeFormTest::add(const QString &file, const QString &id, const QStrin
         .patient(id, QStringLiteral("Doe^John"))
         .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
         .set(0x00080060, modality)
+        .set(0x00081030, QStringLiteral("Knee"))
         .write(m_index->folder() + QStringLiteral("/in/") + file);
 }
 
@@ -262,14 +263,19 @@ void AnonymizeFormTest::patientsAreFound()
 void AnonymizeFormTest::previewShowsWhatChanges()
 {
     choose("toFolder");
+    find("descriptors")->setChecked(true);
     find("preview")->click();
     const QAbstractItemModel *model = find<QTableView>("changes")->model();
     QTRY_VERIFY_WITH_TIMEOUT(model->rowCount() > 0, soon);
-    const QModelIndexList found =
-        model->match(model->index(0, 1), Qt::DisplayRole, QStringLiteral("PatientName"));
-    QCOMPARE(found.size(), 1);
-    QCOMPARE(found[0].siblingAtColumn(2).data().toString(), QStringLiteral("Doe^John"));
-    QVERIFY(found[0].siblingAtColumn(3).data().toString().startsWith(QLatin1String("Anonymous^")));
+    const auto cell = [model](const char *attribute, int column) {
+        const QModelIndexList found =
+            model->match(model->index(0, 1), Qt::DisplayRole, QLatin1String(attribute));
+        return found.size() == 1 ? found[0].siblingAtColumn(column).data().toString() : QString();
+    };
+    QCOMPARE(cell("PatientName", 2), QStringLiteral("Doe^John"));
+    QVERIFY(cell("PatientName", 3).startsWith(QLatin1String("Anonymous^")));
+    QCOMPARE(cell("StudyDescription", 2), QStringLiteral("Knee"));
+    QCOMPARE(cell("StudyDescription", 3), QStringLiteral("stays"));
     QVERIFY(QDir(m_target).isEmpty());
 }
 
