@@ -1,26 +1,13 @@
 #include "downloadrecorder.h"
 
 #include "downloadlist.h"
+#include "transfertables.h"
 
 #include <QMap>
-#include <QSqlQuery>
-#include <QVariant>
 
 namespace {
 
 using SeriesOfStudy = QPair<QString, QString>; ///< the UIDs of a study and of a series
-
-/// A series counts what the index has of it, and from then on what comes.
-bool enterSeries(const QSqlDatabase &db, const QString &seriesUid)
-{
-    QSqlQuery query(db);
-    query.prepare(QStringLiteral("INSERT INTO series (seriesUID, recvnum) "
-                                 "SELECT :uid, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
-                                 "WHERE SeriesInstanceUID = :uid HAVING count(*) > 0 "
-                                 "ON CONFLICT (seriesUID) DO NOTHING"));
-    query.bindValue(QStringLiteral(":uid"), seriesUid);
-    return query.exec();
-}
 
 } // namespace
 
@@ -64,26 +51,14 @@ void DownloadRecorder::committed(const QVector<SpooledObject> &objects)
 bool DownloadRecorder::record(const QSqlDatabase &db, const QVector<SpooledObject> &objects)
 {
     QMap<SeriesOfStudy, int> counts;
-    QSqlQuery enter(db);
-    QSqlQuery flag(db);
-    if (!enter.prepare(
-            QStringLiteral("INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) VALUES (?, ?)"))
-        || !flag.prepare(
-            QStringLiteral("UPDATE images SET Cloudflag = 1 WHERE SOPInstanceUID = ? AND Cloudflag = 0"))) {
-        return false;
-    }
     for (const SpooledObject &object : objects) {
         if (!object.isTaken) {
             continue;
         }
         int &count = counts[{object.studyUid, object.seriesUid}];
-        if (count++ == 0 && !enterSeries(db, object.seriesUid)) {
-            return false;
-        }
-        enter.bindValue(0, object.sopInstanceUid);
-        enter.bindValue(1, object.seriesUid);
-        flag.bindValue(0, object.sopInstanceUid);
-        if (!enter.exec() || !flag.exec()) {
+        if ((count++ == 0 && !TransferTables::enterSeries(db, object.seriesUid))
+            || !TransferTables::enterImage(db, object.sopInstanceUid, object.seriesUid)
+            || !TransferTables::flag(db, object.sopInstanceUid)) {
             return false;
         }
     }

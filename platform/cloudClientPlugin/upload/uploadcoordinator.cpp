@@ -7,7 +7,6 @@ namespace {
 constexpr int readWaitMs = 200;
 constexpr int lookMs = 200; ///< tallies are told as often
 constexpr int patienceMs = 60000; ///< of silence: an archive may think long about a large request
-constexpr int mostLooks = 256; ///< at files, before others have their turn
 
 } // namespace
 
@@ -214,76 +213,22 @@ void UploadCoordinator::sendOn()
 UploadBatch UploadCoordinator::nextBatch()
 {
     for (const Job &job : qAsConst(m_jobs)) {
-        if (isRunnable(*job)) {
-            UploadBatch batch = batchOf(*job);
-            confirm(job, &batch);
-            if (!batch.isEmpty()) {
-                job->setOnItsWay(batch.files.size());
-                job->isChanged = true;
-                return batch;
-            }
+        if (!isRunnable(*job)) {
+            continue;
         }
+        const UploadBatch batch = m_source.next(
+            *job, m_health, m_clock.elapsed(), [this, &job](const QueuedFile &file, UploadFault::Kind fault) {
+                job->setOnItsWay(1);
+                record(*job, file, {UploadJudge::Deed::Record, fault, 0, {}});
+            });
+        if (!batch.isEmpty()) {
+            job->setOnItsWay(batch.files.size());
+            job->isChanged = true;
+            return batch;
+        }
+        endIfOver(job); // where all the rest has gone
     }
     return {};
-}
-
-/// Records are deleted and files replaced while they wait here.
-void UploadCoordinator::confirm(const Job &job, UploadBatch *batch)
-{
-    QVector<QueuedFile> gone;
-    if (batch->isEmpty()) {
-        return;
-    }
-    if (!m_source.confirm(&batch->files, &gone)) {
-        for (const QueuedFile &file : qAsConst(batch->files)) {
-            job->giveBack(file);
-        }
-        batch->files.clear();
-    }
-    for (const QueuedFile &file : gone) {
-        job->drop(file);
-    }
-    if (!gone.isEmpty()) {
-        endIfOver(job);
-    }
-}
-
-UploadBatch UploadCoordinator::batchOf(UploadJob &job)
-{
-    const int most = m_health.mostObjects();
-    UploadBatch batch{job.id(), {}, m_health.acknowledgements(), m_health.session()};
-    qint64 bytes = 0;
-    QueuedFile next;
-    for (int looks = 0; looks < mostLooks && batch.files.size() < most && bytes < m_health.mostBytes();
-         ++looks) {
-        const bool mayBeSuspect = !m_health.isInTrouble() && batch.isEmpty();
-        if (!job.takeNext(m_source.store(), m_clock.elapsed(), mayBeSuspect, &next)) {
-            break;
-        }
-        if (next.isAlone && !batch.isEmpty()) {
-            job.giveBack(next);
-            break;
-        }
-        if (prepare(job, &next)) {
-            batch.files.append(next);
-            bytes += next.file.bytes;
-        }
-        if (next.isAlone && !batch.isEmpty()) {
-            break;
-        }
-    }
-    return batch;
-}
-
-/// @return whether the file can be sent; what keeps it from that is recorded
-bool UploadCoordinator::prepare(UploadJob &job, QueuedFile *file)
-{
-    const UploadFault::Kind fault = m_source.look(&file->file);
-    if (fault != UploadFault::Kind::None) {
-        job.setOnItsWay(1);
-        record(job, *file, {UploadJudge::Deed::Record, fault, 0, {}});
-    }
-    return fault == UploadFault::Kind::None;
 }
 
 // What comes back

@@ -54,9 +54,6 @@ private:
     bool maySend() const;
     bool isRunnable(const UploadJob &job) const;
     UploadBatch nextBatch();
-    UploadBatch batchOf(UploadJob &job);
-    void confirm(const Job &job, UploadBatch *batch);
-    bool prepare(UploadJob &job, QueuedFile *file);
 
     void onCame(const UploadBatch &batch, const StoreAnswer &answer);
     void settle(UploadJob &job, QueuedFile file, const UploadJudge::Judgement &judgement, bool wasAlone);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "uploadhealth.h"
+#include "uploadjob.h"
 #include "uploadjudge.h"
 #include "uploadlook.h"
 
@@ -7,20 +9,21 @@
 class UploadSource
 {
 public:
+    using Failed = std::function<void(const QueuedFile &, UploadFault::Kind)>;
+
     UploadSource(QString databasePath, int waitMs);
 
-    UploadStore &store() { return m_store; }
-    /// What keeps a file from being sent; None where nothing does.
-    UploadFault::Kind look(UploadFile *file);
-    /// Asks the index once more, just before files are sent, and takes over what it says of them now.
-    /// @param gone are those that do not wait any more
-    /// @return false where it could not be asked: then nothing is to be sent
-    bool confirm(QVector<QueuedFile> *files, QVector<QueuedFile> *gone);
+    /// Takes what goes into the next request out of an upload; empty where nothing can be sent now.
+    /// @param failed hears of files that cannot be sent at all
+    UploadBatch next(UploadJob &job, const UploadHealth &health, qint64 nowMs, const Failed &failed);
     /// After an answer that may be about another path or another object: a file that has changed since it was
     /// entered has another try; one that is gone has none.
     void lookAgain(UploadFile *file, UploadJudge::Judgement *judgement);
 
 private:
+    UploadFault::Kind look(UploadFile *file);
+    void confirm(UploadJob &job, UploadBatch *batch);
+
     UploadStore m_store;
     UploadLook m_look;
 };
