@@ -1,77 +1,10 @@
 #include "cloudstudymodel.h"
 
-#include "personname.h"
+#include "holdingmark.h"
 #include "plaintooltip.h"
 #include "webfailuretext.h"
 
-#include <QApplication>
-#include <QIcon>
-#include <QPainter>
-#include <QPalette>
-#include <QPixmap>
-
 #include <algorithm>
-
-namespace {
-
-/// What an index has of a study or series, as a disc.
-enum class Share { None, Some, All };
-
-Share shareOf(int held, int images)
-{
-    return held <= 0 ? Share::None : images >= 0 && held < images ? Share::Some : Share::All;
-}
-
-QString readableDate(const QString &date)
-{
-    const QDate day = QDate::fromString(date, QStringLiteral("yyyyMMdd"));
-    return day.isValid() ? day.toString(Qt::ISODate) : date;
-}
-
-QPixmap disc(Share share, const QColor &colour)
-{
-    constexpr int side = 12;
-    constexpr int halfTurn = 180 * 16;
-    constexpr int quarterTurn = 90 * 16;
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour, 1.5));
-    const QRectF circle(1, 1, side - 2, side - 2);
-    painter.setBrush(share == Share::All ? QBrush(colour) : Qt::NoBrush);
-    painter.drawEllipse(circle);
-    if (share == Share::Some) {
-        painter.setBrush(colour);
-        painter.drawPie(circle, quarterTurn, halfTurn);
-    }
-    return pixmap;
-}
-
-} // namespace
-
-Qt::CheckState CloudStudyModel::Study::check() const
-{
-    if (isChecked) {
-        return Qt::Checked;
-    }
-    const bool isAny =
-        std::any_of(series.begin(), series.end(), [](const Series &one) { return one.isChecked; });
-    return isAny ? Qt::PartiallyChecked : Qt::Unchecked;
-}
-
-CloudStudyModel::Study CloudStudyModel::studyOf(const DicomJson &answer)
-{
-    Study study;
-    study.uid = answer.text(DicomTag::studyUid);
-    study.name = personNameForDisplay(answer.text(DicomTag::patientName));
-    study.id = answer.text(DicomTag::patientId);
-    study.date = readableDate(answer.text(DicomTag::studyDate));
-    study.modalities = answer.texts(DicomTag::modalitiesInStudy).join(QLatin1Char('/'));
-    study.description = answer.text(DicomTag::studyDescription);
-    study.images = static_cast<int>(answer.number(DicomTag::imagesInStudy));
-    return study;
-}
 
 void CloudStudyModel::clear()
 {
@@ -83,10 +16,10 @@ void CloudStudyModel::clear()
 
 void CloudStudyModel::add(const QVector<DicomJson> &studies)
 {
-    QVector<Study> fresh;
+    QVector<CloudStudy> fresh;
     for (const DicomJson &answer : studies) {
-        const Study study = studyOf(answer);
-        const auto isSame = [&study](const Study &other) { return other.uid == study.uid; };
+        const CloudStudy study = CloudStudy::of(answer);
+        const auto isSame = [&study](const CloudStudy &other) { return other.uid == study.uid; };
         if (!study.uid.isEmpty() && rowOf(study.uid) < 0
             && std::none_of(fresh.begin(), fresh.end(), isSame)) {
             fresh.append(study);
@@ -102,7 +35,7 @@ void CloudStudyModel::add(const QVector<DicomJson> &studies)
 int CloudStudyModel::rowOf(const QString &studyUid) const
 {
     const auto found = std::find_if(
-        m_studies.begin(), m_studies.end(), [&](const Study &study) { return study.uid == studyUid; });
+        m_studies.begin(), m_studies.end(), [&](const CloudStudy &study) { return study.uid == studyUid; });
     return found == m_studies.end() ? -1 : static_cast<int>(found - m_studies.begin());
 }
 
@@ -110,12 +43,12 @@ void CloudStudyModel::setSeries(
     const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure)
 {
     const int row = rowOf(studyUid);
-    if (row < 0 || m_studies[row].listing == Listing::Listed) {
+    if (row < 0 || m_studies[row].listing == CloudStudy::Listing::Listed) {
         return;
     }
-    Study &study = m_studies[row];
+    CloudStudy &study = m_studies[row];
     study.failure = failure;
-    study.listing = failure.isNone() ? Listing::Listed : Listing::Failed;
+    study.listing = failure.isNone() ? CloudStudy::Listing::Listed : CloudStudy::Listing::Failed;
     if (failure.isNone() && !series.isEmpty()) {
         beginInsertRows(index(row, 0), 0, series.size() - 1);
         for (const DicomJson &answer : series) {
@@ -134,10 +67,10 @@ void CloudStudyModel::setSeries(
 void CloudStudyModel::setHoldings(const QHash<QString, int> &studies, const QHash<QString, int> &series)
 {
     for (int row = 0; row < m_studies.size(); ++row) {
-        Study &study = m_studies[row];
+        CloudStudy &study = m_studies[row];
         study.held = studies.value(study.uid);
         bool isChanged = false;
-        for (Series &one : study.series) {
+        for (CloudSeries &one : study.series) {
             isChanged = std::exchange(one.held, series.value(one.uid)) != one.held || isChanged;
         }
         if (isChanged) {
@@ -153,7 +86,7 @@ void CloudStudyModel::setHoldings(const QHash<QString, int> &studies, const QHas
 QStringList CloudStudyModel::studyUids() const
 {
     QStringList uids;
-    for (const Study &study : m_studies) {
+    for (const CloudStudy &study : m_studies) {
         uids.append(study.uid);
     }
     return uids;
@@ -162,35 +95,22 @@ QStringList CloudStudyModel::studyUids() const
 QStringList CloudStudyModel::seriesUids() const
 {
     QStringList uids;
-    for (const Study &study : m_studies) {
-        for (const Series &series : study.series) {
+    for (const CloudStudy &study : m_studies) {
+        for (const CloudSeries &series : study.series) {
             uids.append(series.uid);
         }
     }
     return uids;
 }
 
-DownloadStudy CloudStudyModel::wanted(const Study &study)
-{
-    QStringList label{study.name.isEmpty() ? study.id : study.name, study.description, study.date};
-    label.removeAll(QString());
-    DownloadStudy wanted{study.uid, label.join(QStringLiteral(" · ")), {}};
-    for (const Series &series : study.series) {
-        if (series.isChecked) {
-            wanted.series.append({series.uid, series.images});
-        }
-    }
-    return wanted;
-}
-
 QVector<DownloadStudy> CloudStudyModel::checked(QStringList *unlisted) const
 {
     QVector<DownloadStudy> studies;
-    for (const Study &study : m_studies) {
-        if (study.isChecked && study.listing != Listing::Listed) {
+    for (const CloudStudy &study : m_studies) {
+        if (study.isChecked && study.listing != CloudStudy::Listing::Listed) {
             unlisted->append(study.uid);
         } else if (study.check() != Qt::Unchecked) {
-            studies.append(wanted(study));
+            studies.append(study.wanted());
         }
     }
     return studies;
@@ -199,13 +119,13 @@ QVector<DownloadStudy> CloudStudyModel::checked(QStringList *unlisted) const
 DownloadStudy CloudStudyModel::checkedOf(const QString &studyUid) const
 {
     const int row = rowOf(studyUid);
-    return row < 0 ? DownloadStudy() : wanted(m_studies[row]);
+    return row < 0 ? DownloadStudy() : m_studies[row].wanted();
 }
 
 int CloudStudyModel::checkedStudies() const
 {
     return static_cast<int>(std::count_if(m_studies.begin(), m_studies.end(),
-        [](const Study &study) { return study.check() != Qt::Unchecked; }));
+        [](const CloudStudy &study) { return study.check() != Qt::Unchecked; }));
 }
 
 void CloudStudyModel::uncheck(const QString &studyUid)
@@ -247,50 +167,32 @@ bool CloudStudyModel::hasChildren(const QModelIndex &parent) const
     if (!parent.isValid() || isSeries(parent)) {
         return !parent.isValid() && !m_studies.isEmpty();
     }
-    const Study &study = m_studies[parent.row()];
-    return study.listing != Listing::Listed || !study.series.isEmpty();
+    const CloudStudy &study = m_studies[parent.row()];
+    return study.listing != CloudStudy::Listing::Listed || !study.series.isEmpty();
 }
 
 bool CloudStudyModel::canFetchMore(const QModelIndex &parent) const
 {
     return parent.isValid() && !isSeries(parent)
-        && (m_studies[parent.row()].listing == Listing::Unasked
-            || m_studies[parent.row()].listing == Listing::Failed);
+        && (m_studies[parent.row()].listing == CloudStudy::Listing::Unasked
+            || m_studies[parent.row()].listing == CloudStudy::Listing::Failed);
 }
 
 void CloudStudyModel::fetchMore(const QModelIndex &parent)
 {
     if (canFetchMore(parent)) {
-        Study &study = m_studies[parent.row()];
-        study.listing = Listing::Asked;
+        CloudStudy &study = m_studies[parent.row()];
+        study.listing = CloudStudy::Listing::Asked;
         emit listingWanted(study.uid);
     }
 }
 
-const CloudStudyModel::Study &CloudStudyModel::studyAt(const QModelIndex &index) const
+const CloudStudy &CloudStudyModel::studyAt(const QModelIndex &index) const
 {
     return m_studies[isSeries(index) ? int(index.internalId()) - 1 : index.row()];
 }
 
-QString CloudStudyModel::holdingText(int held, int images)
-{
-    switch (shareOf(held, images)) {
-    case Share::None:
-        return tr("no");
-    case Share::Some:
-        return tr("%1 of %2").arg(held).arg(images);
-    case Share::All:
-        break;
-    }
-    return images < 0 ? tr("%n image(s)", nullptr, held) : tr("all");
-}
-
-QVariant CloudStudyModel::holdingIcon(int held, int images)
-{
-    return disc(shareOf(held, images), QApplication::palette().color(QPalette::Link));
-}
-
-QString CloudStudyModel::textOf(const Study &study, int column) const
+QString CloudStudyModel::textOf(const CloudStudy &study, int column) const
 {
     switch (column) {
     case NameColumn:
@@ -306,11 +208,11 @@ QString CloudStudyModel::textOf(const Study &study, int column) const
     case ImagesColumn:
         return study.images < 0 ? QString() : QString::number(study.images);
     default:
-        return holdingText(study.held, study.images);
+        return HoldingMark::text(study.held, study.images);
     }
 }
 
-QString CloudStudyModel::textOf(const Series &series, int column) const
+QString CloudStudyModel::textOf(const CloudSeries &series, int column) const
 {
     switch (column) {
     case NameColumn:
@@ -320,7 +222,7 @@ QString CloudStudyModel::textOf(const Series &series, int column) const
     case ImagesColumn:
         return series.images < 0 ? QString() : QString::number(series.images);
     case IndexColumn:
-        return holdingText(series.held, series.images);
+        return HoldingMark::text(series.held, series.images);
     default:
         return {};
     }
@@ -331,8 +233,8 @@ QVariant CloudStudyModel::data(const QModelIndex &index, int role) const
     if (!index.isValid()) {
         return {};
     }
-    const Study &study = studyAt(index);
-    const Series *series = isSeries(index) ? &study.series[index.row()] : nullptr;
+    const CloudStudy &study = studyAt(index);
+    const CloudSeries *series = isSeries(index) ? &study.series[index.row()] : nullptr;
     const auto text = [&] {
         return series ? textOf(*series, index.column()) : textOf(study, index.column());
     };
@@ -343,8 +245,8 @@ QVariant CloudStudyModel::data(const QModelIndex &index, int role) const
         return plainToolTip(text());
     case Qt::DecorationRole:
         return index.column() != IndexColumn ? QVariant()
-            : series                         ? holdingIcon(series->held, series->images)
-                                             : holdingIcon(study.held, study.images);
+            : series                         ? HoldingMark::disc(series->held, series->images)
+                                             : HoldingMark::disc(study.held, study.images);
     case Qt::CheckStateRole:
         return index.column() != NameColumn ? QVariant()
             : series                        ? (series->isChecked ? Qt::Checked : Qt::Unchecked)
@@ -363,14 +265,14 @@ bool CloudStudyModel::setData(const QModelIndex &index, const QVariant &value, i
     }
     const bool isChecked = value.toInt() == Qt::Checked;
     const QModelIndex top = isSeries(index) ? index.parent() : index;
-    Study &study = m_studies[top.row()];
+    CloudStudy &study = m_studies[top.row()];
     if (isSeries(index)) {
         study.series[index.row()].isChecked = isChecked;
         study.isChecked = std::all_of(
-            study.series.begin(), study.series.end(), [](const Series &one) { return one.isChecked; });
+            study.series.begin(), study.series.end(), [](const CloudSeries &one) { return one.isChecked; });
     } else {
         study.isChecked = isChecked;
-        for (Series &series : study.series) {
+        for (CloudSeries &series : study.series) {
             series.isChecked = isChecked;
         }
     }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "dicomjson.h"
-#include "downloadtally.h"
-#include "webfailure.h"
+#include "cloudstudy.h"
 
 #include <QAbstractItemModel>
 #include <QHash>
@@ -64,43 +62,11 @@ signals:
     void checksChanged();
 
 private:
-    struct Series
-    {
-        QString uid;
-        QString modality;
-        QString title;
-        int images = -1;
-        int held = 0;
-        bool isChecked = false;
-    };
-    enum class Listing : quint8 { Unasked, Asked, Listed, Failed };
-    struct Study
-    {
-        QString uid;
-        QString name;
-        QString id;
-        QString date;
-        QString modalities;
-        QString description;
-        int images = -1;
-        int held = 0;
-        bool isChecked = false; ///< all of it
-        Listing listing = Listing::Unasked;
-        WebFailure failure;
-        QVector<Series> series;
-
-        Qt::CheckState check() const;
-    };
-
-    static Study studyOf(const DicomJson &answer);
-    static DownloadStudy wanted(const Study &study);
     static bool isSeries(const QModelIndex &index) { return index.internalId() != 0; }
-    static QVariant holdingIcon(int held, int images);
-    static QString holdingText(int held, int images);
-    const Study &studyAt(const QModelIndex &index) const;
-    QString textOf(const Study &study, int column) const;
-    QString textOf(const Series &series, int column) const;
+    const CloudStudy &studyAt(const QModelIndex &index) const;
+    QString textOf(const CloudStudy &study, int column) const;
+    QString textOf(const CloudSeries &series, int column) const;
     int rowOf(const QString &studyUid) const;
 
-    QVector<Study> m_studies;
+    QVector<CloudStudy> m_studies;
 };

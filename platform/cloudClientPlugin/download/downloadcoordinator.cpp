@@ -1,8 +1,5 @@
 #include "downloadcoordinator.h"
 
-#include "seriesfetch.h"
-#include "webclient.h"
-
 #include <QDir>
 #include <QFile>
 
@@ -39,24 +36,24 @@ DownloadCoordinator::DownloadCoordinator(QString databasePath, DuplicatePolicy p
             this, [this, objects] { onCommitted(objects); }, Qt::QueuedConnection);
     })
     , m_spool(m_databasePath, false, SpoolKind::Downloaded)
+    , m_lines(m_spool, this)
 {
     m_clock.start();
     m_timer.setInterval(lookMs);
     m_soon.setSingleShot(true);
     connect(&m_timer, &QTimer::timeout, this, &DownloadCoordinator::look);
     connect(&m_soon, &QTimer::timeout, this, &DownloadCoordinator::work);
+    connect(&m_lines, &SeriesLines::received, this, &DownloadCoordinator::onReceived);
+    connect(&m_lines, &SeriesLines::ended, this, &DownloadCoordinator::onFetched);
+    connect(&m_lines, &SeriesLines::progressed, this, [this](const AskedSeries &asked, qint64 bytes) {
+        if (DownloadJob *job = jobOf(asked.studyUid)) {
+            job->bytes += bytes;
+            job->rate.add(m_clock.elapsed(), bytes, 0);
+        }
+    });
 }
 
-DownloadCoordinator::~DownloadCoordinator()
-{
-    for (Slot &slot : m_slots) {
-        if (slot.fetch) {
-            slot.fetch->disconnect(this);
-            delete slot.fetch;
-        }
-    }
-    m_indexer.reset();
-}
+DownloadCoordinator::~DownloadCoordinator() = default;
 
 void DownloadCoordinator::start()
 {
@@ -150,11 +147,9 @@ void DownloadCoordinator::pump()
     const qint64 now = m_clock.elapsed();
     for (DownloadJob &job : m_jobs) {
         for (SeriesJob &series : job.series) {
-            const auto slot = std::find_if(
-                m_slots.begin(), m_slots.end(), [](const Slot &one) { return one.fetch == nullptr; });
             const bool isDue = !job.isStopped && isAtService(job) && series.state == SeriesJob::State::Waiting
                 && series.pending == 0 && series.dueMs <= now;
-            if (slot == m_slots.end() || (isDue && !begin(*slot, job, series))) {
+            if (!m_lines.isFree() || (isDue && !begin(job, series))) {
                 return;
             }
         }
@@ -162,7 +157,7 @@ void DownloadCoordinator::pump()
 }
 
 /// @return false where nothing can be begun at the moment
-bool DownloadCoordinator::begin(Slot &slot, DownloadJob &job, SeriesJob &series)
+bool DownloadCoordinator::begin(const DownloadJob &job, SeriesJob &series)
 {
     QSet<QString> present;
     if (!m_list.present(series.uid, &present)) {
@@ -172,57 +167,35 @@ bool DownloadCoordinator::begin(Slot &slot, DownloadJob &job, SeriesJob &series)
         fail(job, series, {WebProblem::DiskFull, {}, 0});
         return false;
     }
-    if (!slot.client) {
-        slot.client = std::make_unique<WebClient>(m_session.service);
-    }
-    slot.owner = {job.studyUid, series.uid};
-    slot.fetch = new SeriesFetch(*slot.client, job.studyUid, series.uid, m_spool.folder(), this);
-    slot.fetch->setRoom([this] { return m_spool.hasRoom(0); });
-    connect(slot.fetch, &SeriesFetch::received, this,
-        [this, &slot](const QString &path) { onReceived(slot, path); });
-    connect(slot.fetch, &SeriesFetch::progressed, this, [this, &slot](qint64 bytes) {
-        if (DownloadJob *of = jobOf(slot.owner.studyUid)) {
-            of->bytes += bytes;
-            of->rate.add(m_clock.elapsed(), bytes, 0);
-        }
-    });
-    connect(slot.fetch, &SeriesFetch::finished, this,
-        [this, &slot](const WebFailure &failure) { onFetched(slot, failure); });
     series.state = SeriesJob::State::Fetching;
     series.indexed = present.size();
     series.refused = 0;
     series.listed.clear();
-    if (present.isEmpty() && !series.isRecounted) {
-        slot.fetch->fetchAll();
-    } else {
-        slot.fetch->fetchMissing(present);
-    }
+    m_lines.fetch({job.studyUid, series.uid}, present, series.isRecounted || !present.isEmpty());
     return true;
 }
 
-void DownloadCoordinator::onReceived(const Slot &slot, const QString &path)
+void DownloadCoordinator::onReceived(const AskedSeries &asked, const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);
-    m_owners.insert(name, slot.owner);
-    m_recorder.expect(name, slot.owner);
+    m_owners.insert(name, asked);
+    m_recorder.expect(name, asked);
     m_indexer->add(name);
-    if (SeriesJob *series = seriesOf(slot.owner)) {
+    if (SeriesJob *series = seriesOf(asked)) {
         ++series->pending;
         series->attempts = 0;
-        jobOf(slot.owner.studyUid)->rate.add(m_clock.elapsed(), 0, 1);
+        jobOf(asked.studyUid)->rate.add(m_clock.elapsed(), 0, 1);
     }
     if (!m_spool.hasRoom(0)) {
-        abort({});
+        m_lines.abort({});
     }
 }
 
-void DownloadCoordinator::onFetched(Slot &slot, const WebFailure &failure)
+void DownloadCoordinator::onFetched(
+    const AskedSeries &asked, const QSet<QString> &listed, const WebFailure &failure)
 {
-    const QSet<QString> listed = slot.fetch->listed();
-    slot.fetch->deleteLater();
-    slot.fetch = nullptr;
-    const DownloadJob *job = jobOf(slot.owner.studyUid);
-    SeriesJob *series = seriesOf(slot.owner);
+    const DownloadJob *job = jobOf(asked.studyUid);
+    SeriesJob *series = seriesOf(asked);
     if (!series) {
         return; // removed meanwhile
     }
@@ -334,28 +307,13 @@ void DownloadCoordinator::forgetLost()
 void DownloadCoordinator::setSession(const CloudSession &session)
 {
     m_session = session;
-    abort({});
-    for (Slot &slot : m_slots) {
-        if (!slot.fetch && slot.client) {
-            slot.client.release()->deleteLater(); // one of its replies may be calling
-        }
-    }
+    m_lines.setService(session.service);
     for (DownloadJob &job : m_jobs) {
         for (SeriesJob &series : job.series) {
             series.dueMs = 0;
         }
     }
     wake();
-}
-
-/// @param studyUid empty for all
-void DownloadCoordinator::abort(const QString &studyUid)
-{
-    for (Slot &slot : m_slots) {
-        if (slot.fetch && (studyUid.isEmpty() || slot.owner.studyUid == studyUid)) {
-            slot.fetch->abort();
-        }
-    }
 }
 
 void DownloadCoordinator::add(const DownloadStudy &study)
@@ -388,7 +346,7 @@ void DownloadCoordinator::stop(const QString &studyUid)
 {
     if (DownloadJob *job = jobOf(studyUid)) {
         job->isStopped = true;
-        abort(studyUid);
+        m_lines.abort(studyUid);
         m_list.setStopped(*job);
         wake();
     }
@@ -409,7 +367,7 @@ void DownloadCoordinator::remove(const QString &studyUid)
         m_jobs.begin(), m_jobs.end(), [&](const DownloadJob &one) { return one.studyUid == studyUid; });
     if (job != m_jobs.end()) {
         job->isStopped = true;
-        abort(studyUid);
+        m_lines.abort(studyUid);
         m_jobs.erase(job);
         m_list.remove(studyUid);
         wake();

@@ -7,6 +7,7 @@
 #include "objectspool.h"
 #include "queueownership.h"
 #include "receivejournal.h"
+#include "serieslines.h"
 #include "spoolindexer.h"
 
 #include <QElapsedTimer>
@@ -14,11 +15,7 @@
 #include <QObject>
 #include <QTimer>
 
-#include <array>
 #include <memory>
-
-class SeriesFetch;
-class WebClient;
 
 /**
  * Works off the downloads of an index: some series at once, into a spool beside the index and from there into
@@ -53,30 +50,20 @@ signals:
     void sessionRefused();
 
 private:
-    static constexpr int mostSeries = 4; ///< that are fetched at once, each over its own connections
-
-    struct Slot
-    {
-        std::unique_ptr<WebClient> client;
-        SeriesFetch *fetch = nullptr;
-        AskedSeries owner;
-    };
-
     void look();
     void work();
     bool prepare();
     bool isAtService(const DownloadJob &job) const;
     bool mayFetch();
     void pump();
-    bool begin(Slot &slot, DownloadJob &job, SeriesJob &series);
-    void onReceived(const Slot &slot, const QString &path);
-    void onFetched(Slot &slot, const WebFailure &failure);
+    bool begin(const DownloadJob &job, SeriesJob &series);
+    void onReceived(const AskedSeries &asked, const QString &path);
+    void onFetched(const AskedSeries &asked, const QSet<QString> &listed, const WebFailure &failure);
     void fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure);
     void onCommitted(const QVector<SpooledObject> &objects);
     void settle(const DownloadJob &job, SeriesJob &series);
     void settleAll();
     void forgetLost();
-    void abort(const QString &studyUid);
     DownloadJob *jobOf(const QString &studyUid);
     SeriesJob *seriesOf(const AskedSeries &owner);
     bool isBusy() const;
@@ -93,10 +80,10 @@ private:
     ReceiveJournal m_journal;
     DownloadRecorder m_recorder;
     ObjectSpool m_spool;
+    SeriesLines m_lines;
     std::unique_ptr<SpoolIndexer> m_indexer; ///< ends before what it uses
     QVector<DownloadJob> m_jobs; ///< in the order of their coming
     QHash<QByteArray, AskedSeries> m_owners; ///< of objects in the spool, by path
-    std::array<Slot, mostSeries> m_slots;
     CloudSession m_session;
     bool m_isLoaded = false;
     bool m_isSaved = false;

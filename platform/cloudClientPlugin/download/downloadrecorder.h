@@ -1,18 +1,12 @@
 #pragma once
 
+#include "askedseries.h"
 #include "spoolfollower.h"
 
 #include <QHash>
 
 #include <functional>
 #include <mutex>
-
-/// A series that objects are fetched of.
-struct AskedSeries
-{
-    QString studyUid;
-    QString seriesUid;
-};
 
 /**
  * Notes, with the records of downloaded objects and in one transaction with them, that the cloud has these

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+/// A series that objects are fetched of.
+struct AskedSeries
+{
+    QString studyUid;
+    QString seriesUid;
+};
