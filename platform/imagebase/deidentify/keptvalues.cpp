@@ -129,12 +129,16 @@ bool KeptValues::isTellingBytes(DcmElement &element) const
     if (!isOfMaker && (vr != EVR_OB || isLong)) {
         return false;
     }
-    Uint8 *bytes = nullptr;
-    if (isLong || element.getUint8Array(bytes).bad() || !bytes) {
-        return isLong;
+    if (isLong) {
+        return true;
     }
-    const QByteArray value =
-        QByteArray::fromRawData(reinterpret_cast<const char *>(bytes), int(element.getLengthField()));
+    Uint8 *bytes = nullptr;
+    Uint16 *words = nullptr;
+    if (vr == EVR_OW ? element.getUint16Array(words).bad() : element.getUint8Array(bytes).bad()) {
+        return false; // numbers
+    }
+    const char *first = words ? reinterpret_cast<const char *>(words) : reinterpret_cast<const char *>(bytes);
+    const QByteArray value = QByteArray::fromRawData(first, first ? int(element.getLengthField()) : 0);
     return m_values.isPersonWithin(value) || m_values.isUidWithin(value);
 }
 

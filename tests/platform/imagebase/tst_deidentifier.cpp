@@ -366,8 +366,10 @@ void DeidentifierTest::whatIsRepeatedElsewhereGoes_data()
             set.putAndInsertUint8Array(
                 DcmTag(0x0009, 0x1003, EVR_OB), reinterpret_cast<const Uint8 *>("\1\2 1.2.3.1.1.1 \3"), 16);
             put(set, 0x0009, 0x1004, EVR_LO, "mode 7");
+            const QVector<Uint16> words{0x4f44, 0x5e45, 0x6f4a, 0x6e68}; // DOE^John
+            set.putAndInsertUint16Array(DcmTag(0x0009, 0x1005, EVR_OW), words.constData(), 4);
         },
-        {"1.2.77.88.99", "Zoe", "1.2.3.1.1.1"}, {"ACME 1.1", "mode 7"});
+        {"1.2.77.88.99", "Zoe", "1.2.3.1.1.1", "DOE^"}, {"ACME 1.1", "mode 7"});
 }
 
 void DeidentifierTest::whatIsRepeatedElsewhereGoes()
