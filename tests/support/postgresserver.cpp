@@ -1,5 +1,7 @@
 #include "postgresserver.h"
 
+#include "testfiles.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -44,14 +46,15 @@ PostgresServer::PostgresServer()
             QStringLiteral("--locale=C.UTF-8"), QStringLiteral("--no-sync")});
     m_process = std::make_unique<ClusterProcess>();
     m_process->setProcessChannelMode(QProcess::MergedChannels);
-    m_process->setStandardOutputFile(m_folder.filePath(QStringLiteral("log")));
+    const QString log = m_folder.filePath(QStringLiteral("log"));
+    m_process->setStandardOutputFile(log);
     m_process->start(program(QStringLiteral("postgres")),
         {QStringLiteral("-D"), data, QStringLiteral("-k"), m_folder.path(), QStringLiteral("-p"),
             QString::number(port), QStringLiteral("-c"), QStringLiteral("listen_addresses=")});
-    const QString socket = m_folder.filePath(QStringLiteral(".s.PGSQL.%1").arg(port));
     QElapsedTimer clock;
     clock.start();
-    while (!QFile::exists(socket) && !clock.hasExpired(patienceMs)) {
+    // Its socket is there before it answers.
+    while (!bytesOf(log).contains("ready to accept connections") && !clock.hasExpired(patienceMs)) {
         m_process->waitForFinished(lookAgainMs);
     }
     run(QStringLiteral("createdb"),
