@@ -1,5 +1,6 @@
 #include "session.h"
 
+#include "anonymizeform.h"
 #include "appearancesettings.h"
 #include "chosenrecords.h"
 #include "cloudcontroller.h"
@@ -136,7 +137,8 @@ bool WorkstationSession::isBusy() const
     const bool isTransferring = !m_wantedIndex.isEmpty()
         && (m_services.retrievals()->isRunning() || CloudController::isTransferring());
     return isTransferring || RunningCorrection::isAny() || m_window->imports()->isRunning()
-        || m_window->exports()->isRunning() || DataBaseSetForm::isAnyWorkRunning();
+        || m_window->exports()->isRunning() || AnonymizeForm::isAnyRunning()
+        || DataBaseSetForm::isAnyWorkRunning();
 }
 
 void WorkstationSession::tryChange()

@@ -1,6 +1,7 @@
 #include "workstationwindow.h"
 
 #include "actionmenus.h"
+#include "anonymizeform.h"
 #include "cloudcontroller.h"
 #include "createconnection.h"
 #include "databasesetform.h"
@@ -111,6 +112,10 @@ void WorkstationWindow::guardWork()
         tr("Patient data are being corrected. Stop that and quit? What has begun to be stored in the cloud "
            "comes to its end first; else nothing is changed."),
         &RunningCorrection::stopAll});
+    m_parts.closing->add({&AnonymizeForm::isAnyRunning,
+        tr("Anonymous copies are being made. Stop that and quit? Nothing of them is kept, except what the "
+           "index has taken already."),
+        &AnonymizeForm::stopAll});
     // What is left of it is done at the next start.
     m_parts.closing->add(
         {[this] { return m_parts.deletions->isRunning(); }, {}, [this] { m_parts.deletions->stop(); }});
