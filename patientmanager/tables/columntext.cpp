@@ -1,8 +1,8 @@
 #include "columntext.h"
 
+#include "dicomdate.h"
 #include "personname.h"
 
-#include <QDate>
 #include <QDateTime>
 #include <QLocale>
 #include <QStringList>
@@ -11,12 +11,6 @@
 namespace {
 
 constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
-
-QString dateText(const QString &stored)
-{
-    const QDate date = QDate::fromString(stored, QStringLiteral("yyyyMMdd"));
-    return date.isValid() ? date.toString(Qt::ISODate) : stored;
-}
 
 QString timeText(const QString &stored)
 {
@@ -42,7 +36,7 @@ QString columnText(ColumnKind kind, const QVariant &value)
     case ColumnKind::PersonName:
         return personNameForDisplay(value.toString());
     case ColumnKind::Date:
-        return dateText(value.toString());
+        return dateForDisplay(value.toString());
     case ColumnKind::Time:
         return timeText(value.toString());
     case ColumnKind::FileTime:

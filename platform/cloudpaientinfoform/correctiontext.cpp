@@ -1,15 +1,12 @@
 #include "correctiontext.h"
 
+#include "dicomdate.h"
 #include "personname.h"
 #include "webfailuretext.h"
 
-#include <QDate>
-#include <QLocale>
 #include <QStringList>
 
 namespace {
-
-constexpr char dicomDate[] = "yyyyMMdd";
 
 QString joined(const QStringList &sentences)
 {
@@ -46,8 +43,7 @@ QString CorrectionText::value(PatientField field, const QString &value)
         return personNameForDisplay(value);
     }
     if (field == PatientField::BirthDate) {
-        const QDate date = QDate::fromString(value, QLatin1String(dicomDate));
-        return date.isValid() ? QLocale().toString(date, QLocale::ShortFormat) : value;
+        return dateForDisplay(value);
     }
     if (field == PatientField::Sex) {
         return value == QLatin1String("M") ? tr("male")

@@ -1,6 +1,7 @@
 #include "patientfields.h"
 
 #include "correctiontext.h"
+#include "dicomdate.h"
 
 #include <QComboBox>
 #include <QDate>
@@ -20,12 +21,6 @@ constexpr int mostOfComments = 10240;
 constexpr int commentLines = 3;
 constexpr int narrowest = 150;
 constexpr int roomOfFrame = 16;
-
-QString shownBirthDate(const QString &value)
-{
-    const QDate date = QDate::fromString(value, QLatin1String(dicomDate));
-    return date.isValid() ? date.toString(QLatin1String(shownDate)) : value;
-}
 
 QLabel *valueLabel(QWidget *parent)
 {
@@ -147,7 +142,7 @@ void PatientFields::setWanted(const PatientValues &values)
 {
     m_name->setText(values[PatientField::Name]);
     m_id->setText(values[PatientField::Id]);
-    m_birthDate->setText(shownBirthDate(values[PatientField::BirthDate]));
+    m_birthDate->setText(dateForDisplay(values[PatientField::BirthDate]));
     const QString sex = values[PatientField::Sex].trimmed();
     if (m_sex->findData(sex) < 0) {
         m_sex->addItem(sex, sex); // what others wrote is not lost by being shown

@@ -1,8 +1,8 @@
 #include "studymodel.h"
 
+#include "dicomdate.h"
 #include "personname.h"
 
-#include <QDate>
 #include <QLocale>
 
 void StudyModel::clear()
@@ -38,11 +38,8 @@ QString StudyModel::textOf(const DicomJson &study, int column) const
         return personNameForDisplay(study.text(DicomTag::patientName));
     case Id:
         return study.text(DicomTag::patientId);
-    case Date: {
-        const QString value = study.text(DicomTag::studyDate);
-        const QDate date = QDate::fromString(value, QStringLiteral("yyyyMMdd"));
-        return date.isValid() ? QLocale().toString(date, QLocale::ShortFormat) : value;
-    }
+    case Date:
+        return dateForDisplay(study.text(DicomTag::studyDate));
     case Modalities:
         return study.texts(DicomTag::modalitiesInStudy).join(QStringLiteral(", "));
     case Description:

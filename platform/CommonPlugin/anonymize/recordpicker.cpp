@@ -1,6 +1,7 @@
 #include "recordpicker.h"
 
 #include "createconnection.h"
+#include "dicomdate.h"
 #include "indexconnection.h"
 #include "indexjob.h"
 
@@ -27,12 +28,6 @@ QString shownName(const QString &name)
         .replace(QLatin1Char('^'), QLatin1Char(' '))
         .section(QLatin1Char('='), 0, 0)
         .trimmed();
-}
-
-QString shownDate(const QString &date)
-{
-    const QDate day = QDate::fromString(date, QStringLiteral("yyyyMMdd"));
-    return day.isValid() ? day.toString(Qt::ISODate) : date;
 }
 
 void addImages(QTreeWidgetItem *item, const QString &count)
@@ -208,7 +203,7 @@ void RecordPicker::addStudy(QTreeWidgetItem *patient, const ListedStudy &study)
     const QString modalities = QString(study.modalities).replace(QLatin1Char('\\'), QLatin1String(", "));
     const QString text = study.description.trimmed();
     item->setText(NameColumn, text.isEmpty() ? modalities : QStringLiteral("%1 (%2)").arg(text, modalities));
-    item->setText(NumberColumn, shownDate(study.date));
+    item->setText(NumberColumn, dateForDisplay(study.date));
     addImages(item, study.images);
     item->setCheckState(NameColumn, m_ticked.contains(study.key) ? Qt::Checked : Qt::Unchecked);
     item->setData(NameColumn, keyRole, study.key);

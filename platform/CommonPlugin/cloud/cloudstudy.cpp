@@ -1,20 +1,9 @@
 #include "cloudstudy.h"
 
+#include "dicomdate.h"
 #include "personname.h"
 
-#include <QDate>
-
 #include <algorithm>
-
-namespace {
-
-QString readableDate(const QString &date)
-{
-    const QDate day = QDate::fromString(date, QStringLiteral("yyyyMMdd"));
-    return day.isValid() ? day.toString(Qt::ISODate) : date;
-}
-
-} // namespace
 
 Qt::CheckState CloudStudy::check() const
 {
@@ -32,7 +21,7 @@ CloudStudy CloudStudy::of(const DicomJson &answer)
     study.uid = answer.text(DicomTag::studyUid);
     study.name = personNameForDisplay(answer.text(DicomTag::patientName));
     study.id = answer.text(DicomTag::patientId);
-    study.date = readableDate(answer.text(DicomTag::studyDate));
+    study.date = dateForDisplay(answer.text(DicomTag::studyDate));
     study.modalities = answer.texts(DicomTag::modalitiesInStudy).join(QLatin1Char('/'));
     study.description = answer.text(DicomTag::studyDescription);
     study.images = static_cast<int>(answer.number(DicomTag::imagesInStudy));
