@@ -78,6 +78,7 @@ int main(int argc, char **argv)
         return runPreview(line.previews);
     }
     ConfigLocation::setBase(line.config);
+    ConfigLocation::handOn();
     setDatabasePath(line.database);
     return run(line);
 }

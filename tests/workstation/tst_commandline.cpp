@@ -1,4 +1,5 @@
 #include "commandline.h"
+#include "configlocation.h"
 #include "testfiles.h"
 #include "testmain.h"
 
@@ -75,6 +76,20 @@ private slots:
         QCOMPARE(parse({QStringLiteral("--preview"), list}).previews, QStringList(list));
         writeFile(list, QByteArray(17 << 20, '\n'));
         QCOMPARE(parse({QStringLiteral("--preview"), list}).answerCode, 2);
+    }
+
+    /// The programs that the workstation starts look for their settings where it does.
+    void theSettingsFolderIsHandedOn()
+    {
+        const QTemporaryDir folder;
+        for (const QString &base : {folder.filePath(QStringLiteral("名 é")), QString()}) {
+            ConfigLocation::setBase(base);
+            const QString ours = ConfigLocation::base();
+            ConfigLocation::handOn();
+            ConfigLocation::setBase(QStringLiteral("/elsewhere"));
+            ConfigLocation::takeHandedOn();
+            QCOMPARE(ConfigLocation::base(), ours);
+        }
     }
 
 private:

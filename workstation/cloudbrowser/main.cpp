@@ -1,5 +1,6 @@
 #include "appearancesettings.h"
 #include "browserwindow.h"
+#include "configlocation.h"
 #include "themecontroller.h"
 #include "uilanguage.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char **argv)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
+    ConfigLocation::takeHandedOn();
     const ThemeController theme;
     UiLanguage language;
     language.speak(AppearanceSettings::spokenLanguage());

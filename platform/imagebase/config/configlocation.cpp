@@ -2,10 +2,13 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSettings>
 
 namespace {
+
+constexpr char baseVariable[] = "PATIENTMANAGER_CONFIG_BASE";
 
 QString &chosenBase()
 {
@@ -33,6 +36,16 @@ void setBase(const QString &folder)
 QString base()
 {
     return chosenBase().isEmpty() ? QCoreApplication::applicationDirPath() : chosenBase();
+}
+
+void handOn()
+{
+    qputenv(baseVariable, QFile::encodeName(chosenBase()));
+}
+
+void takeHandedOn()
+{
+    setBase(QFile::decodeName(qgetenv(baseVariable)));
 }
 
 QString besideProgram(const QString &file)

@@ -18,6 +18,11 @@ namespace ConfigLocation {
 IMAGEBASE_EXPORT void setBase(const QString &folder);
 /// The folder that every rule starts at, without a trailing separator.
 IMAGEBASE_EXPORT QString base();
+/// Names the base that was set to the programs that this one starts, in its own environment; where none was
+/// set, they look beside themselves.
+IMAGEBASE_EXPORT void handOn();
+/// Starts at the base that the starting program handed on, if any.
+IMAGEBASE_EXPORT void takeHandedOn();
 
 /// `<base>/config/<file>`, whether or not it exists.
 IMAGEBASE_EXPORT QString besideProgram(const QString &file);
