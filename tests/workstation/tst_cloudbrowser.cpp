@@ -11,6 +11,7 @@
 #include "webarchive.h"
 
 #include <QBuffer>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -88,6 +89,7 @@ private slots:
         window.findChild<QLineEdit *>(QStringLiteral("name"))->setText(QStringLiteral("Jörg 2"));
         window.findChild<QPushButton *>(QStringLiteral("search"))->click();
         QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 1, mostMs);
+        QTRY_COMPARE(studies->horizontalHeader()->length(), studies->viewport()->width());
         QSignalSpy pictures(series->model(), &QAbstractItemModel::dataChanged);
         studies->selectRow(0);
         QTRY_COMPARE_WITH_TIMEOUT(series->model()->rowCount(), 2, mostMs);

@@ -18,6 +18,17 @@ bool isFrame(QStyle::PrimitiveElement element)
         || element == QStyle::PE_FrameLineEdit;
 }
 
+/// Qt points down for what ascends; the other tables that people know point up.
+QStyleOptionHeader turned(QStyleOptionHeader header)
+{
+    if (header.sortIndicator != QStyleOptionHeader::None) {
+        header.sortIndicator = header.sortIndicator == QStyleOptionHeader::SortUp
+            ? QStyleOptionHeader::SortDown
+            : QStyleOptionHeader::SortUp;
+    }
+    return header;
+}
+
 } // namespace
 
 WorkstationStyle::WorkstationStyle()
@@ -27,6 +38,12 @@ WorkstationStyle::WorkstationStyle()
 void WorkstationStyle::drawPrimitive(
     PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const
 {
+    const auto *header = qstyleoption_cast<const QStyleOptionHeader *>(option);
+    if (element == PE_IndicatorHeaderArrow && header) {
+        const QStyleOptionHeader upright = turned(*header);
+        QProxyStyle::drawPrimitive(element, &upright, painter, widget);
+        return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isRound = element == PE_IndicatorRadioButton;
     const bool isDark = Palettes::isDark(option->palette);

@@ -3,7 +3,8 @@
 #include <QProxyStyle>
 
 /// Fusion, whose frames of fields and marks are darker than their surroundings: on dark colours it gives them
-/// a light line, so that an empty field or an unchecked box is seen. Owned by the application.
+/// a light line, so that an empty field or an unchecked box is seen. A sort arrow points up where the order
+/// ascends, and down where it descends. Owned by the application.
 class WorkstationStyle : public QProxyStyle
 {
     Q_OBJECT

@@ -110,7 +110,10 @@ void BrowserWindow::connectParts()
     connect(m_search, &QPushButton::clicked, this, &BrowserWindow::search);
     connect(m_service, &ServiceView::studiesFound, m_studies, &StudyModel::add);
     connect(m_service, &ServiceView::studiesEnded, this, [this](const WebFailure &failure, bool isCutShort) {
-        m_studyList->resizeColumnsToContents();
+        for (const int column : {StudyModel::Name, StudyModel::Id, StudyModel::Date, StudyModel::Modalities,
+                 StudyModel::Images}) {
+            m_studyList->resizeColumnToContents(column); // the description takes what is left
+        }
         m_foot->say(isCutShort ? tr("The first %Ln study(ies); narrow the search to see the others", nullptr,
                         m_studies->rowCount())
                                : tr("%Ln study(ies)", nullptr, m_studies->rowCount()));
