@@ -172,6 +172,9 @@ void UploadProgressForm::addRow(UpLoadTask *task, const QStringList &texts, cons
     m_rows->addRow(texts);
     m_rows->setTally(task->number(), task->tally());
     resetView();
+    const int row = m_rows->rowOf(task->number());
+    ui->tableView->selectRow(row);
+    ui->tableView->scrollTo(m_rows->index(row, 0));
     showUploads();
 }
 

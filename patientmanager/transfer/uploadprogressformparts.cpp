@@ -64,7 +64,7 @@ void UploadProgressForm::build()
     view->setMinimumHeight(heightOfRows(*view, visibleTasks));
     view->setItemDelegateForColumn(NameHead, new RecordDelegate(ColumnKind::PersonName, view));
     view->setItemDelegateForColumn(m_rows->columnOf(UploadRows::Progress), new UploadRowDelegate(view));
-    const QVector<int> characters{7, 24, 8, 8, 8, 12, 11, 9, 12};
+    const QVector<int> characters{7, 24, 8, 8, 8, 12, 14, 9, 14};
     for (int column = 0; column < characters.size(); ++column) {
         view->setColumnCharacters(column, characters.at(column));
     }

@@ -70,12 +70,65 @@
         <source>请选择要保存的病人数据!</source>
         <translation>Select the patient data to save.</translation>
     </message>
+    <message>
+        <source>系统信息</source>
+        <translation>System Information</translation>
+    </message>
+    <message>
+        <source>请登录云端用户!</source>
+        <translation>Please sign in to the cloud.</translation>
+    </message>
+    <message>
+        <source>上传</source>
+        <translation>Upload</translation>
+    </message>
+    <message>
+        <source>确定要上传病人数据吗?</source>
+        <translation>Upload the data of the selected patients?</translation>
+    </message>
 </context>
 <context>
     <name>PatientQueryForm</name>
     <message>
         <source>图像对比</source>
         <translation>Comparison</translation>
+    </message>
+</context>
+<context>
+    <name>UploadProgressForm</name>
+    <message>
+        <source>患者id</source>
+        <translation>Patient ID</translation>
+    </message>
+    <message>
+        <source>图像数目</source>
+        <translation>Images</translation>
+    </message>
+    <message>
+        <source>上传成功</source>
+        <translation>Uploaded</translation>
+    </message>
+    <message>
+        <source>上传失败</source>
+        <translation>Failed</translation>
+    </message>
+    <message numerus="yes">
+        <source>Looking through the folder: %Ln file(s) found</source>
+        <translation>
+            <numerusform>Looking through the folder: %Ln file found</numerusform>
+            <numerusform>Looking through the folder: %Ln files found</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>UploadText</name>
+    <message numerus="yes">
+        <source>%1 of %Ln file(s), %2 of %3</source>
+        <comment>files, and bytes</comment>
+        <translation>
+            <numerusform>%1 of %Ln file, %2 of %3</numerusform>
+            <numerusform>%1 of %Ln files, %2 of %3</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

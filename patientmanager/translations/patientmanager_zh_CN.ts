@@ -472,6 +472,34 @@ The next start finishes it.</source>
         <source>请选择要保存的病人数据!</source>
         <translation>请选择要保存的病人数据!</translation>
     </message>
+    <message>
+        <source>系统信息</source>
+        <translation>系统信息</translation>
+    </message>
+    <message>
+        <source>The cloud imaging service is not available on this computer.</source>
+        <translation>本机无法使用云端影像服务。</translation>
+    </message>
+    <message>
+        <source>请登录云端用户!</source>
+        <translation>请登录云端用户!</translation>
+    </message>
+    <message>
+        <source>System Hints</source>
+        <translation>系统提示</translation>
+    </message>
+    <message>
+        <source>Please choose the STUDY you want to edit!</source>
+        <translation>请选择要编辑的检查！</translation>
+    </message>
+    <message>
+        <source>上传</source>
+        <translation>上传</translation>
+    </message>
+    <message>
+        <source>确定要上传病人数据吗?</source>
+        <translation>确定要上传病人数据吗?</translation>
+    </message>
 </context>
 <context>
     <name>PatientQueryForm</name>
@@ -792,6 +820,274 @@ The next start finishes it.</source>
     <message>
         <source>Studies</source>
         <translation>检查</translation>
+    </message>
+</context>
+<context>
+    <name>UploadFailureModel</name>
+    <message>
+        <source>File</source>
+        <translation>文件</translation>
+    </message>
+    <message>
+        <source>Patient</source>
+        <translation>患者</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>原因</translation>
+    </message>
+</context>
+<context>
+    <name>UploadProgressForm</name>
+    <message>
+        <source>Uploads to the Cloud</source>
+        <translation>上传到云端</translation>
+    </message>
+    <message>
+        <source>Uploads are waiting for you to sign in to the cloud.</source>
+        <translation>有上传任务正在等待您登录云端。</translation>
+    </message>
+    <message>
+        <source>Sign in, so that the uploads that wait go on</source>
+        <translation>登录后，等待中的上传任务将继续</translation>
+    </message>
+    <message>
+        <source>Sign in to the cloud</source>
+        <translation>登录云端</translation>
+    </message>
+    <message>
+        <source>&amp;Sign In…</source>
+        <translation>登录(&amp;S)…</translation>
+    </message>
+    <message>
+        <source>The uploads, a row each</source>
+        <translation>上传任务，每行一个</translation>
+    </message>
+    <message>
+        <source>Uploads</source>
+        <translation>上传任务</translation>
+    </message>
+    <message>
+        <source>Failed files of the upload that was heard of last</source>
+        <translation>最近更新的上传任务中的失败文件</translation>
+    </message>
+    <message>
+        <source>Files that could not be stored, and why</source>
+        <translation>未能存储的文件及原因</translation>
+    </message>
+    <message>
+        <source>Files that could not be stored</source>
+        <translation>未能存储的文件</translation>
+    </message>
+    <message>
+        <source>Look no further, and upload nothing of this folder</source>
+        <translation>不再继续查找，不上传此文件夹中的任何文件</translation>
+    </message>
+    <message>
+        <source>Stop looking through the folder</source>
+        <translation>停止查找文件夹</translation>
+    </message>
+    <message>
+        <source>S&amp;top Looking</source>
+        <translation>停止查找(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Upload all files below a folder</source>
+        <translation>上传文件夹及其下级的所有文件</translation>
+    </message>
+    <message>
+        <source>Upload a folder</source>
+        <translation>上传文件夹</translation>
+    </message>
+    <message>
+        <source>select floders</source>
+        <translation>选择文件夹</translation>
+    </message>
+    <message>
+        <source>Upload again what has failed</source>
+        <translation>重新上传失败的文件</translation>
+    </message>
+    <message>
+        <source>Retry what has failed</source>
+        <translation>重试失败项</translation>
+    </message>
+    <message>
+        <source>&amp;Retry Failed</source>
+        <translation>重试失败项(&amp;R)</translation>
+    </message>
+    <message>
+        <source>End the upload of the chosen row; what the service has stored stays there</source>
+        <translation>结束所选行的上传；服务已存储的内容会保留</translation>
+    </message>
+    <message>
+        <source>Cancel the chosen upload</source>
+        <translation>取消所选上传</translation>
+    </message>
+    <message>
+        <source>Ca&amp;ncel Upload</source>
+        <translation>取消上传(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Close this window; uploads go on</source>
+        <translation>关闭此窗口；上传会继续</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>关闭(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Failed: %1 of %2</source>
+        <translation>失败：%1 / %2</translation>
+    </message>
+    <message>
+        <source>患者id</source>
+        <translation>患者id</translation>
+    </message>
+    <message>
+        <source>图像数目</source>
+        <translation>图像数目</translation>
+    </message>
+    <message>
+        <source>上传成功</source>
+        <translation>上传成功</translation>
+    </message>
+    <message>
+        <source>上传失败</source>
+        <translation>上传失败</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Time left</source>
+        <translation>剩余时间</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>No uploads</source>
+        <translation>没有上传任务</translation>
+    </message>
+    <message numerus="yes">
+        <source>Looking through the folder: %Ln file(s) found</source>
+        <translation>
+            <numerusform>正在查找文件夹：已找到 %Ln 个文件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Looking through the folder</source>
+        <translation>正在查找文件夹</translation>
+    </message>
+    <message>
+        <source>There are no files in %1</source>
+        <translation>%1 中没有文件</translation>
+    </message>
+    <message>
+        <source>Stored: %1</source>
+        <translation>已存储：%1</translation>
+    </message>
+    <message>
+        <source>Nothing is being uploaded.</source>
+        <translation>当前没有上传任务。</translation>
+    </message>
+    <message>
+        <source>N&amp;ot stored: %1</source>
+        <translation>未存储(&amp;O)：%1</translation>
+    </message>
+</context>
+<context>
+    <name>UploadRows</name>
+    <message>
+        <source>%1 %</source>
+        <comment>what part of an upload is stored</comment>
+        <translation>%1%</translation>
+    </message>
+</context>
+<context>
+    <name>UploadText</name>
+    <message>
+        <source>Finished, with failures</source>
+        <translation>已完成，部分失败</translation>
+    </message>
+    <message>
+        <source>Finished</source>
+        <translation>已完成</translation>
+    </message>
+    <message>
+        <source>Looking at the files</source>
+        <translation>正在检查文件</translation>
+    </message>
+    <message>
+        <source>Uploading</source>
+        <translation>正在上传</translation>
+    </message>
+    <message>
+        <source>Trying again</source>
+        <translation>正在重试</translation>
+    </message>
+    <message>
+        <source>Trying again: %1</source>
+        <comment>why</comment>
+        <translation>正在重试：%1</translation>
+    </message>
+    <message>
+        <source>Waiting for you to sign in</source>
+        <translation>等待您登录</translation>
+    </message>
+    <message>
+        <source>Paused: another program uploads, or the index cannot be written</source>
+        <translation>已暂停：其他程序正在上传，或索引无法写入</translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation>已取消</translation>
+    </message>
+    <message>
+        <source>%1/s</source>
+        <comment>so many bytes a second</comment>
+        <translation>%1/秒</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %Ln file(s), %2 of %3</source>
+        <comment>files, and bytes</comment>
+        <translation>
+            <numerusform>%1 / %Ln 个文件，%2 / %3</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The file is gone, empty, or cannot be read</source>
+        <translation>文件不存在、为空或无法读取</translation>
+    </message>
+    <message>
+        <source>No DICOM object of a study</source>
+        <translation>不是属于检查的 DICOM 对象</translation>
+    </message>
+    <message>
+        <source>Its record was deleted while it waited</source>
+        <translation>等待期间其记录已被删除</translation>
+    </message>
+    <message>
+        <source>Refused by the service</source>
+        <translation>被服务拒绝</translation>
+    </message>
+    <message>
+        <source>The service did not take it</source>
+        <translation>服务未接收</translation>
+    </message>
+    <message>
+        <source>The service took it but did not confirm that it has it</source>
+        <translation>服务已接收，但未确认已存储</translation>
     </message>
 </context>
 <context>

@@ -85,6 +85,9 @@ void CloudController::onSignInFailed(const WebFailure &failure)
         m_again.start(std::clamp(2 * m_again.interval(), firstPauseMs, longestPauseMs));
     }
     update();
+    if (failure.problem == WebProblem::Unauthorized) {
+        onRefused();
+    }
 }
 
 void CloudController::onSessionChanged()

@@ -1,14 +1,23 @@
 #include "treecontroller.h"
 
+#include "attributes.h"
 #include "editcontroller.h"
+#include "ntableview.h"
+#include "patientform.h"
 #include "patientmanagermainwindow.h"
 #include "patienttreeform.h"
+#include "seriesform.h"
+#include "studyform.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QSettings>
+
+#include <initializer_list>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -34,7 +43,32 @@ TreeController::TreeController(PatientManagerMainWindow *library, EditController
     connect(m_panel, &PatientTreeForm::inquiryProblem, this, &TreeController::problem);
     connect(library, &PatientManagerMainWindow::updateFieldHeader, this, &TreeController::reload);
     connect(&m_rest, &QTimer::timeout, this, &TreeController::reload);
+    connect(m_panel, &PatientTreeForm::selectPatientPks, this, &TreeController::selectListed);
+    connect(m_panel, &PatientTreeForm::selectStudyPks, this, &TreeController::selectListed);
+    connect(m_panel, &PatientTreeForm::selectSeriesPks, this, &TreeController::selectListed);
+    connect(m_panel, &PatientTreeForm::selectSeriesPk, this, &TreeController::selectListed);
     m_panel->setGuard([edits] { return edits->mayDropEdits(); });
+}
+
+/// Actions take what the tables have selected, hidden ones, too: that must not be another patient's than the
+/// one that the tree shows. The parts of the record that was clicked are selected; the tree's buttons, which
+/// come without a table, list everything and select nothing.
+void TreeController::selectListed(const QList<qlonglong> &keys, const QString &table)
+{
+    const std::optional<RecordLevel> listed = recordLevelOf(table);
+    if (const RecordForm *patients = m_library->getPatientForm()) {
+        const QList<qlonglong> chosen = patients->selectedKeys();
+        m_chosenBefore.unite(QSet<qlonglong>(chosen.begin(), chosen.end()));
+    }
+    const std::initializer_list<std::pair<RecordLevel, RecordForm *>> forms{
+        {RecordLevel::Patient, m_library->getPatientForm()}, {RecordLevel::Study, m_library->getStudyForm()},
+        {RecordLevel::Series, m_library->getSeriesForm()}};
+    for (const auto &[level, form] : forms) {
+        if (form) {
+            form->view()->clearSelection();
+            form->selectKeys(level == listed ? QSet<qlonglong>(keys.begin(), keys.end()) : QSet<qlonglong>());
+        }
+    }
 }
 
 void TreeController::restore()
@@ -92,6 +126,10 @@ void TreeController::onClosed()
 {
     m_toggle->setChecked(false);
     emit problem({});
+    const QSet<qlonglong> before = std::exchange(m_chosenBefore, {});
+    if (RecordForm *patients = m_library->getPatientForm(); patients && !before.isEmpty()) {
+        patients->selectKeys(before);
+    }
     emit left();
 }
 

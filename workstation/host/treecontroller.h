@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QTimer>
 
 class EditController;
@@ -49,6 +50,7 @@ signals:
 private:
     void watchDock();
     void onClosed();
+    void selectListed(const QList<qlonglong> &keys, const QString &table);
     void reload();
 
     PatientManagerMainWindow *const m_library;
@@ -57,5 +59,6 @@ private:
     QPointer<QDockWidget> m_dock;
     QTimer m_rest; ///< runs while a slow reload waits for the changes to end
     qint64 m_costMs = 0; ///< of the last reload
+    QSet<qlonglong> m_chosenBefore; ///< patients that were selected in the tables when the tree took over
     bool m_isStale = false; ///< the index has changed since the last reload
 };

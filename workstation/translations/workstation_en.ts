@@ -61,6 +61,54 @@
     </message>
 </context>
 <context>
+    <name>BrowserWindow</name>
+    <message numerus="yes">
+        <source>The first %Ln study(ies); narrow the search to see the others</source>
+        <translation>
+            <numerusform>The first %Ln study; narrow the search to see the others</numerusform>
+            <numerusform>The first %Ln studies; narrow the search to see the others</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln study(ies)</source>
+        <translation>
+            <numerusform>%Ln study</numerusform>
+            <numerusform>%Ln studies</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Fetching… %Ln image(s), %1</source>
+        <translation>
+            <numerusform>Fetching… %Ln image, %1</numerusform>
+            <numerusform>Fetching… %Ln images, %1</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>CloudController</name>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data finished</source>
+        <translation>
+            <numerusform>%Ln interrupted correction of patient data finished</numerusform>
+            <numerusform>%Ln interrupted corrections of patient data finished</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data taken back</source>
+        <translation>
+            <numerusform>%Ln interrupted correction of patient data taken back</numerusform>
+            <numerusform>%Ln interrupted corrections of patient data taken back</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data still wait for the service</source>
+        <translation>
+            <numerusform>%Ln interrupted correction of patient data still waits for the service</numerusform>
+            <numerusform>%Ln interrupted corrections of patient data still wait for the service</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>DeletionController</name>
     <message numerus="yes">
         <source>Deleted: %1, with %Ln file(s)</source>
@@ -102,6 +150,13 @@
         <translation>
             <numerusform>Deleted: %1; %Ln file could not be removed</numerusform>
             <numerusform>Deleted: %1; %Ln files could not be removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Of %1, %Ln image(s) still wait to be uploaded. Once they are deleted they cannot be uploaded any more. Delete them?</source>
+        <translation>
+            <numerusform>Of %1, %Ln image still waits to be uploaded. Once it is deleted it cannot be uploaded any more. Delete it?</numerusform>
+            <numerusform>Of %1, %Ln images still wait to be uploaded. Once they are deleted they cannot be uploaded any more. Delete them?</numerusform>
         </translation>
     </message>
 </context>
@@ -235,6 +290,16 @@
         <translation>
             <numerusform>%1 · %Ln refused</numerusform>
             <numerusform>%1 · %Ln refused</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SeriesModel</name>
+    <message numerus="yes">
+        <source>%Ln image(s)</source>
+        <translation>
+            <numerusform>%Ln image</numerusform>
+            <numerusform>%Ln images</numerusform>
         </translation>
     </message>
 </context>

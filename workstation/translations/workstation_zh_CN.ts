@@ -515,6 +515,163 @@
     </message>
 </context>
 <context>
+    <name>BrowserFoot</name>
+    <message>
+        <source>Sto&amp;p</source>
+        <translation>停止(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Open S&amp;eries</source>
+        <translation>打开序列(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>进度</translation>
+    </message>
+    <message>
+        <source>Si&amp;gn In As…</source>
+        <translation>以其他用户登录(&amp;G)…</translation>
+    </message>
+    <message>
+        <source>Si&amp;gn In…</source>
+        <translation>登录(&amp;G)…</translation>
+    </message>
+    <message>
+        <source>%1 at %2</source>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>Token</source>
+        <translation>访问令牌</translation>
+    </message>
+    <message>
+        <source>Not signed in</source>
+        <translation>未登录</translation>
+    </message>
+</context>
+<context>
+    <name>BrowserWindow</name>
+    <message>
+        <source>Cloud Browser</source>
+        <translation>云端浏览</translation>
+    </message>
+    <message>
+        <source>&amp;Search</source>
+        <translation>搜索(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Studies</source>
+        <translation>检查</translation>
+    </message>
+    <message>
+        <source>Series</source>
+        <translation>序列</translation>
+    </message>
+    <message numerus="yes">
+        <source>The first %Ln study(ies); narrow the search to see the others</source>
+        <translation>
+            <numerusform>前 %Ln 个检查；请缩小搜索范围以查看其余检查</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln study(ies)</source>
+        <translation>
+            <numerusform>%Ln 个检查</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Signing in…</source>
+        <translation>正在登录…</translation>
+    </message>
+    <message>
+        <source>Searching…</source>
+        <translation>正在搜索…</translation>
+    </message>
+    <message numerus="yes">
+        <source>Fetching… %Ln image(s), %1</source>
+        <translation>
+            <numerusform>正在获取… %Ln 幅图像，%1</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>CloudController</name>
+    <message>
+        <source>The session has ended.</source>
+        <translation>会话已结束。</translation>
+    </message>
+    <message>
+        <source>Cloud</source>
+        <translation>云端</translation>
+    </message>
+    <message>
+        <source>The cloud service does not accept the session any more. Uploads and downloads wait. Sign in again?</source>
+        <translation>云端服务不再接受当前会话。上传和下载正在等待。要重新登录吗？</translation>
+    </message>
+    <message>
+        <source>Sign In As…</source>
+        <translation>以其他用户登录…</translation>
+    </message>
+    <message>
+        <source>Sign &amp;In…</source>
+        <translation>登录(&amp;I)…</translation>
+    </message>
+    <message>
+        <source>Sign &amp;Out</source>
+        <translation>退出登录(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Uploads…</source>
+        <translation>上传任务(&amp;U)…</translation>
+    </message>
+    <message>
+        <source>&amp;Settings…</source>
+        <translation>设置(&amp;S)…</translation>
+    </message>
+    <message>
+        <source>Cloud: not signed in</source>
+        <translation>云端：未登录</translation>
+    </message>
+    <message>
+        <source>Cloud: signed in</source>
+        <translation>云端：已登录</translation>
+    </message>
+    <message>
+        <source>Cloud: %1</source>
+        <translation>云端：%1</translation>
+    </message>
+    <message>
+        <source>Signed in at %1</source>
+        <translation>已登录到 %1</translation>
+    </message>
+    <message>
+        <source>Cloud: signing in…</source>
+        <translation>云端：正在登录…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data finished</source>
+        <translation>
+            <numerusform>已完成 %Ln 项中断的患者数据更正</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data taken back</source>
+        <translation>
+            <numerusform>已撤回 %Ln 项中断的患者数据更正</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data still wait for the service</source>
+        <translation>
+            <numerusform>仍有 %Ln 项中断的患者数据更正在等待服务</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>This file cannot be written, so the next start signs in again: %1</source>
+        <translation>无法写入此文件，因此下次启动时会再次登录：%1</translation>
+    </message>
+</context>
+<context>
     <name>CommandLine</name>
     <message>
         <source>Prints this and ends.</source>
@@ -669,6 +826,12 @@
         <source>Deleted: %1; %Ln file(s) could not be removed</source>
         <translation>
             <numerusform>已删除：%1；%Ln 个文件无法删除</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Of %1, %Ln image(s) still wait to be uploaded. Once they are deleted they cannot be uploaded any more. Delete them?</source>
+        <translation>
+            <numerusform>%1：仍有 %Ln 幅图像等待上传。删除后将无法再上传。要删除吗？</numerusform>
         </translation>
     </message>
 </context>
@@ -2130,6 +2293,15 @@
     </message>
 </context>
 <context>
+    <name>SeriesModel</name>
+    <message numerus="yes">
+        <source>%Ln image(s)</source>
+        <translation>
+            <numerusform>%Ln 幅图像</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StartSequence</name>
     <message>
         <source>Screenshot: %1</source>
@@ -2157,6 +2329,33 @@
     <message>
         <source>Selected: %1</source>
         <translation>已选择：%1</translation>
+    </message>
+</context>
+<context>
+    <name>StudyModel</name>
+    <message>
+        <source>Name</source>
+        <translation>姓名</translation>
+    </message>
+    <message>
+        <source>Patient ID</source>
+        <translation>患者编号</translation>
+    </message>
+    <message>
+        <source>Study date</source>
+        <translation>检查日期</translation>
+    </message>
+    <message>
+        <source>Modalities</source>
+        <translation>设备类型</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>描述</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>图像</translation>
     </message>
 </context>
 <context>
@@ -2427,6 +2626,18 @@ Built with Qt %2</source>
         <translation>
             <numerusform>已导入 %1 / %Ln 个文件；%2 个原已存在，%3 个未采用</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Images are on their way to or from the cloud. Quit? What has not come yet goes on at the next start.</source>
+        <translation>正在向云端上传或从云端下载图像。要退出吗？未完成的传输会在下次启动时继续。</translation>
+    </message>
+    <message>
+        <source>Patient data are being corrected. Stop that and quit? What has begun to be stored in the cloud comes to its end first; else nothing is changed.</source>
+        <translation>正在更正患者数据。是否停止并退出？已开始存储到云端的内容会先完成；否则不作任何更改。</translation>
+    </message>
+    <message>
+        <source>Anonymous copies are being made. Stop that and quit? Nothing of them is kept, except what the index has taken already.</source>
+        <translation>正在生成匿名副本。要停止并退出吗？除索引已收入的内容外，不保留任何副本。</translation>
     </message>
 </context>
 </TS>

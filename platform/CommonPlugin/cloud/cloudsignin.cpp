@@ -31,7 +31,8 @@ QByteArray sessionCookie(const QNetworkReply &reply)
 /// A page in place of an answer, or none at all, at this address: nothing of the kind is there.
 WebFailure asSignIn(WebFailure failure)
 {
-    if (failure.problem == WebProblem::NotFound || failure.problem == WebProblem::BadAnswer) {
+    if (failure.problem == WebProblem::NotFound || failure.problem == WebProblem::BadAnswer
+        || failure.problem == WebProblem::Refused) {
         failure.problem = WebProblem::NotDicomWeb;
     }
     return failure;

@@ -89,6 +89,12 @@ void LoginFields::build()
     form->addRow(QString(), m_plainHint);
     form->addRow(QString(), buildAuthority());
     layout->addWidget(m_cloudFields);
+    QWidget *previous = m_address;
+    for (const char *name : {"user", "password", "reveal", "remember", "plain"}) {
+        auto *next = findChild<QWidget *>(QLatin1String(name));
+        setTabOrder(previous, next);
+        previous = next;
+    }
     connect(m_address, &QLineEdit::textEdited, this, &LoginFields::accountEdited);
     connect(m_user, &QLineEdit::textEdited, this, &LoginFields::accountEdited);
     connect(m_plain, &QCheckBox::toggled, this, &LoginFields::refresh);
@@ -125,8 +131,8 @@ QWidget *LoginFields::buildPassword()
     reveal->setAutoDefault(false);
     connect(reveal, &QPushButton::toggled, m_password,
         [this](bool isShown) { m_password->setEchoMode(isShown ? QLineEdit::Normal : QLineEdit::Password); });
-    connect(m_password, &QLineEdit::textEdited, this, [this] {
-        m_isFilledIn = false;
+    connect(m_password, &QLineEdit::textEdited, this, [this](const QString &text) {
+        setFilledIn(m_isFilledIn && !text.isEmpty());
         emit changed();
     });
     auto *layout = new QHBoxLayout(row);
@@ -223,15 +229,26 @@ QString LoginFields::password() const
 void LoginFields::fillIn(const QString &password)
 {
     m_password->setText(password);
-    m_isFilledIn = true;
+    setFilledIn(true);
     emit changed();
 }
 
 void LoginFields::clearPassword()
 {
     m_password->clear();
-    m_isFilledIn = false;
+    setFilledIn(false);
     findChild<QPushButton *>(QStringLiteral("reveal"))->setChecked(false);
+}
+
+/// What comes from the secret store is used, and shown to nobody, nor what is left of it.
+void LoginFields::setFilledIn(bool isFilledIn)
+{
+    m_isFilledIn = isFilledIn;
+    auto *reveal = findChild<QPushButton *>(QStringLiteral("reveal"));
+    reveal->setEnabled(!isFilledIn);
+    if (isFilledIn) {
+        reveal->setChecked(false);
+    }
 }
 
 void LoginFields::setRememberingRefused(const QString &reason)

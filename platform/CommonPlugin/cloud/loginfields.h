@@ -45,6 +45,7 @@ private:
     QWidget *buildAuthority();
     void chooseAuthority();
     void setAuthority(const QString &file);
+    void setFilledIn(bool isFilledIn);
     void accountEdited();
     void refresh();
 

@@ -6,6 +6,7 @@
 #include "secretstore.h"
 #include "webfailuretext.h"
 
+#include <QApplication>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
@@ -14,6 +15,7 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace {
@@ -112,7 +114,20 @@ void LoginForm::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     if (!event->spontaneous()) {
+        centre();
         begin();
+    }
+}
+
+/// Without a frame few desktops place it.
+void LoginForm::centre()
+{
+    const QWidget *before = QApplication::activeWindow();
+    const QRect place = before && before != this ? before->frameGeometry()
+                                                 : QGuiApplication::primaryScreen()->availableGeometry();
+    if (isWindow()) {
+        adjustSize();
+        move(place.center() - rect().center());
     }
 }
 

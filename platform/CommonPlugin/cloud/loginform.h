@@ -50,6 +50,7 @@ private:
     void build();
     QWidget *buildHead();
     QLayout *buildButtons();
+    void centre();
     void begin();
     void fillIn(const CloudAccount &account);
     void refresh();

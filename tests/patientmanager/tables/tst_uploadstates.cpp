@@ -197,6 +197,7 @@ void UploadStatesTest::quickClicksLeaveNoWorkerBehind()
     QTRY_COMPARE(m_form->refreshCount(), 0);
     // The form goes while a refresh runs, and another waits for the lock of a writer.
     m_index->query(QStringLiteral("UPDATE generalseries SET Status = ?"), {UploadStatus::notUploaded()});
+    m_index->query(QStringLiteral("UPDATE patient SET Status = ?"), {UploadStatus::notUploaded()});
     const IndexConnection other(m_index->path());
     WriteTransaction lock(other.database());
     click(0);
