@@ -62,5 +62,8 @@ QString ChangeModel::before(const AttributeChange &change)
 
 QString ChangeModel::after(const AttributeChange &change)
 {
-    return change.isKept ? tr("stays") : change.isRemoved ? tr("removed") : change.after.isEmpty() ? tr("empty") : change.after;
+    return change.isKept         ? tr("stays")
+        : change.isRemoved       ? tr("removed")
+        : change.after.isEmpty() ? tr("empty")
+                                 : change.after;
 }
