@@ -81,7 +81,7 @@ QWidget *AnonymizeOptionsPanel::buildNames()
     layout->addRow(tr("&ID"), m_id);
     auto *note =
         new QLabel(tr("%1 stands for ten letters and digits that belong to the patient, the same every time.")
-                       .arg(DeidentifyOptions::placeholder()),
+                       .arg(DeidentifyOptions::codeMark()),
             group);
     note->setWordWrap(true);
     layout->addRow(note);
@@ -112,7 +112,7 @@ QString AnonymizeOptionsPanel::obstacle() const
 
 QString AnonymizeOptionsPanel::caution() const
 {
-    return m_id->text().contains(DeidentifyOptions::placeholder())
+    return m_id->text().contains(DeidentifyOptions::codeMark())
         ? QString()
-        : tr("Without %1 in the ID all patients become one.").arg(DeidentifyOptions::placeholder());
+        : tr("Without %1 in the ID all patients become one.").arg(DeidentifyOptions::codeMark());
 }

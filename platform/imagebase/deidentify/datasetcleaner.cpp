@@ -17,7 +17,7 @@ bool isEntered(Treatment treatment)
 
 QString named(const QString &pattern, const QString &code)
 {
-    return QString(pattern).replace(DeidentifyOptions::placeholder(), code);
+    return QString(pattern).replace(DeidentifyOptions::codeMark(), code);
 }
 
 /// A new element in the place of another, of the kind that the standard has there.

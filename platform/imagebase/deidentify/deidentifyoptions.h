@@ -13,16 +13,16 @@ struct DeidentifyOptions
     bool keepCharacteristics = false;
     bool removePrivate = true;
 
-    /// What patients are called: printable ASCII without backslashes and equals signs; placeholder() stands
+    /// What patients are called: printable ASCII without backslashes and equals signs; codeMark() stands
     /// for a code that belongs to the patient.
-    QString namePattern = QStringLiteral("Anonymous^") + placeholder();
-    QString idPattern = placeholder();
+    QString namePattern = QStringLiteral("Anonymous^") + codeMark();
+    QString idPattern = codeMark();
 
-    static QString placeholder() { return QStringLiteral("{code}"); }
+    static QString codeMark() { return QStringLiteral("{code}"); }
     /// Whether a text can be a pattern of a name or an ID.
     static bool isPattern(const QString &text)
     {
-        constexpr int longest = 48; // a value has 64 characters, and the code is longer than its placeholder
+        constexpr int longest = 48; // a value has 64 characters, and the code is longer than its mark
         for (const QChar c : text) {
             if (c < QLatin1Char(' ') || c > QLatin1Char('~') || c == QLatin1Char('\\')
                 || c == QLatin1Char('=')) {
