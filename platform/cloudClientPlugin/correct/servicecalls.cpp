@@ -1,5 +1,6 @@
 #include "servicecalls.h"
 
+#include "boundedanswer.h"
 #include "objectsretrieve.h"
 #include "studysearch.h"
 
@@ -11,6 +12,9 @@
 #include <memory>
 
 namespace {
+
+/// The metadata of many thousand objects fit.
+constexpr qint64 mostAnswerBytes = qint64(256) << 20;
 
 constexpr int lookMs = 50;
 constexpr char plainJson[] = "application/json";
@@ -99,14 +103,15 @@ WebFailure ServiceCalls::search(const QString &resource, const QUrlQuery &query,
 WebFailure ServiceCalls::awaited(QNetworkReply *reply, QByteArray &answer)
 {
     const std::unique_ptr<QNetworkReply> owned(reply);
+    auto *body = new BoundedAnswer(*reply, mostAnswerBytes); // the reply's
     Waiting waiting(m_stop, [reply] { reply->abort(); });
     QObject::connect(reply, &QNetworkReply::finished, reply, [&waiting] { waiting.end(); });
     if (!reply->isFinished()) {
         waiting.run();
     }
     const WebFailure failure = WebClient::failureOf(*reply);
-    answer = reply->isOpen() ? reply->readAll() : QByteArray();
-    return failure;
+    answer = body->read();
+    return body->isTooLong() ? WebFailure{WebProblem::BadAnswer, {}, 0} : failure;
 }
 
 WebFailure ServiceCalls::read(const QString &resource, QVector<DicomJson> &found)
