@@ -50,11 +50,18 @@ def choice_of(arguments):
 
 
 def until_hit(scene, kills, attempt, what='in all'):
-    """Attempts, by attempt(number of the hit, number of the try), until enough kills have hit."""
+    """Attempts, by attempt(number of the hit, patience), until enough kills have hit.
+
+    Patience is the part of its longest delay that an attempt may wait. A machine can be faster than was thought, so a
+    miss halves it.
+    """
     hits = tries = 0
+    patience = 1.0
     while hits < kills and tries < 10 * kills:
         tries += 1
-        hits += bool(attempt(hits + 1, tries))
+        hit = bool(attempt(hits + 1, patience))
+        hits += hit
+        patience = min(1.0, 2 * patience) if hit else patience / 2
     scene.expect(hits == kills, f'{what}: only {hits} of {tries} kills hit')
 
 
