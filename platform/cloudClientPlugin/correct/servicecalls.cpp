@@ -4,7 +4,6 @@
 #include "objectsretrieve.h"
 #include "studysearch.h"
 
-#include <QBuffer>
 #include <QEventLoop>
 #include <QNetworkReply>
 #include <QTimer>
@@ -141,11 +140,8 @@ WebFailure ServiceCalls::ask(const QString &resource, QJsonDocument &answer)
 
 WebFailure ServiceCalls::ask(const QString &resource, const QByteArray &body, QJsonDocument &answer)
 {
-    QBuffer device;
-    device.setData(body);
-    device.open(QIODevice::ReadOnly);
     QByteArray text;
-    const WebFailure failure = awaited(m_client.post(resource, plainJson, &device), text);
+    const WebFailure failure = awaited(m_client.post(resource, plainJson, body), text);
     answer = QJsonDocument::fromJson(text);
     return failure;
 }

@@ -1,11 +1,10 @@
 #include "storerequest.h"
 
-#include "boundedanswer.h"
 #include "dicomjson.h"
+#include "httpline.h"
 #include "multipartbody.h"
 #include "webclient.h"
 
-#include <QNetworkReply>
 #include <QTimer>
 
 namespace {
@@ -40,26 +39,22 @@ StoreRequest::StoreRequest(WebClient &client, QVector<StoredFile> files, QObject
         }
     }
     m_body->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    m_reply = client.post(QStringLiteral("studies"), m_body->contentType(), m_body.get());
-    m_reply->setParent(this);
-    m_answer = new BoundedAnswer(*m_reply, longestAnswer);
-    connect(m_reply, &QNetworkReply::uploadProgress, this,
-        [this](qint64 bytes, qint64 /*all*/) { emit sent(bytes); });
-    connect(m_reply, &QNetworkReply::finished, this, &StoreRequest::end);
+    m_line = client.upload(QStringLiteral("studies"), m_body->contentType(), m_body.get(), longestAnswer);
+    connect(m_line, &HttpLine::finished, this, &StoreRequest::end);
 }
 
 StoreRequest::~StoreRequest()
 {
-    if (m_reply) {
-        m_reply->disconnect(this);
-        delete m_reply; // reads the body until then
+    if (m_line) {
+        m_line->disconnect(this);
+        m_line->abort(); // it reads the body until then
     }
 }
 
 void StoreRequest::abort()
 {
-    if (m_reply) {
-        m_reply->abort();
+    if (m_line) {
+        m_line->abort();
     }
 }
 
@@ -84,29 +79,25 @@ QHash<QString, StoreVerdict> StoreRequest::verdictsOf(const QByteArray &answer, 
     return verdicts;
 }
 
-WebFailure StoreRequest::failureOfAnswer(bool isUnderstood) const
+WebFailure StoreRequest::failureOf(const HttpAnswer &answer, bool isUnderstood) const
 {
     if (!m_body->unreadableFile().isEmpty()) {
         return {WebProblem::FileUnreadable, m_body->unreadableFile(), 0};
     }
-    WebFailure failure = m_answer->isTooLong() ? WebFailure() : WebClient::failureOf(*m_reply);
-    if (failure.isNone() && !isUnderstood) {
-        const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-        failure = {WebProblem::BadAnswer, {}, status};
-    }
-    return failure;
+    return answer.failure.isNone() && !isUnderstood ? WebFailure{WebProblem::BadAnswer, {}, answer.status}
+                                                    : answer.failure;
 }
 
-void StoreRequest::end()
+void StoreRequest::end(const HttpAnswer &answer)
 {
+    m_line->disconnect(this);
+    m_line.clear();
     bool isUnderstood = false;
     // A service that refuses some of the objects answers with an error and still says what it did to each.
-    const QHash<QString, StoreVerdict> verdicts = verdictsOf(m_answer->read(), &isUnderstood);
-    StoreAnswer answer{failureOfAnswer(isUnderstood), {}};
+    const QHash<QString, StoreVerdict> verdicts = verdictsOf(answer.body, &isUnderstood);
+    StoreAnswer told{failureOf(answer, isUnderstood), {}};
     for (const StoredFile &file : m_files) {
-        answer.verdicts.append(verdicts.value(file.sopInstanceUid));
+        told.verdicts.append(verdicts.value(file.sopInstanceUid));
     }
-    m_reply->deleteLater();
-    m_reply.clear();
-    emit finished(answer);
+    emit finished(told);
 }

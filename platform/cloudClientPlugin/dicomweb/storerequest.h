@@ -11,9 +11,9 @@
 
 #include <memory>
 
-class BoundedAnswer;
+class HttpLine;
 class MultipartBody;
-class QNetworkReply;
+struct HttpAnswer;
 class WebClient;
 
 /// A file to be stored, and the object that it holds.
@@ -61,19 +61,16 @@ public:
     static QHash<QString, StoreVerdict> verdictsOf(const QByteArray &answer, bool *isGood = nullptr);
 
 signals:
-    /// The bytes of the body that have left so far.
-    void sent(qint64 bytes);
     void finished(const StoreAnswer &answer);
 
 private:
-    void end();
+    void end(const HttpAnswer &answer);
     void endBefore(const WebFailure &failure);
-    WebFailure failureOfAnswer(bool isUnderstood) const;
+    WebFailure failureOf(const HttpAnswer &answer, bool isUnderstood) const;
 
     const QVector<StoredFile> m_files;
     std::unique_ptr<MultipartBody> m_body;
-    QPointer<QNetworkReply> m_reply;
-    BoundedAnswer *m_answer = nullptr; ///< of the reply
+    QPointer<HttpLine> m_line; ///< while it is busy with this
 };
 
 Q_DECLARE_METATYPE(StoreAnswer)

@@ -1,22 +1,19 @@
 #include "webclient.h"
 
+#include "httpline.h"
+#include "httpstatus.h"
+
 #include <QNetworkCookie>
 #include <QNetworkCookieJar>
 #include <QNetworkReply>
 #include <QSslConfiguration>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char timedOutProperty[] = "timedOut";
-constexpr int unauthorized = 401;
-constexpr int forbidden = 403;
-constexpr int notFound = 404;
-constexpr int proxyRefused = 407;
-constexpr int timedOut = 408;
-constexpr int conflict = 409;
-constexpr int tooMany = 429;
-constexpr int firstServerError = 500;
 
 /// Keeps nothing: a session is what the caller's header says.
 class NoCookies : public QNetworkCookieJar
@@ -29,27 +26,6 @@ public:
         return false;
     }
 };
-
-WebProblem problemOfStatus(int status)
-{
-    switch (status) {
-    case unauthorized:
-        return WebProblem::Unauthorized;
-    case forbidden:
-        return WebProblem::Forbidden;
-    case notFound:
-        return WebProblem::NotFound;
-    case proxyRefused: // on the way there
-        return WebProblem::NoRoute;
-    case timedOut:
-    case tooMany:
-        return WebProblem::Busy;
-    case conflict:
-        return WebProblem::Conflict;
-    default:
-        return status >= firstServerError ? WebProblem::ServerError : WebProblem::Refused;
-    }
-}
 
 WebProblem problemOfLine(QNetworkReply &reply)
 {
@@ -94,6 +70,8 @@ WebClient::WebClient(WebService service, QObject *parent)
     m_network.setRedirectPolicy(QNetworkRequest::SameOriginRedirectPolicy);
 }
 
+WebClient::~WebClient() = default;
+
 WebFailure WebClient::refusal() const
 {
     const QString scheme = m_service.address.scheme();
@@ -119,9 +97,7 @@ QNetworkRequest WebClient::request(
         request.setRawHeader("Authorization", m_service.authorization);
     }
     if (!m_service.authorities.isEmpty()) {
-        QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-        tls.addCaCertificates(m_service.authorities);
-        request.setSslConfiguration(tls);
+        request.setSslConfiguration(m_service.tls());
     }
     return request;
 }
@@ -149,12 +125,35 @@ QNetworkReply *WebClient::get(const QString &resource, const QUrlQuery &query, c
     return watched(m_network.get(request(resource, query, accept)));
 }
 
-QNetworkReply *WebClient::post(const QString &resource, const QByteArray &contentType, QIODevice *body)
+HttpLine &WebClient::idleLine()
+{
+    const auto idle =
+        std::find_if(m_lines.cbegin(), m_lines.cend(), [](const auto &line) { return line->isIdle(); });
+    if (idle != m_lines.cend()) {
+        return **idle;
+    }
+    m_lines.push_back(std::make_unique<HttpLine>(m_service, m_patienceMs));
+    return *m_lines.back();
+}
+
+QNetworkReply *WebClient::post(const QString &resource, const QByteArray &contentType, const QByteArray &body)
 {
     QNetworkRequest asked = request(resource, {}, dicomJson);
     asked.setHeader(QNetworkRequest::ContentTypeHeader, contentType);
-    asked.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
     return watched(m_network.post(asked, body));
+}
+
+HttpLine *WebClient::upload(
+    const QString &resource, const QByteArray &contentType, QIODevice *body, qint64 mostAnswer)
+{
+    HttpRequest asked{"POST", m_service.at(resource), {{"Accept", dicomJson}, {"Content-Type", contentType}},
+        body, mostAnswer};
+    if (!m_service.authorization.isEmpty()) {
+        asked.headers.append({"Authorization", m_service.authorization});
+    }
+    HttpLine &line = idleLine();
+    line.send(asked);
+    return &line;
 }
 
 QNetworkReply *WebClient::remove(const QString &resource)
@@ -164,16 +163,12 @@ QNetworkReply *WebClient::remove(const QString &resource)
 
 WebFailure WebClient::failureOf(QNetworkReply &reply)
 {
-    constexpr int firstError = 400;
-    constexpr int firstRedirect = 300;
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QString reason = reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
-    if (status >= firstError && !reply.property(timedOutProperty).toBool()) {
-        return {problemOfStatus(status), reason, status};
+    const WebFailure refusal = HttpStatus::failureOf(status, reason);
+    if (status >= HttpStatus::firstError && !reply.property(timedOutProperty).toBool()) {
+        return refusal;
     }
     const WebProblem problem = problemOfLine(reply);
-    if (problem != WebProblem::None) {
-        return {problem, reply.errorString(), status};
-    }
-    return status >= firstRedirect ? WebFailure{WebProblem::NotDicomWeb, reason, status} : WebFailure();
+    return problem != WebProblem::None ? WebFailure{problem, reply.errorString(), status} : refusal;
 }

@@ -8,10 +8,16 @@
 #include <QNetworkRequest>
 #include <QUrlQuery>
 
+#include <memory>
+#include <vector>
+
+class HttpLine;
+
 /**
  * The connections to one DICOMweb service: kept alive, HTTP/2 where the service offers it, certificates
- * verified. Redirections to another server are not followed, as credentials would follow them; no cookies are
- * kept. Lives on one thread with an event loop; replies belong to the caller.
+ * verified; large bodies have connections of their own. Redirections to another server are not followed, as
+ * credentials would follow them; no cookies are kept. Lives on one thread with an event loop; replies belong
+ * to the caller.
  */
 class CLOUDCLIENTPLUGIN_EXPORT WebClient : public QObject
 {
@@ -21,6 +27,7 @@ public:
     static constexpr int patienceMs = 30000; ///< of silence before a request is given up
 
     explicit WebClient(WebService service, QObject *parent = nullptr);
+    ~WebClient() override;
 
     const WebService &service() const { return m_service; }
     void setPatience(int milliseconds) { m_patienceMs = milliseconds; }
@@ -30,8 +37,12 @@ public:
     /// @param resource below the service's address. @param accept media types that we can read
     QNetworkReply *get(
         const QString &resource, const QUrlQuery &query = {}, const QByteArray &accept = dicomJson);
-    /// @param body is read while it is sent, and must outlive the reply
-    QNetworkReply *post(const QString &resource, const QByteArray &contentType, QIODevice *body);
+    QNetworkReply *post(const QString &resource, const QByteArray &contentType, const QByteArray &body);
+    /// Sends a large body over a connection of its own, of HTTP/1.1. @param body is read while it is sent,
+    /// and must live until the line has finished. @param mostAnswer bytes that are taken of what comes back
+    /// @return a line of ours, busy until it tells the answer
+    HttpLine *upload(
+        const QString &resource, const QByteArray &contentType, QIODevice *body, qint64 mostAnswer);
 
     /// Removes a resource, where a service offers that.
     QNetworkReply *remove(const QString &resource);
@@ -44,8 +55,10 @@ public:
 private:
     QNetworkRequest request(const QString &resource, const QUrlQuery &query, const QByteArray &accept) const;
     QNetworkReply *watched(QNetworkReply *reply) const;
+    HttpLine &idleLine();
 
     const WebService m_service;
     QNetworkAccessManager m_network;
     int m_patienceMs = patienceMs;
+    std::vector<std::unique_ptr<HttpLine>> m_lines;
 };

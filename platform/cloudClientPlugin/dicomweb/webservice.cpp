@@ -10,8 +10,7 @@ bool WebService::isLoopback() const
 
 bool WebService::exposesCredentials() const
 {
-    return !authorization.isEmpty() && !mayBePlain && !isLoopback()
-        && address.scheme() != QLatin1String("https");
+    return !authorization.isEmpty() && !mayBePlain && !isLoopback() && !isSecure();
 }
 
 QUrl WebService::at(const QString &resource) const
@@ -20,6 +19,13 @@ QUrl WebService::at(const QString &resource) const
     const QString root = address.path();
     url.setPath(root + (root.endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/")) + resource);
     return url;
+}
+
+QSslConfiguration WebService::tls() const
+{
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.addCaCertificates(authorities);
+    return configuration;
 }
 
 QByteArray WebService::basic(const QString &user, const QString &password)

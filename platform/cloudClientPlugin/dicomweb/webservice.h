@@ -6,6 +6,7 @@
 #include <QList>
 #include <QNetworkProxy>
 #include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QUrl>
 
 /// Where a DICOMweb service is, and what we are to it.
@@ -20,10 +21,13 @@ struct CLOUDCLIENTPLUGIN_EXPORT WebService
 
     /// Whether the address names this computer.
     bool isLoopback() const;
+    bool isSecure() const { return address.scheme() == QLatin1String("https"); }
     /// Whether asking would send credentials unencrypted where that is not allowed.
     bool exposesCredentials() const;
     /// The address of a resource, as "studies/1.2.3/series".
     QUrl at(const QString &resource) const;
+    /// How its certificate is verified.
+    QSslConfiguration tls() const;
 
     static QByteArray basic(const QString &user, const QString &password);
     static QByteArray bearer(const QByteArray &token);

@@ -6,21 +6,18 @@
 
 #include <QHash>
 #include <QObject>
-#include <QTimer>
 
 #include <memory>
-#include <vector>
 
 class WebClient;
 
-/// The requests of uploads that are on their way, over several clients, as each opens few connections. Lives
-/// on one thread with an event loop.
+/// The requests of uploads that are on their way. Lives on one thread with an event loop.
 class UploadLines : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit UploadLines(QObject *parent = nullptr);
+    using QObject::QObject;
     ~UploadLines() override;
 
     /// For the requests from now on. @param patienceMs as WebClient has it
@@ -41,11 +38,6 @@ private:
         std::shared_ptr<WebClient> client;
     };
 
-    std::shared_ptr<WebClient> idlest() const;
-    void hurry();
-
-    std::vector<std::shared_ptr<WebClient>> m_clients;
+    std::shared_ptr<WebClient> m_client;
     QHash<StoreRequest *, Line> m_lines;
-    quint16 m_port = 0; ///< that its connections go to
-    QTimer m_hurryAgain;
 };

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "cloudclientplugin_export.h"
+
+#include <QByteArray>
+#include <QString>
+
+/**
+ * Reads one HTTP/1.1 answer from the bytes of a connection, cut anywhere: heads of provisional answers are
+ * passed over, bodies come by length, in chunks or until the connection ends. What is announced or sent
+ * beyond the bounds breaks it, as a service may be hostile.
+ */
+class CLOUDCLIENTPLUGIN_EXPORT HttpAnswerReader
+{
+public:
+    /// @param mostBody bytes of the body that are kept at most
+    explicit HttpAnswerReader(qint64 mostBody)
+        : m_mostBody(mostBody)
+    { }
+
+    void feed(const QByteArray &bytes);
+    /// Nothing more comes: the answer is complete where that is how its body ends.
+    void endOfLine();
+
+    bool hasBegun() const { return m_hasBegun; }
+    bool isComplete() const { return m_mode == Mode::Complete; }
+    bool isBroken() const { return m_mode == Mode::Broken; }
+    bool isTooLong() const { return m_isTooLong; }
+    /// Whether the connection may carry the next request; only of a complete answer.
+    bool keepsAlive() const { return m_keepsAlive; }
+
+    int status() const { return m_status; }
+    QString reason() const { return QString::fromLatin1(m_reason); }
+    const QByteArray &body() const { return m_body; }
+
+private:
+    enum class Mode {
+        StatusLine,
+        Header,
+        Sized,
+        ChunkSize,
+        Chunk,
+        ChunkEnd,
+        Trailer,
+        UntilEnd,
+        Complete,
+        Broken
+    };
+
+    bool isOfLines() const;
+    int takeLine(const char *data, int length);
+    int takeBody(const char *data, int length);
+    void readLine(const QByteArray &line);
+    bool readStatus(const QByteArray &line);
+    bool readHeader(const QByteArray &line);
+    bool readChunkSize(const QByteArray &line);
+    bool endHead();
+    bool expect(qint64 bytes);
+
+    const qint64 m_mostBody;
+    Mode m_mode = Mode::StatusLine;
+    QByteArray m_line;
+    qint64 m_headBytes = 0;
+    bool m_hasBegun = false;
+    bool m_isTooLong = false;
+    bool m_keepsAlive = false;
+    bool m_isChunked = false;
+    int m_status = 0;
+    QByteArray m_reason;
+    qint64 m_announced = -1; ///< length of the body; -1 where the head names none
+    qint64 m_left = 0; ///< of the body, or of the chunk
+    QByteArray m_body;
+};

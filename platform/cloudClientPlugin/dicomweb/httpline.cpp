@@ -1,0 +1,166 @@
+#include "httpline.h"
+
+#include "httpstatus.h"
+
+#include <QIODevice>
+
+#include <utility>
+
+namespace {
+
+constexpr int pieceBytes = 128 << 10;
+constexpr qint64 heldBytes = 256 << 10; ///< by the socket, before it has sent them
+
+} // namespace
+
+HttpLine::HttpLine(const WebService &service, int patienceMs, QObject *parent)
+    : QObject(parent)
+    , m_socket(service, this)
+    , m_patienceMs(patienceMs)
+    , m_silence(this)
+{
+    m_silence.setSingleShot(true);
+    connect(&m_silence, &QTimer::timeout, this, &HttpLine::onSilence);
+    connect(&m_socket, &ServiceSocket::ready, this, &HttpLine::begin);
+    connect(&m_socket, &ServiceSocket::wrote, this, &HttpLine::sendMore);
+    connect(&m_socket, &ServiceSocket::readyRead, this, &HttpLine::readMore);
+    connect(&m_socket, &ServiceSocket::failed, this, &HttpLine::onFailed);
+}
+
+// Sending
+
+void HttpLine::send(const HttpRequest &request)
+{
+    m_request = request;
+    m_answer.emplace(request.mostAnswer);
+    m_heard.start();
+    m_silence.start(m_patienceMs);
+    if (m_socket.isReady()) {
+        begin();
+    } else {
+        m_isUsed = false;
+        QTimer::singleShot(0, this, [this] { // a port nearby that refuses says so at once
+            if (m_request) {
+                m_socket.open();
+            }
+        });
+    }
+}
+
+QByteArray HttpLine::head() const
+{
+    const QUrl &url = m_request->url;
+    const QUrl::FormattingOptions noUser = QUrl::RemoveUserInfo | QUrl::RemoveFragment;
+    const QByteArray target = m_socket.isToProxy()
+        ? url.toEncoded(noUser)
+        : url.toEncoded(noUser | QUrl::RemoveScheme | QUrl::RemoveAuthority);
+    QByteArray head = m_request->method + ' ' + target
+        + " HTTP/1.1\r\nHost: " + url.authority(QUrl::FullyEncoded | QUrl::RemoveUserInfo).toLatin1();
+    for (const auto &header : qAsConst(m_request->headers)) {
+        head += "\r\n" + header.first + ": " + header.second;
+    }
+    const QByteArray proxy = m_socket.proxyAuthorization();
+    if (!proxy.isEmpty()) {
+        head += "\r\nProxy-Authorization: " + proxy;
+    }
+    return head + "\r\nContent-Length: " + QByteArray::number(m_request->body->size()) + "\r\n\r\n";
+}
+
+void HttpLine::begin()
+{
+    m_request->body->seek(0);
+    m_socket.write(head());
+    sendMore();
+}
+
+void HttpLine::sendMore()
+{
+    m_heard.start();
+    while (
+        m_request && m_socket.isReady() && !m_request->body->atEnd() && m_socket.pendingBytes() < heldBytes) {
+        const QByteArray piece = m_request->body->read(pieceBytes);
+        if (piece.isEmpty()) {
+            end({WebProblem::FileUnreadable, m_request->body->errorString(), 0});
+            return;
+        }
+        m_socket.write(piece);
+    }
+}
+
+// What comes back
+
+void HttpLine::readMore()
+{
+    const QByteArray bytes = m_socket.readAll();
+    if (!m_request) {
+        m_socket.close(); // nothing was asked
+        return;
+    }
+    m_heard.start();
+    m_answer->feed(bytes);
+    if (m_answer->isComplete()) {
+        endWithAnswer();
+    } else if (m_answer->isBroken()) {
+        end({WebProblem::BadAnswer, {}, m_answer->status()});
+    }
+}
+
+void HttpLine::onFailed(const WebFailure &failure)
+{
+    if (!m_request) {
+        m_socket.close();
+        return;
+    }
+    m_answer->feed(m_socket.readAll());
+    m_answer->endOfLine();
+    if (m_answer->isComplete()) {
+        endWithAnswer();
+    } else if (m_isUsed && !m_answer->hasBegun()) {
+        // Kept alive too long: the service had let go of it before it could know of the request.
+        m_isUsed = false;
+        m_socket.open();
+    } else {
+        end(failure);
+    }
+}
+
+void HttpLine::onSilence()
+{
+    const int left = m_patienceMs - static_cast<int>(m_heard.elapsed());
+    if (left > 0) {
+        m_silence.start(left);
+    } else {
+        end({WebProblem::TimedOut, {}, 0});
+    }
+}
+
+void HttpLine::abort()
+{
+    if (m_request) {
+        end({WebProblem::Stopped, {}, 0});
+    }
+}
+
+// The end
+
+/// An answer to a body that is not yet sent to its end is taken: the rest of it is not wanted.
+void HttpLine::endWithAnswer()
+{
+    const HttpAnswer answer{
+        HttpStatus::failureOf(m_answer->status(), m_answer->reason()), m_answer->status(), m_answer->body()};
+    m_isUsed = m_answer->keepsAlive() && m_request->body->atEnd() && m_socket.pendingBytes() == 0;
+    if (!m_isUsed) {
+        m_socket.close();
+    }
+    m_silence.stop();
+    m_request.reset();
+    emit finished(answer);
+}
+
+void HttpLine::end(const WebFailure &failure)
+{
+    m_socket.close();
+    m_silence.stop();
+    m_request.reset();
+    emit finished({failure, 0, {}});
+}

@@ -1,0 +1,117 @@
+#include "servicesocket.h"
+
+#include <QSslSocket>
+
+namespace {
+
+constexpr int plainPort = 80;
+constexpr int securePort = 443;
+
+QNetworkProxy proxyOf(const WebService &service)
+{
+    QNetworkProxy proxy = service.proxy;
+    if (proxy.type() == QNetworkProxy::DefaultProxy) {
+        proxy = QNetworkProxyFactory::proxyForQuery(QNetworkProxyQuery(service.address)).value(0);
+    }
+    if (proxy.type() == QNetworkProxy::HttpCachingProxy) {
+        proxy.setType(QNetworkProxy::HttpProxy);
+    }
+    return proxy;
+}
+
+WebProblem problemOf(QAbstractSocket::SocketError error)
+{
+    switch (error) {
+    case QAbstractSocket::SslHandshakeFailedError:
+        return WebProblem::CertificateRefused;
+    case QAbstractSocket::SocketTimeoutError:
+    case QAbstractSocket::ProxyConnectionTimeoutError:
+        return WebProblem::TimedOut;
+    case QAbstractSocket::RemoteHostClosedError:
+        return WebProblem::LineCut;
+    default:
+        return WebProblem::NoRoute;
+    }
+}
+
+} // namespace
+
+ServiceSocket::ServiceSocket(const WebService &service, QObject *parent)
+    : QObject(parent)
+    , m_service(service)
+    , m_proxy(proxyOf(service))
+{ }
+
+ServiceSocket::~ServiceSocket()
+{
+    if (m_socket) {
+        m_socket->disconnect(this);
+    }
+}
+
+bool ServiceSocket::isToProxy() const
+{
+    // It may tunnel nothing but TLS.
+    return m_proxy.type() == QNetworkProxy::HttpProxy && !m_service.isSecure();
+}
+
+QByteArray ServiceSocket::proxyAuthorization() const
+{
+    return isToProxy() && !m_proxy.user().isEmpty() ? WebService::basic(m_proxy.user(), m_proxy.password())
+                                                    : QByteArray();
+}
+
+void ServiceSocket::open()
+{
+    close();
+    const QUrl &address = m_service.address;
+    const QString host = isToProxy() ? m_proxy.hostName() : address.host();
+    const int port =
+        isToProxy() ? m_proxy.port() : address.port(m_service.isSecure() ? securePort : plainPort);
+    QSslSocket *tls = m_service.isSecure() ? new QSslSocket : nullptr;
+    m_socket.reset(tls ? tls : new QTcpSocket);
+    m_socket->setProxy(isToProxy() ? QNetworkProxy(QNetworkProxy::NoProxy) : m_proxy);
+    connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ServiceSocket::wrote);
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ServiceSocket::readyRead);
+    connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ServiceSocket::onFailed);
+    if (!tls) {
+        connect(m_socket.get(), &QTcpSocket::connected, this, &ServiceSocket::onReady);
+        m_socket->connectToHost(host, static_cast<quint16>(port));
+        return;
+    }
+    QSslConfiguration configuration = m_service.tls();
+    configuration.setAllowedNextProtocols({QSslConfiguration::NextProtocolHttp1_1});
+    tls->setSslConfiguration(configuration);
+    connect(tls, &QSslSocket::encrypted, this, &ServiceSocket::onReady);
+    connect(tls, &QSslSocket::encryptedBytesWritten, this, &ServiceSocket::wrote);
+    tls->connectToHostEncrypted(host, static_cast<quint16>(port));
+}
+
+void ServiceSocket::close()
+{
+    m_isReady = false;
+    if (m_socket) {
+        m_socket->disconnect(this);
+        m_socket->abort();
+        m_socket.release()->deleteLater(); // it may be what has called us
+    }
+}
+
+void ServiceSocket::onReady()
+{
+    m_isReady = true;
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    emit ready();
+}
+
+qint64 ServiceSocket::pendingBytes() const
+{
+    const auto *tls = qobject_cast<const QSslSocket *>(m_socket.get());
+    return m_socket->bytesToWrite() + (tls ? tls->encryptedBytesToWrite() : 0);
+}
+
+void ServiceSocket::onFailed(QAbstractSocket::SocketError error)
+{
+    m_isReady = false;
+    emit failed({problemOf(error), m_socket->errorString(), 0});
+}

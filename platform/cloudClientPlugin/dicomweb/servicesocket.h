@@ -1,0 +1,54 @@
+#pragma once
+
+#include "webfailure.h"
+#include "webservice.h"
+
+#include <QObject>
+#include <QTcpSocket>
+
+#include <memory>
+
+/**
+ * A connection to a service, through its proxy, with TLS where its address says so: the certificate is
+ * verified as everywhere. Small packets are sent at once, as the end of a body must not wait for the answer
+ * to its beginning.
+ */
+class ServiceSocket : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ServiceSocket(const WebService &service, QObject *parent = nullptr);
+    ~ServiceSocket() override;
+
+    /// Connects anew; ready() or failed() comes later.
+    void open();
+    void close();
+    bool isReady() const { return m_isReady; }
+
+    /// Whether the other end is a proxy that is to pass on what it is asked.
+    bool isToProxy() const;
+    /// The value of the header Proxy-Authorization; empty for none.
+    QByteArray proxyAuthorization() const;
+
+    void write(const QByteArray &bytes) { m_socket->write(bytes); }
+    /// What has been written and not yet sent.
+    qint64 pendingBytes() const;
+    QByteArray readAll() { return m_socket->readAll(); }
+
+signals:
+    void ready();
+    void wrote();
+    void readyRead();
+    /// The connection has ended, or has not come up; what came before can still be read.
+    void failed(const WebFailure &failure);
+
+private:
+    void onReady();
+    void onFailed(QAbstractSocket::SocketError error);
+
+    const WebService m_service;
+    const QNetworkProxy m_proxy; ///< as it is for this service
+    std::unique_ptr<QTcpSocket> m_socket;
+    bool m_isReady = false;
+};
