@@ -1,40 +1,32 @@
 #pragma once
 
 #include "cloudsession.h"
-#include "downloadjob.h"
-#include "downloadlist.h"
-#include "downloadrecorder.h"
-#include "objectspool.h"
-#include "queueownership.h"
-#include "receivejournal.h"
+#include "downloadlanding.h"
+#include "downloadqueue.h"
 #include "serieslines.h"
-#include "spoolindexer.h"
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QObject>
 #include <QTimer>
 
-#include <memory>
-
 /**
- * Works off the downloads of an index: some series at once, into a spool beside the index and from there into
- * the index. Lives on a thread of its own, on which all is called; signals come from there.
+ * Works off the downloads of an index: fetches some series at once, and follows what comes of them until the
+ * index has it. Lives on a thread of its own, on which all is called; signals come from there.
  */
 class DownloadCoordinator : public QObject
 {
     Q_OBJECT
 
 public:
-    DownloadCoordinator(QString databasePath, DuplicatePolicy policy);
+    DownloadCoordinator(const QString &databasePath, DuplicatePolicy policy);
     ~DownloadCoordinator() override;
 
     /// Goes on with what earlier programs left.
-    void start();
+    void start() { wake(); }
     /// No session makes it wait for one.
     void setSession(const CloudSession &session);
     /// What happens from now on where other content comes under a known UID.
-    void setPolicy(DuplicatePolicy policy);
+    void setPolicy(DuplicatePolicy policy) { m_landing.setPolicy(policy); }
     /// Fetches what is missing of a study, also where that was tried before.
     void add(const DownloadStudy &study);
     void stop(const QString &studyUid);
@@ -52,43 +44,28 @@ signals:
 private:
     void look();
     void work();
-    bool prepare();
     bool isAtService(const DownloadJob &job) const;
     bool mayFetch();
     void pump();
     bool begin(const DownloadJob &job, SeriesJob &series);
     void onReceived(const AskedSeries &asked, const QString &path);
+    void onProgressed(const AskedSeries &asked, qint64 bytes);
     void onFetched(const AskedSeries &asked, const QSet<QString> &listed, const WebFailure &failure);
-    void fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure);
-    void onCommitted(const QVector<SpooledObject> &objects);
-    void settle(const DownloadJob &job, SeriesJob &series);
-    void settleAll();
-    void forgetLost();
-    DownloadJob *jobOf(const QString &studyUid);
-    SeriesJob *seriesOf(const AskedSeries &owner);
+    void onRefused();
+    void onLanded(const QVector<LandedObject> &objects);
     bool isBusy() const;
     void wake();
     void tell();
 
-    const QString m_databasePath;
-    DuplicatePolicy m_policy;
     QElapsedTimer m_clock;
     QTimer m_timer; ///< of look()
     QTimer m_soon; ///< of work(), when something has changed
-    DownloadList m_list;
-    QueueOwnership m_ownership;
-    ReceiveJournal m_journal;
-    DownloadRecorder m_recorder;
-    ObjectSpool m_spool;
-    SeriesLines m_lines;
-    std::unique_ptr<SpoolIndexer> m_indexer; ///< ends before what it uses
-    QVector<DownloadJob> m_jobs; ///< in the order of their coming
-    QHash<QByteArray, AskedSeries> m_owners; ///< of objects in the spool, by path
+    DownloadQueue m_queue;
+    DownloadLanding m_landing;
+    SeriesLines m_lines; ///< end before the landing
     CloudSession m_session;
-    bool m_isLoaded = false;
+    QString m_service; ///< the address of the last session that was open
     bool m_isSaved = false;
-    bool m_isAdopting = false; ///< what earlier programs left is on its way into the index
-    bool m_wasIdle = false; ///< at the last look, nothing waited for the index
     bool m_hasImported = false; ///< since it was last told
     qint64 m_importedMs = 0;
 };

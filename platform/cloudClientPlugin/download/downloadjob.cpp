@@ -14,12 +14,6 @@ bool anyOf(const DownloadJob &job, const Is &is)
 
 } // namespace
 
-bool SeriesJob::isComplete(const QSet<QString> &held) const
-{
-    const bool isAll = listed.isEmpty() ? expected >= 0 || refused == 0 : held.contains(listed);
-    return isAll && !held.isEmpty() && held.size() >= expected;
-}
-
 SeriesJob *DownloadJob::find(const QString &seriesUid)
 {
     const auto found = std::find_if(
@@ -40,16 +34,26 @@ bool DownloadJob::hasFailed() const
     return anyOf(*this, [](const SeriesJob &one) { return one.state == State::Failed; });
 }
 
+void DownloadJob::askFor(const QVector<DownloadSeries> &wanted)
+{
+    for (const DownloadSeries &one : wanted) {
+        SeriesJob *known = find(one.seriesUid);
+        if (!known) {
+            SeriesJob added;
+            added.uid = one.seriesUid;
+            series.append(added);
+            known = &series.last();
+        }
+        known->askFor(one.expected);
+    }
+    tryAgain();
+}
+
 void DownloadJob::tryAgain()
 {
     isStopped = false;
     for (SeriesJob &one : series) {
-        if (one.state == State::Failed) {
-            one.state = State::Waiting;
-        }
-        one.isRecounted = false;
-        one.attempts = 0;
-        one.dueMs = 0;
+        one.tryAgain();
     }
 }
 
@@ -66,8 +70,7 @@ DownloadState DownloadJob::state(bool hasSession, qint64 nowMs) const
         return DownloadState::Running;
     }
     if (anyOf(*this, is(State::Waiting))) {
-        const bool isDue = anyOf(*this,
-            [nowMs](const SeriesJob &one) { return one.state == State::Waiting && one.dueMs <= nowMs; });
+        const bool isDue = anyOf(*this, [nowMs](const SeriesJob &one) { return one.isDue(nowMs); });
         return !hasSession ? DownloadState::NeedsSession
             : isDue        ? DownloadState::Waiting
                            : DownloadState::Retrying;

@@ -162,8 +162,9 @@ void DownloadList::add(const DownloadJob &job)
         {job.studyUid, job.label, int(Wanted), job.service});
     for (const SeriesJob &series : job.series) {
         put(QStringLiteral("INSERT INTO downloadseries (studyUID, seriesUID, state, expected, received) "
-                           "VALUES (?, ?, ?, ?, 0) ON CONFLICT (studyUID, seriesUID) DO NOTHING"),
-            {job.studyUid, series.uid, int(Wanted),
+                           "VALUES (?, ?, ?, ?, 0) ON CONFLICT (studyUID, seriesUID) DO UPDATE SET "
+                           "state = excluded.state, expected = excluded.expected"),
+            {job.studyUid, series.uid, int(storedState(series.state)),
                 series.expected < 0 ? QVariant(QVariant::Int) : QVariant(series.expected)});
     }
 }

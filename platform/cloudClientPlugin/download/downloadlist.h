@@ -23,6 +23,7 @@ public:
     /// Those that are not finished, before those that jobs holds already; finished ones leave the list.
     /// @return false where the index cannot be read now
     bool load(QVector<DownloadJob> *jobs);
+    /// A new one, or one that is known and now to be fetched as it says.
     void add(const DownloadJob &job);
     void setStopped(const DownloadJob &job);
     /// Where a series stands; what was received is counted with the records.

@@ -1,6 +1,7 @@
 #include "cloudsession.h"
 #include "dicomfilebuilder.h"
 #include "downloadengine.h"
+#include "indexconnection.h"
 #include "lineproxy.h"
 #include "objectspool.h"
 #include "oddservice.h"
@@ -221,6 +222,35 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!m_proxy->asked().isEmpty(), mostMs);
         place.engine->setSession(sessionAt(m_archive->httpPort()));
         QTRY_COMPARE(place.state(), DownloadState::NeedsSession);
+
+        // What is asked for after an end of the session is of its service, too.
+        place.engine->setSession(place.session);
+        place.engine->setSession({});
+        place.engine->add(wanted(2));
+        place.engine->setSession(sessionAt(m_archive->httpPort()));
+        QTRY_COMPARE(place.state(2), DownloadState::NeedsSession);
+    }
+
+    /// What was fetched for it is still on its way into an index that somebody else writes to.
+    void removedAndAskedForAgain()
+    {
+        Workplace place(sessionAt(m_archive->httpPort()));
+        {
+            const IndexConnection other(place.index.path());
+            const WriteTransaction writing(other.database());
+            QVERIFY(writing.isActive());
+            place.engine->add(wanted(1));
+            const auto fetched = [&] {
+                const QVector<DownloadTally> &tallies = place.engine->tallies();
+                return tallies.isEmpty() ? 0 : tallies.constFirst().fetched;
+            };
+            QTRY_COMPARE_WITH_TIMEOUT(fetched(), 2 * imagesOfSeries, mostMs);
+            place.engine->remove(wanted(1).studyUid);
+            place.engine->add(wanted(1));
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(place.state(), DownloadState::Finished, mostMs);
+        QCOMPARE(place.images(), 2 * imagesOfSeries);
+        QVERIFY(place.isWhole());
     }
 
     void onlyWhatIsMissing()
@@ -243,6 +273,14 @@ private slots:
         QCOMPARE(tally.seriesDone, 1);
         QVERIFY(!tally.failure.isNone());
         QCOMPARE(place.images(), imagesOfSeries);
+
+        place.session = {};
+        place.engine->setSession(place.session);
+        place.engine->resume(wanted(1).studyUid);
+        QTRY_COMPARE(place.state(), DownloadState::NeedsSession);
+        place.engine.reset();
+        place.open(); // after a restart it is still wanted
+        QTRY_COMPARE(place.state(), DownloadState::NeedsSession);
     }
 
     /// A good answer is no proof that it holds what was asked for.
