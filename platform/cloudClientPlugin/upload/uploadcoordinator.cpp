@@ -1,5 +1,7 @@
 #include "uploadcoordinator.h"
 
+#include <QDateTime>
+
 #include <utility>
 
 namespace {
@@ -111,6 +113,16 @@ void UploadCoordinator::retryFailed(qint64 task)
                 m_health.forgive();
             }
         });
+}
+
+void UploadCoordinator::tryNow()
+{
+    m_health.hurry();
+    for (const Job &job : qAsConst(m_jobs)) {
+        job->hurry();
+    }
+    noteChange();
+    look();
 }
 
 void UploadCoordinator::rename(qint64 task, const QString &patientName)
@@ -236,7 +248,11 @@ UploadBatch UploadCoordinator::nextBatch()
 void UploadCoordinator::onCame(const UploadBatch &batch, const StoreAnswer &answer)
 {
     const Job job = m_jobs.value(batch.task);
+    const qint64 waitedUntil = m_health.waitsUntilMs();
     m_health.note(batch, answer, job && !job->hasFresh(), m_clock.elapsed());
+    if (m_health.waitsUntilMs() != waitedUntil) {
+        noteChange(); // of all uploads: they wait for the same service
+    }
     if (answer.failure.problem == WebProblem::Unauthorized && batch.session == m_health.session()) {
         refuseSession();
     }
@@ -327,12 +343,19 @@ UploadTally::State UploadCoordinator::stateOf(const UploadJob &job) const
     return m_health.isInTrouble() ? State::Retrying : State::Running;
 }
 
+qint64 UploadCoordinator::nextTryMs(const UploadJob &job) const
+{
+    return QDateTime::currentMSecsSinceEpoch() + qMax(m_health.waitsUntilMs(), job.dueMs())
+        - m_clock.elapsed();
+}
+
 void UploadCoordinator::tell(UploadJob &job)
 {
     job.isChanged = false;
     UploadTally tally = job.tally(m_clock.elapsed());
     tally.state = stateOf(job);
     tally.trouble = m_health.trouble();
+    tally.nextTryMs = nextTryMs(job);
     emit tallied(job.id(), tally);
 }
 

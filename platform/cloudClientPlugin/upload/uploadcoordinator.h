@@ -31,6 +31,8 @@ public:
     void finish(qint64 task);
     void flag(qint64 task);
     void retryFailed(qint64 task);
+    /// What waits for a service in trouble waits no longer.
+    void tryNow();
     void rename(qint64 task, const QString &patientName);
     /// Tells the tally, for somebody who has not heard it.
     void tellAgain(qint64 task);
@@ -64,6 +66,7 @@ private:
     void tell(UploadJob &job);
     void tellChanged();
     UploadTally::State stateOf(const UploadJob &job) const;
+    qint64 nextTryMs(const UploadJob &job) const;
     void endIfOver(const Job &job);
     void end(qint64 task);
 

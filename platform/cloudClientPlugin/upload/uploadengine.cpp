@@ -174,6 +174,11 @@ void UploadEngine::retryFailed(qint64 task)
     tell([task](UploadCoordinator &coordinator) { coordinator.retryFailed(task); });
 }
 
+void UploadEngine::tryNow()
+{
+    tell([](UploadCoordinator &coordinator) { coordinator.tryNow(); });
+}
+
 void UploadEngine::rename(qint64 task, const QString &patientName)
 {
     tell([task, patientName](UploadCoordinator &coordinator) { coordinator.rename(task, patientName); });

@@ -44,6 +44,7 @@ public:
     void finish(qint64 task);
     void flag(qint64 task);
     void retryFailed(qint64 task);
+    void tryNow();
     void rename(qint64 task, const QString &patientName);
     QVector<UploadFault> faults(qint64 task) const;
     /// @}

@@ -23,9 +23,11 @@ public:
     /// Nothing is to be sent for a while.
     void rest() { m_pace.interrupted(); }
     void forgive() { m_trouble.clear(); }
+    void hurry() { m_trouble.hurry(); }
     bool isInTrouble() const { return !m_trouble.isNone(); }
     const WebFailure &trouble() const { return m_trouble.failure(); }
     bool mustWait(qint64 nowMs) const { return m_trouble.mustWait(nowMs); }
+    qint64 waitsUntilMs() const { return m_trouble.untilMs(); }
     int mostRequests() const { return isInTrouble() ? 1 : m_pace.requests(); }
     int mostObjects() const { return isInTrouble() ? 1 : m_pace.batchObjects(); }
     qint64 mostBytes() const { return m_pace.batchBytes(); }

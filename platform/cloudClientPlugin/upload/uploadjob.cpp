@@ -72,6 +72,20 @@ void UploadJob::giveBack(const QueuedFile &file)
     }
 }
 
+qint64 UploadJob::dueMs() const
+{
+    const auto first = std::min_element(m_again.begin(), m_again.end(),
+        [](const QueuedFile &one, const QueuedFile &other) { return one.notBeforeMs < other.notBeforeMs; });
+    return hasFresh() || first == m_again.end() ? 0 : first->notBeforeMs;
+}
+
+void UploadJob::hurry()
+{
+    for (QueuedFile &file : m_again) {
+        file.notBeforeMs = 0;
+    }
+}
+
 void UploadJob::forget(const UploadOutcome &outcome, qint64 nowMs)
 {
     --m_onTheirWay;

@@ -26,6 +26,10 @@ public:
     /// The next file to send, if any. @param mayBeSuspect whether one that had trouble may come before others
     bool takeNext(UploadStore &store, qint64 nowMs, bool mayBeSuspect, QueuedFile *next);
     void giveBack(const QueuedFile &file);
+    /// When the first of those that wait here may be sent; 0 where that is now.
+    qint64 dueMs() const;
+    /// Those that had trouble wait no longer.
+    void hurry();
     /// It does not wait in the index any more.
     void drop(const QueuedFile &file) { m_held.remove(file.file.id); }
     void setOnItsWay(int more) { m_onTheirWay += more; }

@@ -28,6 +28,7 @@ struct UploadTally
     int secondsLeft = -1; ///< -1 while nobody can tell
     State state = State::Listing;
     WebFailure trouble; ///< why it is Retrying
+    qint64 nextTryMs = 0; ///< when the service is asked next while it is, in ms since the epoch
 };
 
 /// Why a file has not been stored.

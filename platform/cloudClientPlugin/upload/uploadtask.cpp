@@ -55,6 +55,13 @@ void UpLoadTask::retryFailed()
     }
 }
 
+void UpLoadTask::tryNow()
+{
+    if (m_engine != nullptr) {
+        m_engine->tryNow();
+    }
+}
+
 void UpLoadTask::take(const UploadTally &tally)
 {
     const bool isMore = tally.failed != m_tally.failed || tally.succeeded != m_tally.succeeded;

@@ -41,6 +41,8 @@ public:
     void setUploadedCloudflag(bool isUploaded);
     /// What has failed waits again.
     void retryFailed();
+    /// Asks a service that is away at once, for all uploads: they wait for the same one.
+    void tryNow();
 
 signals:
     /// At most five times a second, and once with the last numbers.

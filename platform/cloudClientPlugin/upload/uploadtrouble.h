@@ -12,6 +12,7 @@ public:
     bool isNone() const { return m_pauseMs == 0; }
     const WebFailure &failure() const { return m_failure; }
     bool mustWait(qint64 nowMs) const { return nowMs < m_untilMs; }
+    qint64 untilMs() const { return m_untilMs; }
 
     /// Requests that were on their way when it began make it no worse.
     void note(const WebFailure &failure, qint64 nowMs)
@@ -23,6 +24,12 @@ public:
         }
     }
     void clear() { *this = UploadTrouble(); }
+    /// Somebody has reason to believe that it is over: pauses are short again.
+    void hurry()
+    {
+        m_pauseMs = qMin(m_pauseMs, firstPauseMs);
+        m_untilMs = 0;
+    }
     /// How long a file is left alone after so many tries.
     static qint64 pauseAfter(int tries) { return qMin(firstPauseMs << qMin(tries, 6), longestPauseMs); }
 

@@ -13,6 +13,7 @@
 #include "uploadfilesmodel.h"
 #include "uploadpace.h"
 #include "uploadtask.h"
+#include "uploadtrouble.h"
 #include "webarchive.h"
 #include "webclient.h"
 
@@ -464,6 +465,23 @@ private slots:
         }
         QVERIFY2(rateNow() > 0.8 * 2,
             qPrintable(QStringLiteral("%1 requests of %2").arg(pace.requests()).arg(pace.batchBytes())));
+    }
+
+    /// Somebody who knows better ends the pause, and the next ones are short again.
+    void pausesGrowUntilSomebodyHurries()
+    {
+        UploadTrouble trouble;
+        qint64 now = 0;
+        for (int failures = 0; failures < 5; ++failures) {
+            trouble.note({WebProblem::NoRoute, {}, 0}, now);
+            now = trouble.untilMs();
+        }
+        trouble.note({WebProblem::NoRoute, {}, 0}, now);
+        QVERIFY(trouble.mustWait(now + 8 * UploadTrouble::firstPauseMs));
+        trouble.hurry();
+        QVERIFY(!trouble.mustWait(now) && !trouble.isNone());
+        trouble.note({WebProblem::NoRoute, {}, 0}, now);
+        QVERIFY(trouble.mustWait(now) && !trouble.mustWait(now + 2 * UploadTrouble::firstPauseMs));
     }
 
     void rowsShowTallies()
