@@ -1,6 +1,9 @@
 #include "downloadjob.h"
 
+#include <QDateTime>
+
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -78,6 +81,16 @@ DownloadState DownloadJob::state(bool hasSession, qint64 nowMs) const
     return anyOf(*this, is(State::Landing)) ? DownloadState::Indexing : DownloadState::Failed;
 }
 
+/// When the first of those that wait may be tried.
+qint64 DownloadJob::dueMs() const
+{
+    qint64 first = std::numeric_limits<qint64>::max();
+    for (const SeriesJob &one : series) {
+        first = one.state == State::Waiting ? qMin(first, one.dueMs) : first;
+    }
+    return first;
+}
+
 DownloadTally DownloadJob::tally(bool hasSession, qint64 nowMs) const
 {
     DownloadTally tally;
@@ -101,6 +114,9 @@ DownloadTally DownloadJob::tally(bool hasSession, qint64 nowMs) const
         }
     }
     tally.bytes = bytes;
+    if (tally.state == DownloadState::Retrying) {
+        tally.nextTryMs = QDateTime::currentMSecsSinceEpoch() + dueMs() - nowMs;
+    }
     if (tally.state == DownloadState::Running) {
         tally.bytesPerSecond = rate.bytesPerSecond(nowMs);
         tally.objectsPerSecond = rate.objectsPerSecond(nowMs);

@@ -30,4 +30,5 @@ struct DownloadJob
 
 private:
     DownloadState state(bool hasSession, qint64 nowMs) const;
+    qint64 dueMs() const;
 };

@@ -50,6 +50,7 @@ struct DownloadTally
     double objectsPerSecond = 0;
     qint64 secondsLeft = -1; ///< -1 where that cannot be said
     WebFailure failure; ///< of the series that failed last, where state says Retrying or Failed
+    qint64 nextTryMs = 0; ///< when it is tried next while it is Retrying, in ms since the epoch
 
     bool isEnded() const
     {
