@@ -125,6 +125,7 @@ void PatientManagerMainWindow::openLogin()
     connect(loginForm, &LoginForm::loginInfo, this, &PatientManagerMainWindow::onLoginInfo);
     connect(loginForm, &LoginForm::cancelled, this, &PatientManagerMainWindow::onLoginCancelled,
         Qt::UniqueConnection);
+    connect(loginForm, &LoginForm::left, this, &PatientManagerMainWindow::onLoginEnded, Qt::UniqueConnection);
     bringUp(loginForm);
     loginForm->raise();
     loginForm->activateWindow();
@@ -138,6 +139,7 @@ void PatientManagerMainWindow::onLoginCancelled()
         show();
     }
     emit loginCancelled();
+    onLoginEnded();
 }
 
 void PatientManagerMainWindow::on_actionDownloadCloudData_triggered()

@@ -13,8 +13,10 @@
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
+#include <QTimer>
 
 #include <optional>
+#include <utility>
 
 /// The upload window is there from the start: it may have uploads of an earlier run.
 void PatientManagerMainWindow::connectUploads()
@@ -28,12 +30,34 @@ void PatientManagerMainWindow::connectUploads()
 
 void PatientManagerMainWindow::on_actionUploadCloudData_triggered()
 {
+    getSelectPatientPk();
     if (!isSignedIn()) {
+        waitingUploadTable = currentTableName;
+        waitingUploadPks = selectedPks;
         openLogin();
         return;
     }
-    getSelectPatientPk();
-    if (selectedPks.isEmpty()) {
+    askToUpload(currentTableName, selectedPks);
+}
+
+/// The upload that asked for the login goes on with what was selected then, once that window is gone: it
+/// stands above all questions.
+void PatientManagerMainWindow::onLoginEnded()
+{
+    const QList<qlonglong> pks = std::exchange(waitingUploadPks, {});
+    if (pks.isEmpty()) {
+        return;
+    }
+    if (isSignedIn()) {
+        QTimer::singleShot(0, this, [this, table = waitingUploadTable, pks] { askToUpload(table, pks); });
+    } else {
+        emit told(tr("Nothing is uploaded: nobody has signed in to the cloud."));
+    }
+}
+
+void PatientManagerMainWindow::askToUpload(const QString &tableName, const QList<qlonglong> &pks)
+{
+    if (pks.isEmpty()) {
         kivMessageBoxForm::warning(nullptr, tr("警告"), tr("请选择至少一个病人数据!"),
             kivMessageBoxForm::OkOnly, kivMessageBoxForm::AnswerOk);
         return;
@@ -45,9 +69,9 @@ void PatientManagerMainWindow::on_actionUploadCloudData_triggered()
     }
     uploadByManual = true;
     uploadTime = QDateTime::currentDateTime();
-    if (const std::optional<RecordLevel> level = recordLevelOf(currentTableName)) {
+    if (const std::optional<RecordLevel> level = recordLevelOf(tableName)) {
         const WaitCursor wait;
-        for (const UploadBatch &batch : UploadSelection::read(*level, selectedPks)) {
+        for (const UploadBatch &batch : UploadSelection::read(*level, pks)) {
             upload(batch);
         }
     }

@@ -159,6 +159,8 @@ signals:
     void loginWanted();
     /// It was closed without a login; this window is back where the login had closed it.
     void loginCancelled();
+    /// A sentence for the user that asks for nothing, as a host's status line shows them.
+    void told(const QString &text);
 
 private slots:
     void on_actionLoadDir_triggered();
@@ -186,7 +188,9 @@ private:
     void stackForms();
     void showSendDialog();
     void connectUploads();
+    void askToUpload(const QString &tableName, const QList<qlonglong> &pks);
     void upload(const UploadBatch &batch);
+    void onLoginEnded();
     bool isSignedIn() const;
     void keepLogin(QByteArray name, QByteArray secret, QByteArray sessionId, int type);
     void userTypeReflesh();
@@ -221,6 +225,8 @@ private:
     bool isClosedForLogin = false;
     QString cloudBrowserExe = QStringLiteral("kivcloudbrowser.exe");
     QStringList cloudBrowserArgs;
+    QString waitingUploadTable; ///< with its keys, the upload that waits for a login
+    QList<qlonglong> waitingUploadPks;
     bool uploadByManual = false;
     bool uploadStarted = false;
     bool isDeleting = false;

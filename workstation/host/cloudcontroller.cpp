@@ -39,6 +39,7 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
     connect(client, &HttpUploadFile::sessionRefused, this, &CloudController::onRefused);
     connect(m_library, &PatientManagerMainWindow::loginInfo, this, &CloudController::showFrame);
     connect(m_library, &PatientManagerMainWindow::loginCancelled, this, &CloudController::showFrame);
+    connect(m_library, &PatientManagerMainWindow::told, this, &CloudController::ended);
     connect(m_signIn, &CloudSignIn::signedIn, this,
         [](const CloudSession &session) { HttpUploadFile::instance()->setSession(session); });
     connect(m_signIn, &CloudSignIn::failed, this, &CloudController::onSignInFailed);

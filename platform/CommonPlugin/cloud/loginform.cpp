@@ -323,7 +323,9 @@ void LoginForm::closeEvent(QCloseEvent *event)
     QWidget::closeEvent(event);
     m_signIn->cancel();
     m_fields->clearPassword();
-    if (!m_isSignedIn && isVisible()) {
+    if (isVisible() && m_isSignedIn) {
+        emit left();
+    } else if (isVisible()) {
         emit cancelled();
     }
 }

@@ -37,6 +37,8 @@ signals:
     void loginInfo(QByteArray user, QByteArray password, QByteArray jsessionid, int userType);
     /// The window was closed without that.
     void cancelled();
+    /// It was closed after that.
+    void left();
 
 protected:
     void showEvent(QShowEvent *event) override;
