@@ -13,6 +13,7 @@
 class CloudClientAsyncHandler;
 class FolderFiles;
 class HttpUploadFile;
+class QAction;
 class UpLoadTask;
 class UploadFailureModel;
 class UploadRows;
@@ -95,6 +96,11 @@ private:
 
     void showUploads();
     void updateSummary();
+    void updateNotices();
+    void comeForward();
+    bool hasEnded(int row) const;
+    void removeEnded(int row);
+    void clearFinished();
     void updateFailures();
     void readFailures();
     void enableButtons();
@@ -115,4 +121,6 @@ private:
     bool m_hasBeenAsked = false; ///< setUploadFiles() has begun an upload
     QSet<int> m_hasFailed; ///< for whom the bar was set up
     QTimer m_update; ///< one for however many changes
+    bool m_needsSession = false; ///< so that it came forward
+    QAction *m_removeRow = nullptr;
 };

@@ -15,6 +15,7 @@
 #include "uploadrows.h"
 #include "uploadtask.h"
 
+#include <QAction>
 #include <QDir>
 #include <QHeaderView>
 #include <QSettings>
@@ -116,6 +117,20 @@ void UploadProgressForm::connectButtons()
             task->finishTask();
         }
     });
+    connect(ui->retryNotice, &RetryNotice::tryWanted, this, [this] {
+        if (!m_tasks.isEmpty()) {
+            m_tasks.first()->tryNow();
+        }
+    });
+    connect(ui->clearFinished, &QPushButton::clicked, this, &UploadProgressForm::clearFinished);
+    m_removeRow = new QAction(tr("Re&move from the List"), ui->tableView);
+    m_removeRow->setShortcut(QKeySequence::Delete);
+    m_removeRow->setShortcutContext(Qt::WidgetShortcut);
+    connect(m_removeRow, &QAction::triggered, this, [this] {
+        removeEnded(ui->tableView->currentIndex().row());
+        enableButtons();
+    });
+    ui->tableView->addAction(m_removeRow);
     connect(ui->closeWindow, &QPushButton::clicked, this, &QWidget::close);
 }
 
@@ -130,10 +145,8 @@ void UploadProgressForm::resetView()
     const std::unique_ptr<QItemSelectionModel> none(view->selectionModel());
     view->setModel(m_rows);
     view->horizontalHeader()->restoreState(widths);
-    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] {
-        enableButtons();
-        showDetails();
-    });
+    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+        &UploadProgressForm::enableButtons);
     view->selectRow(std::max(row, 0));
     view->update();
 }

@@ -3,19 +3,25 @@
 
 #include "ui_uploadprogressform.h"
 
+#include "focuscare.h"
 #include "folderfiles.h"
 #include "uploadfailuremodel.h"
 #include "uploadrows.h"
 #include "uploadtask.h"
 #include "uploadtext.h"
+#include "webfailuretext.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLocale>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <initializer_list>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -30,6 +36,7 @@ void UploadProgressForm::showUploads()
     QElapsedTimer cost;
     cost.start();
     updateSummary();
+    updateNotices();
     updateFailures();
     enableButtons();
     m_update.setInterval(std::max(updateMs, int(cost.elapsed()) * updateCostFactor));
@@ -38,10 +45,8 @@ void UploadProgressForm::showUploads()
 void UploadProgressForm::updateSummary()
 {
     UploadTally sum;
-    bool needsSession = false;
     for (const UpLoadTask *task : qAsConst(m_tasks)) {
         const UploadTally tally = task->tally();
-        needsSession = needsSession || tally.state == UploadTally::State::NeedsSession;
         sum.all += tally.all;
         sum.succeeded += tally.succeeded;
         sum.bytesAll += tally.bytesAll;
@@ -55,7 +60,45 @@ void UploadProgressForm::updateSummary()
         text += QStringLiteral(" – ") + rate;
     }
     ui->headline->setText(m_tasks.isEmpty() ? tr("Nothing is being uploaded.") : text);
+}
+
+/// What the uploads wait for.
+void UploadProgressForm::updateNotices()
+{
+    bool needsSession = false;
+    UploadTally away;
+    for (const UpLoadTask *task : qAsConst(m_tasks)) {
+        const UploadTally tally = task->tally();
+        needsSession = needsSession || tally.state == UploadTally::State::NeedsSession;
+        const bool isSooner = away.nextTryMs == 0 || tally.nextTryMs < away.nextTryMs;
+        if (tally.state == UploadTally::State::Retrying && isSooner) {
+            away = tally;
+        }
+    }
     ui->signInPanel->setVisible(needsSession);
+    if (!std::exchange(m_needsSession, needsSession) && needsSession) {
+        comeForward();
+    }
+    if (away.trouble.isNone()) {
+        ui->retryNotice->clear();
+    } else {
+        ui->retryNotice->showTrouble(WebFailureText::of(away.trouble), away.nextTryMs);
+    }
+}
+
+/// Out from behind other windows, and not over a question that is being asked; whoever types goes on.
+void UploadProgressForm::comeForward()
+{
+    constexpr int againMs = 200;
+    if (!m_needsSession || !isVisible() || isActiveWindow()) {
+        return;
+    }
+    if (QApplication::activeModalWidget()) {
+        QTimer::singleShot(againMs, this, &UploadProgressForm::comeForward);
+        return;
+    }
+    raise();
+    QApplication::alert(this);
 }
 
 /// Each upload's are a read of the index: where they are many, some wait for the next update.
@@ -95,12 +138,9 @@ void UploadProgressForm::updateFailures()
     showDetails();
 }
 
-/// What the lists cut.
+/// What the list cuts.
 void UploadProgressForm::showDetails()
 {
-    const UpLoadTask *task = chosenTask();
-    const bool isInTrouble = task && task->tally().state == UploadTally::State::Retrying;
-    ui->stateDetail->setDetail(isInTrouble ? UploadText::ofState(task->tally()) : QString());
     const QModelIndex failure = ui->failures->currentIndex();
     ui->reason->setDetail(failure.isValid()
             ? failure.siblingAtColumn(UploadFailureModel::ReasonColumn).data().toString()
@@ -121,9 +161,41 @@ QList<UpLoadTask *> UploadProgressForm::failedTasks() const
     return failed;
 }
 
+bool UploadProgressForm::hasEnded(int row) const
+{
+    const QModelIndex index = m_rows->index(row, 0);
+    return index.isValid() && !m_tasks.contains(index.data(UploadRows::TaskRole).toInt());
+}
+
+void UploadProgressForm::removeEnded(int row)
+{
+    if (hasEnded(row)) {
+        m_rows->removeTask(m_rows->index(row, 0).data(UploadRows::TaskRole).toInt());
+    }
+}
+
+void UploadProgressForm::clearFinished()
+{
+    for (int row = m_rows->rowCount() - 1; row >= 0; --row) {
+        removeEnded(row);
+    }
+    enableButtons();
+}
+
 void UploadProgressForm::enableButtons()
 {
-    ui->selectFloders->setEnabled(!m_folder->isRunning());
-    ui->retry->setEnabled(!failedTasks().isEmpty());
-    ui->cancelUpload->setEnabled(chosenTask() != nullptr);
+    bool isAnyEnded = false;
+    for (int row = 0; row < m_rows->rowCount() && !isAnyEnded; ++row) {
+        isAnyEnded = hasEnded(row);
+    }
+    m_removeRow->setEnabled(hasEnded(ui->tableView->currentIndex().row()));
+    const std::initializer_list<std::pair<QWidget *, bool>> states{
+        {ui->selectFloders, !m_folder->isRunning()},
+        {ui->retry, !failedTasks().isEmpty()},
+        {ui->cancelUpload, chosenTask() != nullptr},
+        {ui->clearFinished, isAnyEnded},
+    };
+    for (const auto &[button, isEnabled] : states) {
+        setEnabledWithCare(button, isEnabled, ui->tableView);
+    }
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "progressdelegate.h"
 
-/// Draws what part of an upload is stored as a bar, below the number. Belongs to the column of progress.
-class UploadRowDelegate : public QStyledItemDelegate
+/// Draws how far an upload is.
+class UploadRowDelegate : public ProgressDelegate
 {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit UploadRowDelegate(QObject *parent);
 
-    void paint(
-        QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+protected:
+    double share(const QModelIndex &index) const override;
 };

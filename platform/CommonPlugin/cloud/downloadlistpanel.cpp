@@ -2,8 +2,12 @@
 
 #include "downloadengine.h"
 #include "downloadlistmodel.h"
+#include "emptytext.h"
+#include "focuscare.h"
 #include "listheight.h"
 #include "progressdelegate.h"
+#include "retrynotice.h"
+#include "webfailuretext.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -18,12 +22,30 @@ constexpr int visibleRows = 3;
 /// Of each column, in characters.
 constexpr int widths[DownloadListModel::ColumnCount] = {34, 18, 11, 10, 24};
 
+/// Says how to begin, while there is nothing.
+class DownloadListView : public QTreeView
+{
+public:
+    using QTreeView::QTreeView;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QTreeView::paintEvent(event);
+        paintEmptyText(this,
+            DownloadListPanel::tr(
+                "Nothing is being downloaded. Search above, check the studies or series that "
+                "you want, and press Download Checked."));
+    }
+};
+
 } // namespace
 
 DownloadListPanel::DownloadListPanel(QWidget *parent)
     : QWidget(parent)
     , m_model(new DownloadListModel(this))
-    , m_view(new QTreeView(this))
+    , m_retry(new RetryNotice(this))
+    , m_view(new DownloadListView(this))
 {
     m_view->setObjectName(QStringLiteral("downloads"));
     m_view->setAccessibleName(tr("Downloads"));
@@ -50,10 +72,14 @@ DownloadListPanel::DownloadListPanel(QWidget *parent)
         buttons->addWidget(*button);
     }
     buttons->addStretch();
-    auto *layout = new QHBoxLayout(this);
+    auto *list = new QHBoxLayout;
+    list->addWidget(m_view, 1);
+    list->addLayout(buttons);
+    auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_view, 1);
-    layout->addLayout(buttons);
+    layout->addWidget(m_retry);
+    layout->addLayout(list);
+    connect(m_retry, &RetryNotice::tryWanted, this, &DownloadListPanel::tryNow);
     connect(m_stop, &QPushButton::clicked, this, [this] {
         for (const QString &uid : chosen()) {
             m_engine->stop(uid);
@@ -106,6 +132,34 @@ void DownloadListPanel::refresh()
         }
     }
     refreshButtons();
+    refreshRetry();
+}
+
+/// The one whose turn comes first speaks for all that wait for a service.
+void DownloadListPanel::refreshRetry()
+{
+    const DownloadTally *first = nullptr;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const DownloadTally &tally = m_model->at(row);
+        const bool isSooner = !first || tally.nextTryMs < first->nextTryMs;
+        if (tally.state == DownloadState::Retrying && isSooner) {
+            first = &tally;
+        }
+    }
+    if (first) {
+        m_retry->showTrouble(WebFailureText::of(first->failure), first->nextTryMs);
+    } else {
+        m_retry->clear();
+    }
+}
+
+void DownloadListPanel::tryNow()
+{
+    for (int row = 0; m_engine && row < m_model->rowCount(); ++row) {
+        if (m_model->at(row).state == DownloadState::Retrying) {
+            m_engine->resume(m_model->at(row).studyUid);
+        }
+    }
 }
 
 QStringList DownloadListPanel::chosen() const
@@ -124,9 +178,11 @@ void DownloadListPanel::refreshButtons()
         return std::any_of(
             rows.begin(), rows.end(), [&](const QModelIndex &row) { return is(m_model->at(row.row())); });
     };
-    m_stop->setEnabled(m_engine && isAny([](const DownloadTally &tally) { return !tally.isEnded(); }));
-    m_resume->setEnabled(m_engine && isAny([](const DownloadTally &tally) {
+    setEnabledWithCare(
+        m_stop, m_engine && isAny([](const DownloadTally &tally) { return !tally.isEnded(); }), m_view);
+    setEnabledWithCare(m_resume, m_engine && isAny([](const DownloadTally &tally) {
         return tally.state == DownloadState::Stopped || tally.state == DownloadState::Failed;
-    }));
-    m_remove->setEnabled(m_engine && !rows.isEmpty());
+    }),
+        m_view);
+    setEnabledWithCare(m_remove, m_engine && !rows.isEmpty(), m_view);
 }

@@ -7,6 +7,7 @@ class DownloadEngine;
 class DownloadListModel;
 class QPushButton;
 class QTreeView;
+class RetryNotice;
 
 /// The downloads of an index with what can be done about them. GUI thread.
 class DownloadListPanel : public QWidget
@@ -23,10 +24,13 @@ private:
     QPushButton *addButton(const char *name, const QString &text, const QString &hint);
     void refresh();
     void refreshButtons();
+    void refreshRetry();
+    void tryNow();
     QStringList chosen() const;
 
     QPointer<DownloadEngine> m_engine;
     DownloadListModel *m_model;
+    RetryNotice *m_retry;
     QTreeView *m_view;
     QPushButton *m_stop = nullptr;
     QPushButton *m_resume = nullptr;

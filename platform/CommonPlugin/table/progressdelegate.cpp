@@ -1,13 +1,11 @@
 #include "progressdelegate.h"
 
-#include <QApplication>
 #include <QPainter>
-#include <QStyle>
 
 namespace {
 
-constexpr int barSteps = 1000;
-constexpr int margin = 2;
+constexpr int barHeight = 4;
+constexpr int sideMargin = 3;
 
 } // namespace
 
@@ -16,26 +14,28 @@ ProgressDelegate::ProgressDelegate(int shareRole, QObject *parent)
     , m_shareRole(shareRole)
 { }
 
+double ProgressDelegate::share(const QModelIndex &index) const
+{
+    return index.data(m_shareRole).toDouble();
+}
+
+QSize ProgressDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 2 * barHeight);
+}
+
 void ProgressDelegate::paint(
     QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    QStyleOptionViewItem cell = option;
-    initStyleOption(&cell, index);
-    const QString text = cell.text;
-    cell.text.clear();
-    cell.state &= ~QStyle::State_Selected; // the bar has the selection's colour
-    painter->fillRect(cell.rect, cell.palette.base());
-    const QStyle *style = cell.widget ? cell.widget->style() : QApplication::style();
-    style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
-    QStyleOptionProgressBar bar;
-    bar.rect = option.rect.adjusted(margin, margin, -margin, -margin);
-    bar.palette = option.palette;
-    bar.fontMetrics = option.fontMetrics;
-    bar.state = (option.state & ~QStyle::State_Selected) | QStyle::State_Horizontal;
-    bar.maximum = barSteps;
-    bar.progress = int(index.data(m_shareRole).toDouble() * barSteps);
-    bar.text = text;
-    bar.textVisible = true;
-    bar.textAlignment = Qt::AlignCenter;
-    style->drawControl(QStyle::CE_ProgressBar, &bar, painter, cell.widget);
+    constexpr int faint = 50;
+    QStyledItemDelegate::paint(painter, option, index);
+    QRect bar = option.rect.adjusted(sideMargin, 0, -sideMargin, -1);
+    bar.setTop(bar.bottom() - barHeight + 1);
+    const bool isSelected = (option.state & QStyle::State_Selected) != 0;
+    const QColor colour = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+    QColor ground = option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
+    ground.setAlpha(faint);
+    painter->fillRect(bar, ground);
+    bar.setWidth(int(bar.width() * qBound(0.0, share(index), 1.0)));
+    painter->fillRect(bar, colour);
 }

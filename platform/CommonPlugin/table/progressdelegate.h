@@ -4,7 +4,8 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws a share as a bar with its text, or an empty bar where nobody knows it yet.
+/// Draws a share as a thin bar below the text of its cell: in a bar, a text would stand on two grounds. The
+/// bar is empty where nobody knows the share yet.
 class COMMONPLUGIN_EXPORT ProgressDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -15,6 +16,10 @@ public:
 
     void paint(
         QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+protected:
+    virtual double share(const QModelIndex &index) const;
 
 private:
     const int m_shareRole;
