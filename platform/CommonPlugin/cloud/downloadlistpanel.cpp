@@ -20,7 +20,7 @@ namespace {
 
 constexpr int visibleRows = 3;
 /// Of each column, in characters.
-constexpr int widths[DownloadListModel::ColumnCount] = {34, 18, 11, 10, 24};
+constexpr int widths[DownloadListModel::ColumnCount] = {32, 17, 11, 10, 18};
 
 /// Says how to begin, while there is nothing.
 class DownloadListView : public QTreeView
@@ -47,6 +47,7 @@ DownloadListPanel::DownloadListPanel(QWidget *parent)
     , m_retry(new RetryNotice(this))
     , m_view(new DownloadListView(this))
 {
+    m_retry->setObjectName(QStringLiteral("retryNotice"));
     m_view->setObjectName(QStringLiteral("downloads"));
     m_view->setAccessibleName(tr("Downloads"));
     m_view->setToolTip(tr("What is fetched from the cloud, and what was"));

@@ -4,10 +4,11 @@
 
 #include <QWidget>
 
+class AuthorityChoice;
+class PasswordField;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
-class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
 
@@ -41,11 +42,6 @@ signals:
 private:
     void build();
     void buildModes(QVBoxLayout *layout);
-    QWidget *buildPassword();
-    QWidget *buildAuthority();
-    void chooseAuthority();
-    void setAuthority(const QString &file);
-    void setFilledIn(bool isFilledIn);
     void accountEdited();
     void refresh();
 
@@ -55,14 +51,10 @@ private:
     QWidget *m_cloudFields = nullptr;
     QLineEdit *m_address = nullptr;
     QLineEdit *m_user = nullptr;
-    QLineEdit *m_password = nullptr;
+    PasswordField *m_password = nullptr;
     QCheckBox *m_remember = nullptr;
     QLabel *m_rememberHint = nullptr;
     QCheckBox *m_plain = nullptr;
     QLabel *m_plainHint = nullptr;
-    QWidget *m_authorityRow = nullptr;
-    QLabel *m_authorityName = nullptr;
-    QPushButton *m_forgetAuthority = nullptr;
-    QString m_authority;
-    bool m_isFilledIn = false; ///< the password comes from the secret store
+    AuthorityChoice *m_authority = nullptr;
 };

@@ -9,11 +9,11 @@
 
 class CloudSignIn;
 class LoginFields;
+class LoginSecrets;
 class QLabel;
 class QLayout;
 class QProgressBar;
 class QPushButton;
-struct SecretAnswer;
 
 /**
  * The window in which a user signs in to the cloud, or goes on without it. It checks the service before it
@@ -41,6 +41,7 @@ signals:
     void left();
 
 protected:
+    bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -53,17 +54,17 @@ private:
     QWidget *buildHead();
     QLayout *buildButtons();
     void centre();
+    void keepSize();
     void begin();
-    void fillIn(const CloudAccount &account);
+    bool isAwaited(const CloudAccount &account) const;
+    void onRemembered(const CloudAccount &account, const QString &password);
     void refresh();
     void submit();
     void signInLocally();
     void giveUp();
     void onSignedIn(const CloudSession &session);
     void onFailed(const WebFailure &failure);
-    void keepPassword(const QString &password);
-    void forgetPassword();
-    void closeAfter(int showing, const QString &failure, const SecretAnswer &answer);
+    void onSettled(const QString &problem);
     void finish(
         const QByteArray &user, const QByteArray &password, const QByteArray &sessionId, int userType);
     void setBusy(bool isBusy);
@@ -76,8 +77,9 @@ private:
     QPushButton *m_submit = nullptr;
     QPushButton *m_cancel = nullptr;
     CloudSignIn *m_signIn;
+    LoginSecrets *m_secrets;
     CloudAccount m_account; ///< that is being checked
     QPoint m_grip; ///< where the mouse holds the window, from its corner
     bool m_isSignedIn = false;
-    int m_showing = 0; ///< which opening of the window this is
+    int m_height = 0; ///< of this opening of the window
 };

@@ -16,7 +16,7 @@ RetryNotice::RetryNotice(QWidget *parent)
     m_text->setObjectName(QStringLiteral("retryText"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
-    auto *button = new QPushButton(tr("&Try Now"), this);
+    auto *button = new QPushButton(tr("Tr&y Now"), this);
     button->setObjectName(QStringLiteral("tryNow"));
     button->setAccessibleName(tr("Try now"));
     button->setToolTip(tr("Ask the service at once, without waiting for the time that is shown"));

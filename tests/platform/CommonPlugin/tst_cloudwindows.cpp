@@ -6,6 +6,7 @@
 #include "httpuploadfile.h"
 #include "loginform.h"
 #include "namedcontrols.h"
+#include "retrynotice.h"
 #include "temporaryindex.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -98,8 +99,10 @@ private slots:
         QTRY_VERIFY(!part<QCheckBox>(form, "remember")->isEnabled());
         QVERIFY(!part<QLabel>(form, "rememberHint")->text().isEmpty());
         picture(form, "login");
+        const QSize size = form.size();
         QTest::keyClick(&form, Qt::Key_Return);
         QTRY_VERIFY_WITH_TIMEOUT(!part<QLabel>(form, "said")->text().isEmpty(), mostMs);
+        QCOMPARE(form.size(), size);
         QVERIFY(told.isEmpty() && !HttpUploadFile::instance()->session().isOpen());
         picture(form, "login-refused");
 
@@ -126,11 +129,14 @@ private slots:
         type(form, "user", QStringLiteral("ann"));
         type(form, "password", QStringLiteral("x"));
         QVERIFY(part<QCheckBox>(form, "plain")->isVisible() && part<QLabel>(form, "plainHint")->isVisible());
+        const int height = form.height();
         picture(form, "login-plain");
         QTest::keyClick(&form, Qt::Key_Return);
         QTRY_VERIFY(!part<QLabel>(form, "said")->text().isEmpty());
         type(form, "address", QStringLiteral("https://192.0.2.7/web"));
         QVERIFY(!part<QCheckBox>(form, "plain")->isVisible());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QVERIFY(form.height() >= height); // it never shrinks under the pointer
     }
 
     void localUserAndGivingUp()
@@ -195,6 +201,36 @@ private slots:
         picture(*form, "download-done");
         HttpUploadFile::instance()->endSession();
         QCOMPARE(studies->model()->rowCount(), 0);
+        delete form;
+        DownloadEngine::release();
+    }
+
+    /// It is said when that is, and who stops it presses nothing else by the next Space.
+    void aServiceThatIsAwayIsAskedAgain()
+    {
+        const TemporaryIndex index;
+        DownloadCloudDataForm *form = DownloadCloudDataForm::instance();
+        form->show();
+        CloudSession session;
+        session.service.address = QUrl(QStringLiteral("http://127.0.0.1:%1/web").arg(freePort()));
+        session.id = CloudSession::opaqueId();
+        HttpUploadFile::instance()->setSession(session);
+        form->reflesh();
+        picture(*form, "download-empty");
+        DownloadEngine::current()->add({QStringLiteral("1.7"), QStringLiteral("Meyer, Anna"),
+            {{QStringLiteral("1.7.1"), 4}, {QStringLiteral("1.7.2"), 2}}});
+        auto *notice = part<RetryNotice>(*form, "retryNotice");
+        QTRY_VERIFY(notice->isVisible());
+        QTRY_VERIFY(part<QLabel>(*notice, "retryText")->text().contains(QLatin1String("0:0")));
+        picture(*form, "download-away");
+        auto *downloads = part<QTreeView>(*form, "downloads");
+        auto *stop = part<QPushButton>(*form, "stop");
+        downloads->selectAll();
+        stop->setFocus();
+        stop->click();
+        QTRY_VERIFY(!stop->isEnabled());
+        QCOMPARE(form->focusWidget(), downloads);
+        QTRY_VERIFY(!notice->isVisible());
         delete form;
         DownloadEngine::release();
     }
