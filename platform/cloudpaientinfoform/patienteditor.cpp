@@ -5,6 +5,7 @@
 #include "createconnection.h"
 #include "editorfoot.h"
 #include "httpuploadfile.h"
+#include "kivmessageboxform.h"
 #include "patientfields.h"
 #include "webfailuretext.h"
 
@@ -12,6 +13,8 @@
 #include <QLabel>
 #include <QShortcut>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -220,7 +223,7 @@ void PatientEditor::onFinished(const CorrectionReport &report)
     if (isDone) {
         emit saved(m_studyUid);
     }
-    if (m_isClosing) {
+    if (std::exchange(m_isClosing, false)) {
         close();
     }
 }
@@ -244,5 +247,18 @@ void PatientEditor::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    event->accept();
+    event->setAccepted(!hasTyped() || mayDrop());
+}
+
+bool PatientEditor::hasTyped() const
+{
+    return m_isWantedSet && !m_facts.index.values.changesTo(m_fields->wanted()).isEmpty();
+}
+
+bool PatientEditor::mayDrop()
+{
+    const int answer = kivMessageBoxForm::question(this, windowTitle(),
+        tr("What you have typed is not saved. Close all the same?"), kivMessageBoxForm::OkAndCancel,
+        kivMessageBoxForm::AnswerCancel);
+    return answer == kivMessageBoxForm::AnswerOk;
 }

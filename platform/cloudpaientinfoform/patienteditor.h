@@ -37,6 +37,8 @@ private:
     void save();
     void refresh();
     bool isKnown() const;
+    bool hasTyped() const;
+    bool mayDrop();
     PatientChanges changes() const;
     WebService service() const;
     QString serviceText() const;

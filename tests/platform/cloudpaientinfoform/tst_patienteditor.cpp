@@ -2,6 +2,7 @@
 #include "dicomfilebuilder.h"
 #include "httpuploadfile.h"
 #include "keptpicture.h"
+#include "kivmessageboxform.h"
 #include "temporaryindex.h"
 #include "testmain.h"
 #include "webarchive.h"
@@ -177,6 +178,21 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(isReady(), mostMs);
         QVERIFY(part<QRadioButton>("indexAndService")->isChecked());
         QCOMPARE(part<QLineEdit>("PatientName")->text(), QStringLiteral("Müller^Jörg"));
+
+        int asked = 0;
+        int answer = kivMessageBoxForm::AnswerCancel;
+        kivMessageBoxForm::setAnswerer([&](const kivMessageBoxForm::Request &) { return ++asked, answer; });
+        QTest::keyClick(m_editor, Qt::Key_Escape);
+        QVERIFY(m_editor->isVisible());
+        answer = kivMessageBoxForm::AnswerOk;
+        QTest::keyClick(m_editor, Qt::Key_Escape);
+        QTRY_VERIFY(!m_editor);
+        QCOMPARE(asked, 2);
+        open();
+        QTest::keyClick(m_editor, Qt::Key_Escape); // nothing was typed
+        QTRY_VERIFY(!m_editor);
+        QCOMPARE(asked, 2);
+        kivMessageBoxForm::setAnswerer({});
     }
 };
 
