@@ -241,6 +241,7 @@ void PatientManagerMainWindow::on_actionAnonymize_triggered()
     connect(form, &AnonymizeForm::sendRequested, this, &PatientManagerMainWindow::sendFiles);
     connect(form, &AnonymizeForm::uploadRequested, UploadProgressForm::instance(),
         &UploadProgressForm::uploadFiles);
+    connect(form, &AnonymizeForm::picturesWanted, this, &PatientManagerMainWindow::picturesWanted);
     connect(form, &AnonymizeForm::imported, this, &PatientManagerMainWindow::readNewPatients);
     form->choose(currentTableName, selectedPks);
     dock->setWidget(form);

@@ -159,6 +159,8 @@ signals:
     void loginWanted();
     /// It was closed without a login; this window is back where the login had closed it.
     void loginCancelled();
+    /// Image files that the user wants to look at, beginning with the first.
+    void picturesWanted(const QStringList &files);
     /// A sentence for the user that asks for nothing, as a host's status line shows them.
     void told(const QString &text);
 

@@ -123,6 +123,7 @@ void PictureController::follow()
         connect(tree, &PatientTreeForm::deleteThumbView, m_view, &ThumbnailView::clear);
     }
     connect(m_library, &PatientManagerMainWindow::patientChanged, this, &PictureController::showSelected);
+    connect(m_library, &PatientManagerMainWindow::picturesWanted, this, &PictureController::openFiles);
     connect(m_library, &PatientManagerMainWindow::thumbViewReflash, m_view, &ThumbnailView::refresh);
 }
 
@@ -234,14 +235,30 @@ void PictureController::chooseSeries(qlonglong series)
     m_isChoosing = false;
 }
 
-void PictureController::openPreview(qlonglong series)
+PreviewWindow *PictureController::takePreview()
 {
     if (!m_preview) {
         m_preview = new PreviewWindow;
         m_preview->setAttribute(Qt::WA_DeleteOnClose);
     }
-    m_preview->showSeries(databasePath(), series);
+    return m_preview;
+}
+
+void PictureController::showPreview()
+{
     m_preview->show();
     m_preview->raise();
     m_preview->activateWindow();
+}
+
+void PictureController::openPreview(qlonglong series)
+{
+    takePreview()->showSeries(databasePath(), series);
+    showPreview();
+}
+
+void PictureController::openFiles(const QStringList &files)
+{
+    takePreview()->showFiles(files);
+    showPreview();
 }

@@ -46,6 +46,7 @@ public slots:
     /// The index has changed: series that are new come in, those that are gone leave.
     void onIndexChanged();
     void openPreview(qlonglong series);
+    void openFiles(const QStringList &files);
 
 signals:
     /// isSettled() holds again.
@@ -58,6 +59,8 @@ private:
     void apply();
     bool mayBecomeObjects() const;
     void showSelected();
+    PreviewWindow *takePreview();
+    void showPreview();
     void chooseSeries(qlonglong series);
     bool selectRow(RecordForm *form, qlonglong key, bool report);
 

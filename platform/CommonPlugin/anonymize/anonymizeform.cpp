@@ -156,6 +156,7 @@ void AnonymizeForm::Private::connectAll()
         progress, &AnonymizeRunPage::againWanted, q, withJob([](AnonymizeJob &run) { run.importAgain(); }));
     QObject::connect(
         progress, &AnonymizeRunPage::keepWanted, q, withJob([](AnonymizeJob &run) { run.keep(); }));
+    QObject::connect(progress, &AnonymizeRunPage::picturesWanted, q, &AnonymizeForm::picturesWanted);
     QObject::connect(progress, &AnonymizeRunPage::answered, q, [this](bool withBurnedIn) {
         if (job) {
             job->deliver(withBurnedIn);

@@ -40,6 +40,8 @@ signals:
     void sendRequested(const QStringList &files, const QStringList &names, const QStringList &modalities);
     /// Anonymised files that shall be uploaded, and what they are called together.
     void uploadRequested(const QStringList &files, const QString &name);
+    /// Originals whose pictures may show names are to be looked at, beginning with the first.
+    void picturesWanted(const QStringList &paths);
     /// The index has new records.
     void imported();
 

@@ -15,6 +15,8 @@
 #include <QStandardItemModel>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 QLabel *newText(QWidget *parent, const QString &name)
@@ -85,6 +87,11 @@ QWidget *AnonymizeRunPage::buildQuestion()
     m_looked = new QCheckBox(tr("I have looked at them, or know that nobody can be &recognized"), group);
     m_looked->setObjectName(QStringLiteral("looked"));
     auto *row = new QHBoxLayout;
+    QPushButton *open = addButton(row, tr("&Open in the Preview"), QStringLiteral("open"));
+    open->setToolTip(
+        tr("Look at the chosen image, and from there at the others; Enter in the list does the same"));
+    connect(open, &QPushButton::clicked, this, &AnonymizeRunPage::openPictures);
+    connect(m_files, &QAbstractItemView::activated, this, &AnonymizeRunPage::openPictures);
     QPushButton *all = addButton(row, tr("Keep &All"), QStringLiteral("keepAll"));
     QPushButton *others = addButton(row, tr("&Leave These Out"), QStringLiteral("leaveOut"));
     row->addStretch();
@@ -156,7 +163,23 @@ void AnonymizeRunPage::ask(const DeidentifyReport &report)
     showFiles(tr("Images in which names may be seen"));
     m_looked->setChecked(false);
     m_question->show();
-    m_looked->setFocus();
+    m_files->selectRow(0);
+    m_files->setFocus();
+}
+
+/// The list holds other files at other times.
+void AnonymizeRunPage::openPictures()
+{
+    if (m_question->isHidden()) {
+        return;
+    }
+    QStringList paths;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        paths.append(m_model->item(row)->text());
+    }
+    const int chosen = qMax(0, m_files->currentIndex().row());
+    std::rotate(paths.begin(), paths.begin() + chosen, paths.end());
+    emit picturesWanted(paths);
 }
 
 void AnonymizeRunPage::askAgain(const DeidentifyReport &report, const ImportReport &import)

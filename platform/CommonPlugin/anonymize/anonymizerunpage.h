@@ -32,6 +32,8 @@ public:
 
 signals:
     void cancelled();
+    /// Images in doubt are to be looked at, beginning with the chosen one.
+    void picturesWanted(const QStringList &paths);
     /// What was asked is answered.
     void answered(bool withBurnedIn);
     void againWanted();
@@ -46,6 +48,7 @@ private:
     QPushButton *addButton(QLayout *row, const QString &text, const QString &name);
     void addFile(const QString &path, const QString &why);
     void showFiles(const QString &name);
+    void openPictures();
     void save();
 
     QLabel *m_title = nullptr;

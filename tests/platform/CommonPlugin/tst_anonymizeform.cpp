@@ -2,6 +2,7 @@
 #include "anonymizeform.h"
 #include "dicomfilebuilder.h"
 #include "filestore.h"
+#include "keptpicture.h"
 #include "kivmessageboxform.h"
 #include "ndockwidget.h"
 #include "temporaryindex.h"
@@ -168,8 +169,16 @@ void AnonymizeFormTest::namesInPicturesAreAskedAbout()
     find("start")->click();
     QTRY_VERIFY_WITH_TIMEOUT(find("leaveOut")->isVisible(), soon);
     QVERIFY(!find("keepAll")->isEnabled());
-    QCOMPARE(find<QTableView>("files")->model()->rowCount(), 1);
+    auto *files = find<QTableView>("files");
+    QCOMPARE(files->model()->rowCount(), 1);
     QVERIFY(send.isEmpty());
+    const QSignalSpy pictures(m_form.get(), &AnonymizeForm::picturesWanted);
+    QTest::keyClick(files, Qt::Key_Return);
+    find("open")->click();
+    QCOMPARE(pictures.count(), 2);
+    QCOMPARE(pictures[0], pictures[1]);
+    QCOMPARE(pictures[0][0].toStringList(), QStringList{m_index->folder() + QStringLiteral("/in/c.dcm")});
+    keepPicture(*m_form, QStringLiteral("anonymize-doubtful"));
     find("leaveOut")->click();
     QTRY_COMPARE_WITH_TIMEOUT(send.count(), 1, soon);
     QCOMPARE(send[0][0].toStringList().size(), 1);
