@@ -17,13 +17,14 @@ HttpLine::HttpLine(const WebService &service, int patienceMs, QObject *parent)
     : QObject(parent)
     , m_socket(service, this)
     , m_patienceMs(patienceMs)
+    , m_piece(pieceBytes, Qt::Uninitialized)
     , m_silence(this)
 {
     m_silence.setSingleShot(true);
     connect(&m_silence, &QTimer::timeout, this, &HttpLine::onSilence);
     connect(&m_socket, &ServiceSocket::ready, this, &HttpLine::begin);
     connect(&m_socket, &ServiceSocket::wrote, this, &HttpLine::sendMore);
-    connect(&m_socket, &ServiceSocket::readyRead, this, &HttpLine::readMore);
+    connect(&m_socket, &ServiceSocket::came, this, &HttpLine::onCame);
     connect(&m_socket, &ServiceSocket::failed, this, &HttpLine::onFailed);
 }
 
@@ -69,8 +70,12 @@ QByteArray HttpLine::head() const
 void HttpLine::begin()
 {
     m_request->body->seek(0);
-    m_socket.write(head());
-    sendMore();
+    const QByteArray bytes = head();
+    if (m_socket.write(bytes.constData(), bytes.size())) {
+        sendMore();
+    } else {
+        onFailed({WebProblem::LineCut, {}, 0});
+    }
 }
 
 void HttpLine::sendMore()
@@ -78,20 +83,23 @@ void HttpLine::sendMore()
     m_heard.start();
     while (
         m_request && m_socket.isReady() && !m_request->body->atEnd() && m_socket.pendingBytes() < heldBytes) {
-        const QByteArray piece = m_request->body->read(pieceBytes);
-        if (piece.isEmpty()) {
-            end({WebProblem::FileUnreadable, m_request->body->errorString(), 0});
-            return;
+        if (m_socket.hasMore()) { // an answer before the end; the service may hang up behind it
+            m_socket.readMore();
+            continue;
         }
-        m_socket.write(piece);
+        const qint64 length = m_request->body->read(m_piece.data(), pieceBytes);
+        if (length <= 0) {
+            end({WebProblem::FileUnreadable, m_request->body->errorString(), 0});
+        } else if (!m_socket.write(m_piece.constData(), length)) {
+            onFailed({WebProblem::LineCut, {}, 0});
+        }
     }
 }
 
 // What comes back
 
-void HttpLine::readMore()
+void HttpLine::onCame(const QByteArray &bytes)
 {
-    const QByteArray bytes = m_socket.readAll();
     if (!m_request) {
         m_socket.close(); // nothing was asked
         return;
@@ -111,7 +119,6 @@ void HttpLine::onFailed(const WebFailure &failure)
         m_socket.close();
         return;
     }
-    m_answer->feed(m_socket.readAll());
     m_answer->endOfLine();
     if (m_answer->isComplete()) {
         endWithAnswer();

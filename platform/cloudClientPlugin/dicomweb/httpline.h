@@ -58,7 +58,7 @@ signals:
 private:
     void begin();
     void sendMore();
-    void readMore();
+    void onCame(const QByteArray &bytes);
     void onFailed(const WebFailure &failure);
     void onSilence();
     void endWithAnswer();
@@ -70,6 +70,7 @@ private:
     std::optional<HttpRequest> m_request;
     std::optional<HttpAnswerReader> m_answer;
     bool m_isUsed = false; ///< the connection has carried a request before this one
+    QByteArray m_piece; ///< of the body
     QTimer m_silence;
     QElapsedTimer m_heard;
 };

@@ -19,11 +19,17 @@ QNetworkProxy proxyOf(const WebService &service)
     return proxy;
 }
 
-WebProblem problemOf(QAbstractSocket::SocketError error)
+WebProblem problemOfHandshake(const QTcpSocket &socket)
+{
+    const auto *tls = qobject_cast<const QSslSocket *>(&socket);
+    return tls && !tls->sslHandshakeErrors().isEmpty() ? WebProblem::CertificateRefused : WebProblem::NoTls;
+}
+
+WebProblem problemOf(QAbstractSocket::SocketError error, const QTcpSocket &socket)
 {
     switch (error) {
     case QAbstractSocket::SslHandshakeFailedError:
-        return WebProblem::CertificateRefused;
+        return problemOfHandshake(socket);
     case QAbstractSocket::SocketTimeoutError:
     case QAbstractSocket::ProxyConnectionTimeoutError:
         return WebProblem::TimedOut;
@@ -72,11 +78,13 @@ void ServiceSocket::open()
     m_socket.reset(tls ? tls : new QTcpSocket);
     m_socket->setProxy(isToProxy() ? QNetworkProxy(QNetworkProxy::NoProxy) : m_proxy);
     connect(m_socket.get(), &QTcpSocket::bytesWritten, this, &ServiceSocket::wrote);
-    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ServiceSocket::readyRead);
+    connect(m_socket.get(), &QTcpSocket::readyRead, this, &ServiceSocket::readMore);
     connect(m_socket.get(), &QTcpSocket::errorOccurred, this, &ServiceSocket::onFailed);
     if (!tls) {
         connect(m_socket.get(), &QTcpSocket::connected, this, &ServiceSocket::onReady);
-        m_socket->connectToHost(host, static_cast<quint16>(port));
+        // What the system takes at once is not copied before.
+        m_socket->connectToHost(
+            host, static_cast<quint16>(port), QIODevice::ReadWrite | QIODevice::Unbuffered);
         return;
     }
     QSslConfiguration configuration = m_service.tls();
@@ -110,8 +118,27 @@ qint64 ServiceSocket::pendingBytes() const
     return m_socket->bytesToWrite() + (tls ? tls->encryptedBytesToWrite() : 0);
 }
 
+/// Reading is what finds an unbuffered connection at its end: the socket does not tell it then.
+void ServiceSocket::readMore()
+{
+    const QTcpSocket *socket = m_socket.get();
+    const QByteArray bytes = m_socket->readAll();
+    if (!bytes.isEmpty()) {
+        emit came(bytes);
+    }
+    if (m_socket.get() == socket && m_isReady && m_socket->state() == QAbstractSocket::UnconnectedState) {
+        m_isReady = false;
+        emit failed({WebProblem::LineCut, m_socket->errorString(), 0});
+    }
+}
+
 void ServiceSocket::onFailed(QAbstractSocket::SocketError error)
 {
+    const QTcpSocket *socket = m_socket.get();
     m_isReady = false;
-    emit failed({problemOf(error), m_socket->errorString(), 0});
+    const WebFailure failure{problemOf(error, *m_socket), m_socket->errorString(), 0};
+    readMore();
+    if (m_socket.get() == socket) {
+        emit failed(failure);
+    }
 }

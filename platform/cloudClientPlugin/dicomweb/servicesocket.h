@@ -31,16 +31,19 @@ public:
     /// The value of the header Proxy-Authorization; empty for none.
     QByteArray proxyAuthorization() const;
 
-    void write(const QByteArray &bytes) { m_socket->write(bytes); }
+    /// @return false where the connection has ended; nothing else may tell that
+    bool write(const char *bytes, qint64 length) { return m_socket->write(bytes, length) == length; }
     /// What has been written and not yet sent.
     qint64 pendingBytes() const;
-    QByteArray readAll() { return m_socket->readAll(); }
+    /// Whether there is something to be told by came() that the event loop has not yet told.
+    bool hasMore() const { return m_socket->bytesAvailable() > 0; }
+    void readMore();
 
 signals:
     void ready();
     void wrote();
-    void readyRead();
-    /// The connection has ended, or has not come up; what came before can still be read.
+    void came(const QByteArray &bytes);
+    /// The connection has ended, or has not come up.
     void failed(const WebFailure &failure);
 
 private:

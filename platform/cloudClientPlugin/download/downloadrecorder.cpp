@@ -50,15 +50,16 @@ void DownloadRecorder::committed(const QVector<SpooledObject> &objects)
 
 bool DownloadRecorder::record(const QSqlDatabase &db, const QVector<SpooledObject> &objects)
 {
+    TransferTables tables(db);
     QMap<SeriesOfStudy, int> counts;
     for (const SpooledObject &object : objects) {
         if (!object.isTaken) {
             continue;
         }
         int &count = counts[{object.studyUid, object.seriesUid}];
-        if ((count++ == 0 && !TransferTables::enterSeries(db, object.seriesUid))
-            || !TransferTables::enterImage(db, object.sopInstanceUid, object.seriesUid)
-            || !TransferTables::flag(db, object.sopInstanceUid)) {
+        if ((count++ == 0 && !tables.enterSeries(object.seriesUid))
+            || !tables.enterImage(object.sopInstanceUid, object.seriesUid)
+            || !tables.flag(object.sopInstanceUid)) {
             return false;
         }
     }

@@ -2,41 +2,34 @@
 
 #include "indexconnection.h"
 #include "transfertables.h"
+#include "uploadentry.h"
+#include "uploadoutcomes.h"
+#include "uploadtables.h"
 
-#include <QFileInfo>
-#include <QSet>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
 
-namespace {
+#include <algorithm>
 
-constexpr QLatin1Char listMark('\n');
+using namespace UploadTables;
 
-/// Of uploadfile.State.
-constexpr int waitingState = 0;
-constexpr int storedState = 2;
-constexpr int failedState = 3;
-
-/// What tells one file of an image from its next: a place and the stamp that was imported.
-constexpr char versionOfImage[] =
-    "imageformat.FilePath || char(10) || ifnull(FileSize, '') || char(10) || ifnull(FileTime, '') || "
-    "char(10) || ifnull(FileInode, '')";
-
-/// A null text would be NULL, which these columns refuse.
-QString present(const QString &text)
+struct UploadStore::Kept
 {
-    return text.isNull() ? QLatin1String("") : text;
-}
+    explicit Kept(const QSqlDatabase &db)
+        : tables(db)
+        , outcomes(db, tables)
+        , waiting(db,
+              QStringLiteral("SELECT uploadfile.FilePath, uploadfile.SOPInstanceUID, Bytes, %1 "
+                             "FROM uploadfile LEFT JOIN imageformat USING (SOPInstanceUID, FilePath) "
+                             "WHERE uploadfile.pk = ? AND State = 0")
+                  .arg(versionOfImage))
+    { }
 
-/// Detail is the service's own text: bounded, as it goes into the index.
-QString bounded(const QString &detail)
-{
-    constexpr int most = 500;
-    return detail.left(most);
-}
-
-} // namespace
+    TransferTables tables;
+    UploadOutcomes outcomes;
+    KeptStatement waiting;
+};
 
 UploadStore::UploadStore(QString databasePath, int waitMs)
     : m_databasePath(std::move(databasePath))
@@ -48,7 +41,9 @@ UploadStore::~UploadStore() = default;
 bool UploadStore::open()
 {
     if (!m_connection || !m_connection->isOpen()) {
+        m_kept.reset();
         m_connection = std::make_unique<IndexConnection>(m_databasePath, m_waitMs);
+        m_kept = std::make_unique<Kept>(m_connection->database());
     }
     return m_connection->isOpen();
 }
@@ -117,25 +112,18 @@ std::optional<QHash<qint64, UploadFile>> UploadStore::stillWaiting(const QVector
     if (!open()) {
         return {};
     }
-    QStringList ids;
-    for (const qint64 file : files) {
-        ids.append(QString::number(file));
-    }
     QHash<qint64, UploadFile> waiting;
-    QSqlQuery query(database());
-    query.exec(
-        QStringLiteral("SELECT uploadfile.pk, uploadfile.FilePath, uploadfile.SOPInstanceUID, Bytes, %1 "
-                       "FROM uploadfile LEFT JOIN imageformat USING (SOPInstanceUID, FilePath) "
-                       "WHERE uploadfile.pk IN (%2) AND State = 0")
-            .arg(QLatin1String(versionOfImage), ids.join(QLatin1Char(','))));
-    while (query.next()) {
-        const qint64 id = query.value(0).toLongLong();
-        waiting.insert(id,
-            {id, query.value(1).toString(), query.value(2).toString(), query.value(3).toLongLong(),
-                query.value(4).toString()});
-    }
-    if (query.lastError().isValid()) {
-        return {};
+    KeptStatement &file = m_kept->waiting;
+    for (const qint64 id : files) {
+        if (!file.exec({id})) {
+            return {};
+        }
+        if (file.next()) {
+            waiting.insert(id,
+                {id, file.value(0).toString(), file.value(1).toString(), file.value(2).toLongLong(),
+                    file.value(3).toString()});
+        }
+        file.finish();
     }
     return waiting;
 }
@@ -194,92 +182,17 @@ bool UploadStore::run(const char *sql, const QVariantList &values)
     return query.exec();
 }
 
-/// The image of the index that a file is; none where it is not in the index under this path.
-void UploadStore::lookUp(QSqlQuery &known, UploadOrder::File *file)
-{
-    known.bindValue(QStringLiteral(":path"), file->path);
-    if (known.exec() && known.next()) {
-        file->sopInstance = known.value(0).toString();
-        file->series = known.value(1).toString();
-    }
-    known.finish();
-}
-
-bool UploadStore::addFiles(qint64 task, const QVector<UploadOrder::File> &files)
-{
-    QSqlQuery known(database());
-    known.prepare(QStringLiteral(
-        "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
-        "JOIN generalseries ON generalseries.pk = imageformat.series_fk WHERE FilePath = :path "
-        "AND (ifnull(SourcePath, FilePath) = :path OR IrradiationEventUID = 'copy')"));
-    QSqlQuery insert(database());
-    insert.prepare(QStringLiteral("INSERT INTO uploadfile (task_fk, FilePath, SOPInstanceUID, "
-                                  "SeriesInstanceUID, Bytes) VALUES (?, ?, ?, ?, ?)"));
-    QSet<QString> entered;
-    for (UploadOrder::File file : files) {
-        if (file.sopInstance.isEmpty()) {
-            lookUp(known, &file);
-        }
-        if (!file.series.isEmpty() && !entered.contains(file.series)) {
-            entered.insert(file.series);
-            if (!TransferTables::enter(database(), file.series)) {
-                return false;
-            }
-        }
-        insert.bindValue(0, task);
-        insert.bindValue(1, present(file.path));
-        insert.bindValue(2, file.sopInstance);
-        insert.bindValue(3, file.series);
-        insert.bindValue(4, file.bytes);
-        if (!insert.exec()) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool UploadStore::add(const UploadOrder &order)
 {
-    QVector<UploadOrder::File> files = order.files;
-    for (UploadOrder::File &file : files) { // a slow disk is waited for before the lock of writers is taken
-        file.bytes = QFileInfo(file.path).size();
-    }
-    return write([&] {
-        return run("INSERT INTO uploadtask (pk, Service, PatientName, SeriesUIDs) VALUES (?, ?, ?, ?)",
-                   {order.id, present(order.service), present(order.patientName),
-                       present(order.series.join(listMark))})
-            && addFiles(order.id, files);
-    });
+    const UploadOrder measured = UploadEntry::measured(order);
+    return write([&] { return UploadEntry::enter(database(), m_kept->tables, measured); });
 }
 
 bool UploadStore::record(const QVector<UploadOutcome> &outcomes)
 {
     return write([&] {
-        QSqlQuery file(database());
-        file.prepare(
-            QStringLiteral("UPDATE uploadfile SET State = ?, SOPInstanceUID = ?, Fault = ?, Reason = ?, "
-                           "Problem = ?, Detail = ?, Tries = ?, Version = ? WHERE pk = ? AND State = 0 "
-                           "AND NOT EXISTS (SELECT 1 FROM imageformat WHERE SOPInstanceUID = ? AND %1 <> ?)")
-                .arg(QLatin1String(versionOfImage)));
-        for (const UploadOutcome &outcome : outcomes) {
-            const bool isStored = outcome.fault == UploadFault::Kind::None;
-            const QVariantList values{isStored ? storedState : failedState, outcome.file.sopInstance,
-                int(outcome.fault), outcome.reason, int(outcome.failure.problem),
-                bounded(outcome.failure.detail), outcome.tries, outcome.file.version, outcome.file.id,
-                outcome.file.sopInstance, outcome.file.version};
-            for (int value = 0; value < values.size(); ++value) {
-                file.bindValue(value, values[value]);
-            }
-            if (!file.exec()) {
-                return false;
-            }
-            // Only the file that the index knows has told what the index knows.
-            const bool isKnown = !outcome.file.version.isNull() && file.numRowsAffected() > 0;
-            if (isStored && isKnown && !TransferTables::flag(database(), outcome.file.sopInstance)) {
-                return false;
-            }
-        }
-        return true;
+        return std::all_of(outcomes.cbegin(), outcomes.cend(),
+            [this](const UploadOutcome &outcome) { return m_kept->outcomes.record(outcome); });
     });
 }
 
@@ -301,20 +214,7 @@ bool UploadStore::retryFailed(qint64 task)
 
 bool UploadStore::flagStored(qint64 task)
 {
-    return write([&] {
-        QSqlQuery stored(database());
-        stored.prepare(
-            QStringLiteral("SELECT SOPInstanceUID FROM uploadfile JOIN imageformat USING (SOPInstanceUID) "
-                           "WHERE task_fk = ? AND State = ? AND Version = %1")
-                .arg(QLatin1String(versionOfImage)));
-        stored.addBindValue(task);
-        stored.addBindValue(storedState);
-        bool isGood = stored.exec();
-        while (isGood && stored.next()) {
-            isGood = TransferTables::flag(database(), stored.value(0).toString());
-        }
-        return isGood && !stored.lastError().isValid();
-    });
+    return write([&] { return m_kept->outcomes.flagStored(task); });
 }
 
 bool UploadStore::remove(qint64 task)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "uploadorder.h"
-#include "uploadtally.h"
+#include "uploadrow.h"
 
 #include <QHash>
 #include <QSqlDatabase>
@@ -13,45 +13,8 @@
 
 class IndexConnection;
 
-/// What the index says of an upload.
-struct UploadRow
-{
-    qint64 id = 0;
-    QString service;
-    QString patientName;
-    QStringList series;
-    int files = 0;
-    int stored = 0;
-    int failed = 0;
-    qint64 bytes = 0;
-    qint64 bytesStored = 0;
-
-    int waiting() const { return files - stored - failed; }
-};
-
-/// A file that waits.
-struct UploadFile
-{
-    qint64 id = 0;
-    QString path;
-    QString sopInstance; ///< empty while nobody has asked the file
-    qint64 bytes = 0;
-    QString version{}; ///< what the index said of it when it was sent; null where it does not know it
-};
-
 /// Nothing where the index could not be read.
 using UploadRows = std::optional<QVector<UploadRow>>;
-
-/// What became of a file: stored where there is no fault.
-struct UploadOutcome
-{
-    qint64 task = 0;
-    UploadFile file;
-    UploadFault::Kind fault = UploadFault::Kind::None;
-    int reason = 0; ///< of a failure or of a warning
-    WebFailure failure;
-    int tries = 0;
-};
 
 /**
  * The uploads in the index, through a connection of its own; for one thread. What writes is one transaction,
@@ -90,10 +53,10 @@ private:
     QSqlDatabase database() const;
     bool write(const std::function<bool()> &statements);
     bool run(const char *sql, const QVariantList &values);
-    bool addFiles(qint64 task, const QVector<UploadOrder::File> &files);
-    void lookUp(class QSqlQuery &known, UploadOrder::File *file);
 
     const QString m_databasePath;
     const int m_waitMs;
     std::unique_ptr<IndexConnection> m_connection;
+    struct Kept;
+    std::unique_ptr<Kept> m_kept; ///< statements of the connection
 };

@@ -139,7 +139,12 @@ bool RecordWriter::noteNewContent(const DicomHeader &header)
 
 bool RecordWriter::unflag(const DicomHeader &header)
 {
-    return TransferTables::flag(m_db, header[Attribute::SOPInstanceUID], false, &m_error);
+    TransferTables tables(m_db);
+    const bool isGood = tables.flag(header[Attribute::SOPInstanceUID], false);
+    if (!isGood) {
+        m_error = tables.error();
+    }
+    return isGood;
 }
 
 /// Takes over why the parents failed. @return whether they did not

@@ -20,8 +20,9 @@ void enterSeries(const QStringList &seriesUIDs)
     if (!transaction.isActive()) {
         return;
     }
+    TransferTables tables(db);
     for (const QString &uid : seriesUIDs) {
-        if (!TransferTables::enter(db, uid)) {
+        if (!tables.enter(uid)) {
             return;
         }
     }

@@ -1,58 +1,50 @@
 #include "transfertables.h"
 
-#include <QSqlQuery>
-#include <QVariantList>
+TransferTables::TransferTables(const QSqlDatabase &db)
+    : m_enterSeries(db,
+        QStringLiteral("INSERT INTO series (seriesUID, recvnum) "
+                       "SELECT SeriesInstanceUID, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
+                       "WHERE SeriesInstanceUID = ? GROUP BY SeriesInstanceUID "
+                       "ON CONFLICT (seriesUID) DO UPDATE SET recvnum = excluded.recvnum"))
+    , m_enterImages(db,
+          QStringLiteral(
+              "INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
+              "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
+              "JOIN generalseries ON generalseries.pk = imageformat.series_fk "
+              "WHERE generalseries.SeriesInstanceUID = ?"))
+    , m_enterImage(
+          db, QStringLiteral("INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) VALUES (?, ?)"))
+    , m_flag(
+          db, QStringLiteral("UPDATE images SET Cloudflag = ? WHERE SOPInstanceUID = ? AND Cloudflag <> ?"))
+{ }
 
-namespace {
-
-bool run(const QSqlDatabase &db, const char *sql, const QVariantList &values, QSqlError *error = nullptr)
+bool TransferTables::run(KeptStatement &statement, const QVariantList &values)
 {
-    QSqlQuery query(db);
-    query.prepare(QLatin1String(sql));
-    for (const QVariant &value : values) {
-        query.addBindValue(value);
+    const bool isGood = statement.exec(values);
+    if (!isGood) {
+        m_error = statement.error();
     }
-    const bool isGood = query.exec();
-    if (!isGood && error) {
-        *error = query.lastError();
-    }
+    statement.finish();
     return isGood;
 }
 
-} // namespace
-
-bool TransferTables::enterSeries(const QSqlDatabase &db, const QString &seriesUid)
+bool TransferTables::enterSeries(const QString &seriesUid)
 {
-    return run(db,
-        "INSERT INTO series (seriesUID, recvnum) "
-        "SELECT SeriesInstanceUID, sum(NumberOfSeriesRelatedInstances) FROM generalseries "
-        "WHERE SeriesInstanceUID = ? GROUP BY SeriesInstanceUID "
-        "ON CONFLICT (seriesUID) DO UPDATE SET recvnum = excluded.recvnum",
-        {seriesUid});
+    return run(m_enterSeries, {seriesUid});
 }
 
-bool TransferTables::enterImage(
-    const QSqlDatabase &db, const QString &sopInstanceUid, const QString &seriesUid)
+bool TransferTables::enterImage(const QString &sopInstanceUid, const QString &seriesUid)
 {
-    return run(db, "INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) VALUES (?, ?)",
-        {sopInstanceUid, seriesUid});
+    return run(m_enterImage, {sopInstanceUid, seriesUid});
 }
 
-bool TransferTables::enter(const QSqlDatabase &db, const QString &seriesUid)
+bool TransferTables::enter(const QString &seriesUid)
 {
-    return enterSeries(db, seriesUid)
-        && run(db,
-            "INSERT OR IGNORE INTO images (SOPInstanceUID, seriesUID) "
-            "SELECT imageformat.SOPInstanceUID, generalseries.SeriesInstanceUID FROM imageformat "
-            "JOIN generalseries ON generalseries.pk = imageformat.series_fk "
-            "WHERE generalseries.SeriesInstanceUID = ?",
-            {seriesUid});
+    return enterSeries(seriesUid) && run(m_enterImages, {seriesUid});
 }
 
-bool TransferTables::flag(
-    const QSqlDatabase &db, const QString &sopInstanceUid, bool isInCloud, QSqlError *error)
+bool TransferTables::flag(const QString &sopInstanceUid, bool isInCloud)
 {
     const int flag = isInCloud ? 1 : 0;
-    return run(db, "UPDATE images SET Cloudflag = ? WHERE SOPInstanceUID = ? AND Cloudflag <> ?",
-        {flag, sopInstanceUid, flag}, error);
+    return run(m_flag, {flag, sopInstanceUid, flag});
 }
