@@ -1,5 +1,7 @@
 #include "correctionjournal.h"
 
+#include "cloudsession.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -25,6 +27,11 @@ constexpr char objectsKey[] = "objects";
 QString journalsOf(const QString &databasePath)
 {
     return QFileInfo(databasePath).absolutePath() + QStringLiteral("/.corrections");
+}
+
+bool isSame(const QUrl &service, const QUrl &other)
+{
+    return CloudSession::plainAddress(service) == CloudSession::plainAddress(other);
 }
 
 QJsonObject toJson(const PatientChanges &changes)
@@ -86,7 +93,7 @@ std::vector<std::unique_ptr<CorrectionJournal>> CorrectionJournal::leftBehind(
         if (!isWritten && !QFile::exists(journal->m_folder + QLatin1Char('/') + QLatin1String(fileName))) {
             journal->remove(); // killed before it had anything to undo
         } else if (isWritten
-            && (journal->m_content.service.isEmpty() || journal->m_content.service == service)
+            && (journal->m_content.service.isEmpty() || isSame(journal->m_content.service, service))
             && QFileInfo(journal->m_content.request.databasePath) == QFileInfo(databasePath)) {
             found.push_back(std::move(journal));
         }
@@ -102,7 +109,7 @@ bool CorrectionJournal::isHalfStored(
         CorrectionJournal journal;
         journal.m_folder = folder.filePath(name);
         const Content &content = journal.m_content;
-        if (journal.read() && content.state == State::Storing && content.service == service
+        if (journal.read() && content.state == State::Storing && isSame(content.service, service)
             && std::any_of(studies.cbegin(), studies.cend(),
                 [&](const QString &study) { return content.studies.contains(study); })) {
             return true;
@@ -157,6 +164,9 @@ bool CorrectionJournal::setState(State state)
 void CorrectionJournal::remove()
 {
     m_lock.reset();
+    if (m_folder.isEmpty()) {
+        return; // could not be made; an empty path would be the program's working folder
+    }
     QDir(m_folder).removeRecursively();
     QDir().rmdir(QFileInfo(m_folder).path()); // where it was the last
 }

@@ -47,6 +47,14 @@ struct CorrectionReport
     PatientChanges changes;
     QSet<PatientField> inService; ///< fields that were other in the service before
     QSet<PatientField> inIndex; ///< fields that were other in the index before
+
+    /// Ends so, or by a stop where that is why. @return false, which the caller may give back
+    bool fail(End how, const WebFailure &why = {})
+    {
+        end = why.problem == WebProblem::Stopped ? End::Stopped : how;
+        failure = why;
+        return false;
+    }
 };
 
 Q_DECLARE_METATYPE(CorrectionReport)

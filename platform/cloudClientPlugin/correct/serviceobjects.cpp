@@ -1,12 +1,12 @@
 #include "serviceobjects.h"
 
-#include "dicomreader.h"
 #include "objectcorrection.h"
+#include "studysearch.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QJsonObject>
-#include <QSet>
+
+#include <algorithm>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,37 +15,10 @@ namespace {
 
 constexpr qint64 requestBytes = qint64(16) << 20;
 constexpr int requestFiles = 50;
-constexpr quint32 sopInstanceTag = 0x00080018;
 
 QString studyResource(const QString &studyUid)
 {
     return QStringLiteral("studies/") + studyUid;
-}
-
-PatientValues valuesOf(const DicomHeader &header)
-{
-    PatientValues values;
-    values[PatientField::Name] = header[Attribute::PatientName];
-    values[PatientField::Id] = header[Attribute::PatientID];
-    values[PatientField::BirthDate] = header[Attribute::PatientBirthDate];
-    values[PatientField::Sex] = header[Attribute::PatientSex];
-    values[PatientField::Comments] = header[Attribute::PatientComments];
-    return values;
-}
-
-/// Which of the two copies of an object a service shows; Mixed where it is neither.
-ServiceObjects::Holds holdsOf(
-    const DicomJson &shown, const PatientValues &before, const PatientChanges &changes)
-{
-    bool isOld = true;
-    bool isNew = true;
-    for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
-        const QString value = shown.text(PatientValues::tag(change.key()));
-        isOld = isOld && PatientValues::isSame(change.key(), value, before[change.key()]);
-        isNew = isNew && PatientValues::isSame(change.key(), value, change.value());
-    }
-    return isNew ? ServiceObjects::Holds::New
-                 : (isOld ? ServiceObjects::Holds::Old : ServiceObjects::Holds::Mixed);
 }
 
 } // namespace
@@ -77,31 +50,57 @@ WebFailure ServiceObjects::fetch(const QString &studyUid, QString &detail)
         m_show({CorrectionProgress::Step::Fetching, before + count, 0});
     });
     if (failure.problem == WebProblem::NotFound) {
-        return {}; // not in this service
+        return whyMissing(studyUid, detail);
     }
     if (!failure.isNone()) {
         return failure;
     }
     for (const QString &path : qAsConst(files)) {
-        if (!identify(path, studyUid)) {
+        const WebProblem problem = identify(path, studyUid);
+        if (problem != WebProblem::None) {
             detail = QFileInfo(path).fileName();
-            return {WebProblem::BadAnswer, {}, 0};
+            return {problem, {}, 0};
         }
     }
     return {};
 }
 
-/// What comes must be what was asked for: it is stored back under the names it brings.
-bool ServiceObjects::identify(const QString &path, const QString &studyUid)
+/// No failure where it is not in this service. An archive that has a study twice may give none of them out.
+WebFailure ServiceObjects::whyMissing(const QString &studyUid, QString &detail)
 {
-    const DicomReadResult file = DicomReader().read(QFile::encodeName(path));
-    if (file.outcome != DicomReadResult::Outcome::Image
-        || file.header[Attribute::StudyInstanceUID] != studyUid) {
-        return false;
+    int listed = 0;
+    const WebFailure failure = countStudies(studyUid, listed);
+    if (failure.isNone() && listed > 0) {
+        detail = studyUid;
+        return {WebProblem::Conflict, {}, 0};
     }
-    m_objects.append({studyUid, file.header[Attribute::SeriesInstanceUID],
-        file.header[Attribute::SOPInstanceUID], QFileInfo(path).fileName(), valuesOf(file.header)});
-    return true;
+    return failure.problem == WebProblem::Stopped || failure.isPassing() ? failure : WebFailure();
+}
+
+WebFailure ServiceObjects::countStudies(const QString &studyUid, int &listed)
+{
+    StudyQuestion question;
+    question.studyUid = studyUid;
+    QVector<DicomJson> found;
+    const WebFailure failure = m_calls.search(QStringLiteral("studies"), question.query(), found);
+    listed = int(std::count_if(found.cbegin(), found.cend(),
+        [&](const DicomJson &study) { return study.text(DicomTag::studyUid) == studyUid; }));
+    return failure;
+}
+
+/// What comes must be what was asked for, and once: it is stored back under the names it brings.
+WebProblem ServiceObjects::identify(const QString &path, const QString &studyUid)
+{
+    const ServiceObject object = ServiceObject::ofFile(path);
+    if (object.studyUid != studyUid) {
+        return WebProblem::BadAnswer;
+    }
+    if (m_uids.contains(object.sopInstanceUid)) {
+        return WebProblem::Conflict;
+    }
+    m_uids.insert(object.sopInstanceUid);
+    m_objects.append(object);
+    return WebProblem::None;
 }
 
 QString ServiceObjects::write(const PatientChanges &changes, const std::atomic<bool> &stop)
@@ -164,53 +163,16 @@ WebFailure ServiceObjects::storeSome(const QVector<StoredFile> &files)
     return {};
 }
 
-WebFailure ServiceObjects::lookAtSeries(
-    const QString &resource, const PatientChanges &changes, QHash<QString, Holds> &states)
-{
-    QVector<DicomJson> shown;
-    const WebFailure failure = m_calls.read(resource + QStringLiteral("/metadata"), shown);
-    if (!failure.isNone()) {
-        return failure;
-    }
-    QHash<QString, const ServiceObject *> byUid;
-    for (const ServiceObject &object : qAsConst(m_objects)) {
-        byUid.insert(object.sopInstanceUid, &object);
-    }
-    for (const DicomJson &one : qAsConst(shown)) {
-        if (const ServiceObject *object = byUid.value(one.text(sopInstanceTag))) {
-            states.insert(object->sopInstanceUid, holdsOf(one, object->before, changes));
-        }
-    }
-    return {};
-}
-
 WebFailure ServiceObjects::look(const PatientChanges &changes, Holds &holds)
 {
-    QHash<QString, Holds> states;
-    QSet<QString> series;
-    for (const ServiceObject &object : qAsConst(m_objects)) {
-        series.insert(studyResource(object.studyUid) + QStringLiteral("/series/") + object.seriesUid);
+    ShownObjects shown(m_calls, m_objects, changes);
+    const WebFailure failure = shown.look([this](int seen) {
+        m_show({CorrectionProgress::Step::Checking, seen, m_objects.size()});
+    });
+    if (failure.isNone()) {
+        holds = shown.holds();
     }
-    for (const QString &resource : qAsConst(series)) {
-        const WebFailure failure = lookAtSeries(resource, changes, states);
-        if (!failure.isNone()) {
-            return failure;
-        }
-        m_show({CorrectionProgress::Step::Checking, states.size(), m_objects.size()});
-    }
-    int olds = 0;
-    int news = 0;
-    for (const Holds state : qAsConst(states)) {
-        olds += state == Holds::Old ? 1 : 0;
-        news += state == Holds::New ? 1 : 0;
-    }
-    holds = Holds::Mixed;
-    if (news == m_objects.size()) {
-        holds = Holds::New;
-    } else if (olds == m_objects.size()) {
-        holds = Holds::Old;
-    }
-    return {};
+    return failure;
 }
 
 int ServiceObjects::studies() const
@@ -242,11 +204,7 @@ QJsonArray ServiceObjects::toJson() const
 {
     QJsonArray all;
     for (const ServiceObject &object : m_objects) {
-        QJsonArray one{object.studyUid, object.seriesUid, object.sopInstanceUid, object.fileName};
-        for (const PatientField field : PatientValues::fields) {
-            one.append(object.before[field]);
-        }
-        all.append(one);
+        all.append(object.toJson());
     }
     return all;
 }
@@ -254,16 +212,6 @@ QJsonArray ServiceObjects::toJson() const
 void ServiceObjects::read(const QJsonArray &objects)
 {
     for (const QJsonValue &value : objects) {
-        int at = 0;
-        const auto next = [&] { return value[at++].toString(); };
-        ServiceObject object;
-        object.studyUid = next();
-        object.seriesUid = next();
-        object.sopInstanceUid = next();
-        object.fileName = next();
-        for (const PatientField field : PatientValues::fields) {
-            object.before[field] = next();
-        }
-        m_objects.append(object);
+        m_objects.append(ServiceObject::ofJson(value.toArray()));
     }
 }

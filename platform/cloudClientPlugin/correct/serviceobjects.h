@@ -2,18 +2,10 @@
 
 #include "correctionrequest.h"
 #include "servicecalls.h"
+#include "serviceobject.h"
+#include "shownobjects.h"
 
-#include <QJsonArray>
-
-/// One object of the service: as it was, and as it is to be.
-struct ServiceObject
-{
-    QString studyUid;
-    QString seriesUid;
-    QString sopInstanceUid;
-    QString fileName; ///< of both files, each in its folder
-    PatientValues before;
-};
+#include <QSet>
 
 /**
  * The objects of some studies of a service, with a copy of each as it was and one as it is to be. On the
@@ -23,20 +15,23 @@ class ServiceObjects
 {
 public:
     using Show = std::function<void(const CorrectionProgress &)>;
-    /// What the service has, held against the two copies.
-    enum class Holds : quint8 { Unknown, Old, New, Mixed };
+    using Holds = ShownObjects::Holds;
 
     /// @param folder existing; gets two folders of files
     ServiceObjects(QString folder, ServiceCalls &calls, Show show);
 
-    /// Reads the objects of a study into the folder; none where the service has no such study.
+    /// Reads the objects of a study into the folder; none where the service has no such study. One that it
+    /// has twice is a failure: which of them is read back could not be told.
     WebFailure fetch(const QString &studyUid, QString &detail);
+    /// How often the service lists a study.
+    WebFailure countStudies(const QString &studyUid, int &listed);
     /// Makes the corrected copies. @return empty, or what is wrong with a file
     QString write(const PatientChanges &changes, const std::atomic<bool> &stop);
     WebFailure storeNew() { return store(newFolder()); }
     WebFailure storeOld() { return store(oldFolder()); }
     /// Stores one corrected object alone.
     WebFailure storeFirst();
+    /// What the service shows now.
     WebFailure look(const PatientChanges &changes, Holds &holds);
 
     const QVector<ServiceObject> &objects() const { return m_objects; }
@@ -53,12 +48,12 @@ private:
     QString newFolder() const;
     WebFailure store(const QString &folder);
     WebFailure storeSome(const QVector<StoredFile> &files);
-    bool identify(const QString &path, const QString &studyUid);
-    WebFailure lookAtSeries(
-        const QString &resource, const PatientChanges &changes, QHash<QString, Holds> &states);
+    WebFailure whyMissing(const QString &studyUid, QString &detail);
+    WebProblem identify(const QString &path, const QString &studyUid);
 
     const QString m_folder;
     ServiceCalls &m_calls;
     const Show m_show;
     QVector<ServiceObject> m_objects;
+    QSet<QString> m_uids; ///< of those that were fetched
 };

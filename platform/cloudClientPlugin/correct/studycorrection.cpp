@@ -2,16 +2,12 @@
 
 #include "correctionjournal.h"
 #include "indexside.h"
-#include "serviceobjects.h"
-#include "studycopies.h"
-#include "studysearch.h"
-
-#include <algorithm>
+#include "serviceside.h"
 
 namespace {
 
 using End = CorrectionReport::End;
-using Holds = ServiceObjects::Holds;
+using Holds = ServiceSide::Holds;
 using State = CorrectionJournal::State;
 
 } // namespace
@@ -24,31 +20,18 @@ StudyCorrection::StudyCorrection(WebService service, const std::atomic<bool> &st
 
 StudyCorrection::~StudyCorrection() = default;
 
-bool StudyCorrection::fail(End end, const WebFailure &failure)
-{
-    m_report.end = failure.problem == WebProblem::Stopped ? End::Stopped : end;
-    m_report.failure = failure;
-    return false;
-}
-
 CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
 {
-    m_request = request;
-    m_report = {};
-    m_report.changes = request.index.changes;
-    m_studies = IndexSide(m_request, m_report).studies();
-    if (m_studies.isEmpty() || (request.inService && !isNoneToUndo())) {
+    if (!begin(request) || !openJournal()) {
         return m_report;
     }
-    if (!openJournal(request) || (request.inService && (!fetch() || !prepare(request)))) {
+    if (request.inService && !prepare()) {
         m_journal->remove();
         return m_report;
     }
     if (!m_report.inService.isEmpty()) {
-        if (storeAll()) {
-            check();
-        }
-    } else if (m_journal->write({State::Stored, {}, request, m_studies, {}}) || fail(End::Failed)) {
+        correctTheService();
+    } else if (m_journal->write({State::Stored, {}, request, m_studies, {}}) || m_report.fail(End::Failed)) {
         correctTheIndex();
     }
     correctTheFiles(false);
@@ -58,181 +41,78 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     return m_report;
 }
 
-/// An undoing that came later would take this correction back as well.
-bool StudyCorrection::isNoneToUndo()
+bool StudyCorrection::begin(const CorrectionRequest &request)
 {
-    return !CorrectionJournal::isHalfStored(m_request.databasePath, m_service.address, m_studies)
-        || fail(End::EarlierPending);
+    m_request = request;
+    m_report = {};
+    m_report.changes = request.index.changes;
+    m_studies = IndexSide(m_request, m_report).studies();
+    if (m_studies.isEmpty()) {
+        return false;
+    }
+    // An undoing that came later would take this correction back as well.
+    const bool isHalf = request.inService
+        && CorrectionJournal::isHalfStored(request.databasePath, m_service.address, m_studies);
+    return !isHalf || m_report.fail(End::EarlierPending);
 }
 
-bool StudyCorrection::openJournal(const CorrectionRequest &request)
+bool StudyCorrection::openJournal()
 {
-    m_journal = std::make_unique<CorrectionJournal>(request.databasePath);
+    m_journal = std::make_unique<CorrectionJournal>(m_request.databasePath);
     if (!m_journal->isOpen()) {
         m_report.detail = m_journal->folder();
-        return fail(End::Failed);
+        m_journal->remove();
+        return m_report.fail(End::Failed);
     }
     return true;
 }
 
-bool StudyCorrection::fetch()
+void StudyCorrection::makeServiceSide()
 {
-    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
-    m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
-    for (const QString &study : qAsConst(m_studies)) {
-        const WebFailure failure = m_objects->fetch(study, m_report.detail);
-        if (!failure.isNone()) {
-            return fail(End::Failed, failure);
-        }
-    }
-    m_report.objects = m_objects->objects().size();
-    m_report.studies = m_objects->studies();
-    return true;
+    m_serviceSide = std::make_unique<ServiceSide>(
+        m_service, m_stop, m_show, ServiceSide::Task{m_request, m_studies, m_report}, m_journal->folder());
 }
 
-bool StudyCorrection::prepare(const CorrectionRequest &request)
+/// Up to where the first object may be stored, if one is to be.
+bool StudyCorrection::prepare()
 {
-    noteDifferences();
+    makeServiceSide();
+    if (!m_serviceSide->fetch()) {
+        return false;
+    }
     if (m_report.inService.isEmpty()) {
         return true;
     }
-    if (!mayChangeId()) {
+    if (!m_serviceSide->makeCopies()) {
         return false;
     }
-    m_report.detail = m_objects->write(request.index.changes, m_stop);
-    if (m_stop) {
-        return fail(End::Stopped);
+    if (!m_journal->write(
+            {State::Prepared, m_service.address, m_request, m_studies, m_serviceSide->toJson()})) {
+        return m_report.fail(End::Failed);
     }
-    const auto write = [&] {
-        return m_journal->write(
-            {State::Prepared, m_service.address, request, m_studies, m_objects->toJson()});
-    };
-    if (!m_report.detail.isEmpty() || !m_objects->sync() || !write()) {
-        return fail(End::Failed);
-    }
-    m_calls->goOnRegardless();
-    if (m_copies) {
-        m_copies->goOnRegardless();
-    }
-    return m_journal->setState(State::Storing) || fail(End::Failed);
-}
-
-void StudyCorrection::noteDifferences()
-{
-    const PatientChanges &changes = m_request.index.changes;
-    for (const ServiceObject &object : m_objects->objects()) {
-        for (auto change = changes.cbegin(); change != changes.cend(); ++change) {
-            if (!PatientValues::isSame(change.key(), object.before[change.key()], change.value())) {
-                m_report.inService.insert(change.key());
-            }
-        }
-    }
-}
-
-/// What an archive would keep twice is not stored where it is there already.
-bool StudyCorrection::mayChangeId()
-{
-    m_copies.reset();
-    if (!m_report.inService.contains(PatientField::Id)) {
-        return true;
-    }
-    auto copies = std::make_unique<StudyCopies>(m_service, &m_stop);
-    WebFailure unknown;
-    if (!copies->isOffered(unknown)) {
-        return unknown.isNone() || fail(End::Failed, unknown);
-    }
-    m_copies = std::move(copies);
-    for (const QString &study : qAsConst(m_studies)) {
-        QVector<StudyCopy> found;
-        const WebFailure failure = m_copies->find(study, found);
-        if (!failure.isNone()) {
-            return fail(End::Failed, failure);
-        }
-        const bool isThere = std::any_of(found.cbegin(), found.cend(), [this](const StudyCopy &copy) {
-            return copy.patientId == m_request.index.changes[PatientField::Id];
-        });
-        if (isThere) {
-            return fail(End::SameStudyThere);
-        }
-    }
-    return true;
-}
-
-bool StudyCorrection::storeAll()
-{
-    WebFailure failure;
-    if (m_report.inService.contains(PatientField::Id) && !m_copies) {
-        failure = m_objects->storeFirst();
-        if (failure.isNone() && isDoubled()) {
-            return fail(End::Doubled);
-        }
-    }
-    if (failure.isNone()) {
-        failure = ServiceCalls::repeated([this] { return m_objects->storeNew(); });
-    }
-    m_report.failure = failure;
-    if (!failure.isNone() || (m_copies && !removeCopies(true))) {
-        undo();
-        return false;
-    }
-    return true;
-}
-
-bool StudyCorrection::isDoubled()
-{
-    StudyQuestion question;
-    question.studyUid = m_objects->objects().constFirst().studyUid;
-    QVector<DicomJson> found;
-    return m_calls->search(QStringLiteral("studies"), question.query(), found).isNone() && found.size() > 1;
-}
-
-/// Removes what is left under the old ID once all is there under the new one, or the other way round.
-bool StudyCorrection::removeCopies(bool ofOld)
-{
-    const QString newId = m_request.index.changes[PatientField::Id];
-    const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofOld; };
-    for (const QString &study : qAsConst(m_studies)) {
-        const WebFailure failure = m_copies->keepOnly(study, m_objects->objectsOf(study), isToStay);
-        if (!failure.isNone()) {
-            m_report.failure = m_report.failure.isNone() ? failure : m_report.failure;
-            return false;
-        }
-    }
-    return true;
+    m_serviceSide->goOnRegardless();
+    return m_journal->setState(State::Storing) || m_report.fail(End::Failed);
 }
 
 /// What the service shows decides, not what it answered.
-void StudyCorrection::check()
+void StudyCorrection::correctTheService()
 {
-    Holds holds = Holds::Unknown;
-    m_report.failure =
-        ServiceCalls::repeated([&] { return m_objects->look(m_request.index.changes, holds); });
-    if (m_report.failure.isNone() && holds == Holds::Old) {
+    if (!m_serviceSide->store()) {
+        return;
+    }
+    const Holds holds = m_serviceSide->look();
+    if (holds == Holds::Old) {
         m_report.end = End::KeptOld;
         return;
     }
-    if (!m_report.failure.isNone() || holds != Holds::New || !m_journal->setState(State::Stored)) {
-        undo();
+    if (holds != Holds::New || !m_journal->setState(State::Stored)) {
+        m_serviceSide->undo();
         return;
     }
     correctTheIndex();
     if (!m_report.index.isGood()) {
         m_journal->setState(State::Storing);
-        undo();
-    }
-}
-
-void StudyCorrection::undo()
-{
-    WebFailure failure = ServiceCalls::repeated([this] { return m_objects->storeOld(); });
-    const bool isOne = failure.isNone() && (!m_copies || removeCopies(false));
-    Holds holds = Holds::Unknown;
-    if (isOne) {
-        failure = ServiceCalls::repeated([&] { return m_objects->look(m_request.index.changes, holds); });
-    }
-    m_report.end = holds == Holds::Old ? End::Undone : End::UndoPending;
-    if (m_report.failure.isNone()) {
-        m_report.failure = failure;
+        m_serviceSide->undo();
     }
 }
 
@@ -261,30 +141,14 @@ void StudyCorrection::finish()
     m_studies = content.studies;
     m_report = {};
     m_report.changes = m_request.index.changes;
-    m_calls = std::make_unique<ServiceCalls>(m_service, &m_stop);
-    m_objects = std::make_unique<ServiceObjects>(m_journal->folder(), *m_calls, m_show);
-    m_objects->read(content.objects);
-    m_report.objects = m_objects->objects().size();
-    m_report.studies = m_objects->studies();
-    noteDifferences();
-    if (content.state != State::Storing) {
+    makeServiceSide();
+    m_serviceSide->recall(content.objects);
+    if (content.state == State::Storing) {
+        m_serviceSide->undoBegun();
+    } else {
         correctTheIndex(); // once more changes nothing
         correctTheFiles(true);
-        return;
     }
-    m_copies.reset();
-    if (m_report.inService.contains(PatientField::Id)) {
-        auto copies = std::make_unique<StudyCopies>(m_service, &m_stop);
-        WebFailure unknown;
-        if (copies->isOffered(unknown)) {
-            m_copies = std::move(copies);
-        } else if (!unknown.isNone()) {
-            m_report.end = End::UndoPending;
-            m_report.failure = unknown;
-            return;
-        }
-    }
-    undo();
 }
 
 bool StudyCorrection::isOver() const

@@ -9,9 +9,7 @@
 #include <memory>
 
 class CorrectionJournal;
-class ServiceCalls;
-class ServiceObjects;
-class StudyCopies;
+class ServiceSide;
 
 /**
  * Corrects patient data in a service and in the index, both or neither.
@@ -40,30 +38,21 @@ public:
     QVector<CorrectionReport> finishBegun(const QString &databasePath);
 
 private:
-    bool isNoneToUndo();
-    bool fetch();
-    bool prepare(const CorrectionRequest &request);
-    bool storeAll();
-    bool mayChangeId();
-    bool isDoubled();
-    bool removeCopies(bool ofOld);
-    void check();
-    void undo();
+    bool begin(const CorrectionRequest &request);
+    bool openJournal();
+    bool prepare();
+    void makeServiceSide();
+    void correctTheService();
     void correctTheIndex();
     void correctTheFiles(bool heedsStop);
     void finish();
     bool isOver() const;
-    bool openJournal(const CorrectionRequest &request);
-    void noteDifferences();
-    bool fail(CorrectionReport::End end, const WebFailure &failure = {});
 
     const WebService m_service;
     const std::atomic<bool> &m_stop;
     const Show m_show;
-    std::unique_ptr<ServiceCalls> m_calls;
-    std::unique_ptr<StudyCopies> m_copies; ///< null where the archive has no way to tell
     std::unique_ptr<CorrectionJournal> m_journal;
-    std::unique_ptr<ServiceObjects> m_objects;
+    std::unique_ptr<ServiceSide> m_serviceSide; ///< null where the index is corrected alone
     CorrectionRequest m_request;
     QStringList m_studies; ///< UIDs of those whose objects are corrected
     CorrectionReport m_report;

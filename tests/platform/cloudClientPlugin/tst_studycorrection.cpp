@@ -240,7 +240,14 @@ private slots:
         CorrectionRequest back = request({{PatientField::Id, QStringLiteral("P1")}});
         m_archive->fill({m_folder.filePath(QStringLiteral("1.dcm"))});
         QCOMPARE(run(back).end, End::SameStudyThere);
+        // Now the study is there twice: neither of them is taken for none.
+        const QStringList doubled = inArchive();
+        const CorrectionReport refused = run(request({{PatientField::Name, newName}}));
+        QCOMPARE(refused.end, End::Failed);
+        QCOMPARE(refused.failure.problem, WebProblem::Conflict);
+        QCOMPARE(inArchive(), doubled);
         QCOMPARE(inIndex(), QStringList{QStringLiteral("Müller^Jörg/P2 4")});
+        QVERIFY(isJournalGone());
     }
 
     /// One study of a patient goes to the patient that the new values name, there or not.
@@ -260,6 +267,23 @@ private slots:
         const CorrectionReport report = run(one);
         QVERIFY(report.index.isMerged);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
+    }
+
+    /// Nothing is begun, and nothing of others' removed.
+    void withoutRoomForAJournal()
+    {
+        begin();
+        QTemporaryDir working;
+        const QString kept = working.filePath(QStringLiteral("kept"));
+        const QString before = QDir::currentPath();
+        const auto back = qScopeGuard([&] { QDir::setCurrent(before); });
+        QDir::setCurrent(working.path());
+        for (const QString &path : {kept, m_index->folder() + QStringLiteral("/.corrections")}) {
+            QVERIFY(QFile(path).open(QIODevice::WriteOnly));
+        }
+        QCOMPARE(run(request({{PatientField::Name, newName}})).end, End::Failed);
+        QVERIFY(QFile::exists(kept));
+        QCOMPARE(inIndex(), m_oldIndex);
     }
 
     void keptObjectsAreNoticed()
