@@ -33,6 +33,10 @@ QString plainText(const WebFailure &failure)
         return Text::tr("The connection was lost on the way");
     case WebProblem::CertificateRefused:
         return Text::tr("The certificate of the service is not to be trusted");
+    case WebProblem::NoTls:
+        return Text::tr(
+            "No secure connection: what answers at this address and port is not a TLS service, or "
+            "speaks another kind of TLS");
     case WebProblem::PlainRefused:
         return Text::tr("The password would travel unencrypted: the address must begin with https://, or "
                         "plain connections must be allowed");
@@ -72,6 +76,7 @@ bool hasMoreToSay(WebProblem problem)
     switch (problem) {
     case WebProblem::NoRoute:
     case WebProblem::CertificateRefused:
+    case WebProblem::NoTls:
     case WebProblem::Conflict:
     case WebProblem::Refused:
     case WebProblem::ServerError:

@@ -25,6 +25,7 @@ enum class WebProblem : quint8 {
     NoSecret, ///< there is no password to sign in with; the detail says why
     Incomplete, ///< fewer objects came than the service has announced or lists
     Busy, ///< asked too much for now
+    NoTls, ///< no secure connection came about, and the certificate was not why: most often a plain service
 };
 
 /// A problem, the service's or the system's own words on it, and the HTTP status where there was one.

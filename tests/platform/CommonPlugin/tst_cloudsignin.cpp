@@ -139,6 +139,11 @@ private slots:
         account.address =
             QString(good.address()).replace(QLatin1String("127.0.0.1"), QLatin1String("localhost"));
         QCOMPARE(signIn(account).problem, WebProblem::None);
+
+        // A plain service has no certificate that could be refused: the archive is one.
+        account.address =
+            WebArchive::address(*m_archive).replace(QLatin1String("http:"), QLatin1String("https:"));
+        QCOMPARE(signIn(account).problem, WebProblem::NoTls);
     }
 
     void cancelledWhileTheServiceIsSilent()

@@ -383,6 +383,16 @@ private slots:
         QVERIFY(pointing.asked().contains("Authorization"));
         QVERIFY(other.asked().isEmpty());
     }
+
+    /// A plain service that is taken for a secure one has no certificate that could be refused.
+    void noTlsIsToldAsSuch()
+    {
+        WebClient client(serviceAt(
+            WebArchive::address(*m_archive).replace(QLatin1String("http:"), QLatin1String("https:"))));
+        StudySearch search(client, QStringLiteral("studies"), StudyQuestion().query());
+        QCOMPARE(endOf(search).problem, WebProblem::NoTls);
+        QCOMPARE(store(client, {madeFile(1)}).failure.problem, WebProblem::NoTls);
+    }
 };
 
 PM_TEST_MAIN(DicomWebTest)
