@@ -14,6 +14,7 @@
 namespace {
 
 constexpr char timedOutProperty[] = "timedOut";
+constexpr char certificateProperty[] = "certificateRefused";
 
 /// Keeps nothing: a session is what the caller's header says.
 class NoCookies : public QNetworkCookieJar
@@ -38,7 +39,8 @@ WebProblem problemOfLine(QNetworkReply &reply)
     case QNetworkReply::OperationCanceledError:
         return WebProblem::Stopped;
     case QNetworkReply::SslHandshakeFailedError:
-        return WebProblem::CertificateRefused;
+        return reply.property(certificateProperty).toBool() ? WebProblem::CertificateRefused
+                                                            : WebProblem::NoTls;
     case QNetworkReply::TimeoutError:
     case QNetworkReply::ProxyTimeoutError:
         return WebProblem::TimedOut;
@@ -112,6 +114,8 @@ QNetworkReply *WebClient::watched(QNetworkReply *reply) const
         reply->setProperty(timedOutProperty, true);
         reply->abort();
     });
+    connect(
+        reply, &QNetworkReply::sslErrors, reply, [reply] { reply->setProperty(certificateProperty, true); });
     connect(reply, &QNetworkReply::uploadProgress, silence, heard);
     connect(reply, &QNetworkReply::downloadProgress, silence, heard);
     connect(reply, &QNetworkReply::encrypted, silence, heard);
