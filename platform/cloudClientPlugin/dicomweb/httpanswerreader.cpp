@@ -8,6 +8,7 @@ namespace {
 constexpr qint64 mostHead = 64 << 10; ///< with what trails behind the last chunk
 constexpr int switchingProtocols = 101;
 constexpr int firstFinal = 200;
+constexpr int good = 200;
 constexpr int noContent = 204;
 constexpr int notModified = 304;
 
@@ -115,6 +116,9 @@ bool HttpAnswerReader::readHeader(const QByteArray &line)
         m_isChunked = value.toLower() == "chunked"; // we have asked for no other
         return m_isChunked;
     }
+    if (name == "content-type") {
+        m_contentType = value;
+    }
     if (name == "connection") {
         const QByteArray words = value.toLower();
         m_keepsAlive = (m_keepsAlive || words.contains("keep-alive")) && !words.contains("close");
@@ -136,7 +140,7 @@ bool HttpAnswerReader::endHead()
     } else if (m_announced >= 0) {
         m_left = m_announced;
         m_mode = m_left > 0 ? Mode::Sized : Mode::Complete;
-        return expect(m_left);
+        return hasRoom(m_left);
     } else {
         m_mode = Mode::UntilEnd;
     }
@@ -149,25 +153,37 @@ bool HttpAnswerReader::readChunkSize(const QByteArray &line)
     bool isNumber = false;
     m_left = line.left(line.indexOf(';')).trimmed().toLongLong(&isNumber, hexadecimal);
     m_mode = m_left > 0 ? Mode::Chunk : Mode::Trailer;
-    return isNumber && m_left >= 0 && expect(m_left);
+    return isNumber && m_left >= 0 && hasRoom(m_left);
 }
 
-/// @return whether there is room for so much more of the body
-bool HttpAnswerReader::expect(qint64 bytes)
+bool HttpAnswerReader::isTaken() const
 {
-    m_isTooLong = m_isTooLong || bytes > m_mostBody - m_body.size();
-    return !m_isTooLong;
+    return m_take && m_status == good;
+}
+
+/// @return whether so much more of the body may come
+bool HttpAnswerReader::hasRoom(qint64 bytes) const
+{
+    return isTaken() || bytes <= m_mostBody - m_body.size();
+}
+
+bool HttpAnswerReader::keep(const char *data, int length)
+{
+    if (isTaken()) {
+        return m_take(m_contentType, data, length);
+    }
+    m_body.append(data, length);
+    return true;
 }
 
 int HttpAnswerReader::takeBody(const char *data, int length)
 {
     const bool isCounted = m_mode != Mode::UntilEnd;
     const int taken = isCounted ? static_cast<int>(std::min<qint64>(m_left, length)) : length;
-    if (!isCounted && !expect(taken)) {
+    if ((!isCounted && !hasRoom(taken)) || !keep(data, taken)) {
         m_mode = Mode::Broken;
         return taken;
     }
-    m_body.append(data, taken);
     m_left -= taken;
     if (isCounted && m_left == 0) {
         m_mode = m_mode == Mode::Chunk ? Mode::ChunkEnd : Mode::Complete;

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 /**
  * Reads one HTTP/1.1 answer from the bytes of a connection, cut anywhere: heads of provisional answers are
  * passed over, bodies come by length, in chunks or until the connection ends. What is announced or sent
@@ -13,9 +15,15 @@
 class CLOUDCLIENTPLUGIN_EXPORT HttpAnswerReader
 {
 public:
-    /// @param mostBody bytes of the body that are kept at most
-    explicit HttpAnswerReader(qint64 mostBody)
+    /// Takes a piece of a body. @return whether more of it is wanted
+    using Take = std::function<bool(const QByteArray &contentType, const char *data, qint64 length)>;
+
+    /// @param mostBody bytes of a body that are kept at most
+    /// @param take gets the body of an answer that is good (200) piece by piece; it is not kept then, and may
+    /// be long
+    explicit HttpAnswerReader(qint64 mostBody, Take take = {})
         : m_mostBody(mostBody)
+        , m_take(std::move(take))
     { }
 
     void feed(const QByteArray &bytes);
@@ -25,7 +33,6 @@ public:
     bool hasBegun() const { return m_hasBegun; }
     bool isComplete() const { return m_mode == Mode::Complete; }
     bool isBroken() const { return m_mode == Mode::Broken; }
-    bool isTooLong() const { return m_isTooLong; }
     /// Whether the connection may carry the next request; only of a complete answer.
     bool keepsAlive() const { return m_keepsAlive; }
 
@@ -55,18 +62,21 @@ private:
     bool readHeader(const QByteArray &line);
     bool readChunkSize(const QByteArray &line);
     bool endHead();
-    bool expect(qint64 bytes);
+    bool isTaken() const;
+    bool hasRoom(qint64 bytes) const;
+    bool keep(const char *data, int length);
 
     const qint64 m_mostBody;
+    const Take m_take;
     Mode m_mode = Mode::StatusLine;
     QByteArray m_line;
     qint64 m_headBytes = 0;
     bool m_hasBegun = false;
-    bool m_isTooLong = false;
     bool m_keepsAlive = false;
     bool m_isChunked = false;
     int m_status = 0;
     QByteArray m_reason;
+    QByteArray m_contentType;
     qint64 m_announced = -1; ///< length of the body; -1 where the head names none
     qint64 m_left = 0; ///< of the body, or of the chunk
     QByteArray m_body;

@@ -33,7 +33,7 @@ HttpLine::HttpLine(const WebService &service, int patienceMs, QObject *parent)
 void HttpLine::send(const HttpRequest &request)
 {
     m_request = request;
-    m_answer.emplace(request.mostAnswer);
+    m_answer.emplace(request.mostAnswer, request.take);
     m_heard.start();
     m_silence.start(m_patienceMs);
     if (m_socket.isReady()) {
@@ -64,12 +64,17 @@ QByteArray HttpLine::head() const
     if (!proxy.isEmpty()) {
         head += "\r\nProxy-Authorization: " + proxy;
     }
-    return head + "\r\nContent-Length: " + QByteArray::number(m_request->body->size()) + "\r\n\r\n";
+    if (m_request->body) {
+        head += "\r\nContent-Length: " + QByteArray::number(m_request->body->size());
+    }
+    return head + "\r\n\r\n";
 }
 
 void HttpLine::begin()
 {
-    m_request->body->seek(0);
+    if (m_request->body) {
+        m_request->body->seek(0);
+    }
     const QByteArray bytes = head();
     if (m_socket.write(bytes.constData(), bytes.size())) {
         sendMore();
@@ -78,11 +83,15 @@ void HttpLine::begin()
     }
 }
 
+bool HttpLine::hasMoreBody() const
+{
+    return m_request && m_request->body && !m_request->body->atEnd();
+}
+
 void HttpLine::sendMore()
 {
     m_heard.start();
-    while (
-        m_request && m_socket.isReady() && !m_request->body->atEnd() && m_socket.pendingBytes() < heldBytes) {
+    while (hasMoreBody() && m_socket.isReady() && m_socket.pendingBytes() < heldBytes) {
         if (m_socket.hasMore()) { // an answer before the end; the service may hang up behind it
             m_socket.readMore();
             continue;
@@ -105,11 +114,17 @@ void HttpLine::onCame(const QByteArray &bytes)
         return;
     }
     m_heard.start();
+    m_isReading = true;
     m_answer->feed(bytes);
+    m_isReading = false;
+    if (!m_request) {
+        return; // who was called has ended it
+    }
     if (m_answer->isComplete()) {
         endWithAnswer();
     } else if (m_answer->isBroken()) {
-        end({WebProblem::BadAnswer, {}, m_answer->status()});
+        const WebFailure refusal = HttpStatus::failureOf(m_answer->status(), m_answer->reason());
+        end(refusal.isNone() ? WebFailure{WebProblem::BadAnswer, {}, m_answer->status()} : refusal);
     }
 }
 
@@ -155,7 +170,7 @@ void HttpLine::endWithAnswer()
 {
     const HttpAnswer answer{
         HttpStatus::failureOf(m_answer->status(), m_answer->reason()), m_answer->status(), m_answer->body()};
-    m_isUsed = m_answer->keepsAlive() && m_request->body->atEnd() && m_socket.pendingBytes() == 0;
+    m_isUsed = m_answer->keepsAlive() && !hasMoreBody() && m_socket.pendingBytes() == 0;
     if (!m_isUsed) {
         m_socket.close();
     }

@@ -13,15 +13,17 @@
 
 class QIODevice;
 
-/// A request with a body, to be sent over an HttpLine.
+/// A request to be sent over an HttpLine.
 struct HttpRequest
 {
     QByteArray method;
     QUrl url; ///< of the line's service
     QVector<QPair<QByteArray, QByteArray>> headers; ///< beside those of the connection and the body's length
-    QIODevice *body =
-        nullptr; ///< open, of a known size; read while it is sent, and must live until finished()
-    qint64 mostAnswer = 0; ///< bytes of the answer's body
+    /// Open, of a known size; read while it is sent, and must live until finished(). None for a GET.
+    QIODevice *body = nullptr;
+    qint64 mostAnswer = 0; ///< bytes of the answer's body that are kept
+    HttpAnswerReader::Take
+        take{}; ///< gets the body of a good answer instead; it may be called until finished()
 };
 
 /// What came back.
@@ -29,12 +31,12 @@ struct HttpAnswer
 {
     WebFailure failure; ///< also where the service has answered with an error
     int status = 0; ///< 0 where no answer came
-    QByteArray body; ///< whole; empty where no whole one came
+    QByteArray body; ///< whole; empty where no whole one came, or where it was taken
 };
 
 /**
  * One HTTP/1.1 connection to a service, for large bodies: Qt's own client hands a body from thread to thread
- * in small pieces, which takes more of the processor than sending them. Kept alive from request to request;
+ * in small pieces, which takes more of the processor than the transfer. Kept alive from request to request;
  * where the service has let go of it meanwhile, the request is sent once more over a new one. One request at
  * a time; lives on one thread with an event loop.
  */
@@ -46,7 +48,7 @@ public:
     /// @param patienceMs of silence before a request is given up
     HttpLine(const WebService &service, int patienceMs, QObject *parent = nullptr);
 
-    bool isIdle() const { return !m_request; }
+    bool isIdle() const { return !m_request && !m_isReading; }
     /// For an idle line; finished() comes later, never before this returns.
     void send(const HttpRequest &request);
     /// Ends the request; its end is told before this returns.
@@ -64,11 +66,13 @@ private:
     void endWithAnswer();
     void end(const WebFailure &failure);
     QByteArray head() const;
+    bool hasMoreBody() const;
 
     ServiceSocket m_socket;
     const int m_patienceMs;
     std::optional<HttpRequest> m_request;
     std::optional<HttpAnswerReader> m_answer;
+    bool m_isReading = false; ///< m_answer has called somebody
     bool m_isUsed = false; ///< the connection has carried a request before this one
     QByteArray m_piece; ///< of the body
     QTimer m_silence;

@@ -1,16 +1,14 @@
 #include "objectsretrieve.h"
 
+#include "httpline.h"
 #include "webclient.h"
 
 #include <QDir>
-#include <QNetworkReply>
 #include <QTimer>
 #include <QUuid>
 
 namespace {
 
-constexpr qint64 heldBytes = qint64(4) << 20;
-constexpr int pieceBytes = 256 << 10;
 constexpr qint64 askForRoomAfter = qint64(1) << 20;
 constexpr char wanted[] = "multipart/related; type=\"application/dicom\"; transfer-syntax=*";
 
@@ -25,20 +23,16 @@ ObjectsRetrieve::ObjectsRetrieve(WebClient &client, const QString &resource, QSt
         QTimer::singleShot(0, this, [this, refusal] { emit finished(refusal); });
         return;
     }
-    m_reply = client.get(resource, {}, wanted);
-    m_reply->setParent(this);
-    m_reply->setReadBufferSize(heldBytes); // a slow disk slows the service down
-    connect(m_reply, &QNetworkReply::readyRead, this, &ObjectsRetrieve::readMore);
-    connect(m_reply, &QNetworkReply::downloadProgress, this,
-        [this](qint64 bytes, qint64 /*all*/) { emit progress(bytes); });
-    connect(m_reply, &QNetworkReply::finished, this, &ObjectsRetrieve::end);
+    m_line = client.download(resource, wanted,
+        [this](const QByteArray &type, const char *data, qint64 length) { return take(type, data, length); });
+    connect(m_line, &HttpLine::finished, this, &ObjectsRetrieve::end);
 }
 
 ObjectsRetrieve::~ObjectsRetrieve()
 {
-    if (m_reply) {
-        m_reply->disconnect(this);
-        delete m_reply;
+    if (m_line) {
+        m_line->disconnect(this);
+        m_line->abort();
     }
     removeHalf();
 }
@@ -52,8 +46,8 @@ void ObjectsRetrieve::removeHalf()
 
 void ObjectsRetrieve::abort()
 {
-    if (m_reply) {
-        m_reply->abort();
+    if (m_line) {
+        m_line->abort();
     }
 }
 
@@ -108,63 +102,28 @@ bool ObjectsRetrieve::endFile()
     return true;
 }
 
-void ObjectsRetrieve::readMore()
+bool ObjectsRetrieve::take(const QByteArray &type, const char *data, qint64 length)
 {
-    constexpr int good = 200;
-    if (!m_reply || !m_reply->isOpen() || !m_failure.isNone()) {
-        return;
-    }
-    const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (status != good) {
-        if (m_reply->isRunning()) { // its words, however many, are not wanted
-            const WebFailure failure = WebClient::failureOf(*m_reply);
-            refuse(failure.isNone() ? WebFailure{WebProblem::BadAnswer, {}, status} : failure);
-        }
-        return;
-    }
     if (!m_reader) {
-        const QByteArray type = m_reply->rawHeader("Content-Type");
         m_reader = std::make_unique<MultipartReader>(type,
             MultipartReader::Sink{[this](const QByteArray &part) { return beginFile(part); },
-                [this](const char *data, qint64 length) { return writeFile(data, length); },
+                [this](const char *bytes, qint64 count) { return writeFile(bytes, count); },
                 [this] { return endFile(); }});
     }
-    // Piece by piece through one buffer, which stays in the processor's cache.
-    m_buffer.resize(pieceBytes);
-    bool isGood = true;
-    for (qint64 got = 1; isGood && got > 0 && m_reply;) {
-        got = m_reply->read(m_buffer.data(), pieceBytes);
-        isGood = got <= 0 || m_reader->feed(QByteArray::fromRawData(m_buffer.constData(), int(got)));
-    }
-    if (!isGood && m_reply) {
-        refuse({WebProblem::BadAnswer, {}, good});
-    }
+    m_bytes += length;
+    emit progress(m_bytes);
+    return m_reader->feed(QByteArray::fromRawData(data, static_cast<int>(length))) && m_line;
 }
 
-/// Ends what still comes. @param failure unless another came before
-void ObjectsRetrieve::refuse(const WebFailure &failure)
+void ObjectsRetrieve::end(const HttpAnswer &answer)
 {
-    if (m_failure.isNone()) {
-        m_failure = failure;
-    }
-    if (m_reply->isRunning()) {
-        m_reply->abort();
-    }
-}
-
-void ObjectsRetrieve::end()
-{
-    readMore();
-    if (!m_reply) {
-        return;
-    }
-    WebFailure failure = m_failure.isNone() ? WebClient::failureOf(*m_reply) : m_failure;
+    m_line->disconnect(this);
+    m_line.clear();
+    WebFailure failure = m_failure.isNone() ? answer.failure : m_failure;
     const bool isWhole = m_reader && m_reader->state() == MultipartReader::State::Complete;
     if (failure.isNone() && !isWhole) {
         failure = {m_reader ? WebProblem::LineCut : WebProblem::BadAnswer, {}, 0};
     }
     removeHalf();
-    m_reply->deleteLater();
-    m_reply.clear();
     emit finished(failure);
 }

@@ -11,8 +11,9 @@
 #include <functional>
 #include <memory>
 
-class QNetworkReply;
+class HttpLine;
 class WebClient;
+struct HttpAnswer;
 
 /**
  * A WADO-RS request for the objects of a study, a series or one instance, as they are stored: each goes into
@@ -45,17 +46,16 @@ private:
     bool writeFile(const char *data, qint64 length);
     bool endFile();
     void removeHalf();
-    void readMore();
-    void refuse(const WebFailure &failure);
-    void end();
+    bool take(const QByteArray &type, const char *data, qint64 length);
+    void end(const HttpAnswer &answer);
 
     const QString m_folder;
-    QPointer<QNetworkReply> m_reply;
+    QPointer<HttpLine> m_line; ///< while it is busy with this
     std::unique_ptr<MultipartReader> m_reader;
-    QByteArray m_buffer;
     QFile m_file;
     WebFailure m_failure;
     std::function<bool()> m_hasRoom;
     qint64 m_sinceAsked = 0; ///< bytes written since m_hasRoom was asked
+    qint64 m_bytes = 0; ///< that have come
     int m_objects = 0;
 };

@@ -4,6 +4,7 @@
 
 namespace {
 
+constexpr int pieceBytes = 256 << 10;
 constexpr int plainPort = 80;
 constexpr int securePort = 443;
 
@@ -46,6 +47,7 @@ ServiceSocket::ServiceSocket(const WebService &service, QObject *parent)
     : QObject(parent)
     , m_service(service)
     , m_proxy(proxyOf(service))
+    , m_piece(pieceBytes, Qt::Uninitialized)
 { }
 
 ServiceSocket::~ServiceSocket()
@@ -122,9 +124,12 @@ qint64 ServiceSocket::pendingBytes() const
 void ServiceSocket::readMore()
 {
     const QTcpSocket *socket = m_socket.get();
-    const QByteArray bytes = m_socket->readAll();
-    if (!bytes.isEmpty()) {
-        emit came(bytes);
+    qint64 length = 1;
+    while (length > 0 && m_socket.get() == socket) { // whoever hears of it may close
+        length = m_socket->read(m_piece.data(), m_piece.size());
+        if (length > 0) {
+            emit came(QByteArray::fromRawData(m_piece.constData(), static_cast<int>(length)));
+        }
     }
     if (m_socket.get() == socket && m_isReady && m_socket->state() == QAbstractSocket::UnconnectedState) {
         m_isReady = false;

@@ -42,6 +42,7 @@ public:
 signals:
     void ready();
     void wrote();
+    /// @param bytes are there until the receiver returns
     void came(const QByteArray &bytes);
     /// The connection has ended, or has not come up.
     void failed(const WebFailure &failure);
@@ -53,5 +54,6 @@ private:
     const WebService m_service;
     const QNetworkProxy m_proxy; ///< as it is for this service
     std::unique_ptr<QTcpSocket> m_socket;
+    QByteArray m_piece; ///< of what comes
     bool m_isReady = false;
 };

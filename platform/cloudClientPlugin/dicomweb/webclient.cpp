@@ -147,17 +147,27 @@ QNetworkReply *WebClient::post(const QString &resource, const QByteArray &conten
     return watched(m_network.post(asked, body));
 }
 
+HttpLine *WebClient::sendOverLine(HttpRequest request)
+{
+    if (!m_service.authorization.isEmpty()) {
+        request.headers.append({"Authorization", m_service.authorization});
+    }
+    HttpLine &line = idleLine();
+    line.send(request);
+    return &line;
+}
+
 HttpLine *WebClient::upload(
     const QString &resource, const QByteArray &contentType, QIODevice *body, qint64 mostAnswer)
 {
-    HttpRequest asked{"POST", m_service.at(resource), {{"Accept", dicomJson}, {"Content-Type", contentType}},
-        body, mostAnswer};
-    if (!m_service.authorization.isEmpty()) {
-        asked.headers.append({"Authorization", m_service.authorization});
-    }
-    HttpLine &line = idleLine();
-    line.send(asked);
-    return &line;
+    return sendOverLine({"POST", m_service.at(resource),
+        {{"Accept", dicomJson}, {"Content-Type", contentType}}, body, mostAnswer});
+}
+
+HttpLine *WebClient::download(
+    const QString &resource, const QByteArray &accept, const HttpAnswerReader::Take &take)
+{
+    return sendOverLine({"GET", m_service.at(resource), {{"Accept", accept}}, nullptr, 0, take});
 }
 
 QNetworkReply *WebClient::remove(const QString &resource)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cloudclientplugin_export.h"
+#include "httpanswerreader.h"
 #include "webfailure.h"
 #include "webservice.h"
 
@@ -12,6 +13,7 @@
 #include <vector>
 
 class HttpLine;
+struct HttpRequest;
 
 /**
  * The connections to one DICOMweb service: kept alive, HTTP/2 where the service offers it, certificates
@@ -38,11 +40,16 @@ public:
     QNetworkReply *get(
         const QString &resource, const QUrlQuery &query = {}, const QByteArray &accept = dicomJson);
     QNetworkReply *post(const QString &resource, const QByteArray &contentType, const QByteArray &body);
-    /// Sends a large body over a connection of its own, of HTTP/1.1. @param body is read while it is sent,
-    /// and must live until the line has finished. @param mostAnswer bytes that are taken of what comes back
+    /// @name Large bodies, over connections of their own, of HTTP/1.1
     /// @return a line of ours, busy until it tells the answer
+    /// @{
+    /// @param body is read while it is sent, and must live until the line has finished
+    /// @param mostAnswer bytes that are taken of what comes back
     HttpLine *upload(
         const QString &resource, const QByteArray &contentType, QIODevice *body, qint64 mostAnswer);
+    /// @param take gets the body of a good answer while it comes
+    HttpLine *download(const QString &resource, const QByteArray &accept, const HttpAnswerReader::Take &take);
+    /// @}
 
     /// Removes a resource, where a service offers that.
     QNetworkReply *remove(const QString &resource);
@@ -56,6 +63,7 @@ private:
     QNetworkRequest request(const QString &resource, const QUrlQuery &query, const QByteArray &accept) const;
     QNetworkReply *watched(QNetworkReply *reply) const;
     HttpLine &idleLine();
+    HttpLine *sendOverLine(HttpRequest request);
 
     const WebService m_service;
     QNetworkAccessManager m_network;
