@@ -1,6 +1,7 @@
 // The process that the fault runs kill while it uploads:
 //   uploadprocess INDEX ADDRESS
-// Goes on with the uploads that the index has, or else uploads all its images; ends when all is stored.
+// Goes on with the uploads that the index has, or else uploads all its images; ends when all is stored. Says
+// so when it is held up.
 #include "cloudclientasynchandler.h"
 #include "createconnection.h"
 #include "httpuploadfile.h"
@@ -10,6 +11,8 @@
 #include <QCoreApplication>
 #include <QSqlQuery>
 #include <QVariant>
+
+#include <cstdio>
 
 namespace {
 
@@ -53,6 +56,12 @@ int main(int argc, char **argv)
         tasks.append(uploadAll(*handler));
     }
     QObject::connect(tasks[0], &UpLoadTask::finshTask, &QCoreApplication::quit);
+    QObject::connect(tasks[0], &UpLoadTask::changed, [](const UpLoadTask *task) {
+        if (task->tally().state == UploadTally::State::Paused) {
+            std::puts("held up");
+            std::fflush(stdout);
+        }
+    });
     const int result = QCoreApplication::exec();
     qDeleteAll(tasks);
     return result;
