@@ -80,10 +80,10 @@ QWidget *BrowserWindow::buildLists()
     m_studyList->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_studyList->setSelectionMode(QAbstractItemView::SingleSelection);
     m_studyList->setSortingEnabled(true);
-    m_studyList->sortByColumn(StudyModel::Date, Qt::DescendingOrder);
+    m_studyList->sortByColumn(FoundStudy::Date, Qt::DescendingOrder);
     m_studyList->setTabKeyNavigation(false);
     m_studyList->verticalHeader()->hide();
-    m_studyList->horizontalHeader()->setSectionResizeMode(StudyModel::Description, QHeaderView::Stretch);
+    m_studyList->horizontalHeader()->setSectionResizeMode(FoundStudy::Description, QHeaderView::Stretch);
     m_seriesList = new QListView(this);
     m_seriesList->setObjectName(QStringLiteral("series"));
     m_seriesList->setAccessibleName(tr("Series"));
@@ -110,8 +110,8 @@ void BrowserWindow::connectParts()
     connect(m_search, &QPushButton::clicked, this, &BrowserWindow::search);
     connect(m_service, &ServiceView::studiesFound, m_studies, &StudyModel::add);
     connect(m_service, &ServiceView::studiesEnded, this, [this](const WebFailure &failure, bool isCutShort) {
-        for (const int column : {StudyModel::Name, StudyModel::Id, StudyModel::Date, StudyModel::Modalities,
-                 StudyModel::Images}) {
+        for (const int column : {FoundStudy::Name, FoundStudy::Id, FoundStudy::Date, FoundStudy::Modalities,
+                 FoundStudy::Images}) {
             m_studyList->resizeColumnToContents(column); // the description takes what is left
         }
         m_foot->say(isCutShort ? tr("The first %Ln study(ies); narrow the search to see the others", nullptr,

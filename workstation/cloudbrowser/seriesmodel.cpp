@@ -1,5 +1,7 @@
 #include "seriesmodel.h"
 
+#include "plaintooltip.h"
+
 #include <QPixmap>
 
 void SeriesModel::clear()
@@ -60,9 +62,10 @@ QVariant SeriesModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
         return textOf(row.series);
+    case Qt::ToolTipRole:
+        return plainToolTip(textOf(row.series));
     case Qt::DecorationRole:
         return row.picture;
     default:

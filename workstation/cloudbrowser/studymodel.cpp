@@ -1,9 +1,9 @@
 #include "studymodel.h"
 
-#include "dicomdate.h"
-#include "personname.h"
+#include "plaintooltip.h"
 
-#include <QLocale>
+#include <algorithm>
+#include <iterator>
 
 void StudyModel::clear()
 {
@@ -16,7 +16,7 @@ void StudyModel::add(const QVector<DicomJson> &studies)
 {
     if (!studies.isEmpty()) {
         beginInsertRows({}, m_studies.size(), m_studies.size() + studies.size() - 1);
-        m_studies += studies;
+        std::transform(studies.begin(), studies.end(), std::back_inserter(m_studies), FoundStudy::of);
         endInsertRows();
     }
 }
@@ -28,29 +28,7 @@ int StudyModel::rowCount(const QModelIndex &parent) const
 
 int StudyModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : ColumnCount;
-}
-
-QString StudyModel::textOf(const DicomJson &study, int column) const
-{
-    switch (column) {
-    case Name:
-        return personNameForDisplay(study.text(DicomTag::patientName));
-    case Id:
-        return study.text(DicomTag::patientId);
-    case Date:
-        return dateForDisplay(study.text(DicomTag::studyDate));
-    case Modalities:
-        return study.texts(DicomTag::modalitiesInStudy).join(QStringLiteral(", "));
-    case Description:
-        return study.text(DicomTag::studyDescription);
-    case Images: {
-        const qint64 images = study.number(DicomTag::imagesInStudy);
-        return images < 0 ? QString() : QLocale().toString(images);
-    }
-    default:
-        return {};
-    }
+    return parent.isValid() ? 0 : FoundStudy::FieldCount;
 }
 
 QVariant StudyModel::data(const QModelIndex &index, int role) const
@@ -58,19 +36,20 @@ QVariant StudyModel::data(const QModelIndex &index, int role) const
     if (!index.isValid() || index.row() >= m_studies.size()) {
         return {};
     }
-    const DicomJson &study = m_studies[index.row()];
-    if (role == sortRole && index.column() == Date) {
-        return study.text(DicomTag::studyDate);
+    const FoundStudy &study = m_studies[index.row()];
+    switch (role) {
+    case Qt::DisplayRole:
+        return study.text(index.column());
+    case Qt::ToolTipRole:
+        return plainToolTip(study.text(index.column()));
+    case sortRole:
+        return study.sortKey(index.column());
+    case Qt::TextAlignmentRole:
+        return index.column() == FoundStudy::Images ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter))
+                                                    : QVariant();
+    default:
+        return {};
     }
-    if (role == sortRole && index.column() == Images) {
-        return study.number(DicomTag::imagesInStudy);
-    }
-    if (role == Qt::TextAlignmentRole && index.column() == Images) {
-        return int(Qt::AlignRight | Qt::AlignVCenter);
-    }
-    return role == Qt::DisplayRole || role == sortRole || role == Qt::ToolTipRole
-        ? QVariant(textOf(study, index.column()))
-        : QVariant();
 }
 
 QVariant StudyModel::headerData(int section, Qt::Orientation orientation, int role) const

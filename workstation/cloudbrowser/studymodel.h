@@ -1,23 +1,23 @@
 #pragma once
 
-#include "dicomjson.h"
+#include "foundstudy.h"
 
 #include <QAbstractTableModel>
+#include <QVector>
 
-/// Studies of a service as rows. GUI thread.
+/// Studies of a service as rows, the fields of FoundStudy as columns. GUI thread.
 class StudyModel : public QAbstractTableModel
 {
     Q_OBJECT
 
 public:
-    enum Column { Name, Id, Date, Modalities, Description, Images, ColumnCount };
     static constexpr int sortRole = Qt::UserRole;
 
     using QAbstractTableModel::QAbstractTableModel;
 
     void clear();
     void add(const QVector<DicomJson> &studies);
-    QString uidAt(int row) const { return m_studies.value(row).text(DicomTag::studyUid); }
+    QString uidAt(int row) const { return m_studies.value(row).uid; }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -25,7 +25,5 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    QString textOf(const DicomJson &study, int column) const;
-
-    QVector<DicomJson> m_studies;
+    QVector<FoundStudy> m_studies;
 };

@@ -1,7 +1,6 @@
 #include "picturetext.h"
 
 #include <QCoreApplication>
-#include <QDate>
 
 namespace {
 
@@ -97,10 +96,4 @@ QString PictureText::problem(PixelProblem problem, ObjectKind objectKind)
         return kind(objectKind) + QStringLiteral(". ") + translated(sentence(problem));
     }
     return translated(sentence(problem));
-}
-
-QString PictureText::date(const QString &dicomDate)
-{
-    const QDate date = QDate::fromString(dicomDate.left(8), QStringLiteral("yyyyMMdd"));
-    return date.isValid() ? date.toString(Qt::ISODate) : dicomDate;
 }

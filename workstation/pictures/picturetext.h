@@ -13,7 +13,5 @@ QString shortKind(ObjectKind kind);
 QString kind(ObjectKind kind);
 /// A sentence; of an object without pixels it says what the object is.
 QString problem(PixelProblem problem, ObjectKind kind);
-/// A date of a file as yyyy-MM-dd, or as it stands there.
-QString date(const QString &dicomDate);
 
 } // namespace PictureText

@@ -1,8 +1,8 @@
 #include "previewbanner.h"
 
+#include "dicomdate.h"
 #include "imageinfo.h"
 #include "personname.h"
-#include "picturetext.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -51,9 +51,9 @@ void PreviewBanner::show(const ImageInfo &info)
     const DicomHeader &header = info.header;
     m_patient->setText(
         joined({personNameForDisplay(header[Attribute::PatientName]), header[Attribute::PatientID],
-            PictureText::date(header[Attribute::PatientBirthDate]), header[Attribute::PatientSex]}));
+            dateForDisplay(header[Attribute::PatientBirthDate]), header[Attribute::PatientSex]}));
     const QString number = header[Attribute::SeriesNumber];
-    m_study->setText(joined({PictureText::date(header[Attribute::StudyDate]),
+    m_study->setText(joined({dateForDisplay(header[Attribute::StudyDate]),
         header[Attribute::StudyDescription], header[Attribute::Modality],
         number.isEmpty() ? QString() : tr("Series %1").arg(number), header[Attribute::SeriesDescription]}));
     for (QLabel *label : {m_patient, m_study}) {

@@ -1,6 +1,7 @@
 #include "archivemodel.h"
 
 #include "archivetext.h"
+#include "dicomdate.h"
 #include "personname.h"
 #include "textfold.h"
 
@@ -95,7 +96,7 @@ QStandardItem *ArchiveModel::patientItem(const QueryRecord &study)
     QStandardItem *patient = knownPatient(study);
     if (!patient) {
         const QString name = personNameForDisplay(study.value(QueryTag::patientName));
-        const QString birthDate = ArchiveText::dateOf(study.value(QueryTag::birthDate));
+        const QString birthDate = dateForDisplay(study.value(QueryTag::birthDate));
         const auto items = row({orElse(name, tr("(no name)")), study.value(QueryTag::patientId), birthDate},
             RecordLevel::Patient, study);
         patient = items.first();
@@ -121,7 +122,7 @@ void ArchiveModel::addStudies(const QVector<QueryRecord> &studies)
         }
         const auto items = row({orElse(study.value(QueryTag::studyDescription), tr("(no description)")),
                                    study.value(QueryTag::accessionNumber), QString(),
-                                   ArchiveText::dateOf(study.value(QueryTag::studyDate)),
+                                   dateForDisplay(study.value(QueryTag::studyDate)),
                                    listed(study.value(QueryTag::modalitiesInStudy)),
                                    study.value(QueryTag::studySeries), study.value(QueryTag::studyInstances)},
             RecordLevel::Study, study);
@@ -158,12 +159,11 @@ void ArchiveModel::setSeries(
             record.insert(value.key(), value.value());
         }
         record.insert(QueryTag::studyUid, studyUid); // whatever the answer said
-        const auto items =
-            row({orElse(one.value(QueryTag::seriesDescription), tr("(no description)")),
-                    one.value(QueryTag::seriesNumber), QString(),
-                    ArchiveText::dateOf(one.value(QueryTag::seriesDate)), one.value(QueryTag::modality),
-                    QString(), one.value(QueryTag::seriesInstances)},
-                RecordLevel::Series, record);
+        const auto items = row(
+            {orElse(one.value(QueryTag::seriesDescription), tr("(no description)")),
+                one.value(QueryTag::seriesNumber), QString(), dateForDisplay(one.value(QueryTag::seriesDate)),
+                one.value(QueryTag::modality), QString(), one.value(QueryTag::seriesInstances)},
+            RecordLevel::Series, record);
         study->appendRow(items);
         m_series.insert(one.value(QueryTag::seriesUid), items.first());
     }

@@ -1,11 +1,11 @@
 #include "archivetext.h"
 
+#include "dicomdate.h"
 #include "personname.h"
 #include "sentences.h"
 #include "transfertext.h"
 
 #include <QCoreApplication>
-#include <QDate>
 #include <QLocale>
 
 #include <algorithm>
@@ -165,7 +165,7 @@ QString titleOf(const QueryRecord &record, RecordLevel level)
     const QString name = personNameForDisplay(record.value(QueryTag::patientName));
     QStringList parts{name.isEmpty() ? record.value(QueryTag::patientId) : name,
         level == RecordLevel::Series ? seriesOf(record) : Text::tr("whole study"),
-        record.value(QueryTag::studyDescription), dateOf(record.value(QueryTag::studyDate)),
+        record.value(QueryTag::studyDescription), dateForDisplay(record.value(QueryTag::studyDate)),
         accession.isEmpty() ? QString() : Text::tr("No. %1", "accession number").arg(accession)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));
@@ -262,12 +262,6 @@ QString heldOf(int images, int total)
     }
     return total > images ? Text::tr("%1 of %2").arg(QLocale().toString(images), QLocale().toString(total))
                           : Text::tr("Yes");
-}
-
-QString dateOf(const QString &date)
-{
-    const QDate day = QDate::fromString(date.left(8), QStringLiteral("yyyyMMdd"));
-    return day.isValid() ? day.toString(Qt::ISODate) : date;
 }
 
 } // namespace ArchiveText

@@ -24,7 +24,5 @@ QString endOf(const Retrieval &retrieval);
 /// How much of something the index has. @param images in the index @param total in the archive, 0 where
 /// unknown
 QString heldOf(int images, int total);
-/// A DICOM date as people of the application's language write it; other texts stay.
-QString dateOf(const QString &date);
 
 } // namespace ArchiveText

@@ -1,8 +1,5 @@
 #include "cloudstudy.h"
 
-#include "dicomdate.h"
-#include "personname.h"
-
 #include <algorithm>
 
 Qt::CheckState CloudStudy::check() const
@@ -15,24 +12,40 @@ Qt::CheckState CloudStudy::check() const
     return isAny ? Qt::PartiallyChecked : Qt::Unchecked;
 }
 
-CloudStudy CloudStudy::of(const DicomJson &answer)
+void CloudStudy::setChecked(int at, bool isOn)
 {
-    CloudStudy study;
-    study.uid = answer.text(DicomTag::studyUid);
-    study.name = personNameForDisplay(answer.text(DicomTag::patientName));
-    study.id = answer.text(DicomTag::patientId);
-    study.date = dateForDisplay(answer.text(DicomTag::studyDate));
-    study.modalities = answer.texts(DicomTag::modalitiesInStudy).join(QLatin1Char('/'));
-    study.description = answer.text(DicomTag::studyDescription);
-    study.images = static_cast<int>(answer.number(DicomTag::imagesInStudy));
-    return study;
+    if (at >= 0) {
+        series[at].isChecked = isOn;
+        isChecked =
+            std::all_of(series.begin(), series.end(), [](const CloudSeries &one) { return one.isChecked; });
+        return;
+    }
+    isChecked = isOn;
+    for (CloudSeries &one : series) {
+        one.isChecked = isOn;
+    }
+}
+
+QVector<CloudSeries> CloudStudy::fresh(const QVector<CloudSeries> &listed) const
+{
+    QVector<CloudSeries> fresh;
+    for (CloudSeries one : listed) {
+        const auto isSame = [&one](const CloudSeries &other) { return other.uid == one.uid; };
+        if (!one.uid.isEmpty() && std::none_of(series.begin(), series.end(), isSame)
+            && std::none_of(fresh.begin(), fresh.end(), isSame)) {
+            one.isChecked = isChecked;
+            fresh.append(one);
+        }
+    }
+    return fresh;
 }
 
 DownloadStudy CloudStudy::wanted() const
 {
-    QStringList label{name.isEmpty() ? id : name, description, date};
+    QStringList label{
+        found.name.isEmpty() ? found.id : found.name, found.description, found.text(FoundStudy::Date)};
     label.removeAll(QString());
-    DownloadStudy wanted{uid, label.join(QStringLiteral(" · ")), {}};
+    DownloadStudy wanted{found.uid, label.join(QStringLiteral(" · ")), {}};
     for (const CloudSeries &one : series) {
         if (one.isChecked) {
             wanted.series.append({one.uid, one.images});

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dicomjson.h"
 #include "downloadtally.h"
+#include "foundstudy.h"
 #include "webfailure.h"
 
 #include <QVector>
@@ -22,22 +22,18 @@ struct CloudStudy
 {
     enum class Listing : quint8 { Unasked, Asked, Listed, Failed };
 
-    QString uid;
-    QString name;
-    QString id;
-    QString date;
-    QString modalities;
-    QString description;
-    int images = -1;
-    int held = 0;
+    FoundStudy found;
+    int held = 0; ///< images in the index
     bool isChecked = false; ///< all of it
     Listing listing = Listing::Unasked; ///< of its series
     WebFailure failure; ///< of their listing
     QVector<CloudSeries> series;
 
-    /// What a search's answer tells; its texts as people read them.
-    static CloudStudy of(const DicomJson &answer);
     Qt::CheckState check() const;
+    /// Checks one of its series, or all where that is negative.
+    void setChecked(int at, bool isOn);
+    /// Those of a list that it has not yet, checked as it is.
+    QVector<CloudSeries> fresh(const QVector<CloudSeries> &listed) const;
     /// The download of those of its series that are checked.
     DownloadStudy wanted() const;
 };

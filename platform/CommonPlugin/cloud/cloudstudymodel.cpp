@@ -4,8 +4,6 @@
 #include "plaintooltip.h"
 #include "webfailuretext.h"
 
-#include <algorithm>
-
 void CloudStudyModel::clear()
 {
     beginResetModel();
@@ -16,48 +14,43 @@ void CloudStudyModel::clear()
 
 void CloudStudyModel::add(const QVector<DicomJson> &studies)
 {
-    QVector<CloudStudy> fresh;
-    for (const DicomJson &answer : studies) {
-        const CloudStudy study = CloudStudy::of(answer);
-        const auto isSame = [&study](const CloudStudy &other) { return other.uid == study.uid; };
-        if (!study.uid.isEmpty() && rowOf(study.uid) < 0
-            && std::none_of(fresh.begin(), fresh.end(), isSame)) {
-            fresh.append(study);
-        }
-    }
+    const QVector<CloudStudy> fresh = m_studies.fresh(studies);
     if (!fresh.isEmpty()) {
         beginInsertRows({}, m_studies.size(), m_studies.size() + fresh.size() - 1);
-        m_studies += fresh;
+        m_studies.append(fresh);
         endInsertRows();
     }
 }
 
-int CloudStudyModel::rowOf(const QString &studyUid) const
+CloudSeries CloudStudyModel::seriesOf(const DicomJson &answer)
 {
-    const auto found = std::find_if(
-        m_studies.begin(), m_studies.end(), [&](const CloudStudy &study) { return study.uid == studyUid; });
-    return found == m_studies.end() ? -1 : static_cast<int>(found - m_studies.begin());
+    CloudSeries series;
+    series.uid = answer.text(DicomTag::seriesUid);
+    series.modality = answer.text(DicomTag::modality);
+    series.title = tr("Series %1", "its number").arg(answer.text(DicomTag::seriesNumber))
+        + QStringLiteral("  ") + answer.text(DicomTag::seriesDescription);
+    series.images = FoundStudy::countOf(answer, DicomTag::imagesInSeries);
+    return series;
 }
 
 void CloudStudyModel::setSeries(
     const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure)
 {
-    const int row = rowOf(studyUid);
+    const int row = m_studies.rowOf(studyUid);
     if (row < 0 || m_studies[row].listing == CloudStudy::Listing::Listed) {
         return;
     }
     CloudStudy &study = m_studies[row];
     study.failure = failure;
     study.listing = failure.isNone() ? CloudStudy::Listing::Listed : CloudStudy::Listing::Failed;
-    if (failure.isNone() && !series.isEmpty()) {
-        beginInsertRows(index(row, 0), 0, series.size() - 1);
-        for (const DicomJson &answer : series) {
-            const QString number = answer.text(DicomTag::seriesNumber);
-            study.series.append({answer.text(DicomTag::seriesUid), answer.text(DicomTag::modality),
-                tr("Series %1", "its number").arg(number) + QStringLiteral("  ")
-                    + answer.text(DicomTag::seriesDescription),
-                static_cast<int>(answer.number(DicomTag::imagesInSeries)), 0, study.isChecked});
-        }
+    QVector<CloudSeries> listed;
+    for (const DicomJson &answer : series) {
+        listed.append(seriesOf(answer));
+    }
+    const QVector<CloudSeries> fresh = study.fresh(listed);
+    if (failure.isNone() && !fresh.isEmpty()) {
+        beginInsertRows(index(row, 0), 0, fresh.size() - 1);
+        study.series = fresh;
         endInsertRows();
     }
     emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
@@ -66,71 +59,24 @@ void CloudStudyModel::setSeries(
 
 void CloudStudyModel::setHoldings(const QHash<QString, int> &studies, const QHash<QString, int> &series)
 {
-    for (int row = 0; row < m_studies.size(); ++row) {
-        CloudStudy &study = m_studies[row];
-        study.held = studies.value(study.uid);
-        bool isChanged = false;
-        for (CloudSeries &one : study.series) {
-            isChanged = std::exchange(one.held, series.value(one.uid)) != one.held || isChanged;
-        }
-        if (isChanged) {
-            const QModelIndex at = index(row, 0);
-            emit dataChanged(index(0, IndexColumn, at), index(study.series.size() - 1, IndexColumn, at));
-        }
+    for (const int row : m_studies.setHeld(studies, series)) {
+        const QModelIndex at = index(row, 0);
+        emit dataChanged(index(0, IndexColumn, at), index(rowCount(at) - 1, IndexColumn, at));
     }
-    if (!m_studies.isEmpty()) {
+    if (m_studies.size() > 0) {
         emit dataChanged(index(0, IndexColumn), index(m_studies.size() - 1, IndexColumn));
     }
 }
 
-QStringList CloudStudyModel::studyUids() const
-{
-    QStringList uids;
-    for (const CloudStudy &study : m_studies) {
-        uids.append(study.uid);
-    }
-    return uids;
-}
-
-QStringList CloudStudyModel::seriesUids() const
-{
-    QStringList uids;
-    for (const CloudStudy &study : m_studies) {
-        for (const CloudSeries &series : study.series) {
-            uids.append(series.uid);
-        }
-    }
-    return uids;
-}
-
-QVector<DownloadStudy> CloudStudyModel::checked(QStringList *unlisted) const
-{
-    QVector<DownloadStudy> studies;
-    for (const CloudStudy &study : m_studies) {
-        if (study.isChecked && study.listing != CloudStudy::Listing::Listed) {
-            unlisted->append(study.uid);
-        } else if (study.check() != Qt::Unchecked) {
-            studies.append(study.wanted());
-        }
-    }
-    return studies;
-}
-
 DownloadStudy CloudStudyModel::checkedOf(const QString &studyUid) const
 {
-    const int row = rowOf(studyUid);
+    const int row = m_studies.rowOf(studyUid);
     return row < 0 ? DownloadStudy() : m_studies[row].wanted();
-}
-
-int CloudStudyModel::checkedStudies() const
-{
-    return static_cast<int>(std::count_if(m_studies.begin(), m_studies.end(),
-        [](const CloudStudy &study) { return study.check() != Qt::Unchecked; }));
 }
 
 void CloudStudyModel::uncheck(const QString &studyUid)
 {
-    const int row = rowOf(studyUid);
+    const int row = m_studies.rowOf(studyUid);
     if (row >= 0) {
         setData(index(row, 0), Qt::Unchecked, Qt::CheckStateRole);
     }
@@ -165,7 +111,7 @@ int CloudStudyModel::columnCount(const QModelIndex & /*parent*/) const
 bool CloudStudyModel::hasChildren(const QModelIndex &parent) const
 {
     if (!parent.isValid() || isSeries(parent)) {
-        return !parent.isValid() && !m_studies.isEmpty();
+        return !parent.isValid() && m_studies.size() > 0;
     }
     const CloudStudy &study = m_studies[parent.row()];
     return study.listing != CloudStudy::Listing::Listed || !study.series.isEmpty();
@@ -183,7 +129,7 @@ void CloudStudyModel::fetchMore(const QModelIndex &parent)
     if (canFetchMore(parent)) {
         CloudStudy &study = m_studies[parent.row()];
         study.listing = CloudStudy::Listing::Asked;
-        emit listingWanted(study.uid);
+        emit listingWanted(study.found.uid);
     }
 }
 
@@ -194,22 +140,14 @@ const CloudStudy &CloudStudyModel::studyAt(const QModelIndex &index) const
 
 QString CloudStudyModel::textOf(const CloudStudy &study, int column) const
 {
-    switch (column) {
-    case NameColumn:
-        return study.name.isEmpty() ? tr("(no name)") : study.name;
-    case IdColumn:
-        return study.id;
-    case DateColumn:
-        return study.date;
-    case ModalityColumn:
-        return study.modalities;
-    case DescriptionColumn:
-        return study.failure.isNone() ? study.description : WebFailureText::of(study.failure);
-    case ImagesColumn:
-        return study.images < 0 ? QString() : QString::number(study.images);
-    default:
-        return HoldingMark::text(study.held, study.images);
+    if (column == NameColumn && study.found.name.isEmpty()) {
+        return tr("(no name)");
     }
+    if (column == DescriptionColumn && !study.failure.isNone()) {
+        return WebFailureText::of(study.failure);
+    }
+    return column == IndexColumn ? HoldingMark::text(study.held, study.found.images)
+                                 : study.found.text(column);
 }
 
 QString CloudStudyModel::textOf(const CloudSeries &series, int column) const
@@ -220,7 +158,7 @@ QString CloudStudyModel::textOf(const CloudSeries &series, int column) const
     case ModalityColumn:
         return series.modality;
     case ImagesColumn:
-        return series.images < 0 ? QString() : QString::number(series.images);
+        return FoundStudy::countText(series.images);
     case IndexColumn:
         return HoldingMark::text(series.held, series.images);
     default:
@@ -246,7 +184,7 @@ QVariant CloudStudyModel::data(const QModelIndex &index, int role) const
     case Qt::DecorationRole:
         return index.column() != IndexColumn ? QVariant()
             : series                         ? HoldingMark::disc(series->held, series->images)
-                                             : HoldingMark::disc(study.held, study.images);
+                                             : HoldingMark::disc(study.held, study.found.images);
     case Qt::CheckStateRole:
         return index.column() != NameColumn ? QVariant()
             : series                        ? (series->isChecked ? Qt::Checked : Qt::Unchecked)
@@ -263,19 +201,9 @@ bool CloudStudyModel::setData(const QModelIndex &index, const QVariant &value, i
     if (!index.isValid() || role != Qt::CheckStateRole || index.column() != NameColumn) {
         return false;
     }
-    const bool isChecked = value.toInt() == Qt::Checked;
     const QModelIndex top = isSeries(index) ? index.parent() : index;
     CloudStudy &study = m_studies[top.row()];
-    if (isSeries(index)) {
-        study.series[index.row()].isChecked = isChecked;
-        study.isChecked = std::all_of(
-            study.series.begin(), study.series.end(), [](const CloudSeries &one) { return one.isChecked; });
-    } else {
-        study.isChecked = isChecked;
-        for (CloudSeries &series : study.series) {
-            series.isChecked = isChecked;
-        }
-    }
+    study.setChecked(isSeries(index) ? index.row() : -1, value.toInt() == Qt::Checked);
     emit dataChanged(top, top, {Qt::CheckStateRole});
     if (!study.series.isEmpty()) {
         emit dataChanged(

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "cloudstudy.h"
+#include "cloudstudies.h"
 
 #include <QAbstractItemModel>
-#include <QHash>
-#include <QVector>
 
 /**
  * The studies that a search in the cloud has found, with their series below them, which are asked for when a
@@ -16,12 +14,12 @@ class CloudStudyModel : public QAbstractItemModel
 
 public:
     enum Column {
-        NameColumn,
-        IdColumn,
-        DateColumn,
-        ModalityColumn,
-        DescriptionColumn,
-        ImagesColumn,
+        NameColumn = FoundStudy::Name,
+        IdColumn = FoundStudy::Id,
+        DateColumn = FoundStudy::Date,
+        ModalityColumn = FoundStudy::Modalities,
+        DescriptionColumn = FoundStudy::Description,
+        ImagesColumn = FoundStudy::Images,
         IndexColumn,
         ColumnCount
     };
@@ -33,15 +31,9 @@ public:
     void setSeries(const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure);
     /// @param studies images in the index by the UID of their study. @param series and of their series
     void setHoldings(const QHash<QString, int> &studies, const QHash<QString, int> &series);
-    QStringList studyUids() const;
-    QStringList seriesUids() const;
-
-    /// What is checked, as far as its series are known; the studies whose series must be asked for first go
-    /// to unlisted.
-    QVector<DownloadStudy> checked(QStringList *unlisted) const;
+    const CloudStudies &studies() const { return m_studies; }
     /// A study with those of its series that are checked.
     DownloadStudy checkedOf(const QString &studyUid) const;
-    int checkedStudies() const;
     void uncheck(const QString &studyUid);
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -62,11 +54,11 @@ signals:
     void checksChanged();
 
 private:
+    static CloudSeries seriesOf(const DicomJson &answer);
     static bool isSeries(const QModelIndex &index) { return index.internalId() != 0; }
     const CloudStudy &studyAt(const QModelIndex &index) const;
     QString textOf(const CloudStudy &study, int column) const;
     QString textOf(const CloudSeries &series, int column) const;
-    int rowOf(const QString &studyUid) const;
 
-    QVector<CloudStudy> m_studies;
+    CloudStudies m_studies;
 };

@@ -246,7 +246,7 @@ void DownloadCloudDataForm::download()
 {
     takeEngine();
     QStringList unlisted;
-    const QVector<DownloadStudy> studies = m_model->checked(&unlisted);
+    const QVector<DownloadStudy> studies = m_model->studies().checked(&unlisted);
     for (const DownloadStudy &study : studies) {
         m_engine->add(study);
         m_model->uncheck(study.studyUid);
@@ -263,7 +263,7 @@ void DownloadCloudDataForm::download()
 void DownloadCloudDataForm::showHoldings()
 {
     if (m_model->rowCount() > 0) {
-        m_holdings->count(m_model->studyUids(), m_model->seriesUids());
+        m_holdings->count(m_model->studies().studyUids(), m_model->studies().seriesUids());
     }
 }
 
@@ -271,7 +271,7 @@ void DownloadCloudDataForm::refreshButtons()
 {
     m_searchButton->setEnabled(!m_session.isEmpty());
     m_stopButton->setEnabled(m_search->isSearching());
-    const int checked = m_model->checkedStudies();
+    const int checked = m_model->studies().checkedCount();
     m_downloadButton->setEnabled(checked > 0);
 }
 

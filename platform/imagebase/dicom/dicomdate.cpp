@@ -4,6 +4,6 @@
 
 QString dateForDisplay(const QString &dicomDate)
 {
-    const QDate day = QDate::fromString(dicomDate, QStringLiteral("yyyyMMdd"));
+    const QDate day = QDate::fromString(dicomDate.trimmed(), QStringLiteral("yyyyMMdd"));
     return day.isValid() ? day.toString(Qt::ISODate) : dicomDate;
 }
