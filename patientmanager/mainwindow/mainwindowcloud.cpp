@@ -1,7 +1,6 @@
 // The window's cloud: who is signed in, and the windows and programs that depend on it.
 #include "patientmanagermainwindow.h"
 
-#include "anonymizeform.h"
 #include "cloudaccount.h"
 #include "cloudpaientinfoform.h"
 #include "companionwindow.h"
@@ -9,13 +8,11 @@
 #include "httpuploadfile.h"
 #include "kivmessageboxform.h"
 #include "loginform.h"
-#include "ndockwidget.h"
 #include "patientform.h"
 #include "qpatient.h"
 #include "qstudy.h"
 #include "sharedwindow.h"
 #include "studyform.h"
-#include "uploadprogressform.h"
 
 #include <QCoreApplication>
 #include <QEventLoopLocker>
@@ -24,8 +21,6 @@
 #include <QProcess>
 
 namespace {
-
-constexpr QPoint anonymizePlace{400, 100};
 
 /// A tool of the workstation: it stands above the windows that it serves.
 LoginForm *makeLogin()
@@ -231,22 +226,4 @@ void PatientManagerMainWindow::on_actionCloudBrower_triggered()
     } else {
         browser()->start(program, cloudBrowserArgs, QIODevice::ReadWrite);
     }
-}
-
-void PatientManagerMainWindow::on_actionAnonymize_triggered()
-{
-    getSelectPatientPk();
-    auto *dock = new NDockWidget(tr("Anonymize"), this);
-    auto *form = new AnonymizeForm(dock);
-    connect(form, &AnonymizeForm::sendRequested, this, &PatientManagerMainWindow::sendFiles);
-    connect(form, &AnonymizeForm::uploadRequested, UploadProgressForm::instance(),
-        &UploadProgressForm::uploadFiles);
-    connect(form, &AnonymizeForm::picturesWanted, this, &PatientManagerMainWindow::picturesWanted);
-    connect(form, &AnonymizeForm::imported, this, &PatientManagerMainWindow::readNewPatients);
-    form->choose(currentTableName, selectedPks);
-    dock->setWidget(form);
-    addDockWidget(Qt::RightDockWidgetArea, dock);
-    dock->setFloating(true);
-    dock->move(anonymizePlace);
-    dock->show();
 }
