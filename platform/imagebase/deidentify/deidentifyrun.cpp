@@ -1,26 +1,19 @@
 #include "deidentifyrun.h"
 
+#include "deliveredcopies.h"
 #include "exportstage.h"
-#include "filecopy.h"
-#include "safename.h"
 #include "sharednumbers.h"
-#include "uniquenames.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <numeric>
 #include <thread>
 #include <vector>
 
 namespace {
 
-constexpr int longestName = 64;
 constexpr int mostThreads = 8;
 
 /// What ends a run: further files would fare the same.
@@ -45,16 +38,10 @@ struct DeidentifyRun::Private
     void runOnAllCores(const Deidentifier &deidentifier, const QVector<int> &numbers);
     void make(const Deidentifier &deidentifier, int number);
     DeidentifyReport report() const;
-    bool isWanted(const DeidentifiedFile &file, bool withBurnedIn) const;
-    QString nameOf(const DeidentifiedFile &file);
-    static void add(const DeidentifiedFile &result, DeidentifyReport &report);
-    bool arrange(bool withBurnedIn, DeidentifyReport &report);
-    void place(DeidentifyReport &report);
 
     const DeidentifyRequest request;
     std::unique_ptr<ExportStage> stage;
     std::vector<DeidentifiedFile> results; ///< one for each file; each is written by one thread
-    UniqueNames names;
     QSet<QByteArray> shared; ///< IDs of several patients
     std::atomic<int> done{0};
     std::atomic<bool> cancelled{false};
@@ -169,91 +156,6 @@ DeidentifyReport DeidentifyRun::Private::report() const
     return report;
 }
 
-bool DeidentifyRun::Private::isWanted(const DeidentifiedFile &file, bool withBurnedIn) const
-{
-    return file.problem == DeidentifyProblem::None && (withBurnedIn || file.burnedIn == BurnedIn::No);
-}
-
-/// Patient, study, and the object's UID.
-QString DeidentifyRun::Private::nameOf(const DeidentifiedFile &file)
-{
-    const QString folder = safeName(file.patientId, QStringLiteral("patient"), longestName) + QLatin1Char('/')
-        + safeName(QString::fromLatin1(file.studyUid), QStringLiteral("study"), longestName);
-    const QString name =
-        safeName(QString::fromLatin1(file.sopInstance), QStringLiteral("object"), longestName);
-    return folder + QLatin1Char('/') + names.unique(folder, name + QStringLiteral(".dcm"));
-}
-
-/// Counts one that is among the results.
-void DeidentifyRun::Private::add(const DeidentifiedFile &result, DeidentifyReport &report)
-{
-    report.documents += result.hadDocument ? 1 : 0;
-    if (!report.names.contains(result.patientName)) {
-        report.names.append(result.patientName);
-        report.modalities.append(result.modality);
-    }
-}
-
-/// Gives the results their names within the stage.
-bool DeidentifyRun::Private::arrange(bool withBurnedIn, DeidentifyReport &report)
-{
-    for (int number = 0; number < request.files.size() && !cancelled; ++number) {
-        const DeidentifiedFile &result = results[std::size_t(number)];
-        if (!QFileInfo::exists(passing(number))) {
-            continue;
-        }
-        if (!isWanted(result, withBurnedIn)) {
-            ++report.leftOut;
-            QFile::remove(passing(number));
-            continue;
-        }
-        const QString name = nameOf(result);
-        const QString place = request.name + QLatin1Char('/') + name;
-        int error = stage->makeFolderOf(place);
-        if (error == 0
-            && std::rename(QFile::encodeName(passing(number)).constData(),
-                   QFile::encodeName(stage->path(place)).constData())
-                != 0) {
-            error = errno;
-        }
-        if (error != 0) {
-            report.ended = DeidentifyProblem::CannotWrite;
-            report.endDetail = qt_error_string(error);
-            return false;
-        }
-        report.files.append(name);
-        add(result, report);
-    }
-    return true;
-}
-
-/// The folder leaves the stage under the first name that is free.
-void DeidentifyRun::Private::place(DeidentifyReport &report)
-{
-    constexpr int mostNames = 1000;
-    int error = EEXIST;
-    QString name = request.name;
-    for (int number = 2; error == EEXIST && number < mostNames; ++number) {
-        error = stage->moveOut(name, false);
-        if (error == EEXIST) {
-            const QString other = QStringLiteral("%1 (%2)").arg(request.name).arg(number);
-            std::rename(QFile::encodeName(stage->path(name)).constData(),
-                QFile::encodeName(stage->path(other)).constData());
-            name = other;
-        }
-    }
-    if (error != 0) {
-        report.files.clear();
-        report.ended = DeidentifyProblem::CannotWrite;
-        report.endDetail = qt_error_string(error);
-        return;
-    }
-    report.folder = QDir(request.folder).filePath(name);
-    for (QString &file : report.files) {
-        file.prepend(report.folder + QLatin1Char('/'));
-    }
-}
-
 DeidentifyReport DeidentifyRun::deliver(bool withBurnedIn)
 {
     DeidentifyReport report = d->report();
@@ -261,14 +163,12 @@ DeidentifyReport DeidentifyRun::deliver(bool withBurnedIn)
         report.doubtful.clear();
     }
     const bool isWhole = !report.isCancelled && report.ended == DeidentifyProblem::None;
-    if (isWhole && d->arrange(withBurnedIn, report)) {
-        d->stage->sync();
-        report.isCancelled = d->cancelled;
-        if (report.isCancelled) {
-            report.files.clear();
-        } else if (!report.files.isEmpty()) {
-            d->place(report);
+    if (isWhole) {
+        DeliveredCopies copies(d->request, *d->stage, report);
+        for (int number = 0; number < d->request.files.size() && !d->cancelled && copies.isGood(); ++number) {
+            copies.add(d->passing(number), d->results[std::size_t(number)], withBurnedIn);
         }
+        copies.deliver(d->cancelled);
     }
     d->stage.reset();
     return report;

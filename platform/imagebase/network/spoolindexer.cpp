@@ -2,10 +2,10 @@
 
 #include "indexwriter.h"
 #include "objectspool.h"
-#include "spoolfollower.h"
 #include "spoolnotes.h"
 #include "spoolqueue.h"
 #include "spoolreader.h"
+#include "spoolverdicts.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -22,13 +22,6 @@ constexpr auto lockGap = 1500us; ///< how long the lock stays free between two b
 constexpr auto pauseAfterFailure = 1000ms;
 constexpr int mostIssues = 500; ///< a writer keeps its report as long as it lives
 
-SpooledObject described(const SpoolItem &item)
-{
-    const DicomHeader &header = item.result->header;
-    return {item.path, header[Attribute::StudyInstanceUID], header[Attribute::SeriesInstanceUID],
-        header[Attribute::SOPInstanceUID], false};
-}
-
 } // namespace
 
 struct SpoolIndexer::Private
@@ -41,8 +34,6 @@ struct SpoolIndexer::Private
     bool prepare();
     bool write(SpoolItems items);
     bool writeOne(SpoolItem &item, ReadFile &file);
-    bool isStranger(const SpoolItem &item) const;
-    void noteVerdict(const SpoolItem &item);
     void commit();
     void giveUp();
     void setApart(SpoolItem item, const QString &why, bool isFull);
@@ -53,10 +44,8 @@ struct SpoolIndexer::Private
     std::unique_ptr<IndexConnection> connection;
     std::unique_ptr<IndexWriter> writer;
     SpoolItems batch; ///< written, not committed
-    SpoolFollower *const follower;
-    QVector<SpooledObject> verdicts; ///< of the batch, for the follower
-    QVector<QByteArray> strangers; ///< of the batch, to be kept aside
-    bool isThere = false; ///< the object that was written last
+    SpoolVerdicts verdicts; ///< of the batch
+    bool isThere = false; ///< the object that came last, and is wanted
     int told = 0; ///< issues of the writer's report that are dealt with
 
     SpoolQueue queue;
@@ -68,9 +57,9 @@ struct SpoolIndexer::Private
 };
 
 SpoolIndexer::Private::Private(const QString &databasePath, ObjectSpool &spool, ReceiveJournal &journal,
-    bool synced, SpoolFollower *spoolFollower)
+    bool synced, SpoolFollower *follower)
     : store(databasePath)
-    , follower(spoolFollower)
+    , verdicts(follower)
     , notes(spool, journal)
 {
     request.databasePath = databasePath;
@@ -181,7 +170,7 @@ bool SpoolIndexer::Private::write(SpoolItems items)
         ReadFile file;
         good = writeOne(item, file);
         if (good || queue.isStopped()) {
-            noteVerdict(item);
+            verdicts.note(item, isThere && writer->hasTakenLast());
             batch.push_back(std::move(item));
         } else {
             const bool isPlacing = file.copyError != 0;
@@ -199,38 +188,18 @@ bool SpoolIndexer::Private::write(SpoolItems items)
 bool SpoolIndexer::Private::writeOne(SpoolItem &item, ReadFile &file)
 {
     file.file.path = item.path;
-    if (!stampSpooled(file.file)) {
-        isThere = false;
+    isThere = stampSpooled(file.file) && !verdicts.isStranger(writer->database(), item);
+    if (!isThere) {
         return true;
     }
-    if (isStranger(item)) {
-        strangers.append(item.path);
-        isThere = false;
-        return true;
-    }
-    isThere = true;
     file.result = *item.result;
     file.taken = file.result.outcome == DicomReadResult::Outcome::Image;
     return writer->write(file);
 }
 
-bool SpoolIndexer::Private::isStranger(const SpoolItem &item) const
-{
-    return follower && item.result->outcome == DicomReadResult::Outcome::Image
-        && !follower->accepts(writer->database(), described(item));
-}
-
-void SpoolIndexer::Private::noteVerdict(const SpoolItem &item)
-{
-    if (follower) {
-        verdicts.append(described(item));
-        verdicts.last().isTaken = isThere && writer->hasTakenLast();
-    }
-}
-
 void SpoolIndexer::Private::commit()
 {
-    if (follower && !follower->record(writer->database(), verdicts)) {
+    if (!verdicts.record(writer->database())) {
         giveUp();
         queue.pause(pauseAfterFailure);
         return;
@@ -245,14 +214,9 @@ void SpoolIndexer::Private::commit()
     const QVector<ImportIssue> &issues = writer->report().issues();
     notes.keepAside(issues, told);
     told = issues.size();
-    for (const QByteArray &path : std::exchange(strangers, {})) {
-        notes.keepAside(path, ReceiveProblem::OtherObject, QString());
-    }
     notes.countIndexed(written);
     queue.finish(written);
-    if (follower) {
-        follower->committed(std::exchange(verdicts, {}));
-    }
+    verdicts.tell(notes);
     std::this_thread::sleep_for(lockGap);
 }
 
@@ -262,8 +226,7 @@ void SpoolIndexer::Private::giveUp()
     writer->abandon();
     queue.putBack(std::move(batch));
     batch.clear();
-    verdicts.clear();
-    strangers.clear();
+    verdicts.forget();
     const ImportEnd end = writer->end();
     const QString why = writer->endDetail();
     writer.reset();
