@@ -1,5 +1,6 @@
 #include "anonymizeform.h"
 
+#include "anonymizefoot.h"
 #include "anonymizejob.h"
 #include "anonymizepreparation.h"
 #include "anonymizerunpage.h"
@@ -9,9 +10,7 @@
 
 #include <QCloseEvent>
 #include <QDockWidget>
-#include <QLabel>
 #include <QPointer>
-#include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -22,7 +21,6 @@ struct AnonymizeForm::Private
     { }
 
     void build();
-    QLayout *buildButtons();
     void connectAll();
     void connectJob();
     void showSetup();
@@ -39,10 +37,7 @@ struct AnonymizeForm::Private
     ChangePreview *changes = nullptr;
     AnonymizeRunPage *progress = nullptr;
     AnonymizePreparation *preparation = nullptr;
-    QLabel *note = nullptr;
-    QPushButton *previewButton = nullptr;
-    QPushButton *startButton = nullptr;
-    QPushButton *backButton = nullptr;
+    AnonymizeFoot *foot = nullptr;
     QPointer<AnonymizeJob> job;
     AnonymizeOutput output{}; ///< of what is prepared
     QString fault; ///< of the last attempt to begin
@@ -100,34 +95,14 @@ void AnonymizeForm::Private::build()
     changes = new ChangePreview(q);
     progress = new AnonymizeRunPage(q);
     preparation = new AnonymizePreparation(q);
+    foot = new AnonymizeFoot(q);
     pages = new QStackedWidget(q);
     pages->addWidget(setup);
     pages->addWidget(changes);
     pages->addWidget(progress);
     auto *layout = new QVBoxLayout(q);
     layout->addWidget(pages, 1);
-    layout->addLayout(buildButtons());
-}
-
-QLayout *AnonymizeForm::Private::buildButtons()
-{
-    note = new QLabel(q);
-    note->setObjectName(QStringLiteral("obstacle"));
-    note->setWordWrap(true);
-    note->setTextFormat(Qt::PlainText);
-    previewButton = new QPushButton(AnonymizeForm::tr("&Preview"), q);
-    previewButton->setObjectName(QStringLiteral("preview"));
-    previewButton->setToolTip(AnonymizeForm::tr("Shows what would change in an image; nothing is written"));
-    startButton = new QPushButton(AnonymizeForm::tr("&Anonymize"), q);
-    startButton->setObjectName(QStringLiteral("start"));
-    backButton = new QPushButton(AnonymizeForm::tr("&Back"), q);
-    backButton->setObjectName(QStringLiteral("back"));
-    auto *row = new QHBoxLayout;
-    row->addWidget(note, 1);
-    row->addWidget(backButton);
-    row->addWidget(previewButton);
-    row->addWidget(startButton);
-    return row;
+    layout->addWidget(foot);
 }
 
 void AnonymizeForm::Private::connectAll()
@@ -139,9 +114,9 @@ void AnonymizeForm::Private::connectAll()
     });
     QObject::connect(preparation, &AnonymizePreparation::finished, q,
         [this](const DeidentifyRequest &request, const QString &why) { onPrepared(request, why); });
-    QObject::connect(previewButton, &QPushButton::clicked, q, [this] { prepare(false); });
-    QObject::connect(startButton, &QPushButton::clicked, q, [this] { prepare(true); });
-    QObject::connect(backButton, &QPushButton::clicked, q, [this] { showSetup(); });
+    QObject::connect(foot, &AnonymizeFoot::previewWanted, q, [this] { prepare(false); });
+    QObject::connect(foot, &AnonymizeFoot::startWanted, q, [this] { prepare(true); });
+    QObject::connect(foot, &AnonymizeFoot::backWanted, q, [this] { showSetup(); });
     QObject::connect(progress, &AnonymizeRunPage::left, q, [this] { showSetup(); });
     const auto withJob = [this](auto act) {
         return [this, act] {
@@ -186,20 +161,17 @@ void AnonymizeForm::Private::showSetup()
 
 void AnonymizeForm::Private::tell()
 {
-    const bool isSetup = pages->currentWidget() == setup;
-    const bool isRunning = pages->currentWidget() == progress;
-    const bool isPreparing = preparation->isRunning();
-    const QString why = setup->obstacle();
-    note->setText(isPreparing  ? AnonymizeForm::tr("Looking up the images…")
-            : !fault.isEmpty() ? fault
-            : !why.isEmpty()   ? why
-                               : setup->caution());
-    note->setVisible(!isRunning);
-    previewButton->setVisible(isSetup);
-    previewButton->setEnabled(setup->hasStudies() && !isPreparing);
-    startButton->setVisible(!isRunning);
-    startButton->setEnabled(why.isEmpty() && !isPreparing);
-    backButton->setVisible(pages->currentWidget() == changes);
+    const QWidget *page = pages->currentWidget();
+    AnonymizeFoot::State state;
+    state.page = page == setup ? AnonymizeFoot::Page::Setup
+        : page == changes      ? AnonymizeFoot::Page::Changes
+                               : AnonymizeFoot::Page::Run;
+    state.hasStudies = setup->hasStudies();
+    state.isPreparing = preparation->isRunning();
+    state.fault = fault;
+    state.obstacle = setup->obstacle();
+    state.caution = setup->caution();
+    foot->tell(state);
 }
 
 void AnonymizeForm::Private::prepare(bool toStart)

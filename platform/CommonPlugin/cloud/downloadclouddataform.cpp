@@ -1,9 +1,9 @@
 #include "downloadclouddataform.h"
 
 #include "cloudquestionform.h"
+#include "cloudresultspanel.h"
 #include "cloudsearch.h"
 #include "cloudstudymodel.h"
-#include "cloudstudyview.h"
 #include "companionwindow.h"
 #include "downloadengine.h"
 #include "downloadlistpanel.h"
@@ -46,10 +46,8 @@ DownloadCloudDataForm::DownloadCloudDataForm(QWidget *parent)
     connect(m_question, &CloudQuestionForm::asked, this, &DownloadCloudDataForm::search);
     connect(m_searchButton, &QPushButton::clicked, this, &DownloadCloudDataForm::search);
     connect(m_stopButton, &QPushButton::clicked, m_search, &CloudSearch::stop);
-    connect(m_downloadButton, &QPushButton::clicked, this, &DownloadCloudDataForm::download);
-    connect(m_view, &CloudStudyView::fetchRequested, this, &DownloadCloudDataForm::download);
+    connect(m_results, &CloudResultsPanel::downloadWanted, this, &DownloadCloudDataForm::download);
     connect(m_model, &CloudStudyModel::listingWanted, m_search, &CloudSearch::listSeries);
-    connect(m_model, &CloudStudyModel::checksChanged, this, &DownloadCloudDataForm::refreshButtons);
     connect(m_search, &CloudSearch::found, this, [this](const QVector<DicomJson> &studies) {
         m_model->add(studies);
         showHoldings();
@@ -74,7 +72,8 @@ void DownloadCloudDataForm::build()
     auto *inside = new QVBoxLayout(downloads);
     inside->addWidget(m_downloads);
     auto *splitter = new QSplitter(Qt::Vertical, this);
-    splitter->addWidget(buildResults());
+    m_results = new CloudResultsPanel(m_model, splitter);
+    splitter->addWidget(m_results);
     splitter->addWidget(downloads);
     splitter->setChildrenCollapsible(false);
     splitter->setStretchFactor(0, 1);
@@ -113,26 +112,6 @@ QWidget *DownloadCloudDataForm::buildSearch()
     return box;
 }
 
-QWidget *DownloadCloudDataForm::buildResults()
-{
-    auto *box = new QWidget(this);
-    m_view = new CloudStudyView(m_model, box);
-    m_said = new QLabel(box);
-    m_said->setObjectName(QStringLiteral("said"));
-    m_said->setTextFormat(Qt::PlainText);
-    m_said->setWordWrap(true);
-    m_downloadButton = addButton(
-        "download", tr("&Download Checked"), tr("Bring the checked studies and series into the index"));
-    auto *below = new QHBoxLayout;
-    below->addWidget(m_said, 1);
-    below->addWidget(m_downloadButton);
-    auto *layout = new QVBoxLayout(box);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_view, 1);
-    layout->addLayout(below);
-    return box;
-}
-
 void DownloadCloudDataForm::setMainWindow(QWidget *window)
 {
     if (m_mainWindow != window && window && !isVisible()) {
@@ -162,18 +141,14 @@ void DownloadCloudDataForm::takeSession()
         m_search->setSession(session);
         m_toFetch.clear();
         m_model->clear();
-        say({});
+        m_results->say({});
     }
     m_who->setText(session.isOpen()
             ? tr("Signed in to %1 as %2")
                   .arg(CloudSession::plainAddress(session.service.address),
                       session.user.isEmpty() ? tr("the owner of a token") : session.user)
             : tr("Nobody is signed in to the cloud."));
-    m_view->setEmptyText(session.isOpen()
-            ? tr("Search for a patient, an ID, a date or a modality.\nWithout any, "
-                 "the search lists all studies.")
-            : tr("Sign in to search the cloud: the main window asks for it when you "
-                 "open this window there."));
+    m_results->showUnasked(session.isOpen());
     refreshButtons();
 }
 
@@ -196,33 +171,21 @@ void DownloadCloudDataForm::search()
     }
     m_toFetch.clear();
     m_model->clear();
-    m_view->setEmptyText(tr("Searching…"));
-    say({});
+    m_results->showSearching();
     m_search->search(m_question->question());
     refreshButtons();
 }
 
 void DownloadCloudDataForm::onSearched(const WebFailure &failure, bool isCutShort)
 {
-    m_view->setEmptyText(tr("Nothing found."));
-    const int found = m_model->rowCount();
-    if (failure.problem == WebProblem::Stopped) {
-        say(tr("Stopped. Found so far: %n study(s)", nullptr, found));
-    } else if (!failure.isNone()) {
-        m_view->setEmptyText(WebFailureText::of(failure));
-        refuse(failure);
-    } else if (isCutShort) {
-        say(tr("The first %n study(s) are shown; the service has more. Ask more closely to see them.",
-            nullptr, found));
-    } else {
-        say(tr("Found: %n study(s)", nullptr, found));
-    }
+    m_results->showEnd(failure, isCutShort);
+    askToSignIn(failure);
     refreshButtons();
 }
 
-void DownloadCloudDataForm::refuse(const WebFailure &failure)
+/// Where the service does not accept the session any more.
+void DownloadCloudDataForm::askToSignIn(const WebFailure &failure)
 {
-    say(WebFailureText::of(failure));
     if (failure.problem == WebProblem::Unauthorized) {
         emit HttpUploadFile::instance()->sessionRefused();
     }
@@ -235,28 +198,36 @@ void DownloadCloudDataForm::onListed(
     showHoldings();
     if (!failure.isNone()) {
         m_toFetch.remove(studyUid);
-        refuse(failure);
+        m_results->say(WebFailureText::of(failure));
+        askToSignIn(failure);
     } else if (m_toFetch.remove(studyUid)) {
-        m_engine->add(m_model->checkedOf(studyUid));
-        m_model->uncheck(studyUid);
+        fetch(m_model->checkedOf(studyUid));
+    }
+}
+
+/// Nothing of what was unchecked meanwhile.
+void DownloadCloudDataForm::fetch(const DownloadStudy &study)
+{
+    if (!study.series.isEmpty()) {
+        takeEngine(); // there may be another index since
+        m_engine->add(study);
+        m_model->uncheck(study.studyUid);
     }
 }
 
 void DownloadCloudDataForm::download()
 {
-    takeEngine();
     QStringList unlisted;
     const QVector<DownloadStudy> studies = m_model->studies().checked(&unlisted);
     for (const DownloadStudy &study : studies) {
-        m_engine->add(study);
-        m_model->uncheck(study.studyUid);
+        fetch(study);
     }
     for (const QString &uid : qAsConst(unlisted)) {
         m_toFetch.insert(uid);
         m_search->listSeries(uid);
     }
     if (studies.isEmpty() && unlisted.isEmpty()) {
-        say(tr("Check the studies or series that you want."));
+        m_results->say(tr("Check the studies or series that you want."));
     }
 }
 
@@ -271,11 +242,4 @@ void DownloadCloudDataForm::refreshButtons()
 {
     m_searchButton->setEnabled(!m_session.isEmpty());
     m_stopButton->setEnabled(m_search->isSearching());
-    const int checked = m_model->studies().checkedCount();
-    m_downloadButton->setEnabled(checked > 0);
-}
-
-void DownloadCloudDataForm::say(const QString &text)
-{
-    m_said->setText(text);
 }

@@ -8,15 +8,16 @@
 #include <QWidget>
 
 class CloudQuestionForm;
+class CloudResultsPanel;
 class CloudSearch;
 class CloudStudyModel;
-class CloudStudyView;
 class DownloadEngine;
 class DownloadListPanel;
 class DicomJson;
 class HoldingsCounter;
 class QLabel;
 class QPushButton;
+struct DownloadStudy;
 
 /**
  * The window that searches the cloud service for studies and brings the chosen ones into the index. One for
@@ -52,18 +53,17 @@ private:
 
     void build();
     QWidget *buildSearch();
-    QWidget *buildResults();
     QPushButton *addButton(const char *name, const QString &text, const QString &hint);
     void takeSession();
     void takeEngine();
     void search();
     void onSearched(const WebFailure &failure, bool isCutShort);
     void onListed(const QString &studyUid, const QVector<DicomJson> &series, const WebFailure &failure);
-    void refuse(const WebFailure &failure);
+    void askToSignIn(const WebFailure &failure);
+    void fetch(const DownloadStudy &study);
     void download();
     void showHoldings();
     void refreshButtons();
-    void say(const QString &text);
 
     QPointer<QWidget> m_mainWindow;
     QPointer<DownloadEngine> m_engine;
@@ -74,9 +74,7 @@ private:
     CloudQuestionForm *m_question = nullptr;
     QPushButton *m_searchButton = nullptr;
     QPushButton *m_stopButton = nullptr;
-    CloudStudyView *m_view = nullptr;
-    QLabel *m_said = nullptr;
-    QPushButton *m_downloadButton = nullptr;
+    CloudResultsPanel *m_results = nullptr;
     DownloadListPanel *m_downloads = nullptr;
     QByteArray m_session; ///< its id
     QSet<QString> m_toFetch; ///< studies that are fetched as soon as their series are known
