@@ -1,15 +1,12 @@
 #include "pagedtablemodel.h"
 
-#include "columnkind.h"
 #include "keyreader.h"
 #include "readsnapshot.h"
 
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
-#include <QSqlQuery>
 #include <QSqlRecord>
-#include <QStringList>
 
 #include <utility>
 
@@ -48,14 +45,7 @@ QList<qlonglong> PagedTableModel::keys(const QVector<int> &rows) const
 void PagedTableModel::setTable(const QString &table)
 {
     QSqlTableModel::setTable(table);
-    const QSqlRecord columns = record();
-    m_isKey.assign(std::size_t(columns.count()), false);
-    m_isNumber.assign(std::size_t(columns.count()), false);
-    for (int column = 0; column < columns.count(); ++column) {
-        m_isNumber[std::size_t(column)] = columnKind(columns.field(column)) == ColumnKind::Number;
-        m_isKey[std::size_t(column)] =
-            column == keyColumn || columns.fieldName(column).endsWith(QLatin1String("_fk"));
-    }
+    m_columns = ColumnTraits(record());
 }
 
 int PagedTableModel::rowCount(const QModelIndex &parent) const
@@ -65,9 +55,8 @@ int PagedTableModel::rowCount(const QModelIndex &parent) const
 
 QVariant PagedTableModel::data(const QModelIndex &index, int role) const
 {
-    if (role == Qt::TextAlignmentRole && std::size_t(index.column()) < m_isNumber.size()) {
-        return int(
-            (m_isNumber[std::size_t(index.column())] ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    if (role == Qt::TextAlignmentRole && m_columns.has(index.column())) {
+        return int((m_columns.isNumber(index.column()) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
     const bool isValue = role == Qt::DisplayRole || role == Qt::EditRole;
     const bool isOfBase = index.row() < QSqlTableModel::rowCount();
@@ -108,9 +97,7 @@ Qt::ItemFlags PagedTableModel::flags(const QModelIndex &index) const
     const Qt::ItemFlags ofRow = isDirty() || !index.isValid()
         ? QSqlTableModel::flags(index)
         : Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable;
-    const auto column = std::size_t(index.column());
-    return index.isValid() && column < m_isKey.size() && m_isKey[column] ? ofRow & ~Qt::ItemIsEditable
-                                                                         : ofRow;
+    return m_columns.isKey(index.column()) ? ofRow & ~Qt::ItemIsEditable : ofRow;
 }
 
 bool PagedTableModel::insertRows(int, int, const QModelIndex &)
@@ -157,21 +144,13 @@ bool PagedTableModel::select()
 void PagedTableModel::readColumn(int column)
 {
     m_pages.dropValues();
-    QStringList keys;
-    QHash<qlonglong, int> rows;
+    const QHash<qlonglong, QVariant> values =
+        m_pages.readColumn(columnName(column), tableName(), m_firstKeys);
     for (int row = 0; row < m_firstKeys.size(); ++row) {
-        keys.append(QString::number(m_firstKeys.at(row)));
-        rows.insert(m_firstKeys.at(row), row);
-    }
-    if (keys.isEmpty()) {
-        return;
-    }
-    QSqlQuery query(database());
-    query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT %1, %2 FROM %3 WHERE %1 IN (%4)")
-                   .arg(columnName(keyColumn), columnName(column), tableName(), keys.join(QLatin1Char(','))));
-    while (query.next()) {
-        takeValue(rows.value(query.value(0).toLongLong(), -1), column, query.value(1));
+        const auto value = values.constFind(m_firstKeys.at(row));
+        if (value != values.constEnd()) {
+            takeValue(row, column, *value);
+        }
     }
 }
 
@@ -209,12 +188,8 @@ QString PagedTableModel::selectStatement() const
         return statement.isEmpty() ? statement : statement + QStringLiteral(" LIMIT %1").arg(firstRows);
     }
     // The keys are known by now: the filter need not be asked of every row again, nor all rows be sorted.
-    QStringList keys;
-    for (const qlonglong key : m_firstKeys) {
-        keys.append(QString::number(key));
-    }
     return QStringLiteral("%1 WHERE %2 IN (%3) %4")
-        .arg(rowsOfTable(), columnName(keyColumn), keys.join(QLatin1Char(',')), orderByClause());
+        .arg(rowsOfTable(), columnName(keyColumn), RecordPages::listed(m_firstKeys), orderByClause());
 }
 
 QString PagedTableModel::rowsOfTable() const
@@ -276,6 +251,7 @@ bool PagedTableModel::writeEditedRows()
 void PagedTableModel::forget()
 {
     m_pages.clear();
+    m_firstKeys.clear();
     m_later.clear();
     m_edited.clear();
     m_written.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "columntraits.h"
 #include "patientmanager_export.h"
 #include "recordpages.h"
 
@@ -8,7 +9,6 @@
 #include <QSqlTableModel>
 
 #include <set>
-#include <vector>
 
 /**
  * A QSqlTableModel for tables of any size whose first column is an integer primary key.
@@ -71,8 +71,7 @@ private:
     QHash<QPair<int, int>, QVariant> m_later; // by row and column: of the base class's rows, read since
     QVector<qlonglong> m_firstKeys; // of the rows that the base class holds
     bool m_selectsByKeys = false; // while select() runs the base class's statement
-    std::vector<bool> m_isKey; // by column
-    std::vector<bool> m_isNumber; // by column: shown at the right, digits below digits
+    ColumnTraits m_columns;
     std::set<int> m_edited; // every row edited since the last select(), reverted ones too
     std::set<int> m_written; // by the submit under way
 };

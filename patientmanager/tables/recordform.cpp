@@ -1,16 +1,14 @@
 #include "recordform.h"
 
 #include "columncaptions.h"
-#include "columnkind.h"
 #include "keyfilter.h"
 #include "kivmessageboxform.h"
 #include "maintenancetext.h"
 #include "ntableview.h"
 #include "pagedtablemodel.h"
-#include "recorddelegate.h"
+#include "recordcolumnlook.h"
 #include "recordtable.h"
 #include "selectedrows.h"
-#include "statusdelegate.h"
 #include "uploadstatus.h"
 #include "viewplace.h"
 
@@ -18,11 +16,7 @@
 #include <QHeaderView>
 #include <QSqlDatabase>
 #include <QSqlError>
-#include <QSqlField>
-#include <QSqlQueryModel>
 #include <QSqlRecord>
-
-#include <array>
 
 RecordForm::RecordForm(const RecordTable &table, QWidget *parent)
     : QWidget(parent)
@@ -69,7 +63,7 @@ void RecordForm::openTable(NTableView *view)
 
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     setModel(model);
-    installDelegates();
+    RecordColumnLook::installDelegates(m_view, m_model);
     m_view->resizeColumnsToContents();
     updateFieldHeader();
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -108,24 +102,6 @@ void RecordForm::replaceModel()
     model->setEditStrategy(QSqlTableModel::OnManualSubmit);
     model->select();
     setModel(model);
-}
-
-void RecordForm::installDelegates()
-{
-    std::array<RecordDelegate *, columnKindCount> delegates{};
-    const QSqlRecord record = m_model->record();
-    for (int column = 0; column < record.count(); ++column) {
-        if (record.fieldName(column) == QLatin1String(UploadStatus::column)) {
-            m_view->setItemDelegateForColumn(column, new StatusDelegate(m_view));
-            continue;
-        }
-        const ColumnKind kind = columnKind(record.field(column));
-        RecordDelegate *&delegate = delegates[std::size_t(kind)];
-        if (!delegate) {
-            delegate = new RecordDelegate(kind, m_view);
-        }
-        m_view->setItemDelegateForColumn(column, delegate);
-    }
 }
 
 void RecordForm::noteEdits()
@@ -171,12 +147,7 @@ void RecordForm::onDeletereflash(const QString &tableName)
 
 void RecordForm::updateFieldHeader()
 {
-    QSqlQueryModel flags;
-    flags.setQuery(QStringLiteral("SELECT * FROM %1").arg(QLatin1String(m_table.fieldTable)));
-    for (int column = 0; column < m_model->record().count(); ++column) {
-        const bool isShown = flags.data(flags.index(0, column)).toInt() != 0;
-        m_view->setColumnHidden(column, !isShown);
-    }
+    RecordColumnLook::showChosen(m_view, m_model, m_table.fieldTable);
     m_view->update();
 }
 

@@ -93,7 +93,6 @@ protected:
 private:
     PagedTableModel *createModel();
     void setModel(PagedTableModel *model);
-    void installDelegates();
     void refreshView();
     void reportFailure(const QString &error);
     void noteEdits();

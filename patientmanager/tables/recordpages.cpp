@@ -1,6 +1,5 @@
 #include "recordpages.h"
 
-#include <QHash>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QStringList>
@@ -62,15 +61,12 @@ RecordPages::Page RecordPages::read(int page) const
         return rows;
     }
     QHash<qlonglong, int> places;
-    QStringList texts;
     for (int i = 0; i < keys.size(); ++i) {
         places.insert(keys.at(i), i);
-        texts.append(QString::number(keys.at(i)));
     }
     QSqlQuery query(m_db);
     query.setForwardOnly(true);
-    query.exec(
-        QStringLiteral("%1 WHERE %2 IN (%3)").arg(m_select, m_keyColumn, texts.join(QLatin1Char(','))));
+    query.exec(QStringLiteral("%1 WHERE %2 IN (%3)").arg(m_select, m_keyColumn, listed(keys)));
     const int columns = query.record().count();
     while (query.next()) {
         const int place = places.value(query.value(0).toLongLong(), -1);
@@ -79,4 +75,31 @@ RecordPages::Page RecordPages::read(int page) const
         }
     }
     return rows;
+}
+
+QHash<qlonglong, QVariant> RecordPages::readColumn(
+    const QString &column, const QString &table, const QVector<qlonglong> &keys) const
+{
+    QHash<qlonglong, QVariant> values;
+    if (keys.isEmpty() || !m_db.isOpen()) {
+        return values;
+    }
+    QSqlQuery query(m_db);
+    query.setForwardOnly(true);
+    query.exec(QStringLiteral("SELECT %1, %2 FROM %3 WHERE %1 IN (%4)")
+                   .arg(m_keyColumn, column, table, listed(keys)));
+    while (query.next()) {
+        values.insert(query.value(0).toLongLong(), query.value(1));
+    }
+    return values;
+}
+
+QString RecordPages::listed(const QVector<qlonglong> &keys)
+{
+    QStringList texts;
+    texts.reserve(keys.size());
+    for (const qlonglong key : keys) {
+        texts.append(QString::number(key));
+    }
+    return texts.join(QLatin1Char(','));
 }

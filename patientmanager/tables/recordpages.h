@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCache>
+#include <QHash>
 #include <QSqlDatabase>
 #include <QVariant>
 #include <QVector>
@@ -26,6 +27,11 @@ public:
         const QSqlDatabase &db, const QString &select, const QString &keyColumn, QVector<qlonglong> keys);
 
     const QVector<qlonglong> &keys() const { return m_keys; }
+    /// The values of one column now, by key; rows that are gone are left out.
+    QHash<qlonglong, QVariant> readColumn(
+        const QString &column, const QString &table, const QVector<qlonglong> &keys) const;
+    /// Keys as a list in SQL.
+    static QString listed(const QVector<qlonglong> &keys);
     /// Invalid outside the result, and where the row cannot be read any more.
     QVariant value(int row, int column);
 
