@@ -500,6 +500,10 @@ The next start finishes it.</source>
         <source>确定要上传病人数据吗?</source>
         <translation>确定要上传病人数据吗?</translation>
     </message>
+    <message>
+        <source>Nothing is uploaded: nobody has signed in to the cloud.</source>
+        <translation>未上传：没有用户登录云端。</translation>
+    </message>
 </context>
 <context>
     <name>PatientQueryForm</name>
@@ -1004,6 +1008,22 @@ The next start finishes it.</source>
     <message>
         <source>N&amp;ot stored: %1</source>
         <translation>未存储(&amp;O)：%1</translation>
+    </message>
+    <message>
+        <source>Take the uploads that have ended off the list</source>
+        <translation>从列表中移除已结束的上传</translation>
+    </message>
+    <message>
+        <source>Clear finished uploads</source>
+        <translation>清除已结束的上传</translation>
+    </message>
+    <message>
+        <source>C&amp;lear Finished</source>
+        <translation>清除已结束的(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Re&amp;move from the List</source>
+        <translation>从列表中移除(&amp;M)</translation>
     </message>
 </context>
 <context>

@@ -256,6 +256,14 @@
         <source>The report cannot be saved: %1</source>
         <translation>无法保存报告：%1</translation>
     </message>
+    <message>
+        <source>&amp;Open in the Preview</source>
+        <translation>在预览中打开(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Look at the chosen image, and from there at the others; Enter in the list does the same</source>
+        <translation>查看选中的图像，并可由此查看其他图像；在列表中按回车键效果相同</translation>
+    </message>
 </context>
 <context>
     <name>AnonymizeSetupPage</name>
@@ -535,6 +543,41 @@
     <message>
         <source>All files (*)</source>
         <translation>所有文件 (*)</translation>
+    </message>
+</context>
+<context>
+    <name>AuthorityChoice</name>
+    <message>
+        <source>&amp;No Longer</source>
+        <translation>不再信任(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Trust only the authorities of the system</source>
+        <translation>仅信任系统的证书颁发机构</translation>
+    </message>
+    <message>
+        <source>&amp;Trust an Authority…</source>
+        <translation>信任证书颁发机构(&amp;T)…</translation>
+    </message>
+    <message>
+        <source>Choose the certificate of the authority that your site&apos;s service is signed by</source>
+        <translation>选择为贵单位的服务签发证书的颁发机构的证书</translation>
+    </message>
+    <message>
+        <source>Trust an Authority</source>
+        <translation>信任证书颁发机构</translation>
+    </message>
+    <message>
+        <source>Certificates (*.pem *.crt *.cer);;All files (*)</source>
+        <translation>证书 (*.pem *.crt *.cer);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>There is no certificate in %1.</source>
+        <translation>%1 中没有证书。</translation>
+    </message>
+    <message>
+        <source>Trusted: %1</source>
+        <translation>已信任：%1</translation>
     </message>
 </context>
 <context>
@@ -1453,6 +1496,10 @@ Without any, the search lists all studies.</source>
         <source>Take the chosen downloads off this list; their images stay</source>
         <translation>从此列表中移除所选下载；其图像会保留</translation>
     </message>
+    <message>
+        <source>Nothing is being downloaded. Search above, check the studies or series that you want, and press Download Checked.</source>
+        <translation>没有下载任务。请在上方搜索，勾选需要的检查或序列，然后点击“下载勾选项”。</translation>
+    </message>
 </context>
 <context>
     <name>DownloadText</name>
@@ -2144,54 +2191,6 @@ Without any, the search lists all studies.</source>
         <source>Work with the images on this computer. Nothing is sent to the cloud or fetched from it, until you sign in.</source>
         <translation>使用本机上的图像。在您登录之前，不会向云端发送或从云端获取任何内容。</translation>
     </message>
-    <message>
-        <source>Password</source>
-        <translation>密码</translation>
-    </message>
-    <message>
-        <source>Your password at the service, or an access token</source>
-        <translation>您在服务中的密码，或访问令牌</translation>
-    </message>
-    <message>
-        <source>S&amp;how</source>
-        <translation>显示(&amp;H)</translation>
-    </message>
-    <message>
-        <source>Show the password that is typed</source>
-        <translation>显示输入的密码</translation>
-    </message>
-    <message>
-        <source>&amp;Trust an Authority…</source>
-        <translation>信任证书颁发机构(&amp;T)…</translation>
-    </message>
-    <message>
-        <source>Choose the certificate of the authority that your site&apos;s service is signed by</source>
-        <translation>选择为贵单位的服务签发证书的颁发机构的证书</translation>
-    </message>
-    <message>
-        <source>&amp;No Longer</source>
-        <translation>不再信任(&amp;N)</translation>
-    </message>
-    <message>
-        <source>Trust only the authorities of the system</source>
-        <translation>仅信任系统的证书颁发机构</translation>
-    </message>
-    <message>
-        <source>Trust an Authority</source>
-        <translation>信任证书颁发机构</translation>
-    </message>
-    <message>
-        <source>Certificates (*.pem *.crt *.cer);;All files (*)</source>
-        <translation>证书 (*.pem *.crt *.cer);;所有文件 (*)</translation>
-    </message>
-    <message>
-        <source>There is no certificate in %1.</source>
-        <translation>%1 中没有证书。</translation>
-    </message>
-    <message>
-        <source>Trusted: %1</source>
-        <translation>已信任：%1</translation>
-    </message>
 </context>
 <context>
     <name>LoginForm</name>
@@ -2236,20 +2235,23 @@ Without any, the search lists all studies.</source>
         <translation>已登录。正在将密码保存到桌面的密码存储…</translation>
     </message>
     <message>
-        <source>You are signed in, but the password is not remembered.</source>
-        <translation>您已登录，但密码未被记住。</translation>
-    </message>
-    <message>
-        <source>You are signed in, but the password that was remembered earlier is still kept.</source>
-        <translation>您已登录，但此前记住的密码仍然保留。</translation>
-    </message>
-    <message>
         <source>Close</source>
         <translation>关闭</translation>
     </message>
     <message>
         <source>Work Locally</source>
         <translation>本地工作</translation>
+    </message>
+</context>
+<context>
+    <name>LoginSecrets</name>
+    <message>
+        <source>You are signed in, but the password is not remembered.</source>
+        <translation>您已登录，但密码未被记住。</translation>
+    </message>
+    <message>
+        <source>You are signed in, but the password that was remembered earlier is still kept.</source>
+        <translation>您已登录，但此前记住的密码仍然保留。</translation>
     </message>
 </context>
 <context>
@@ -2303,6 +2305,25 @@ Without any, the search lists all studies.</source>
     </message>
 </context>
 <context>
+    <name>PasswordField</name>
+    <message>
+        <source>Password</source>
+        <translation>密码</translation>
+    </message>
+    <message>
+        <source>Your password at the service, or an access token</source>
+        <translation>您在服务中的密码，或访问令牌</translation>
+    </message>
+    <message>
+        <source>S&amp;how</source>
+        <translation>显示(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Show the password that is typed</source>
+        <translation>显示输入的密码</translation>
+    </message>
+</context>
+<context>
     <name>PatientEditor</name>
     <message>
         <source>Correct Patient Data</source>
@@ -2333,6 +2354,10 @@ Without any, the search lists all studies.</source>
     <message>
         <source>The service does not have this study, so only the index can be corrected.</source>
         <translation>服务中没有此检查，因此只能更正索引。</translation>
+    </message>
+    <message>
+        <source>What you have typed is not saved. Close all the same?</source>
+        <translation>您输入的内容尚未保存。仍要关闭吗？</translation>
     </message>
 </context>
 <context>
@@ -2513,6 +2538,31 @@ Without any, the search lists all studies.</source>
     <message>
         <source>Reading…</source>
         <translation>正在读取…</translation>
+    </message>
+</context>
+<context>
+    <name>RetryNotice</name>
+    <message>
+        <source>Tr&amp;y Now</source>
+        <translation>立即重试(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Try now</source>
+        <translation>立即重试</translation>
+    </message>
+    <message>
+        <source>Ask the service at once, without waiting for the time that is shown</source>
+        <translation>立即询问服务，不等到所示的时间</translation>
+    </message>
+    <message>
+        <source>%1. Next try in %2.</source>
+        <comment>why a service is left alone</comment>
+        <translation>%1。%2 后重试。</translation>
+    </message>
+    <message>
+        <source>%1. Trying again now…</source>
+        <comment>why a service is left alone</comment>
+        <translation>%1。正在重试……</translation>
     </message>
 </context>
 <context>
@@ -2954,6 +3004,10 @@ Without any, the search lists all studies.</source>
     <message>
         <source>The service is busy</source>
         <translation>服务繁忙</translation>
+    </message>
+    <message>
+        <source>No secure connection: what answers at this address and port is not a TLS service, or speaks another kind of TLS</source>
+        <translation>无法建立安全连接：该地址和端口上应答的不是 TLS 服务，或使用了不兼容的 TLS</translation>
     </message>
 </context>
 <context>
