@@ -120,6 +120,11 @@ QString ServiceObjects::write(const PatientChanges &changes, const std::atomic<b
     return {};
 }
 
+void ServiceObjects::dropNew()
+{
+    QDir(newFolder()).removeRecursively();
+}
+
 WebFailure ServiceObjects::storeFirst()
 {
     return m_objects.isEmpty()

@@ -29,6 +29,8 @@ public:
     QString write(const PatientChanges &changes, const std::atomic<bool> &stop);
     WebFailure storeNew() { return store(newFolder()); }
     WebFailure storeOld() { return store(oldFolder()); }
+    /// Nothing new is stored any more: the room that the copies take is free again.
+    void dropNew();
     /// Stores one corrected object alone.
     WebFailure storeFirst();
     /// What the service shows now.

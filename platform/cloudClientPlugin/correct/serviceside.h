@@ -39,6 +39,8 @@ public:
     bool store();
     /// What the service shows now; Unknown where it could not be asked.
     Holds look();
+    /// Leaves no way but undo(), and more room on the disk.
+    void dropCopies() { m_objects.dropNew(); }
     /// Stores what was, and looks.
     void undo();
 

@@ -111,6 +111,7 @@ void StudyCorrection::correctTheService()
     }
     correctTheIndex();
     if (!m_report.index.isGood()) {
+        m_serviceSide->dropCopies(); // where the disk is full, the journal needs the room
         m_journal->setState(State::Storing);
         m_serviceSide->undo();
     }
