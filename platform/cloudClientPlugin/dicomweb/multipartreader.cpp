@@ -5,7 +5,7 @@
 namespace {
 
 constexpr int longestHead = 16 * 1024;
-constexpr int usualPiece = 288 * 1024; ///< and what is left of the one before
+constexpr int bridgeLength = 1024; ///< more than most heads with their boundaries have
 constexpr int longestBoundary = 200; ///< 70 by the standard
 constexpr char lineEnd[] = "\r\n";
 constexpr char headEnd[] = "\r\n\r\n";
@@ -37,9 +37,9 @@ MultipartReader::MultipartReader(const QByteArray &contentType, Sink sink)
     : m_sink(std::move(sink))
     , m_held(lineEnd) // so that a boundary at the very beginning is found as the others are
 {
-    m_held.reserve(usualPiece);
     const QByteArray boundary = parameter(contentType, "boundary");
     m_delimiter = lineEnd + QByteArray("--") + boundary;
+    m_matcher.setPattern(m_delimiter);
     if (boundary.isEmpty() || boundary.size() > longestBoundary
         || !contentType.trimmed().toLower().startsWith("multipart/related")) {
         m_state = State::Broken;
@@ -51,11 +51,50 @@ bool MultipartReader::feed(const QByteArray &bytes)
     if (m_state == State::Complete) {
         return true;
     }
-    m_held.append(bytes);
-    while (m_state != State::Broken && m_state != State::Complete && step()) { }
-    m_held.remove(0, m_at); // once for all parts that it holds
-    m_at = 0;
+    int from = 0;
+    if (!m_held.isEmpty()) {
+        from = bridge(bytes);
+    }
+    if (from < bytes.size() && !isAtEnd()) {
+        m_held = QByteArray::fromRawData(bytes.constData() + from, bytes.size() - from);
+        run();
+        m_held = QByteArray(m_held.constData() + m_at, m_held.size() - m_at);
+        m_at = 0;
+    }
     return m_state != State::Broken;
+}
+
+/// What is held, with as little of the new as brings it to an end, so that the most is read where it lies.
+/// @return how much of the new is done with
+int MultipartReader::bridge(const QByteArray &bytes)
+{
+    const int held = m_held.size();
+    int taken = std::min(bytes.size(), bridgeLength);
+    m_held.append(bytes.constData(), taken);
+    run();
+    if (m_at < held && taken < bytes.size() && !isAtEnd()) {
+        m_held.append(bytes.constData() + taken, bytes.size() - taken);
+        taken = bytes.size();
+        run();
+    }
+    if (m_at >= held || isAtEnd()) {
+        taken = m_at - held;
+        m_held.clear();
+    } else {
+        m_held.remove(0, m_at);
+    }
+    m_at = 0;
+    return taken;
+}
+
+bool MultipartReader::isAtEnd() const
+{
+    return m_state == State::Broken || m_state == State::Complete;
+}
+
+void MultipartReader::run()
+{
+    while (!isAtEnd() && step()) { }
 }
 
 bool MultipartReader::fail()
@@ -87,7 +126,7 @@ bool MultipartReader::step()
 
 bool MultipartReader::findFirst()
 {
-    const int at = m_held.indexOf(m_delimiter, m_at);
+    const int at = m_matcher.indexIn(m_held, m_at);
     if (at < 0) {
         m_at = std::max(m_at, m_held.size() - m_delimiter.size() + 1);
         return false;
@@ -140,7 +179,7 @@ bool MultipartReader::readHead()
 
 bool MultipartReader::readPart()
 {
-    const int at = m_held.indexOf(m_delimiter, m_at);
+    const int at = m_matcher.indexIn(m_held, m_at);
     const int end = at >= 0 ? at : std::max(m_at, m_held.size() - m_delimiter.size() + 1);
     if (end > m_at && !m_sink.data(m_held.constData() + m_at, end - m_at)) {
         return fail();

@@ -3,6 +3,7 @@
 #include "cloudclientplugin_export.h"
 
 #include <QByteArrayList>
+#include <QByteArrayMatcher>
 
 #include <functional>
 
@@ -34,6 +35,9 @@ public:
     static QByteArray parameter(const QByteArray &header, const QByteArray &name);
 
 private:
+    int bridge(const QByteArray &bytes);
+    void run();
+    bool isAtEnd() const;
     bool step();
     bool findFirst();
     bool readHead();
@@ -43,7 +47,8 @@ private:
 
     const Sink m_sink;
     QByteArray m_delimiter; ///< the line's end, two dashes and the boundary
-    QByteArray m_held;
+    QByteArrayMatcher m_matcher; ///< for it
+    QByteArray m_held; ///< what is being read
     int m_at = 0; ///< how much of it is done with
     State m_state = State::Before;
 };
