@@ -57,20 +57,23 @@ def files_of(corpus):
     return sorted(os.path.join(at, name) for at, _, names in os.walk(corpus) for name in names if name.endswith('.dcm'))
 
 
+def write_body(path, files):
+    with open(path, 'wb') as body:
+        for name in files:
+            body.write(f'\r\n--{BOUNDARY}\r\nContent-Type: application/dicom\r\n\r\n'.encode())
+            with open(name, 'rb') as file:
+                body.write(file.read())
+        body.write(f'\r\n--{BOUNDARY}--\r\n'.encode())
+
+
 def write_bodies(folder, files, batch):
-    """One body of a request for so many files each. @return their paths"""
-    shutil.rmtree(folder, ignore_errors=True)
-    os.makedirs(folder)
-    bodies = []
-    for first in range(0, len(files), batch):
-        bodies.append(os.path.join(folder, f'{first}.body'))
-        with open(bodies[-1], 'wb') as body:
-            for path in files[first:first + batch]:
-                body.write(f'\r\n--{BOUNDARY}\r\nContent-Type: application/dicom\r\n\r\n'.encode())
-                with open(path, 'rb') as file:
-                    body.write(file.read())
-            body.write(f'\r\n--{BOUNDARY}--\r\n'.encode())
-    return bodies
+    """One body of a request for so many files each, where they are not yet there. @return their paths"""
+    bodies = {os.path.join(folder, f'{first}.body'): files[first:first + batch] for first in range(0, len(files), batch)}
+    if not os.path.exists(folder):
+        os.makedirs(folder)
+        for path, some in bodies.items():
+            write_body(path, some)
+    return list(bodies)
 
 
 def write_requests(path, archive, bodies):
@@ -100,7 +103,7 @@ class Run:
 
     def curl(self, batch, connections):
         """Objects a second."""
-        bodies = write_bodies(os.path.join(self.folder, 'bodies'), self.files, batch)
+        bodies = write_bodies(os.path.join(self.folder, f'bodies-{batch}'), self.files, batch)
         with Archive(self.bench.target()) as archive:
             requests = os.path.join(self.folder, 'requests')
             write_requests(requests, archive, bodies)
