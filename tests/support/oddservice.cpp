@@ -2,8 +2,12 @@
 
 #include <QTcpSocket>
 
-OddService::OddService(QByteArray answer, After after)
-    : m_answer(std::move(answer))
+OddService::OddService(const QByteArray &answer, After after)
+    : OddService([answer](const QByteArray & /*request*/) { return answer; }, after)
+{ }
+
+OddService::OddService(std::function<QByteArray(const QByteArray &request)> answerTo, After after)
+    : m_answer(std::move(answerTo))
     , m_after(after)
 {
     if (!listen(QHostAddress::LocalHost)) {
@@ -14,10 +18,11 @@ OddService::OddService(QByteArray answer, After after)
         connect(line, &QTcpSocket::readyRead, line, [this, line] {
             const QByteArray request = line->readAll();
             m_asked += request;
-            if (m_answer.isEmpty() || !request.contains("\r\n\r\n")) {
+            const QByteArray given = m_answer(request);
+            if (given.isEmpty() || !request.contains("\r\n\r\n")) {
                 return;
             }
-            line->write(m_answer);
+            line->write(given);
             if (m_after == After::HangUp) {
                 line->disconnectFromHost();
             }

@@ -2,23 +2,28 @@
 
 #include <QTcpServer>
 
+#include <functional>
+
 /**
- * An HTTP service that answers every request with the same bytes, whatever they are, and then may hang up.
- * Needs the caller's event loop.
+ * An HTTP service that answers every request with the same bytes, whatever they are, or as a function says,
+ * and then may hang up. Needs the caller's event loop.
  */
 class OddService : public QTcpServer
 {
 public:
     enum class After : quint8 { Keep, HangUp };
     /// @param answer with its status line; empty for one that never answers
-    explicit OddService(QByteArray answer, After after = After::HangUp);
+    explicit OddService(const QByteArray &answer, After after = After::HangUp);
+    /// @param answer to a request, which begins with its line
+    explicit OddService(
+        std::function<QByteArray(const QByteArray &request)> answer, After after = After::HangUp);
 
     QString address() const;
     /// All that was asked so far.
     QByteArray asked() const { return m_asked; }
 
 private:
-    const QByteArray m_answer;
+    const std::function<QByteArray(const QByteArray &request)> m_answer;
     const After m_after;
     QByteArray m_asked;
 };

@@ -148,7 +148,7 @@ private slots:
 
     void cancelledWhileTheServiceIsSilent()
     {
-        const OddService service({}, OddService::After::Keep);
+        const OddService service(QByteArray(), OddService::After::Keep);
         CloudSignIn signIn;
         QSignalSpy failed(&signIn, &CloudSignIn::failed);
         signIn.start(accountAt(service.address()), QStringLiteral("x"));

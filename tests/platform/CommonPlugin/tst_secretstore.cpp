@@ -1,3 +1,7 @@
+#include "cloudaccount.h"
+#include "cloudsignin.h"
+#include "configlocation.h"
+#include "oddservice.h"
 #include "secretstore.h"
 #include "testfiles.h"
 #include "testmain.h"
@@ -101,6 +105,28 @@ private slots:
             filesBelow(m_session.folder(), {QStringLiteral("*.ini"), QStringLiteral("*.conf")}).isEmpty());
     }
 
+    /// Who is remembered is signed in at the next start, and not any more once he has signed out.
+    void aRememberedUserIsSignedIn()
+    {
+        if (!m_session.hasBus() || !startKeyring()) {
+            QSKIP("There is no gnome-keyring here");
+        }
+        ConfigLocation::setBase(m_session.folder());
+        const OddService service(httpAnswer("200 OK", "application/dicom+json", "[]"));
+        CloudAccount account;
+        account.address = service.address();
+        account.user = QStringLiteral("ann");
+        account.remembers = true;
+        QVERIFY(account.writeSignedIn());
+        QCOMPARE(signedIn(), WebProblem::NoSecret);
+        QCOMPARE(write(account.secretName()), Problem::None);
+        QCOMPARE(signedIn(), WebProblem::None);
+        QVERIFY(service.asked().contains(WebService::basic(account.user, QLatin1String(secret))));
+        QVERIFY(account.writeLocal());
+        QCOMPARE(signedIn(), WebProblem::NoSecret);
+        ConfigLocation::setBase({});
+    }
+
     /// Whether there is one is found out by trying to start it.
     void aRealStoreWhereOneCanBeRun()
     {
@@ -131,11 +157,23 @@ private:
     {
         return wait([this](const auto &then) { SecretStore::read(m_name, this, then); });
     }
-    Problem write()
+    Problem write() { return write(m_name); }
+    Problem write(const QString &name)
     {
-        return wait([this](const auto &then) {
-            SecretStore::write(m_name, QLatin1String(secret), this, then);
+        return wait([this, &name](const auto &then) {
+            SecretStore::write(name, QLatin1String(secret), this, then);
         }).problem;
+    }
+    /// What comes of a sign-in with what is remembered.
+    static WebProblem signedIn()
+    {
+        WebProblem problem = WebProblem::None;
+        CloudSignIn signIn;
+        connect(&signIn, &CloudSignIn::failed, &signIn,
+            [&problem](const WebFailure &failure) { problem = failure.problem; });
+        signIn.startRemembered();
+        [&signIn] { QTRY_VERIFY_WITH_TIMEOUT(!signIn.isRunning(), 20000); }();
+        return problem;
     }
     Problem remove()
     {
@@ -144,6 +182,9 @@ private:
 
     bool startKeyring()
     {
+        if (m_keyring.state() == QProcess::Running) {
+            return true;
+        }
         m_keyring.setProcessChannelMode(QProcess::MergedChannels);
         m_keyring.start(QStringLiteral("gnome-keyring-daemon"),
             {QStringLiteral("--foreground"), QStringLiteral("--unlock"),

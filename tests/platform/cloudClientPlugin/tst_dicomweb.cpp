@@ -6,8 +6,8 @@
 #include "storerequest.h"
 #include "studysearch.h"
 #include "testmain.h"
-#include "webarchive.h"
 #include "webclient.h"
+#include "websession.h"
 
 #include <QtTest>
 
@@ -48,14 +48,6 @@ QByteArray contentOf(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-WebService serviceAt(const QString &address, const char *password = WebArchive::password)
-{
-    WebService service;
-    service.address = QUrl(address);
-    service.authorization = WebService::basic(QLatin1String(WebArchive::user), QLatin1String(password));
-    return service;
 }
 
 template <typename Request>
@@ -104,6 +96,18 @@ class DicomWebTest : public QObject
             &request, &StoreRequest::finished, &request, [&](const StoreAnswer &given) { answer = given; });
         endOf(request);
         return answer;
+    }
+
+    QStringList studiesOf(WebClient &client, const StudyQuestion &question) const
+    {
+        StudySearch search(client, QStringLiteral("studies"), question.query());
+        QStringList uids;
+        connect(&search, &StudySearch::found, &search, [&](const QVector<DicomJson> &found) {
+            for (const DicomJson &study : found) {
+                uids.append(study.text(DicomTag::studyUid));
+            }
+        });
+        return endOf(search).isNone() ? uids : QStringList();
     }
 
 private slots:
@@ -199,7 +203,7 @@ private slots:
         QFETCH(const bool, inDatabase);
         const auto database = inDatabase ? std::make_unique<PostgresServer>() : nullptr;
         const auto own = inDatabase ? WebArchive::start({}, database.get()) : nullptr;
-        WebClient client(serviceAt(WebArchive::address(inDatabase ? *own : *m_archive)));
+        WebClient client(webServiceAt(WebArchive::address(inDatabase ? *own : *m_archive)));
         QVector<StoredFile> files;
         for (int number = 1; number <= 20; ++number) {
             files.append(madeFile(number));
@@ -250,7 +254,7 @@ private slots:
     /// More answers than one page has, none twice.
     void searchesGoOverPages()
     {
-        WebClient client(serviceAt(WebArchive::address(*m_archive)));
+        WebClient client(webServiceAt(WebArchive::address(*m_archive)));
         QVector<StoredFile> files;
         constexpr int patients = 130;
         for (int patient = 100; patient < 100 + patients; ++patient) {
@@ -259,26 +263,32 @@ private slots:
         QVERIFY(store(client, files).failure.isNone());
         StudyQuestion question;
         question.patientId = QStringLiteral("P1??");
-        StudySearch search(client, QStringLiteral("studies"), question.query());
-        QStringList uids;
-        connect(&search, &StudySearch::found, &search, [&](const QVector<DicomJson> &found) {
-            for (const DicomJson &study : found) {
-                uids.append(study.text(DicomTag::studyUid));
-            }
-        });
-        QVERIFY(endOf(search).isNone());
-        QCOMPARE(uids.size(), 100);
+        QCOMPARE(studiesOf(client, question).size(), 100);
         question.patientId.clear();
         question.patientName = QStringLiteral("ller");
-        StudySearch all(client, QStringLiteral("studies"), question.query());
-        uids.clear();
-        connect(&all, &StudySearch::found, &all, [&](const QVector<DicomJson> &found) {
-            for (const DicomJson &study : found) {
-                uids.append(study.text(DicomTag::studyUid));
-            }
-        });
-        QVERIFY(endOf(all).isNone());
+        QStringList uids = studiesOf(client, question);
         QVERIFY(uids.size() >= patients);
+        QCOMPARE(uids.removeDuplicates(), 0);
+    }
+
+    /// A service may give fewer answers at a time than it was asked for.
+    void shortPagesAreNotTheEnd()
+    {
+        static constexpr int page = 10;
+        static constexpr int there = 25;
+        const OddService odd([](const QByteArray &request) {
+            const QUrl asked(QString::fromLatin1(request.split(' ').value(1)));
+            const int first = QUrlQuery(asked).queryItemValue(QStringLiteral("offset")).toInt();
+            QByteArrayList studies;
+            for (int number = first; number < qMin(first + page, there); ++number) {
+                studies.append(
+                    R"({"0020000D": {"vr": "UI", "Value": ["1.2.)" + QByteArray::number(number) + R"("]}})");
+            }
+            return httpAnswer("200 OK", "application/dicom+json", '[' + studies.join(',') + ']');
+        });
+        WebClient client(webServiceAt(odd.address()));
+        QStringList uids = studiesOf(client, {});
+        QCOMPARE(uids.size(), there);
         QCOMPARE(uids.removeDuplicates(), 0);
     }
 
@@ -308,7 +318,7 @@ private slots:
         QFETCH(const QByteArray, answer);
         QFETCH(const WebProblem, problem);
         const OddService odd(answer);
-        WebClient client(serviceAt(odd.address()));
+        WebClient client(webServiceAt(odd.address()));
         client.setPatience(500);
         StudySearch search(client, QStringLiteral("studies"), StudyQuestion().query());
         const WebFailure failure = endOf(search);
@@ -329,7 +339,7 @@ private slots:
         const OddService odd("HTTP/1.1 200 OK\r\nContent-Type: multipart/related; boundary=b\r\n"
                              "Content-Length: 5000\r\n\r\n"
             + body);
-        WebClient client(serviceAt(odd.address()));
+        WebClient client(webServiceAt(odd.address()));
         QTemporaryDir target;
         ObjectsRetrieve retrieve(client, QStringLiteral("studies/1.2"), target.path());
         QStringList received;
@@ -345,25 +355,25 @@ private slots:
     void longAnswersAreGivenUp()
     {
         const OddService refusing(httpAnswer("500 Oops", "text/plain", QByteArray(6 << 20, 'x')));
-        WebClient client(serviceAt(refusing.address()));
+        WebClient client(webServiceAt(refusing.address()));
         QTemporaryDir target;
         ObjectsRetrieve retrieve(client, QStringLiteral("studies/1.2"), target.path());
         QCOMPARE(endOf(retrieve).problem, WebProblem::ServerError);
 
         const OddService endless(
             "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(40 << 20, '['), OddService::After::Keep);
-        WebClient patient(serviceAt(endless.address()));
+        WebClient patient(webServiceAt(endless.address()));
         StudySearch search(patient, QStringLiteral("studies"), StudyQuestion().query());
         QCOMPARE(endOf(search).problem, WebProblem::BadAnswer);
     }
 
     void credentialsStayWhereTheyBelong()
     {
-        WebClient wrong(serviceAt(WebArchive::address(*m_archive), "wrong"));
+        WebClient wrong(webServiceAt(WebArchive::address(*m_archive), "wrong"));
         StudySearch search(wrong, QStringLiteral("studies"), StudyQuestion().query());
         QCOMPARE(endOf(search).problem, WebProblem::Unauthorized);
 
-        WebService far = serviceAt(QStringLiteral("http://192.0.2.1/dicom-web"));
+        WebService far = webServiceAt(QStringLiteral("http://192.0.2.1/dicom-web"));
         QCOMPARE(WebClient(far).refusal().problem, WebProblem::PlainRefused);
         far.mayBePlain = true;
         QVERIFY(WebClient(far).refusal().isNone());
@@ -377,7 +387,7 @@ private slots:
         const OddService other(httpAnswer("200 OK", "application/dicom+json", "[]"));
         const OddService pointing("HTTP/1.1 307 There\r\nLocation: " + other.address().toLatin1()
             + "\r\nContent-Length: 0\r\n\r\n");
-        WebClient client(serviceAt(pointing.address()));
+        WebClient client(webServiceAt(pointing.address()));
         StudySearch led(client, QStringLiteral("studies"), StudyQuestion().query());
         QCOMPARE(endOf(led).problem, WebProblem::NotDicomWeb);
         QVERIFY(pointing.asked().contains("Authorization"));
@@ -387,7 +397,7 @@ private slots:
     /// A plain service that is taken for a secure one has no certificate that could be refused.
     void noTlsIsToldAsSuch()
     {
-        WebClient client(serviceAt(
+        WebClient client(webServiceAt(
             WebArchive::address(*m_archive).replace(QLatin1String("http:"), QLatin1String("https:"))));
         StudySearch search(client, QStringLiteral("studies"), StudyQuestion().query());
         QCOMPARE(endOf(search).problem, WebProblem::NoTls);

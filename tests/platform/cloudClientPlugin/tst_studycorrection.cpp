@@ -2,10 +2,11 @@
 #include "dicomreader.h"
 #include "objectcorrection.h"
 #include "objectsretrieve.h"
+#include "postgresserver.h"
 #include "studycorrection.h"
 #include "temporaryindex.h"
 #include "testmain.h"
-#include "webarchive.h"
+#include "websession.h"
 
 #include <QSqlQuery>
 #include <QTcpServer>
@@ -23,14 +24,6 @@ const QString newName = QStringLiteral("山田^太郎");
 constexpr quint32 characterSetTag = 0x00080005;
 constexpr quint32 institutionTag = 0x00080080;
 constexpr quint32 birthDateTag = 0x00100030;
-
-WebService serviceOf(const DicomServer &archive, const char *password = WebArchive::password)
-{
-    WebService service;
-    service.address = QUrl(WebArchive::address(archive));
-    service.authorization = WebService::basic(QLatin1String(WebArchive::user), QLatin1String(password));
-    return service;
-}
 
 /// Runs where a correction is meant to run.
 template <typename Work>
@@ -57,16 +50,19 @@ class StudyCorrectionTest : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<PostgresServer> m_database;
     std::unique_ptr<DicomServer> m_archive;
     std::unique_ptr<TemporaryIndex> m_index;
     QTemporaryDir m_folder;
     std::atomic<bool> m_stop{false};
 
     /// Two studies of one patient, four objects; in the index and in the archive.
-    void begin(bool overwrites = true)
+    void begin(bool overwrites = true, bool isInDatabase = false)
     {
         m_stop = false;
-        m_archive = WebArchive::start({{QStringLiteral("OverwriteInstances"), overwrites}});
+        m_archive.reset();
+        m_database = isInDatabase ? std::make_unique<PostgresServer>() : nullptr;
+        m_archive = WebArchive::start({{QStringLiteral("OverwriteInstances"), overwrites}}, m_database.get());
         m_index.reset(); // there is one at a time
         m_index = std::make_unique<TemporaryIndex>();
         QDir(m_folder.path()).removeRecursively();
@@ -96,7 +92,10 @@ class StudyCorrectionTest : public QObject
         const std::function<void(CorrectionProgress)> &show = [](const CorrectionProgress &) {})
     {
         CorrectionReport report;
-        onDeepThread([&] { report = StudyCorrection(serviceOf(*m_archive), m_stop, show).run(request); });
+        onDeepThread([&] {
+            report =
+                StudyCorrection(webServiceAt(WebArchive::address(*m_archive)), m_stop, show).run(request);
+        });
         return report;
     }
 
@@ -104,8 +103,9 @@ class StudyCorrectionTest : public QObject
     {
         QVector<CorrectionReport> finished;
         onDeepThread([&] {
-            finished = StudyCorrection(serviceOf(*m_archive), m_stop, [](const auto &) {
-            }).finishBegun(m_index->path());
+            finished =
+                StudyCorrection(webServiceAt(WebArchive::address(*m_archive)), m_stop, [](const auto &) {
+                }).finishBegun(m_index->path());
         });
         return finished;
     }
@@ -212,9 +212,17 @@ private slots:
         }
     }
 
+    void bothPlacesFollow_data()
+    {
+        QTest::addColumn<bool>("isInDatabase");
+        QTest::newRow("an archive with SQLite") << false;
+        QTest::newRow("an archive with PostgreSQL") << true;
+    }
+
     void bothPlacesFollow()
     {
-        begin();
+        QFETCH(const bool, isInDatabase);
+        begin(true, isInDatabase);
         const CorrectionReport report =
             run(request({{PatientField::Name, newName}, {PatientField::Comments, QStringLiteral("größer")}}));
         QCOMPARE(report.end, End::Done);
