@@ -77,3 +77,28 @@ void DicomFileBuilder::write(const QString &path) const
         qFatal("%s: %s", qPrintable(path), written.text());
     }
 }
+
+QStringList writeSeries(const QString &folder, int images)
+{
+    QStringList paths;
+    for (int number = 1; number <= images; ++number) {
+        paths.append(QStringLiteral("%1/%2.dcm").arg(folder).arg(number));
+        DicomFileBuilder()
+            .uids(
+                QStringLiteral("1.2.3"), QStringLiteral("1.2.3.4"), QStringLiteral("1.2.3.4.%1").arg(number))
+            .instanceNumber(number)
+            .write(paths.last());
+    }
+    return paths;
+}
+
+void writePatients(const QString &folder, int patients)
+{
+    for (int number = 0; number < patients; ++number) {
+        const QString uid = QStringLiteral("1.9.%1").arg(number);
+        DicomFileBuilder()
+            .patient(QStringLiteral("I%1").arg(number), QStringLiteral("Import^%1").arg(number))
+            .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
+            .write(QStringLiteral("%1/%2.dcm").arg(folder).arg(number));
+    }
+}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <map>
 
@@ -27,3 +27,8 @@ public:
 private:
     std::map<quint32, QString> m_values;
 };
+
+/// Writes images of one series, "1.2.3.4.1" and so on. @return their paths, N.dcm
+QStringList writeSeries(const QString &folder, int images);
+/// Writes an image of each of so many patients, who are called Import^0 and so on.
+void writePatients(const QString &folder, int patients);

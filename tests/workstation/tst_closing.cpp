@@ -2,7 +2,7 @@
 #include "dicomfilebuilder.h"
 #include "frame.h"
 #include "importcentre.h"
-#include "kivmessageboxform.h"
+#include "messageanswers.h"
 #include "ntableview.h"
 #include "recordform.h"
 #include "runningcorrection.h"
@@ -19,34 +19,15 @@ class ClosingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        for (int i = 0; i < fileCount; ++i) {
-            const QString uid = QStringLiteral("1.9.%1").arg(i);
-            DicomFileBuilder()
-                .patient(QStringLiteral("I%1").arg(i), QStringLiteral("Import^%1").arg(i))
-                .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
-                .write(m_files.filePath(QStringLiteral("%1.dcm").arg(i)));
-        }
-    }
-    void init() { m_questions.clear(); }
-    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
-
-    void closesAtOnceWhereNothingIsLost()
-    {
-        const Frame frame(1);
-        answerWith(kivMessageBoxForm::AnswerCancel);
-        QVERIFY(frame.window->close());
-        QVERIFY(m_questions.isEmpty());
-    }
+    void initTestCase() { writePatients(m_files.path(), fileCount); }
 
     void staysWhereTheUserKeepsTheImport()
     {
         const Frame frame;
-        answerWith(kivMessageBoxForm::AnswerCancel);
+        MessageAnswers questions(kivMessageBoxForm::AnswerCancel);
         frame.window->imports()->importUnattended({m_files.path()});
         QVERIFY(!frame.window->close());
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
         QVERIFY(frame.window->isVisible() && frame.window->isEnabled());
         QTRY_VERIFY(!frame.window->imports()->isRunning());
         QCOMPARE(images(frame), fileCount);
@@ -55,18 +36,14 @@ private slots:
     void stopsTheImportAndLosesNothing()
     {
         Frame frame;
-        answerWith(kivMessageBoxForm::AnswerOk);
+        MessageAnswers questions(kivMessageBoxForm::AnswerOk);
         QSignalSpy closed(frame.window.get(), &WorkstationWindow::closed);
         frame.window->imports()->importUnattended({m_files.path()});
         frame.window->close();
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
         QTRY_COMPARE(closed.count(), 1);
         QVERIFY(!frame.window->isVisible());
         frame.window.reset();
-
-        QCOMPARE(
-            frame.index.query(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
-        QVERIFY(!frame.index.query(QStringLiteral("PRAGMA foreign_key_check")).isValid());
         const int kept = images(frame);
         const ImportReport report = frame.index.import({m_files.path()});
         QCOMPARE(report.of(FileVerdict::New), qint64(fileCount - kept));
@@ -76,27 +53,27 @@ private slots:
     void asksBeforeWorkOnTheIndexIsStopped()
     {
         const Frame frame(1);
-        answerWith(kivMessageBoxForm::AnswerCancel);
+        MessageAnswers questions(kivMessageBoxForm::AnswerCancel);
         const auto *form = DataBaseSetForm::instance();
         form->findChild<QPushButton *>(QStringLiteral("check"))->click();
         QVERIFY(!frame.window->close());
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
         QTRY_VERIFY(!DataBaseSetForm::isAnyWorkRunning());
         QVERIFY(frame.window->close());
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
     }
 
     /// What is being stored in a service comes to its end before the program does.
     void waitsForACorrection()
     {
         const Frame frame(1);
-        answerWith(kivMessageBoxForm::AnswerCancel);
+        MessageAnswers questions(kivMessageBoxForm::AnswerCancel);
         bool isStopped = false;
         auto correction = std::make_unique<RunningCorrection>([&] { isStopped = true; });
         QVERIFY(!frame.window->close());
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
         QVERIFY(!isStopped);
-        answerWith(kivMessageBoxForm::AnswerOk);
+        questions.answer = kivMessageBoxForm::AnswerOk;
         QSignalSpy closed(frame.window.get(), &WorkstationWindow::closed);
         QVERIFY(!frame.window->close());
         QVERIFY(isStopped);
@@ -104,19 +81,10 @@ private slots:
         QTRY_COMPARE(closed.count(), 1);
     }
 
-    void endsItsThreadsWhereTheWindowIsDestroyedDuringAnImport()
-    {
-        Frame frame;
-        frame.window->imports()->importUnattended({m_files.path()});
-        frame.window.reset();
-        QCOMPARE(
-            frame.index.query(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
-    }
-
     void asksBeforeUnsavedEditsAreLost()
     {
         const Frame frame(1);
-        answerWith(kivMessageBoxForm::AnswerCancel);
+        MessageAnswers questions(kivMessageBoxForm::AnswerCancel);
         NTableView *view = frame.patientView();
         Frame::click(view, 0, QStringLiteral("PatientID"));
         QTest::keyClick(view, Qt::Key_F2);
@@ -126,29 +94,21 @@ private slots:
         QTest::keyClick(editor, Qt::Key_Return);
         QTRY_VERIFY(frame.patients()->hasUnsavedEdits());
         QVERIFY(!frame.window->close());
-        QCOMPARE(m_questions.size(), 1);
+        QCOMPARE(questions.count(), 1);
         QVERIFY(frame.patients()->hasUnsavedEdits());
-        answerWith(kivMessageBoxForm::AnswerOk);
+        questions.answer = kivMessageBoxForm::AnswerOk;
         QVERIFY(frame.window->close());
     }
 
 private:
     static constexpr int fileCount = 800;
 
-    void answerWith(int answer)
-    {
-        kivMessageBoxForm::setAnswerer([this, answer](const kivMessageBoxForm::Request &request) {
-            m_questions.append(request.text);
-            return answer;
-        });
-    }
     static int images(const Frame &frame)
     {
         return frame.index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt();
     }
 
     QTemporaryDir m_files;
-    QStringList m_questions;
 };
 
 PM_TEST_MAIN(ClosingTest)

@@ -8,7 +8,7 @@
 #include "seriesmodel.h"
 #include "seriespicture.h"
 #include "testmain.h"
-#include "webarchive.h"
+#include "websession.h"
 
 #include <QBuffer>
 #include <QHeaderView>
@@ -22,17 +22,6 @@
 namespace {
 
 constexpr int mostMs = 30000;
-
-CloudSession sessionAt(const DicomServer &archive)
-{
-    CloudSession session;
-    session.service.address = QUrl(WebArchive::address(archive));
-    session.service.authorization =
-        WebService::basic(QLatin1String(WebArchive::user), QLatin1String(WebArchive::password));
-    session.user = QLatin1String(WebArchive::user);
-    session.id = CloudSession::opaqueId();
-    return session;
-}
 
 template <typename Window>
 Window *shownWindow()
@@ -84,7 +73,7 @@ private slots:
         window.show();
         auto *studies = window.findChild<QTableView *>(QStringLiteral("studies"));
         auto *series = window.findChild<QListView *>(QStringLiteral("series"));
-        window.setSession(sessionAt(*m_archive));
+        window.setSession(webSessionAt(WebArchive::address(*m_archive)));
         QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 3, mostMs);
         window.findChild<QLineEdit *>(QStringLiteral("name"))->setText(QStringLiteral("Jörg 2"));
         window.findChild<QPushButton *>(QStringLiteral("search"))->click();
@@ -115,7 +104,7 @@ private slots:
         auto *studies = window.findChild<QTableView *>(QStringLiteral("studies"));
         auto *series = window.findChild<QListView *>(QStringLiteral("series"));
         const auto *stop = window.findChild<QPushButton *>(QStringLiteral("stop"));
-        window.setSession(sessionAt(*m_archive));
+        window.setSession(webSessionAt(WebArchive::address(*m_archive)));
         QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 3, mostMs);
         studies->selectRow(0);
         QTRY_COMPARE_WITH_TIMEOUT(series->model()->rowCount(), 2, mostMs);
@@ -135,7 +124,7 @@ private slots:
         window.begin();
         QTRY_VERIFY_WITH_TIMEOUT(shownWindow<LoginForm>(), mostMs);
         shownWindow<LoginForm>()->close();
-        CloudSession wrong = sessionAt(*m_archive);
+        CloudSession wrong = webSessionAt(WebArchive::address(*m_archive));
         wrong.service.authorization =
             WebService::basic(QLatin1String(WebArchive::user), QStringLiteral("no"));
         window.setSession(wrong);

@@ -1,7 +1,7 @@
 #include "deletionleftovers.h"
 #include "dicomfilebuilder.h"
 #include "frame.h"
-#include "kivmessageboxform.h"
+#include "messageanswers.h"
 #include "namedcontrols.h"
 #include "ntableview.h"
 #include "patientmanagermainwindow.h"
@@ -19,6 +19,8 @@
 #include <QTableWidget>
 #include <QtTest>
 
+#include <optional>
+
 /// What the host adds to a deletion.
 class DeletionTest : public QObject
 {
@@ -27,14 +29,10 @@ class DeletionTest : public QObject
 private slots:
     void init()
     {
+        m_answers.emplace();
         m_asked = 0;
-        m_answer = kivMessageBoxForm::AnswerOk;
-        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &) {
-            ++m_asked;
-            return m_answer;
-        });
     }
-    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
+    void cleanup() { m_answers.reset(); }
 
     void theTextBesideAnActionNamesWhatItTouches()
     {
@@ -130,7 +128,7 @@ private slots:
         frame.patientView()->setFocus();
         QTest::keyClick(frame.patientView(), Qt::Key_Delete);
         QTRY_COMPARE(frame.patientView()->model()->rowCount(), 2);
-        QCOMPARE(m_asked, 1);
+        QCOMPARE(m_answers->count(), 1);
         QCOMPARE(frame.index.query(QStringLiteral("SELECT group_concat(PatientID) FROM patient")).toString(),
             QStringLiteral("S1,S3"));
         QCOMPARE(frame.studyView()->model()->rowCount(), 0);
@@ -143,13 +141,13 @@ private slots:
         const int column = Frame::columnOf(frame.patientView(), QStringLiteral("PatientComments"));
         QAbstractItemModel *rows = frame.patientView()->model();
         QVERIFY(rows->setData(rows->index(0, column), QStringLiteral("edited")));
-        m_answer = kivMessageBoxForm::AnswerCancel;
+        m_answers->answer = kivMessageBoxForm::AnswerCancel;
         frame.action("actionDelete")->trigger();
-        QCOMPARE(m_asked, 1);
+        QCOMPARE(m_answers->count(), 1);
         QVERIFY(frame.patients()->hasUnsavedEdits());
-        m_answer = kivMessageBoxForm::AnswerOk;
+        m_answers->answer = kivMessageBoxForm::AnswerOk;
         frame.action("actionDelete")->trigger();
-        QCOMPARE(m_asked, 3);
+        QCOMPARE(m_answers->count(), 3);
         QVERIFY(!frame.patients()->hasUnsavedEdits());
         QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 1);
     }
@@ -224,7 +222,7 @@ private slots:
 
 private:
     int m_asked = 0;
-    int m_answer = kivMessageBoxForm::AnswerOk;
+    std::optional<MessageAnswers> m_answers;
 };
 
 PM_TEST_MAIN(DeletionTest)

@@ -1,6 +1,6 @@
 #include "editcontroller.h"
 #include "frame.h"
-#include "kivmessageboxform.h"
+#include "messageanswers.h"
 #include "ntableview.h"
 #include "patientmanagermainwindow.h"
 #include "recordform.h"
@@ -12,17 +12,15 @@
 #include <QSqlTableModel>
 #include <QtTest>
 
+#include <optional>
+
 class EditingTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_questions = 0;
-        answerWith(kivMessageBoxForm::AnswerCancel);
-    }
-    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
+    void init() { m_questions.emplace(kivMessageBoxForm::AnswerCancel); }
+    void cleanup() { m_questions.reset(); }
 
     void f2EditsTheCurrentCellAndSubmitStoresIt()
     {
@@ -34,7 +32,7 @@ private slots:
         type(frame, frame.patientView(), QStringLiteral("PatientID"), QStringLiteral("NEW-ID"));
         QVERIFY(frame.action("actionSubmit")->isEnabled() && frame.action("actionRevertall")->isEnabled());
         QCOMPARE(storedId(frame), QStringLiteral("S1"));
-        answerWith(kivMessageBoxForm::AnswerOk);
+        m_questions->answer = kivMessageBoxForm::AnswerOk;
         frame.action("actionSubmit")->trigger();
         QCOMPARE(storedId(frame), QStringLiteral("NEW-ID"));
         QCOMPARE(frame.patients()->selectedKeys(), chosen);
@@ -131,12 +129,12 @@ private slots:
     {
         const Frame frame(2);
         frame.action("actionRefresh")->trigger();
-        QCOMPARE(m_questions, 0);
+        QCOMPARE(m_questions->count(), 0);
         type(frame, frame.patientView(), QStringLiteral("PatientID"), QStringLiteral("NEW-ID"));
         frame.action("actionRefresh")->trigger();
-        QCOMPARE(m_questions, 1);
+        QCOMPARE(m_questions->count(), 1);
         QVERIFY(frame.patients()->hasUnsavedEdits());
-        answerWith(kivMessageBoxForm::AnswerOk);
+        m_questions->answer = kivMessageBoxForm::AnswerOk;
         frame.action("actionRefresh")->trigger();
         QVERIFY(!frame.patients()->hasUnsavedEdits());
         QCOMPARE(storedId(frame), QStringLiteral("S1"));
@@ -148,10 +146,10 @@ private slots:
         Frame::click(frame.patientView(), 0, QStringLiteral("PatientID"));
         type(frame, frame.studyView(), QStringLiteral("StudyID"), QStringLiteral("typed"));
         Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
-        QCOMPARE(m_questions, 1);
+        QCOMPARE(m_questions->count(), 1);
         QVERIFY(frame.studies()->hasUnsavedEdits());
         QCOMPARE(frame.patientView()->currentIndex().row(), 0);
-        answerWith(kivMessageBoxForm::AnswerOk);
+        m_questions->answer = kivMessageBoxForm::AnswerOk;
         Frame::click(frame.patientView(), 1, QStringLiteral("PatientID"));
         QVERIFY(!frame.studies()->hasUnsavedEdits());
         QCOMPARE(frame.patientView()->currentIndex().row(), 1);
@@ -164,14 +162,6 @@ private:
         const auto *model = qobject_cast<const QSqlTableModel *>(view->model());
         return model->index(row, model->fieldIndex(column)).data(Qt::EditRole).toLongLong();
     }
-    void answerWith(int answer)
-    {
-        kivMessageBoxForm::setAnswerer([this, answer](const kivMessageBoxForm::Request &) {
-            ++m_questions;
-            return answer;
-        });
-    }
-
     static void type(const Frame &frame, NTableView *view, const QString &column, const QString &text)
     {
         view->setFocus();
@@ -190,7 +180,7 @@ private:
         return frame.index.query(QStringLiteral("SELECT PatientID FROM patient WHERE pk = 1")).toString();
     }
 
-    int m_questions = 0;
+    std::optional<MessageAnswers> m_questions;
 };
 
 PM_TEST_MAIN(EditingTest)

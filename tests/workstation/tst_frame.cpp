@@ -47,17 +47,6 @@ private slots:
         QVERIFY(!frame.window->library()->getTableInfoForm()->isVisible());
     }
 
-    void listsTodaysPatientsAndAll()
-    {
-        const Frame frame(1);
-        frame.index.addPatient(
-            QStringLiteral("Old"), QStringLiteral("O1"), QStringLiteral("2020-02-02 10:00:00"));
-        frame.action("actionAllPatients")->trigger();
-        QCOMPARE(frame.patientView()->model()->rowCount(), 2);
-        frame.action("actionTodaysPatients")->trigger();
-        QCOMPARE(frame.patientView()->model()->rowCount(), 1);
-    }
-
     void offersOnlyActionsThatDoSomething()
     {
         const Frame frame;

@@ -77,13 +77,7 @@ private slots:
     {
         const Frame frame(1);
         const QTemporaryDir folder;
-        for (int i = 0; i < 40; ++i) {
-            const QString uid = QStringLiteral("1.9.%1").arg(i);
-            DicomFileBuilder()
-                .patient(QStringLiteral("I%1").arg(i), QStringLiteral("Import^%1").arg(i))
-                .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
-                .write(folder.filePath(QStringLiteral("%1.dcm").arg(i)));
-        }
+        writePatients(folder.path(), 40);
         QSignalSpy ended(frame.window->imports(), &ImportCentre::ended);
         frame.window->imports()->importUnattended({folder.path()});
         QVERIFY(frame.window->imports()->isRunning());

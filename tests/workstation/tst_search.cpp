@@ -2,7 +2,7 @@
 #include "editcontroller.h"
 #include "frame.h"
 #include "importcentre.h"
-#include "kivmessageboxform.h"
+#include "messageanswers.h"
 #include "ntableview.h"
 #include "patientform.h"
 #include "patientmanagermainwindow.h"
@@ -64,8 +64,6 @@ class SearchTest : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup() { kivMessageBoxForm::setAnswerer({}); }
-
     void findsOverAllPatientsWhileTyping()
     {
         const Searching search(3);
@@ -198,22 +196,17 @@ private slots:
             model->index(0, Frame::columnOf(search.frame.patientView(), QStringLiteral("PatientComments")));
         model->setData(cell, QStringLiteral("typed"));
         QVERIFY(search.frame.patients()->hasUnsavedEdits());
-        int questions = 0;
-        int answer = kivMessageBoxForm::AnswerCancel;
-        kivMessageBoxForm::setAnswerer([&](const kivMessageBoxForm::Request &) {
-            ++questions;
-            return answer;
-        });
+        MessageAnswers questions(kivMessageBoxForm::AnswerCancel);
         QTest::keyClicks(search.text, QStringLiteral("M"));
         QCOMPARE(search.text->text(), QString());
         QCOMPARE(cell.data().toString(), QStringLiteral("typed"));
         QCOMPARE(search.bar->pick(), DatePick::ArrivedToday);
 
-        answer = kivMessageBoxForm::AnswerOk;
+        questions.answer = kivMessageBoxForm::AnswerOk;
         QTest::keyClicks(search.text, QStringLiteral("Mu"));
         QTRY_COMPARE(search.rows(), 1);
         QVERIFY(!search.frame.patients()->hasUnsavedEdits());
-        QCOMPARE(questions, 2);
+        QCOMPARE(questions.count(), 2);
     }
 };
 

@@ -17,13 +17,7 @@ private slots:
     void theDialogsJobsAloneAdvanceIt()
     {
         const QTemporaryDir folder;
-        QStringList paths;
-        for (int number = 1; number <= 8; ++number) {
-            paths.append(folder.filePath(QStringLiteral("%1.dcm").arg(number)));
-            DicomFileBuilder()
-                .uids(QStringLiteral("1.2"), QStringLiteral("1.2.3"), QStringLiteral("1.2.3.%1").arg(number))
-                .write(paths.last());
-        }
+        const QStringList paths = writeSeries(folder.path(), 8);
         // The last object is refused.
         const FaultyPeer peer([](int /*number*/, const QByteArray &uid, int /*earlier*/) -> PeerAction {
             return {PeerAction::Kind::Answer, quint16(uid.endsWith(".8") ? 0xc000 : 0)};

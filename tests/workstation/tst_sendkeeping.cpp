@@ -10,19 +10,6 @@
 
 namespace {
 
-QStringList writeFiles(const QString &folder, int count)
-{
-    QStringList paths;
-    for (int number = 1; number <= count; ++number) {
-        paths.append(QStringLiteral("%1/%2.dcm").arg(folder).arg(number));
-        DicomFileBuilder()
-            .uids(
-                QStringLiteral("1.2.3"), QStringLiteral("1.2.3.4"), QStringLiteral("1.2.3.4.%1").arg(number))
-            .write(paths.last());
-    }
-    return paths;
-}
-
 SendOptions oneAssociation()
 {
     SendOptions options;
@@ -70,7 +57,7 @@ private slots:
     void aFolderIsNeededUntilItsFilesAreThere()
     {
         QVERIFY(makePlace());
-        const QStringList paths = writeFiles(m_folder->path(), 1);
+        const QStringList paths = writeSeries(m_folder->path(), 1);
         QVERIFY(!SendLog(m_store).mayNeed(m_folder->path())); // nothing was ever sent
         SendService service(m_store, oneAssociation());
         const qint64 job = service.enqueue(paths, node(1), SendSource::Forwarding);
@@ -83,7 +70,7 @@ private slots:
     void whatIsAskedForLastIsKept()
     {
         QVERIFY(makePlace());
-        const QStringList paths = writeFiles(m_folder->path(), 1);
+        const QStringList paths = writeSeries(m_folder->path(), 1);
         qint64 job = 0;
         {
             SendService service(m_store);
@@ -101,7 +88,7 @@ private slots:
         qint64 job = 0;
         {
             SendService service(m_store);
-            job = service.enqueue(writeFiles(m_folder->path(), 1), node(1), SendSource::Dialog);
+            job = service.enqueue(writeSeries(m_folder->path(), 1), node(1), SendSource::Dialog);
         }
         {
             SendStore store(m_store);
@@ -129,7 +116,7 @@ private slots:
         const FaultyPeer peer;
         SendService service(m_store, oneAssociation());
         const qint64 job =
-            service.enqueue(writeFiles(m_folder->path(), 3), node(peer.port()), SendSource::Dialog);
+            service.enqueue(writeSeries(m_folder->path(), 3), node(peer.port()), SendSource::Dialog);
         QTRY_COMPARE(service.job(job).unlisted, 3);
         QVERIFY(!service.storeProblem().isEmpty());
         QVERIFY(makePlace());
@@ -150,7 +137,7 @@ private slots:
         }
         SendService service(m_store, oneAssociation());
         const qint64 job =
-            service.enqueue(writeFiles(m_folder->path(), 10), node(peer.port()), SendSource::Dialog);
+            service.enqueue(writeSeries(m_folder->path(), 10), node(peer.port()), SendSource::Dialog);
         QTRY_VERIFY(service.storeProblem().contains(QStringLiteral("no room")));
         QCOMPARE(peer.received().size(), 1);
         {

@@ -4,8 +4,8 @@
 #include "dicomfilebuilder.h"
 #include "editcontroller.h"
 #include "importcentre.h"
-#include "kivmessageboxform.h"
 #include "mainsetting.h"
+#include "messageanswers.h"
 #include "ntableview.h"
 #include "recordform.h"
 #include "runningcorrection.h"
@@ -25,6 +25,8 @@
 #include <QSqlTableModel>
 #include <QTcpServer>
 #include <QtTest>
+
+#include <optional>
 
 namespace {
 
@@ -51,11 +53,7 @@ private slots:
         allowWarningsOfNamedSlots();
         AppearanceSettings::setLanguage(QStringLiteral("en"));
         ConfigLocation::setBase(m_config.filePath(QStringLiteral("bin")));
-        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
-            m_said.append(request.text);
-            return kivMessageBoxForm::AnswerCancel;
-        });
-        m_said.clear();
+        m_said.emplace(kivMessageBoxForm::AnswerCancel);
         m_index = std::make_unique<TemporaryIndex>();
         for (int i = 1; i <= 3; ++i) {
             const qlonglong patient = m_index->addPatient(QStringLiteral("P%1").arg(i), QString::number(i));
@@ -70,7 +68,7 @@ private slots:
     {
         m_session.reset();
         m_index.reset();
-        kivMessageBoxForm::setAnswerer({});
+        m_said.reset();
         ConfigLocation::setBase({});
     }
 
@@ -122,7 +120,7 @@ private slots:
         QCOMPARE(databasePath(), other);
         QVERIFY(m_session->window()->hasIndex());
         QCOMPARE(count("patient"), 0);
-        QVERIFY(m_said.isEmpty());
+        QVERIFY(m_said->texts.isEmpty());
         QCOMPARE(MainSetting::databasePath().value().toString(), other);
         emit SettingsNotifier::instance()->indexRequested(m_index->path());
         QTRY_COMPARE(m_rebuilt->count(), 2);
@@ -170,8 +168,8 @@ private slots:
         choosePatient(2);
         emit SettingsNotifier::instance()->indexRequested(other);
         QTRY_COMPARE(m_rebuilt->count(), 1);
-        QTRY_COMPARE(m_said.size(), 1);
-        QVERIFY(m_said.first().contains(other));
+        QTRY_COMPARE(m_said->texts.size(), 1);
+        QVERIFY(m_said->texts.first().contains(other));
         QCOMPARE(databasePath(), m_index->path());
         QCOMPARE(count("patient"), 3);
         QCOMPARE(forms()[0]->selectedKeys(), QList<qlonglong>{3});
@@ -181,13 +179,7 @@ private slots:
     {
         constexpr int files = 300;
         const QTemporaryDir folder;
-        for (int i = 0; i < files; ++i) {
-            const QString uid = QStringLiteral("1.9.%1").arg(i);
-            DicomFileBuilder()
-                .patient(QStringLiteral("I%1").arg(i), QStringLiteral("Import"))
-                .uids(uid, uid + QStringLiteral(".1"), uid + QStringLiteral(".1.1"))
-                .write(folder.filePath(QString::number(i)));
-        }
+        writePatients(folder.path(), files);
         m_session->window()->imports()->importUnattended({folder.path()});
         speak(QStringLiteral("zh_CN"));
         QVERIFY(m_session->window()->statusPanel()->activityText().contains(QStringLiteral("language")));
@@ -203,7 +195,7 @@ private slots:
         QVERIFY(forms()[0]->hasUnsavedEdits());
         const WorkstationWindow *window = m_session->window();
         speak(QStringLiteral("zh_CN"));
-        QTRY_COMPARE(m_said.size(), 1);
+        QTRY_COMPARE(m_said->texts.size(), 1);
         QCOMPARE(m_session->window(), window);
         QVERIFY(forms()[0]->hasUnsavedEdits());
         QCOMPARE(m_rebuilt->count(), 0);
@@ -232,7 +224,7 @@ private:
     }
 
     QTemporaryDir m_config;
-    QStringList m_said;
+    std::optional<MessageAnswers> m_said;
     std::unique_ptr<TemporaryIndex> m_index;
     std::unique_ptr<WorkstationSession> m_session;
     std::unique_ptr<QSignalSpy> m_rebuilt;

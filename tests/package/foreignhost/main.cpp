@@ -4,10 +4,6 @@
 #include <patientmanagermainwindow.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QPluginLoader>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -15,17 +11,6 @@
 namespace {
 
 int missing = 0;
-
-void pluginMetadata()
-{
-    const QDir libraries(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib"));
-    const QPluginLoader loader(libraries.filePath(QStringLiteral("libPatientManager.so")));
-    const QJsonObject found = loader.metaData();
-    const QJsonArray keys = found[QStringLiteral("MetaData")].toObject()[QStringLiteral("Keys")].toArray();
-    Checks::expect(found[QStringLiteral("className")].toString() == QLatin1String("PatientManagerPlugin"),
-        QStringLiteral("class name of the plugin"));
-    Checks::expect(keys == QJsonArray{QStringLiteral("patientform")}, QStringLiteral("keys of the plugin"));
-}
 
 } // namespace
 
@@ -49,7 +34,6 @@ int main(int argc, char **argv)
     const QApplication application(argc, argv);
     setDatabasePath(home.filePath(QStringLiteral("index.db")));
     Checks::expect(createConnection(), QStringLiteral("an index at ") + databasePath());
-    pluginMetadata();
     Checks::signatures();
     {
         PatientManagerMainWindow window(nullptr);

@@ -40,9 +40,4 @@ void Checks::selection(PatientManagerMainWindow &window)
     QMetaObject::invokeMethod(&window, "onShowTable", Q_ARG(QString, studies));
     expect(window.getStudyForm()->isVisible() && !window.getPatientForm()->isVisible(),
         QStringLiteral("one table alone"));
-    for (const char *name : {"thumbViewReflash()", "notifyInstanceSent()", "uploadFlag()", "runnable()",
-             "basicInquiyShow()", "updateFieldHeader()", "deletereflash(QString)"}) {
-        const QSignalSpy heard(&window, (QByteArray::number(QSIGNAL_CODE) + name).constData());
-        expect(heard.isValid(), QLatin1String(name));
-    }
 }

@@ -10,6 +10,7 @@
 #include "testmain.h"
 #include "uploadfilesmodel.h"
 #include "uploadprogressform.h"
+#include "websession.h"
 #include "windowfixture.h"
 
 #include <QLabel>
@@ -64,130 +65,121 @@ class UploadWaitTest : public WindowTest
     Q_OBJECT
 
 private slots:
-    void theUploadThatAskedForTheLoginGoesOn();
-    void aServiceThatIsAwayIsTriedAgain();
-    void endedRowsAreCleared();
+    void theUploadThatAskedForTheLoginGoesOn()
+    {
+        const OddService service(httpAnswer("200 OK", "application/dicom+json", "[]"));
+        QSignalSpy sent(window, &PatientManagerMainWindow::notifyWriteDB);
+        QSignalSpy told(window, &PatientManagerMainWindow::told);
+        window->setLoginInfo({}, {}, {}, 0);
+        upload(1);
+        QWidget *login = visibleWindow("LoginForm");
+        QVERIFY(login);
+        login->close();
+        QCOMPARE(told.count(), 1);
+
+        upload(0);
+        window->getPatientForm()->view()->clearSelection(); // what was selected then counts
+        part<QLineEdit>(login, "address")->setText(service.address());
+        part<QLineEdit>(login, "user")->setText(QStringLiteral("ann"));
+        QTest::keyClicks(part<QLineEdit>(login, "password"), QStringLiteral("x"));
+        QVERIFY(questions.isEmpty());
+        part<QPushButton>(login, "submit")->click();
+        QTRY_COMPARE(sent.count(), 1);
+        QCOMPARE(questions.size(), 1);
+        QCOMPARE(sent[0][3].toString(), QStringLiteral("A^Given"));
+        QVERIFY(!login->isVisible());
+        login->show(); // for another reason
+        login->close();
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(sent.count(), 1);
+    }
+
+    void aServiceThatIsAwayIsTriedAgain()
+    {
+        StoreService service([](int, const QStringList &uids) { return StoreService::answer(uids); });
+        const QString address = service.address();
+        service.leave();
+        HttpUploadFile::instance()->setSession(webSessionAt(address));
+        upload(0);
+        auto *notice = part<RetryNotice>(uploads(), "retryNotice");
+        QTRY_VERIFY(notice->isVisible());
+        QTRY_VERIFY(tally(0).nextTryMs > QDateTime::currentMSecsSinceEpoch());
+        QTRY_VERIFY(part<QLabel>(notice, "retryText")->text().contains(QLatin1String("0:0")));
+        QCOMPARE(unnamedControl(*uploads()), QString());
+        keepPicture(*uploads(), QStringLiteral("uploads-away"));
+
+        // Signed out: the window comes forward, and whoever types in another one goes on.
+        window->activateWindow();
+        QTRY_VERIFY(window->isActiveWindow());
+        Raises raises;
+        uploads()->installEventFilter(&raises);
+        HttpUploadFile::instance()->endSession();
+        QTRY_COMPARE(raises.count, 1);
+        QVERIFY(part<QWidget>(uploads(), "signInPanel")->isVisible());
+        QVERIFY(window->isActiveWindow());
+
+        HttpUploadFile::instance()->setSession(webSessionAt(address));
+        QTRY_VERIFY(notice->isVisible());
+        service.comeBack();
+        part<QPushButton>(notice, "tryNow")->click();
+        QTRY_COMPARE(tally(0).succeeded, 2);
+        QTRY_VERIFY(!notice->isVisible());
+    }
+
+    void endedRowsAreCleared()
+    {
+        upload(0);
+        upload(1);
+        QTRY_COMPARE(rows()->model()->rowCount(), 2);
+        auto *clear = part<QPushButton>(uploads(), "clearFinished");
+        QVERIFY(!clear->isEnabled());
+        QTest::keyClick(rows(), Qt::Key_Delete); // not one that goes on
+        QCOMPARE(rows()->model()->rowCount(), 2);
+        auto *cancel = part<QPushButton>(uploads(), "cancelUpload");
+        rows()->selectRow(0);
+        cancel->setFocus();
+        cancel->click();
+        QTRY_COMPARE(tally(0).state, UploadTally::State::Cancelled);
+        QTRY_VERIFY(clear->isEnabled());
+        // The next Space presses nothing else.
+        QTRY_COMPARE(uploads()->focusWidget(), rows());
+        keepPicture(*uploads(), QStringLiteral("uploads-ended"));
+        rows()->selectRow(0);
+        QTest::keyClick(rows(), Qt::Key_Delete);
+        QCOMPARE(rows()->model()->rowCount(), 1);
+        window->deleteUploadTask();
+        QTRY_VERIFY(clear->isEnabled());
+        clear->click();
+        QCOMPARE(rows()->model()->rowCount(), 0);
+    }
 
 private:
-    void prepare() override;
-    void upload(int patient) const;
-    static void signIn(const QString &address);
+    void prepare() override
+    {
+        fixture->index.import(
+            {fixture->makeSeries(QStringLiteral("A"), 2), fixture->makeSeries(QStringLiteral("B"), 1)},
+            ImportMode::Reference);
+        window = &fixture->open();
+        window->setLoginInfo("ann", "", "session", 1);
+        questions.clear();
+        kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
+            questions.append(request.text);
+            return int(kivMessageBoxForm::AnswerOk);
+        });
+    }
+
+    void upload(int patient) const
+    {
+        PatientForm *form = window->getPatientForm();
+        form->onShowPatient();
+        form->view()->clearSelection();
+        form->selectKeys({form->tableModel()->index(patient, 0).data().toLongLong()});
+        QVERIFY(QMetaObject::invokeMethod(window, "on_actionUploadCloudData_triggered"));
+    }
 
     PatientManagerMainWindow *window = nullptr;
     QStringList questions;
 };
-
-void UploadWaitTest::prepare()
-{
-    fixture->index.import(
-        {fixture->makeSeries(QStringLiteral("A"), 2), fixture->makeSeries(QStringLiteral("B"), 1)},
-        ImportMode::Reference);
-    window = &fixture->open();
-    window->setLoginInfo("ann", "", "session", 1);
-    questions.clear();
-    kivMessageBoxForm::setAnswerer([this](const kivMessageBoxForm::Request &request) {
-        questions.append(request.text);
-        return int(kivMessageBoxForm::AnswerOk);
-    });
-}
-
-void UploadWaitTest::upload(int patient) const
-{
-    PatientForm *form = window->getPatientForm();
-    form->onShowPatient();
-    form->view()->clearSelection();
-    form->selectKeys({form->tableModel()->index(patient, 0).data().toLongLong()});
-    QVERIFY(QMetaObject::invokeMethod(window, "on_actionUploadCloudData_triggered"));
-}
-
-void UploadWaitTest::signIn(const QString &address)
-{
-    CloudSession session;
-    session.service.address = QUrl(address);
-    session.id = CloudSession::opaqueId();
-    HttpUploadFile::instance()->setSession(session);
-}
-
-void UploadWaitTest::theUploadThatAskedForTheLoginGoesOn()
-{
-    const OddService service(httpAnswer("200 OK", "application/dicom+json", "[]"));
-    QSignalSpy sent(window, &PatientManagerMainWindow::notifyWriteDB);
-    QSignalSpy told(window, &PatientManagerMainWindow::told);
-    window->setLoginInfo({}, {}, {}, 0);
-    upload(1);
-    QWidget *login = visibleWindow("LoginForm");
-    QVERIFY(login);
-    login->close();
-    QCOMPARE(told.count(), 1);
-
-    upload(0);
-    window->getPatientForm()->view()->clearSelection(); // what was selected then counts
-    part<QLineEdit>(login, "address")->setText(service.address());
-    part<QLineEdit>(login, "user")->setText(QStringLiteral("ann"));
-    QTest::keyClicks(part<QLineEdit>(login, "password"), QStringLiteral("x"));
-    QVERIFY(questions.isEmpty());
-    part<QPushButton>(login, "submit")->click();
-    QTRY_COMPARE(sent.count(), 1);
-    QCOMPARE(questions.size(), 1);
-    QCOMPARE(sent[0][3].toString(), QStringLiteral("A^Given"));
-    QVERIFY(!login->isVisible());
-    login->show(); // for another reason
-    login->close();
-    QCOMPARE(told.count(), 1);
-    QCOMPARE(sent.count(), 1);
-}
-
-void UploadWaitTest::aServiceThatIsAwayIsTriedAgain()
-{
-    StoreService service([](int, const QStringList &uids) { return StoreService::answer(uids); });
-    const QString address = service.address();
-    service.leave();
-    Raises raises;
-    uploads()->installEventFilter(&raises);
-    upload(0);
-    auto *panel = part<QWidget>(uploads(), "signInPanel");
-    QTRY_VERIFY(panel->isVisible()); // nobody is signed in
-    QTRY_VERIFY(raises.count > 0 || uploads()->isActiveWindow());
-    signIn(address);
-    auto *notice = part<RetryNotice>(uploads(), "retryNotice");
-    QTRY_VERIFY(notice->isVisible());
-    QVERIFY(!panel->isVisible());
-    QTRY_VERIFY(tally(0).nextTryMs > QDateTime::currentMSecsSinceEpoch());
-    QTRY_VERIFY(part<QLabel>(notice, "retryText")->text().contains(QLatin1String("0:0")));
-    QCOMPARE(unnamedControl(*uploads()), QString());
-    keepPicture(*uploads(), QStringLiteral("uploads-away"));
-    service.comeBack();
-    part<QPushButton>(notice, "tryNow")->click();
-    QTRY_COMPARE(tally(0).succeeded, 2);
-    QTRY_VERIFY(!notice->isVisible());
-}
-
-void UploadWaitTest::endedRowsAreCleared()
-{
-    upload(0);
-    upload(1);
-    QTRY_COMPARE(rows()->model()->rowCount(), 2);
-    auto *clear = part<QPushButton>(uploads(), "clearFinished");
-    QVERIFY(!clear->isEnabled());
-    QTest::keyClick(rows(), Qt::Key_Delete); // not one that goes on
-    QCOMPARE(rows()->model()->rowCount(), 2);
-    auto *cancel = part<QPushButton>(uploads(), "cancelUpload");
-    rows()->selectRow(0);
-    cancel->setFocus();
-    cancel->click();
-    QTRY_COMPARE(tally(0).state, UploadTally::State::Cancelled);
-    QTRY_VERIFY(clear->isEnabled());
-    // The next Space presses nothing else.
-    QTRY_COMPARE(uploads()->focusWidget(), rows());
-    keepPicture(*uploads(), QStringLiteral("uploads-ended"));
-    rows()->selectRow(0);
-    QTest::keyClick(rows(), Qt::Key_Delete);
-    QCOMPARE(rows()->model()->rowCount(), 1);
-    window->deleteUploadTask();
-    QTRY_VERIFY(clear->isEnabled());
-    clear->click();
-    QCOMPARE(rows()->model()->rowCount(), 0);
-}
 
 PM_TEST_MAIN(UploadWaitTest)
 #include "uploadwaittest.moc"

@@ -29,110 +29,80 @@ class RecordTablesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
+    void initTestCase() { allowWarningsOfNamedSlots(); }
 
-    void shipsACaptionForEveryColumn_data();
-    void shipsACaptionForEveryColumn();
-    void shipsTheDefaults();
-    void takesCaptionsFromTheFirstFileWithGroups();
-    void laysALanguageOverTheSitesOwn();
+    void cleanup() { ConfigLocation::setBase(QString()); }
+
+    void shipsACaptionForEveryColumn_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("table");
+        for (const char *file : {"rename.ini", "rename.zh_CN.ini"}) {
+            for (const char *table : {"patient", "generalstudy", "generalseries", "imageformat"}) {
+                QTest::addRow("%s %s", file, table)
+                    << QString::fromLatin1(file) << QString::fromLatin1(table);
+            }
+        }
+    }
+
+    void shipsACaptionForEveryColumn()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, table);
+        QSettings captions(QStringLiteral(PM_SOURCE_DIR "/config/") + file, QSettings::IniFormat);
+        captions.beginGroup(table);
+        QStringList named = captions.allKeys();
+        QStringList columns;
+        const QSqlRecord record = m_index.database().record(table);
+        for (int i = 0; i < record.count(); ++i) {
+            columns.append(record.fieldName(i));
+            const QString text = captions.value(columns.last()).toString(); // empty where a comma parts it
+            QVERIFY2(!text.isEmpty() && !text.contains(QLatin1Char(';')), qPrintable(columns.last()));
+        }
+        named.sort();
+        columns.sort();
+        QCOMPARE(named, columns);
+    }
+
+    void takesCaptionsFromTheFirstFileWithGroups()
+    {
+        const QTemporaryDir folder;
+        const QString base = folder.filePath(QStringLiteral("bin"));
+        ConfigLocation::setBase(base);
+        QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("PatientName"));
+
+        writeFile(base + QStringLiteral("/config/rename.ini"), "no group here\n");
+        writeFile(folder.filePath(QStringLiteral("config/rename.ini")),
+            "[patient]\nPatientName=患者姓名\nNoSuchColumn=x\n[generalstudy]\nStudyDate=Day\n");
+        QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("患者姓名"));
+        QCOMPARE(caption(PatientForm(), "PatientID"), QStringLiteral("PatientID"));
+        QCOMPARE(caption(StudyForm(), "StudyDate"), QStringLiteral("Day"));
+
+        writeFile(base + QStringLiteral("/config/rename.ini"), "[patient]\nPatientID=Number\n");
+        QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("PatientName"));
+        QCOMPARE(caption(PatientForm(), "PatientID"), QStringLiteral("Number"));
+    }
+
+    void laysALanguageOverTheSitesOwn()
+    {
+        const QTemporaryDir folder;
+        ConfigLocation::setBase(folder.filePath(QStringLiteral("bin")));
+        writeFile(folder.filePath(QStringLiteral("config/rename.ini")),
+            "[patient]\nPatientName=Patient name\nPatientID=Number\nPatientComments=Remarks\n");
+        writeFile(folder.filePath(QStringLiteral("config/rename.zh_CN.ini")),
+            "[patient]\nPatientName=患者姓名\nPatientID=患者编号\nPatientSex=性别\n");
+        ColumnCaptions::setLanguage(QStringLiteral("zh_CN"));
+        const QHash<QString, QString> captions = ColumnCaptions::of(QStringLiteral("patient"));
+        ColumnCaptions::setLanguage(QString());
+        QCOMPARE(captions.value(QStringLiteral("PatientName")), QStringLiteral("患者姓名"));
+        QCOMPARE(captions.value(QStringLiteral("PatientSex")), QStringLiteral("性别"));
+        QCOMPARE(captions.value(QStringLiteral("PatientID")), QStringLiteral("Number"));
+        QCOMPARE(captions.value(QStringLiteral("PatientComments")), QStringLiteral("Remarks"));
+    }
 
 private:
     TemporaryIndex m_index;
 };
-
-void RecordTablesTest::initTestCase()
-{
-    allowWarningsOfNamedSlots();
-}
-
-void RecordTablesTest::cleanup()
-{
-    ConfigLocation::setBase(QString());
-}
-
-void RecordTablesTest::shipsACaptionForEveryColumn_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("table");
-    for (const char *file : {"rename.ini", "rename.zh_CN.ini"}) {
-        for (const char *table : {"patient", "generalstudy", "generalseries", "imageformat"}) {
-            QTest::addRow("%s %s", file, table) << QString::fromLatin1(file) << QString::fromLatin1(table);
-        }
-    }
-}
-
-void RecordTablesTest::shipsACaptionForEveryColumn()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, table);
-    QSettings captions(QStringLiteral(PM_SOURCE_DIR "/config/") + file, QSettings::IniFormat);
-    captions.beginGroup(table);
-    QStringList named = captions.allKeys();
-    QStringList columns;
-    const QSqlRecord record = m_index.database().record(table);
-    for (int i = 0; i < record.count(); ++i) {
-        columns.append(record.fieldName(i));
-        const QString text = captions.value(columns.last()).toString(); // empty where a comma parts it
-        QVERIFY2(!text.isEmpty() && !text.contains(QLatin1Char(';')), qPrintable(columns.last()));
-    }
-    named.sort();
-    columns.sort();
-    QCOMPARE(named, columns);
-}
-
-void RecordTablesTest::shipsTheDefaults()
-{
-    const QString folder = QStringLiteral(PM_SOURCE_DIR "/config/");
-    const QSettings main(folder + QLatin1String(ConfigKey::mainIni), QSettings::IniFormat);
-    for (const char *key : {ConfigKey::importMode, ConfigKey::deleteMode, ConfigKey::duplicatePolicy}) {
-        QVERIFY2(main.contains(QLatin1String(key)), key);
-        QCOMPARE(main.value(QLatin1String(key)).toInt(), 0);
-    }
-    QVERIFY(main.value(QLatin1String(ConfigKey::databasePath)).toString().isEmpty());
-    QCOMPARE(
-        QSettings(folder + QLatin1String(ConfigKey::dicomSendServiceIni), QSettings::IniFormat).allKeys(),
-        QStringList());
-    QVERIFY(QSettings(folder + QLatin1String(ConfigKey::langIni), QSettings::IniFormat)
-                .contains(QStringLiteral("lang/patientName")));
-}
-
-void RecordTablesTest::takesCaptionsFromTheFirstFileWithGroups()
-{
-    const QTemporaryDir folder;
-    const QString base = folder.filePath(QStringLiteral("bin"));
-    ConfigLocation::setBase(base);
-    QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("PatientName"));
-
-    writeFile(base + QStringLiteral("/config/rename.ini"), "no group here\n");
-    writeFile(folder.filePath(QStringLiteral("config/rename.ini")),
-        "[patient]\nPatientName=患者姓名\nNoSuchColumn=x\n[generalstudy]\nStudyDate=Day\n");
-    QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("患者姓名"));
-    QCOMPARE(caption(PatientForm(), "PatientID"), QStringLiteral("PatientID"));
-    QCOMPARE(caption(StudyForm(), "StudyDate"), QStringLiteral("Day"));
-
-    writeFile(base + QStringLiteral("/config/rename.ini"), "[patient]\nPatientID=Number\n");
-    QCOMPARE(caption(PatientForm(), "PatientName"), QStringLiteral("PatientName"));
-    QCOMPARE(caption(PatientForm(), "PatientID"), QStringLiteral("Number"));
-}
-
-void RecordTablesTest::laysALanguageOverTheSitesOwn()
-{
-    const QTemporaryDir folder;
-    ConfigLocation::setBase(folder.filePath(QStringLiteral("bin")));
-    writeFile(folder.filePath(QStringLiteral("config/rename.ini")),
-        "[patient]\nPatientName=Patient name\nPatientID=Number\nPatientComments=Remarks\n");
-    writeFile(folder.filePath(QStringLiteral("config/rename.zh_CN.ini")),
-        "[patient]\nPatientName=患者姓名\nPatientID=患者编号\nPatientSex=性别\n");
-    ColumnCaptions::setLanguage(QStringLiteral("zh_CN"));
-    const QHash<QString, QString> captions = ColumnCaptions::of(QStringLiteral("patient"));
-    ColumnCaptions::setLanguage(QString());
-    QCOMPARE(captions.value(QStringLiteral("PatientName")), QStringLiteral("患者姓名"));
-    QCOMPARE(captions.value(QStringLiteral("PatientSex")), QStringLiteral("性别"));
-    QCOMPARE(captions.value(QStringLiteral("PatientID")), QStringLiteral("Number"));
-    QCOMPARE(captions.value(QStringLiteral("PatientComments")), QStringLiteral("Remarks"));
-}
 
 PM_TEST_MAIN(RecordTablesTest)
 #include "tst_recordtables.moc"

@@ -4,13 +4,14 @@
 #include "downloadclouddataform.h"
 #include "downloadengine.h"
 #include "httpuploadfile.h"
+#include "keptpicture.h"
 #include "loginform.h"
 #include "namedcontrols.h"
 #include "retrynotice.h"
 #include "temporaryindex.h"
 #include "testfiles.h"
 #include "testmain.h"
-#include "webarchive.h"
+#include "websession.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -38,15 +39,6 @@ void type(const QWidget &form, const char *name, const QString &text)
     auto *field = part<QLineEdit>(form, name);
     field->clear();
     QTest::keyClicks(field, text);
-}
-
-void picture(QWidget &window, const char *name)
-{
-    const QByteArray folder = qgetenv("PM_PICTURES");
-    if (!folder.isEmpty()) {
-        window.grab().save(
-            QString::fromLocal8Bit(folder) + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png"));
-    }
 }
 
 } // namespace
@@ -98,13 +90,13 @@ private slots:
         // Nothing can keep a password here, and the window says so.
         QTRY_VERIFY(!part<QCheckBox>(form, "remember")->isEnabled());
         QVERIFY(!part<QLabel>(form, "rememberHint")->text().isEmpty());
-        picture(form, "login");
+        keepPicture(form, QStringLiteral("login"));
         const QSize size = form.size();
         QTest::keyClick(&form, Qt::Key_Return);
         QTRY_VERIFY_WITH_TIMEOUT(!part<QLabel>(form, "said")->text().isEmpty(), mostMs);
         QCOMPARE(form.size(), size);
         QVERIFY(told.isEmpty() && !HttpUploadFile::instance()->session().isOpen());
-        picture(form, "login-refused");
+        keepPicture(form, QStringLiteral("login-refused"));
 
         type(form, "password", QLatin1String(WebArchive::password));
         submit->click();
@@ -130,7 +122,7 @@ private slots:
         type(form, "password", QStringLiteral("x"));
         QVERIFY(part<QCheckBox>(form, "plain")->isVisible() && part<QLabel>(form, "plainHint")->isVisible());
         const int height = form.height();
-        picture(form, "login-plain");
+        keepPicture(form, QStringLiteral("login-plain"));
         QTest::keyClick(&form, Qt::Key_Return);
         QTRY_VERIFY(!part<QLabel>(form, "said")->text().isEmpty());
         type(form, "address", QStringLiteral("https://192.0.2.7/web"));
@@ -150,7 +142,7 @@ private slots:
         QCOMPARE(cancelled.size(), 1);
         form.show();
         part<QRadioButton>(form, "localUser")->click();
-        picture(form, "login-local");
+        keepPicture(form, QStringLiteral("login-local"));
         part<QPushButton>(form, "submit")->click();
         QCOMPARE(told.size(), 1);
         QCOMPARE(told[0][2].toByteArray(), QByteArray());
@@ -164,15 +156,9 @@ private slots:
         const TemporaryIndex index;
         DownloadCloudDataForm *form = DownloadCloudDataForm::instance();
         form->show();
-        picture(*form, "download-signed-out");
+        keepPicture(*form, QStringLiteral("download-signed-out"));
         QVERIFY(!part<QPushButton>(*form, "search")->isEnabled());
-        CloudSession session;
-        CloudAccount account;
-        account.address = WebArchive::address(*m_archive);
-        account.user = QLatin1String(WebArchive::user);
-        session.service = account.service(QLatin1String(WebArchive::password));
-        session.user = account.user;
-        session.id = CloudSession::opaqueId();
+        const CloudSession session = webSessionAt(WebArchive::address(*m_archive));
         HttpUploadFile::instance()->setSession(session);
         for (int time = 0; time < 3; ++time) { // as often as a window connects
             form->onJessionInfo(session.id);
@@ -189,7 +175,7 @@ private slots:
         QTest::keyClick(studies, Qt::Key_Space); // a study whose series nobody has asked for
         studies->setCurrentIndex(studies->model()->index(0, 0, studies->model()->index(0, 0)));
         QTest::keyClick(studies, Qt::Key_Space);
-        picture(*form, "download-found");
+        keepPicture(*form, QStringLiteral("download-found"));
         QTest::keyClick(studies, Qt::Key_Return);
         const QString images = QStringLiteral("SELECT count(*) FROM imageformat");
         QTRY_COMPARE_WITH_TIMEOUT(index.query(images).toInt(), 8, mostMs);
@@ -198,7 +184,7 @@ private slots:
         QVERIFY(!imported.isEmpty());
         QTRY_COMPARE(part<QTreeView>(*form, "downloads")->model()->rowCount(), 2);
         QTRY_VERIFY(!DownloadCloudDataForm::isDownloading());
-        picture(*form, "download-done");
+        keepPicture(*form, QStringLiteral("download-done"));
         HttpUploadFile::instance()->endSession();
         QCOMPARE(studies->model()->rowCount(), 0);
         delete form;
@@ -216,13 +202,13 @@ private slots:
         session.id = CloudSession::opaqueId();
         HttpUploadFile::instance()->setSession(session);
         form->reflesh();
-        picture(*form, "download-empty");
+        keepPicture(*form, QStringLiteral("download-empty"));
         DownloadEngine::current()->add({QStringLiteral("1.7"), QStringLiteral("Meyer, Anna"),
             {{QStringLiteral("1.7.1"), 4}, {QStringLiteral("1.7.2"), 2}}});
         auto *notice = part<RetryNotice>(*form, "retryNotice");
         QTRY_VERIFY(notice->isVisible());
         QTRY_VERIFY(part<QLabel>(*notice, "retryText")->text().contains(QLatin1String("0:0")));
-        picture(*form, "download-away");
+        keepPicture(*form, QStringLiteral("download-away"));
         auto *downloads = part<QTreeView>(*form, "downloads");
         auto *stop = part<QPushButton>(*form, "stop");
         downloads->selectAll();

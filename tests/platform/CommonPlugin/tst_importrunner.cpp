@@ -44,110 +44,103 @@ class ImportRunnerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void runsOneAfterAnother();
-    void cancelEndsAllWithReports();
-    void destructionWhileRunningIsPrompt();
-    void startsAgainFromItsOwnFinish();
-    void unknownModeIsIgnored();
-    void progressIsShownUnlessUnwanted();
+    void runsOneAfterAnother()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.addImage(2);
+        ImportRunner runner;
+        const Listener listener(&runner);
+        runner.start({scene.imagePath(1)}, 0);
+        runner.start({scene.folder()}, 0);
+        QVERIFY(runner.isRunning());
+        QTRY_COMPARE(listener.reports.size(), 2);
+        QVERIFY(!runner.isRunning());
+        QCOMPARE(listener.starts, 2);
+        QCOMPARE(listener.reports.at(0).of(FileVerdict::New), 1);
+        QCOMPARE(listener.reports.at(1).of(FileVerdict::New), 1);
+        QCOMPARE(listener.reports.at(1).of(FileVerdict::AlreadyThere), 1);
+        QCOMPARE(scene.imageCount(), 2);
+    }
+
+    void cancelEndsAllWithReports()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.lock();
+        ImportRunner runner;
+        const Listener listener(&runner);
+        runner.start({scene.folder()}, 0);
+        runner.start({scene.folder()}, 1);
+        QTRY_COMPARE(runner.progress().found, 1);
+        runner.cancel();
+        QTRY_COMPARE(listener.reports.size(), 2);
+        QVERIFY(listener.reports.at(0).end == ImportEnd::Cancelled);
+        QVERIFY(listener.reports.at(1).end == ImportEnd::Cancelled);
+        scene.unlock();
+        QCOMPARE(scene.imageCount(), 0);
+    }
+
+    void destructionWhileRunningIsPrompt()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.lock();
+        auto runner = std::make_unique<ImportRunner>();
+        runner->start({scene.folder()}, 0);
+        runner->start({scene.folder()}, 0);
+        QTRY_COMPARE(runner->progress().found, 1);
+        QElapsedTimer time;
+        time.start();
+        runner.reset();
+        QVERIFY(time.elapsed() < 2000);
+        QCOMPARE(visibleProgressWindows(), 0);
+        scene.unlock();
+        QCOMPARE(scene.imageCount(), 0);
+    }
+
+    void startsAgainFromItsOwnFinish()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.addImage(2);
+        ImportRunner runner;
+        const Listener listener(&runner);
+        const auto once = std::make_shared<QMetaObject::Connection>();
+        *once = connect(&runner, &ImportRunner::finished, this, [&, once] {
+            disconnect(*once);
+            runner.start({scene.imagePath(2)}, 0);
+        });
+        runner.start({scene.imagePath(1)}, 0);
+        QTRY_COMPARE(listener.reports.size(), 2);
+        QCOMPARE(listener.starts, 2);
+        QCOMPARE(scene.imageCount(), 2);
+    }
+
+    void unknownModeIsIgnored()
+    {
+        const ImportScene scene;
+        ImportRunner runner;
+        runner.start({scene.folder()}, 2);
+        QVERIFY(!runner.isRunning());
+        QCOMPARE(visibleProgressWindows(), 0);
+    }
+
+    void progressIsShownUnlessUnwanted()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        ImportRunner runner;
+        const Listener listener(&runner);
+        runner.setProgressShown(false);
+        runner.start({scene.folder()}, 0);
+        QCOMPARE(visibleProgressWindows(), 0);
+        runner.setProgressShown(true);
+        runner.start({scene.folder()}, 0);
+        QCOMPARE(visibleProgressWindows(), 1);
+        QTRY_COMPARE(listener.reports.size(), 2);
+    }
 };
-
-void ImportRunnerTest::runsOneAfterAnother()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.addImage(2);
-    ImportRunner runner;
-    const Listener listener(&runner);
-    runner.start({scene.imagePath(1)}, 0);
-    runner.start({scene.folder()}, 0);
-    QVERIFY(runner.isRunning());
-    QTRY_COMPARE(listener.reports.size(), 2);
-    QVERIFY(!runner.isRunning());
-    QCOMPARE(listener.starts, 2);
-    QCOMPARE(listener.reports.at(0).of(FileVerdict::New), 1);
-    QCOMPARE(listener.reports.at(1).of(FileVerdict::New), 1);
-    QCOMPARE(listener.reports.at(1).of(FileVerdict::AlreadyThere), 1);
-    QCOMPARE(scene.imageCount(), 2);
-}
-
-void ImportRunnerTest::cancelEndsAllWithReports()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.lock();
-    ImportRunner runner;
-    const Listener listener(&runner);
-    runner.start({scene.folder()}, 0);
-    runner.start({scene.folder()}, 1);
-    QTRY_COMPARE(runner.progress().found, 1);
-    runner.cancel();
-    QTRY_COMPARE(listener.reports.size(), 2);
-    QVERIFY(listener.reports.at(0).end == ImportEnd::Cancelled);
-    QVERIFY(listener.reports.at(1).end == ImportEnd::Cancelled);
-    scene.unlock();
-    QCOMPARE(scene.imageCount(), 0);
-}
-
-void ImportRunnerTest::destructionWhileRunningIsPrompt()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.lock();
-    auto runner = std::make_unique<ImportRunner>();
-    runner->start({scene.folder()}, 0);
-    runner->start({scene.folder()}, 0);
-    QTRY_COMPARE(runner->progress().found, 1);
-    QElapsedTimer time;
-    time.start();
-    runner.reset();
-    QVERIFY(time.elapsed() < 2000);
-    QCOMPARE(visibleProgressWindows(), 0);
-    scene.unlock();
-    QCOMPARE(scene.imageCount(), 0);
-}
-
-void ImportRunnerTest::startsAgainFromItsOwnFinish()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.addImage(2);
-    ImportRunner runner;
-    const Listener listener(&runner);
-    const auto once = std::make_shared<QMetaObject::Connection>();
-    *once = connect(&runner, &ImportRunner::finished, this, [&, once] {
-        disconnect(*once);
-        runner.start({scene.imagePath(2)}, 0);
-    });
-    runner.start({scene.imagePath(1)}, 0);
-    QTRY_COMPARE(listener.reports.size(), 2);
-    QCOMPARE(listener.starts, 2);
-    QCOMPARE(scene.imageCount(), 2);
-}
-
-void ImportRunnerTest::unknownModeIsIgnored()
-{
-    const ImportScene scene;
-    ImportRunner runner;
-    runner.start({scene.folder()}, 2);
-    QVERIFY(!runner.isRunning());
-    QCOMPARE(visibleProgressWindows(), 0);
-}
-
-void ImportRunnerTest::progressIsShownUnlessUnwanted()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    ImportRunner runner;
-    const Listener listener(&runner);
-    runner.setProgressShown(false);
-    runner.start({scene.folder()}, 0);
-    QCOMPARE(visibleProgressWindows(), 0);
-    runner.setProgressShown(true);
-    runner.start({scene.folder()}, 0);
-    QCOMPARE(visibleProgressWindows(), 1);
-    QTRY_COMPARE(listener.reports.size(), 2);
-}
 
 PM_TEST_MAIN(ImportRunnerTest)
 #include "tst_importrunner.moc"

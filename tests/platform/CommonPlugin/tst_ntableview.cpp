@@ -3,7 +3,7 @@
 #include "datasavetypeform.h"
 #include "importprogresswidget.h"
 #include "importscene.h"
-#include "kivmessageboxform.h"
+#include "messageanswers.h"
 #include "ntableview.h"
 #include "testmain.h"
 
@@ -101,272 +101,229 @@ class NTableViewTest : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup();
-    void dropImportsInTheConfiguredMode_data();
-    void dropImportsInTheConfiguredMode();
-    void dropAsks_data();
-    void dropAsks();
-    void questionOfADropIsNotTheWindows();
-    void unknownModeDoesNothing();
-    void dropOfAnythingElseIsIgnored();
-    void dropOfNothingReadable();
-    void refusedIndexStaysAsItIs();
-    void deletedWhileItImports();
-    void copiesWhatIsSeen();
-    void copiesNothingWithoutASelection();
-    void keepsDraggedWidths();
-    void widthsAreKeptByTableAndColumn();
-    void doubleClickForgetsAWidth();
-    void contentsNeverTakeTheScreen();
-};
-
-void NTableViewTest::cleanup()
-{
-    QFile::remove(QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("PatientManager"),
-        QStringLiteral("columnwidths"))
-                      .fileName());
-}
-
-void NTableViewTest::dropImportsInTheConfiguredMode_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("marker");
-    QTest::newRow("nothing configured") << -1 << QString();
-    QTest::newRow("by reference") << 0 << QString();
-    QTest::newRow("by copy") << 1 << QStringLiteral("copy");
-}
-
-void NTableViewTest::dropImportsInTheConfiguredMode()
-{
-    QFETCH(int, mode);
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.addImage(2);
-    if (mode >= 0) {
-        scene.configure(ConfigKey::importMode, mode);
+    void cleanup()
+    {
+        QFile::remove(QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("PatientManager"),
+            QStringLiteral("columnwidths"))
+                          .fileName());
     }
-    NTableView view;
-    QSignalSpy finished(&view, &NTableView::fileFinished);
-    QVERIFY(drop(&view, QUrl::fromLocalFile(scene.folder())));
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toBool(), true);
-    QCOMPARE(scene.imageCount(), 2);
-    QTEST(markerIn(scene), "marker");
-}
 
-void NTableViewTest::dropAsks_data()
-{
-    QTest::addColumn<QString>("choice");
-    QTest::addColumn<int>("images");
-    QTest::addColumn<QString>("marker");
-    QTest::newRow("reference") << QStringLiteral("reference") << 1 << QString();
-    QTest::newRow("copy") << QStringLiteral("copy") << 1 << QStringLiteral("copy");
-    QTest::newRow("cancel") << QStringLiteral("cancel") << 0 << QString();
-}
+    void dropImportsInTheConfiguredMode_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("marker");
+        QTest::newRow("nothing configured") << -1 << QString();
+        QTest::newRow("by reference") << 0 << QString();
+        QTest::newRow("by copy") << 1 << QStringLiteral("copy");
+    }
 
-void NTableViewTest::dropAsks()
-{
-    QFETCH(QString, choice);
-    QFETCH(int, images);
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.configure(ConfigKey::importMode, 2);
-    NTableView view;
-    QSignalSpy finished(&view, &NTableView::fileFinished);
-    drop(&view, QUrl::fromLocalFile(scene.imagePath(1)));
-    DataSaveTypeForm *question = DataSaveTypeForm::instance();
-    QVERIFY(question->isVisible());
-    question->findChild<QPushButton *>(choice)->click();
-    QVERIFY(!question->isVisible());
-    if (images > 0) {
+    void dropImportsInTheConfiguredMode()
+    {
+        QFETCH(int, mode);
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.addImage(2);
+        if (mode >= 0) {
+            scene.configure(ConfigKey::importMode, mode);
+        }
+        NTableView view;
+        QSignalSpy finished(&view, &NTableView::fileFinished);
+        QVERIFY(drop(&view, QUrl::fromLocalFile(scene.folder())));
         QVERIFY(finished.wait());
+        QCOMPARE(finished.first().first().toBool(), true);
+        QCOMPARE(scene.imageCount(), 2);
+        QTEST(markerIn(scene), "marker");
     }
-    QVERIFY(isAnyProgressShown() == (images > 0));
-    QCOMPARE(scene.imageCount(), images);
-    QTEST(markerIn(scene), "marker");
-}
 
-void NTableViewTest::questionOfADropIsNotTheWindows()
-{
-    const ImportScene scene;
-    scene.configure(ConfigKey::importMode, 2);
-    QSignalSpy window(DataSaveTypeForm::instance(), &DataSaveTypeForm::dataType);
-    auto view = std::make_unique<NTableView>();
-    drop(view.get(), QUrl::fromLocalFile(scene.folder()));
-    view.reset(); // the one who asked is gone
-    auto *reference = DataSaveTypeForm::instance()->findChild<QPushButton *>(QStringLiteral("reference"));
-    reference->click();
-    QCOMPARE(window.size(), 0);
-    DataSaveTypeForm::instance()->show(); // as the window asks
-    reference->click();
-    QCOMPARE(window.size(), 1);
-    QCOMPARE(window.first().first().toInt(), 0);
-}
-
-void NTableViewTest::unknownModeDoesNothing()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.configure(ConfigKey::importMode, 7);
-    NTableView view;
-    drop(&view, QUrl::fromLocalFile(scene.folder()));
-    QVERIFY(!isAnyProgressShown());
-    QVERIFY(!DataSaveTypeForm::instance()->isVisible());
-}
-
-void NTableViewTest::dropOfAnythingElseIsIgnored()
-{
-    const NTableView view;
-    QVERIFY(!drop(&view, QUrl(QStringLiteral("https://example.org/study"))));
-}
-
-void NTableViewTest::dropOfNothingReadable()
-{
-    const ImportScene scene;
-    NTableView view;
-    QSignalSpy finished(&view, &NTableView::fileFinished);
-    drop(&view, QUrl::fromLocalFile(scene.folder() + QStringLiteral("/gone")));
-    QVERIFY(finished.wait());
-    QCOMPARE(scene.imageCount(), 0);
-}
-
-void NTableViewTest::refusedIndexStaysAsItIs()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.index.query(QStringLiteral("PRAGMA user_version = 99"));
-    QSqlDatabase::database().close();
-    QVERIFY(!createConnection());
-    QString said;
-    kivMessageBoxForm::setAnswerer([&said](const kivMessageBoxForm::Request &request) {
-        said = request.text;
-        return kivMessageBoxForm::AnswerOk;
-    });
-    NTableView view;
-    QSignalSpy finished(&view, &NTableView::fileFinished);
-    QVERIFY(drop(&view, QUrl::fromLocalFile(scene.folder())));
-    QVERIFY(finished.wait());
-    kivMessageBoxForm::setAnswerer(nullptr);
-    QVERIFY(said.contains(scene.index.path()));
-    QVERIFY(!isAnyProgressShown());
-    QCOMPARE(scene.imageCount(), 0);
-}
-
-void NTableViewTest::deletedWhileItImports()
-{
-    const ImportScene scene;
-    scene.addImage(1);
-    scene.lock();
-    auto view = std::make_unique<NTableView>();
-    drop(view.get(), QUrl::fromLocalFile(scene.folder()));
-    QVERIFY(isAnyProgressShown());
-    view.reset();
-    QVERIFY(!isAnyProgressShown());
-    scene.unlock();
-    QCOMPARE(scene.imageCount(), 0);
-}
-
-void NTableViewTest::copiesWhatIsSeen()
-{
-    QStandardItemModel model(3, 4);
-    model.setHorizontalHeaderLabels(
-        {QStringLiteral("pk"), QStringLiteral("Name"), QStringLiteral("Comment"), QStringLiteral("Born")});
-    for (int row = 0; row < 3; ++row) {
-        model.setItem(row, 0, new QStandardItem(QString::number(row)));
-        model.setItem(row, 1, new QStandardItem(QStringLiteral("Doe^J%1").arg(row)));
-        model.setItem(row, 2, new QStandardItem(QStringLiteral("two\tcells\nor lines")));
-        model.setItem(row, 3, new QStandardItem(QString()));
-    }
-    NTableView view;
-    view.setModel(&model);
-    view.setSelectionBehavior(QAbstractItemView::SelectRows);
-    view.setItemDelegateForColumn(1, new NameDelegate(&view));
-    view.hideColumn(0);
-    view.horizontalHeader()->moveSection(3, 1);
-    view.setSelectionMode(QAbstractItemView::MultiSelection);
-    view.selectRow(2);
-    view.selectRow(0);
-    QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QApplication::clipboard()->text(),
-        QStringLiteral("Born\tName\tComment\n"
-                       "\tDoe J0\ttwo cells or lines\n"
-                       "\tDoe J2\ttwo cells or lines\n"));
-}
-
-void NTableViewTest::copiesNothingWithoutASelection()
-{
-    QApplication::clipboard()->setText(QStringLiteral("kept"));
-    NTableView view;
-    view.copySelection();
-    QStandardItemModel model(1, 1);
-    view.setModel(&model);
-    view.copySelection();
-    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("kept"));
-}
-
-void NTableViewTest::keepsDraggedWidths()
-{
-    const ImportScene scene;
-    scene.index.addPatient(QStringLiteral("Doe^John"), QStringLiteral("1"));
-    int narrow = 0;
+    void dropAsks_data()
     {
-        const Shown first(patient);
-        const int before = first.view.columnWidth(1);
-        drag(&first.view, 1, -before / 2);
-        narrow = first.view.columnWidth(1);
-        QVERIFY(narrow < before);
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<int>("images");
+        QTest::addColumn<QString>("marker");
+        QTest::newRow("reference") << QStringLiteral("reference") << 1 << QString();
+        QTest::newRow("copy") << QStringLiteral("copy") << 1 << QStringLiteral("copy");
+        QTest::newRow("cancel") << QStringLiteral("cancel") << 0 << QString();
     }
-    Shown second(patient);
-    QCOMPARE(second.view.columnWidth(1), narrow);
-    second.model.setFilter(QStringLiteral("pk = -1"));
-    second.view.resizeColumnsToContents();
-    QCOMPARE(second.view.columnWidth(1), narrow);
-    second.view.resizeColumnToContents(1);
-    QCOMPARE(second.view.columnWidth(1), narrow);
-}
 
-void NTableViewTest::widthsAreKeptByTableAndColumn()
-{
-    const ImportScene scene;
-    const Shown before(QStringLiteral("generalstudy"));
+    void dropAsks()
     {
+        QFETCH(QString, choice);
+        QFETCH(int, images);
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.configure(ConfigKey::importMode, 2);
+        NTableView view;
+        QSignalSpy finished(&view, &NTableView::fileFinished);
+        drop(&view, QUrl::fromLocalFile(scene.imagePath(1)));
+        DataSaveTypeForm *question = DataSaveTypeForm::instance();
+        QVERIFY(question->isVisible());
+        question->findChild<QPushButton *>(choice)->click();
+        QVERIFY(!question->isVisible());
+        if (images > 0) {
+            QVERIFY(finished.wait());
+        }
+        QVERIFY(isAnyProgressShown() == (images > 0));
+        QCOMPARE(scene.imageCount(), images);
+        QTEST(markerIn(scene), "marker");
+    }
+
+    void questionOfADropIsNotTheWindows()
+    {
+        const ImportScene scene;
+        scene.configure(ConfigKey::importMode, 2);
+        QSignalSpy window(DataSaveTypeForm::instance(), &DataSaveTypeForm::dataType);
+        auto view = std::make_unique<NTableView>();
+        drop(view.get(), QUrl::fromLocalFile(scene.folder()));
+        view.reset(); // the one who asked is gone
+        auto *reference = DataSaveTypeForm::instance()->findChild<QPushButton *>(QStringLiteral("reference"));
+        reference->click();
+        QCOMPARE(window.size(), 0);
+        DataSaveTypeForm::instance()->show(); // as the window asks
+        reference->click();
+        QCOMPARE(window.size(), 1);
+        QCOMPARE(window.first().first().toInt(), 0);
+    }
+
+    void dropOfAnythingElseIsIgnored()
+    {
+        const NTableView view;
+        QVERIFY(!drop(&view, QUrl(QStringLiteral("https://example.org/study"))));
+    }
+
+    void refusedIndexStaysAsItIs()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.index.query(QStringLiteral("PRAGMA user_version = 99"));
+        QSqlDatabase::database().close();
+        QVERIFY(!createConnection());
+        const MessageAnswers said;
+        NTableView view;
+        QSignalSpy finished(&view, &NTableView::fileFinished);
+        QVERIFY(drop(&view, QUrl::fromLocalFile(scene.folder())));
+        QVERIFY(finished.wait());
+        QVERIFY(said.texts.value(0).contains(scene.index.path()));
+        QVERIFY(!isAnyProgressShown());
+        QCOMPARE(scene.imageCount(), 0);
+    }
+
+    void deletedWhileItImports()
+    {
+        const ImportScene scene;
+        scene.addImage(1);
+        scene.lock();
+        auto view = std::make_unique<NTableView>();
+        drop(view.get(), QUrl::fromLocalFile(scene.folder()));
+        QVERIFY(isAnyProgressShown());
+        view.reset();
+        QVERIFY(!isAnyProgressShown());
+        scene.unlock();
+        QCOMPARE(scene.imageCount(), 0);
+    }
+
+    void copiesWhatIsSeen()
+    {
+        QStandardItemModel model(3, 4);
+        model.setHorizontalHeaderLabels({QStringLiteral("pk"), QStringLiteral("Name"),
+            QStringLiteral("Comment"), QStringLiteral("Born")});
+        for (int row = 0; row < 3; ++row) {
+            model.setItem(row, 0, new QStandardItem(QString::number(row)));
+            model.setItem(row, 1, new QStandardItem(QStringLiteral("Doe^J%1").arg(row)));
+            model.setItem(row, 2, new QStandardItem(QStringLiteral("two\tcells\nor lines")));
+            model.setItem(row, 3, new QStandardItem(QString()));
+        }
+        NTableView view;
+        view.setModel(&model);
+        view.setSelectionBehavior(QAbstractItemView::SelectRows);
+        view.setItemDelegateForColumn(1, new NameDelegate(&view));
+        view.hideColumn(0);
+        view.horizontalHeader()->moveSection(3, 1);
+        view.setSelectionMode(QAbstractItemView::MultiSelection);
+        view.selectRow(2);
+        view.selectRow(0);
+        QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(),
+            QStringLiteral("Born\tName\tComment\n"
+                           "\tDoe J0\ttwo cells or lines\n"
+                           "\tDoe J2\ttwo cells or lines\n"));
+    }
+
+    void copiesNothingWithoutASelection()
+    {
+        QApplication::clipboard()->setText(QStringLiteral("kept"));
+        NTableView view;
+        view.copySelection();
+        QStandardItemModel model(1, 1);
+        view.setModel(&model);
+        view.copySelection();
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("kept"));
+    }
+
+    void keepsDraggedWidths()
+    {
+        const ImportScene scene;
+        scene.index.addPatient(QStringLiteral("Doe^John"), QStringLiteral("1"));
+        int narrow = 0;
+        {
+            const Shown first(patient);
+            const int before = first.view.columnWidth(1);
+            drag(&first.view, 1, -before / 2);
+            narrow = first.view.columnWidth(1);
+            QVERIFY(narrow < before);
+        }
+        Shown second(patient);
+        QCOMPARE(second.view.columnWidth(1), narrow);
+        second.model.setFilter(QStringLiteral("pk = -1"));
+        second.view.resizeColumnsToContents();
+        QCOMPARE(second.view.columnWidth(1), narrow);
+        second.view.resizeColumnToContents(1);
+        QCOMPARE(second.view.columnWidth(1), narrow);
+    }
+
+    void widthsAreKeptByTableAndColumn()
+    {
+        const ImportScene scene;
+        const Shown before(QStringLiteral("generalstudy"));
+        {
+            const Shown patients(patient);
+            drag(&patients.view, 1, 150);
+        }
+        const Shown studies(QStringLiteral("generalstudy"));
         const Shown patients(patient);
-        drag(&patients.view, 1, 150);
+        for (int column = 0; column < studies.model.columnCount(); ++column) {
+            QCOMPARE(studies.view.columnWidth(column), before.view.columnWidth(column));
+        }
+        // Only the column that was dragged is held; the others follow their contents.
+        QCOMPARE(QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("PatientManager"),
+                     QStringLiteral("columnwidths"))
+                     .allKeys(),
+            QStringList{QStringLiteral("patient/PatientName")});
     }
-    const Shown studies(QStringLiteral("generalstudy"));
-    const Shown patients(patient);
-    for (int column = 0; column < studies.model.columnCount(); ++column) {
-        QCOMPARE(studies.view.columnWidth(column), before.view.columnWidth(column));
+
+    void doubleClickForgetsAWidth()
+    {
+        const ImportScene scene;
+        scene.index.addPatient(QStringLiteral("Doe^John"), QStringLiteral("1"));
+        const Shown shown(patient);
+        const int fitting = shown.view.columnWidth(1);
+        drag(&shown.view, 1, 100);
+        QVERIFY(shown.view.columnWidth(1) > fitting);
+        const QHeaderView *header = shown.view.horizontalHeader();
+        const QPoint edge(
+            header->sectionViewportPosition(1) + header->sectionSize(1) - 1, header->height() / 2);
+        QTest::mouseDClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
+        QCOMPARE(shown.view.columnWidth(1), fitting);
+        QCOMPARE(Shown(patient).view.columnWidth(1), fitting);
     }
-    // Only the column that was dragged is held; the others follow their contents.
-    QCOMPARE(QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("PatientManager"),
-                 QStringLiteral("columnwidths"))
-                 .allKeys(),
-        QStringList{QStringLiteral("patient/PatientName")});
-}
 
-void NTableViewTest::doubleClickForgetsAWidth()
-{
-    const ImportScene scene;
-    scene.index.addPatient(QStringLiteral("Doe^John"), QStringLiteral("1"));
-    const Shown shown(patient);
-    const int fitting = shown.view.columnWidth(1);
-    drag(&shown.view, 1, 100);
-    QVERIFY(shown.view.columnWidth(1) > fitting);
-    const QHeaderView *header = shown.view.horizontalHeader();
-    const QPoint edge(header->sectionViewportPosition(1) + header->sectionSize(1) - 1, header->height() / 2);
-    QTest::mouseDClick(header->viewport(), Qt::LeftButton, Qt::NoModifier, edge);
-    QCOMPARE(shown.view.columnWidth(1), fitting);
-    QCOMPARE(Shown(patient).view.columnWidth(1), fitting);
-}
-
-void NTableViewTest::contentsNeverTakeTheScreen()
-{
-    const ImportScene scene;
-    scene.index.addPatient(QStringLiteral("W").repeated(500), QStringLiteral("1"));
-    const Shown shown(patient);
-    QVERIFY(shown.view.columnWidth(1) < 600);
-}
+    void contentsNeverTakeTheScreen()
+    {
+        const ImportScene scene;
+        scene.index.addPatient(QStringLiteral("W").repeated(500), QStringLiteral("1"));
+        const Shown shown(patient);
+        QVERIFY(shown.view.columnWidth(1) < 600);
+    }
+};
 
 PM_TEST_MAIN(NTableViewTest)
 #include "tst_ntableview.moc"

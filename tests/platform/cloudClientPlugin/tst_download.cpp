@@ -8,7 +8,7 @@
 #include "temporaryindex.h"
 #include "testfiles.h"
 #include "testmain.h"
-#include "webarchive.h"
+#include "websession.h"
 
 #include <QtTest>
 
@@ -19,13 +19,7 @@ constexpr int imagesOfSeries = 30;
 
 CloudSession sessionAt(quint16 port, const char *password = WebArchive::password)
 {
-    CloudSession session;
-    session.service.address = QUrl(QStringLiteral("http://127.0.0.1:%1/dicom-web").arg(port));
-    session.service.authorization =
-        WebService::basic(QLatin1String(WebArchive::user), QLatin1String(password));
-    session.service.proxy = QNetworkProxy::NoProxy;
-    session.id = CloudSession::opaqueId();
-    return session;
+    return webSessionAt(QStringLiteral("http://127.0.0.1:%1/dicom-web").arg(port), password);
 }
 
 QString seriesUid(int study, int series)

@@ -14,8 +14,8 @@
 #include "uploadpace.h"
 #include "uploadtask.h"
 #include "uploadtrouble.h"
-#include "webarchive.h"
 #include "webclient.h"
+#include "websession.h"
 
 #include <QNetworkReply>
 #include <QSignalSpy>
@@ -74,14 +74,9 @@ class UploadTest : public QObject
     std::unique_ptr<TemporaryIndex> m_index;
     QStringList m_files;
 
-    static void signIn(const QString &address, const char *password = WebArchive::password)
+    static void signIn(const QString &address)
     {
-        CloudSession session;
-        session.service.address = QUrl(address);
-        session.service.authorization =
-            WebService::basic(QLatin1String(WebArchive::user), QLatin1String(password));
-        session.id = CloudSession::opaqueId();
-        HttpUploadFile::instance()->setSession(session);
+        HttpUploadFile::instance()->setSession(webSessionAt(address));
     }
 
     static UploadAccess access()

@@ -5,7 +5,7 @@
 #include "kivmessageboxform.h"
 #include "temporaryindex.h"
 #include "testmain.h"
-#include "webarchive.h"
+#include "websession.h"
 
 #include <QGenericPluginFactory>
 #include <QLabel>
@@ -62,13 +62,7 @@ class PatientEditorTest : public QObject
 
     void signIn() const
     {
-        CloudSession session;
-        session.service.address = QUrl(WebArchive::address(*m_archive));
-        session.service.authorization =
-            WebService::basic(QLatin1String(WebArchive::user), QLatin1String(WebArchive::password));
-        session.user = QLatin1String(WebArchive::user);
-        session.id = CloudSession::opaqueId();
-        HttpUploadFile::instance()->setSession(session);
+        HttpUploadFile::instance()->setSession(webSessionAt(WebArchive::address(*m_archive)));
     }
 
     void open()

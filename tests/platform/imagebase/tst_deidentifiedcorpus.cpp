@@ -84,116 +84,112 @@ class DeidentifiedCorpusTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void theWholeCorpusSaysNothingOfWhoseItIs();
-    void copiesAreAsValidAsTheirOriginals();
-    void picturesAreTheSame();
+    void initTestCase()
+    {
+        for (const char *tool : {"dciodvfy", "dcmdump"}) {
+            QVERIFY2(!QStandardPaths::findExecutable(QLatin1String(tool)).isEmpty(), tool);
+        }
+        if (!sharedData().isEmpty()) {
+            m_pairs = makeAll(QStringLiteral("profile"), {});
+        }
+    }
+
+    void theWholeCorpusSaysNothingOfWhoseItIs()
+    {
+        if (sharedData().isEmpty()) {
+            QSKIP("no shared data");
+        }
+        QVERIFY2(m_pairs.size() > 830, QByteArray::number(m_pairs.size()).constData());
+        const QByteArray faults = faultsOf(m_pairs, {});
+        QVERIFY2(faults.isEmpty(), faults.constData());
+
+        DeidentifyOptions options;
+        options.shiftDates = options.cleanDescriptors = options.keepCharacteristics = true;
+        const QByteArray others =
+            faultsOf(makeAll(QStringLiteral("options"), options), {QStringLiteral("options")});
+        QVERIFY2(others.isEmpty(), others.constData());
+    }
+
+    void copiesAreAsValidAsTheirOriginals()
+    {
+        if (m_pairs.isEmpty()) {
+            QSKIP("no shared data");
+        }
+        const auto worse = [](const Pair &pair) {
+            // The validator does not unpack, and our copies are unpacked; some originals it cannot make out.
+            const QSet<QByteArray> known = errorsOf(pair.original);
+            const bool isComparable = !known.contains("Error - Dicom dataset read failed")
+                && !known.contains("Error - Information Object Not found");
+            const QSet<QByteArray> added = isComparable ? errorsOf(pair.copy) - known : QSet<QByteArray>();
+            QByteArray told = isReadWhole(pair.copy) ? QByteArray() : QByteArray("does not read whole\n");
+            for (const QByteArray &error : added) {
+                told += error + '\n';
+            }
+            return told.isEmpty() ? told : QFile::encodeName(pair.original) + '\n' + told;
+        };
+        const QByteArray faults = QtConcurrent::blockingMappedReduced<QByteArray>(m_pairs,
+            std::function<QByteArray(const Pair &)>(worse),
+            [](QByteArray &all, const QByteArray &one) { all += one; });
+        QVERIFY2(faults.isEmpty(), faults.left(20000).constData());
+    }
+
+    void picturesAreTheSame()
+    {
+        if (m_pairs.isEmpty()) {
+            QSKIP("no shared data");
+        }
+        for (const Pair &pair : qAsConst(m_pairs)) {
+            QVERIFY2(haveSamePixels(pair.original, pair.copy), qPrintable(pair.original));
+        }
+    }
 
 private:
-    QVector<Pair> makeAll(const QString &name, const DeidentifyOptions &options);
-    QByteArray faultsOf(const QVector<Pair> &pairs, const QStringList &arguments);
+    /// Copies of all readable files of the corpus.
+    QVector<Pair> makeAll(const QString &name, const DeidentifyOptions &options)
+    {
+        QVector<Pair> pairs;
+        QDir(m_folder.path()).mkdir(name);
+        for (const DataTruth &truth : readDataTruth()) {
+            if (truth.verdict == QLatin1String("index")) {
+                const QString copy =
+                    m_folder.filePath(QStringLiteral("%1/%2.dcm").arg(name).arg(pairs.size()));
+                pairs.append({sharedData() + QLatin1Char('/') + truth.path, copy, {}});
+            }
+        }
+        QtConcurrent::blockingMap(pairs, [this, &options](Pair &pair) {
+            pair.result =
+                Deidentifier(options, Pseudonyms(key))
+                    .run(QFile::encodeName(pair.original), QFile::encodeName(pair.copy), m_cancelled);
+        });
+        const auto isRefused = [](const Pair &pair) {
+            return pair.result.problem != DeidentifyProblem::None;
+        };
+        pairs.erase(std::remove_if(pairs.begin(), pairs.end(), isRefused), pairs.end());
+        return pairs;
+    }
+
+    /// What another reader has to say against copies.
+    QByteArray faultsOf(const QVector<Pair> &pairs, const QStringList &arguments)
+    {
+        QByteArray list;
+        for (const Pair &pair : pairs) {
+            list += QFile::encodeName(pair.original) + '\t' + QFile::encodeName(pair.copy) + '\n';
+        }
+        const QString listPath = m_folder.filePath(QStringLiteral("list"));
+        writeFile(listPath, list);
+        constexpr int mostShown = 2000;
+        return runTool(QLatin1String(systemPython),
+            QStringList({QStringLiteral("-W"), QStringLiteral("ignore"),
+                QStringLiteral(PM_SOURCE_DIR "/tests/platform/imagebase/checkdeidentified.py"),
+                QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/deidentify/profile.tsv"), listPath})
+                + arguments)
+            .output.left(mostShown);
+    }
 
     QTemporaryDir m_folder;
     QVector<Pair> m_pairs;
     std::atomic<bool> m_cancelled{false};
 };
-
-/// Copies of all readable files of the corpus.
-QVector<Pair> DeidentifiedCorpusTest::makeAll(const QString &name, const DeidentifyOptions &options)
-{
-    QVector<Pair> pairs;
-    QDir(m_folder.path()).mkdir(name);
-    for (const DataTruth &truth : readDataTruth()) {
-        if (truth.verdict == QLatin1String("index")) {
-            const QString copy = m_folder.filePath(QStringLiteral("%1/%2.dcm").arg(name).arg(pairs.size()));
-            pairs.append({sharedData() + QLatin1Char('/') + truth.path, copy, {}});
-        }
-    }
-    QtConcurrent::blockingMap(pairs, [this, &options](Pair &pair) {
-        pair.result = Deidentifier(options, Pseudonyms(key))
-                          .run(QFile::encodeName(pair.original), QFile::encodeName(pair.copy), m_cancelled);
-    });
-    const auto isRefused = [](const Pair &pair) { return pair.result.problem != DeidentifyProblem::None; };
-    pairs.erase(std::remove_if(pairs.begin(), pairs.end(), isRefused), pairs.end());
-    return pairs;
-}
-
-/// What another reader has to say against copies.
-QByteArray DeidentifiedCorpusTest::faultsOf(const QVector<Pair> &pairs, const QStringList &arguments)
-{
-    QByteArray list;
-    for (const Pair &pair : pairs) {
-        list += QFile::encodeName(pair.original) + '\t' + QFile::encodeName(pair.copy) + '\n';
-    }
-    const QString listPath = m_folder.filePath(QStringLiteral("list"));
-    writeFile(listPath, list);
-    constexpr int mostShown = 2000;
-    return runTool(QLatin1String(systemPython),
-        QStringList({QStringLiteral("-W"), QStringLiteral("ignore"),
-            QStringLiteral(PM_SOURCE_DIR "/tests/platform/imagebase/checkdeidentified.py"),
-            QStringLiteral(PM_SOURCE_DIR "/platform/imagebase/deidentify/profile.tsv"), listPath})
-            + arguments)
-        .output.left(mostShown);
-}
-
-void DeidentifiedCorpusTest::initTestCase()
-{
-    for (const char *tool : {"dciodvfy", "dcmdump"}) {
-        QVERIFY2(!QStandardPaths::findExecutable(QLatin1String(tool)).isEmpty(), tool);
-    }
-    if (!sharedData().isEmpty()) {
-        m_pairs = makeAll(QStringLiteral("profile"), {});
-    }
-}
-
-void DeidentifiedCorpusTest::theWholeCorpusSaysNothingOfWhoseItIs()
-{
-    if (sharedData().isEmpty()) {
-        QSKIP("no shared data");
-    }
-    QVERIFY2(m_pairs.size() > 830, QByteArray::number(m_pairs.size()).constData());
-    const QByteArray faults = faultsOf(m_pairs, {});
-    QVERIFY2(faults.isEmpty(), faults.constData());
-
-    DeidentifyOptions options;
-    options.shiftDates = options.cleanDescriptors = options.keepCharacteristics = true;
-    const QByteArray others =
-        faultsOf(makeAll(QStringLiteral("options"), options), {QStringLiteral("options")});
-    QVERIFY2(others.isEmpty(), others.constData());
-}
-
-void DeidentifiedCorpusTest::copiesAreAsValidAsTheirOriginals()
-{
-    if (m_pairs.isEmpty()) {
-        QSKIP("no shared data");
-    }
-    const auto worse = [](const Pair &pair) {
-        // The validator does not unpack, and our copies are unpacked; some originals it cannot make out.
-        const QSet<QByteArray> known = errorsOf(pair.original);
-        const bool isComparable = !known.contains("Error - Dicom dataset read failed")
-            && !known.contains("Error - Information Object Not found");
-        const QSet<QByteArray> added = isComparable ? errorsOf(pair.copy) - known : QSet<QByteArray>();
-        QByteArray told = isReadWhole(pair.copy) ? QByteArray() : QByteArray("does not read whole\n");
-        for (const QByteArray &error : added) {
-            told += error + '\n';
-        }
-        return told.isEmpty() ? told : QFile::encodeName(pair.original) + '\n' + told;
-    };
-    const QByteArray faults = QtConcurrent::blockingMappedReduced<QByteArray>(m_pairs,
-        std::function<QByteArray(const Pair &)>(worse),
-        [](QByteArray &all, const QByteArray &one) { all += one; });
-    QVERIFY2(faults.isEmpty(), faults.left(20000).constData());
-}
-
-void DeidentifiedCorpusTest::picturesAreTheSame()
-{
-    if (m_pairs.isEmpty()) {
-        QSKIP("no shared data");
-    }
-    for (const Pair &pair : qAsConst(m_pairs)) {
-        QVERIFY2(haveSamePixels(pair.original, pair.copy), qPrintable(pair.original));
-    }
-}
 
 PM_TEST_MAIN(DeidentifiedCorpusTest)
 #include "tst_deidentifiedcorpus.moc"

@@ -90,180 +90,138 @@ class QueryScuTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void namesComeAsTheyAre_data();
-    void namesComeAsTheyAre();
-    void levelsNarrowDown_data() { archives(); }
-    void levelsNarrowDown();
-    void aLimitIsTold_data() { archives(); }
-    void aLimitIsTold();
-    void aSilentArchiveIsLeft();
-    void strangeAnswersEnd_data();
-    void strangeAnswersEnd();
-
-private:
-    static void archives();
-};
-
-void QueryScuTest::initTestCase()
-{
-    if (sharedData().isEmpty()) {
-        QSKIP("The shared corpus is not there.");
-    }
-}
-
-void QueryScuTest::archives()
-{
-    QTest::addColumn<Maker>("make");
-    QTest::newRow("dcmqrscp") << &makeDcmqrscp;
-    QTest::newRow("orthanc") << &makeOrthanc;
-}
-
-void QueryScuTest::namesComeAsTheyAre_data()
-{
-    QTest::addColumn<Maker>("make");
-    QTest::addColumn<QString>("files");
-    QTest::newRow("dcmqrscp") << &makeDcmqrscp << QStringLiteral("chr.*");
-    // It knows sets without code extensions.
-    QTest::newRow("orthanc") << &makeOrthanc << QStringLiteral("chr(Fren|Germ|Russ|X1)");
-}
-
-/// The character sets of the corpus, by what independent readers found.
-void QueryScuTest::namesComeAsTheyAre()
-{
-    QFETCH(const Maker, make);
-    QFETCH(const QString, files);
-    const auto archive = make();
-    const QRegularExpression wanted(QStringLiteral("^02-charsets/") + files);
-    QMap<QString, QString> names; // by patient
-    QStringList paths;
-    for (const DataTruth &truth : readDataTruth()) {
-        if (wanted.match(truth.path).hasMatch() && truth.verdict == QLatin1String("index")) {
-            names.insert(truth.values[Attribute::PatientID], truth.values[Attribute::PatientName]);
-            paths.append(sharedData() + QLatin1Char('/') + truth.path);
+    void initTestCase()
+    {
+        if (sharedData().isEmpty()) {
+            QSKIP("The shared corpus is not there.");
         }
     }
-    QVERIFY(names.size() > 3);
-    archive->fill(paths);
-    QueryScu scu(nodeOf(*archive));
-    const QueryResult all = scu.find(patientsCalled({}));
-    QVERIFY(all.isGood());
-    for (const QueryRecord &record : all.records) {
-        const QString id = record[QueryTag::patientId];
-        QCOMPARE(record[QueryTag::patientName], names.take(id));
-    }
-    QVERIFY2(names.isEmpty(), qPrintable(names.keys().join(' ')));
-}
 
-void QueryScuTest::levelsNarrowDown()
-{
-    QFETCH(const Maker, make);
-    const auto archive = make();
-    archive->fill({sharedData() + QStringLiteral("/01-series/ct-head")});
-    QueryScu scu(nodeOf(*archive));
-    const auto only = [&scu](RecordLevel level, const QueryRecord &keys) {
-        const QueryResult result = scu.find({level, keys, 1000});
-        return result.isGood() && result.records.size() == 1 ? result.records.first() : QueryRecord();
-    };
-    const QueryRecord patient = only(
-        RecordLevel::Patient, {{QueryTag::patientId, QStringLiteral("877*")}, {QueryTag::patientName, {}}});
-    QCOMPARE(patient[QueryTag::patientName], QStringLiteral("Austrialian"));
-    const QueryRecord study = only(
-        RecordLevel::Study, {{QueryTag::patientId, QStringLiteral("8775070")}, {QueryTag::studyUid, {}}});
-    QVERIFY(!study[QueryTag::studyUid].isEmpty());
-    const QueryRecord series = only(RecordLevel::Series,
-        {{QueryTag::studyUid, study[QueryTag::studyUid]}, {QueryTag::seriesUid, {}},
-            {QueryTag::modality, {}}});
-    QCOMPARE(series[QueryTag::modality], QStringLiteral("CT"));
-    const QueryResult images = scu.find({RecordLevel::Image,
-        {{QueryTag::studyUid, study[QueryTag::studyUid]}, {QueryTag::seriesUid, series[QueryTag::seriesUid]},
-            {QueryTag::instanceUid, {}}, {QueryTag::instanceNumber, {}}},
-        1000});
-    QSet<QString> uids;
-    for (const QueryRecord &image : images.records) {
-        uids.insert(image[QueryTag::instanceUid]);
-    }
-    QVERIFY(images.isGood() && !images.isCutOff);
-    QCOMPARE(uids.size(), 93);
-}
-
-/// The archive is stopped at the limit, and the same association answers the next question.
-void QueryScuTest::aLimitIsTold()
-{
-    QFETCH(const Maker, make);
-    const auto archive = make();
-    archive->fill({sharedData() + QStringLiteral("/02-charsets/chrFren.dcm"),
-        sharedData() + QStringLiteral("/02-charsets/chrGerm.dcm"),
-        sharedData() + QStringLiteral("/02-charsets/chrRuss.dcm")});
-    QueryScu scu(nodeOf(*archive));
-    QueryRequest request = patientsCalled({});
-    request.limit = 2;
-    const QueryResult some = scu.find(request);
-    QVERIFY(some.isGood() && some.isCutOff);
-    QCOMPARE(some.records.size(), 2);
-    request.limit = 3;
-    const QueryResult all = scu.find(request);
-    QVERIFY(all.isGood() && !all.isCutOff);
-    QCOMPARE(all.records.size(), 3);
-}
-
-void QueryScuTest::aSilentArchiveIsLeft()
-{
-    const auto archive = DicomServer::dcmqrscp();
-    QueryScu scu(nodeOf(*archive));
-    QVERIFY(scu.find(patientsCalled({})).isGood());
-    archive->suspend();
-    auto asked = std::async(std::launch::async, [&scu] { return scu.find(patientsCalled({})); });
-    scu.cancel();
-    QCOMPARE(asked.wait_for(20s), std::future_status::ready);
-    QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
-    QCOMPARE(scu.find(patientsCalled({})).failure.problem, NetworkProblem::Stopped);
-
-    QueryScu connecting(nodeOf(*archive)); // it is given half a minute for its association
-    asked = std::async(std::launch::async, [&connecting] { return connecting.find(patientsCalled({})); });
-    QCOMPARE(asked.wait_for(200ms), std::future_status::timeout);
-    connecting.cancel();
-    QCOMPARE(asked.wait_for(20s), std::future_status::ready);
-    QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
-}
-
-void QueryScuTest::strangeAnswersEnd_data()
-{
-    QTest::addColumn<StrangeArchive::Script>("script");
-    QTest::addColumn<int>("problem");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<int>("records");
-    const auto row = [](const char *name, const StrangeArchive::Script &script, NetworkProblem problem,
-                         int status,
-                         int records) { QTest::newRow(name) << script << int(problem) << status << records; };
-    row("too large", &answerTooMuch, NetworkProblem::BadAnswer, 0, 1);
-    row("without end", &answerWithoutEnd, NetworkProblem::None, 0, 10);
-    row("another answer", &answerSomethingElse, NetworkProblem::BadAnswer, 0, 0);
-    row("leaves", &leaveInTheMiddle, NetworkProblem::PeerAborted, 0, 1);
-    row("refuses", &refuse, NetworkProblem::None, 0xa900, 0);
-}
-
-/// What came before is kept.
-void QueryScuTest::strangeAnswersEnd()
-{
-    QFETCH(const StrangeArchive::Script, script);
-    QFETCH(const int, problem);
-    QFETCH(const int, status);
-    QFETCH(const int, records);
-    const quint16 port = freePort();
-    const StrangeArchive archive(port, script);
-    QueryResult result;
+    void namesComeAsTheyAre_data()
     {
-        QueryScu scu({QStringLiteral("STRANGE"), DicomServer::host(), port});
-        QueryRequest request = patientsCalled({});
-        request.limit = 10;
-        result = scu.find(request);
+        QTest::addColumn<Maker>("make");
+        QTest::addColumn<QString>("files");
+        QTest::newRow("dcmqrscp") << &makeDcmqrscp << QStringLiteral("chr.*");
+        // It knows sets without code extensions.
+        QTest::newRow("orthanc") << &makeOrthanc << QStringLiteral("chr(Fren|Germ|Russ|X1)");
     }
-    QCOMPARE(int(result.failure.problem), problem);
-    QCOMPARE(int(result.status), status);
-    QCOMPARE(result.records.size(), records);
-    QCOMPARE(result.isCutOff, records == 10);
-}
+
+    /// The character sets of the corpus, by what independent readers found.
+    void namesComeAsTheyAre()
+    {
+        QFETCH(const Maker, make);
+        QFETCH(const QString, files);
+        const auto archive = make();
+        const QRegularExpression wanted(QStringLiteral("^02-charsets/") + files);
+        QMap<QString, QString> names; // by patient
+        QStringList paths;
+        for (const DataTruth &truth : readDataTruth()) {
+            if (wanted.match(truth.path).hasMatch() && truth.verdict == QLatin1String("index")) {
+                names.insert(truth.values[Attribute::PatientID], truth.values[Attribute::PatientName]);
+                paths.append(sharedData() + QLatin1Char('/') + truth.path);
+            }
+        }
+        QVERIFY(names.size() > 3);
+        archive->fill(paths);
+        QueryScu scu(nodeOf(*archive));
+        const QueryResult all = scu.find(patientsCalled({}));
+        QVERIFY(all.isGood());
+        for (const QueryRecord &record : all.records) {
+            const QString id = record[QueryTag::patientId];
+            QCOMPARE(record[QueryTag::patientName], names.take(id));
+        }
+        QVERIFY2(names.isEmpty(), qPrintable(names.keys().join(' ')));
+    }
+
+    void aLimitIsTold_data() { archives(); }
+
+    /// The archive is stopped at the limit, and the same association answers the next question.
+    void aLimitIsTold()
+    {
+        QFETCH(const Maker, make);
+        const auto archive = make();
+        archive->fill({sharedData() + QStringLiteral("/02-charsets/chrFren.dcm"),
+            sharedData() + QStringLiteral("/02-charsets/chrGerm.dcm"),
+            sharedData() + QStringLiteral("/02-charsets/chrRuss.dcm")});
+        QueryScu scu(nodeOf(*archive));
+        QueryRequest request = patientsCalled({});
+        request.limit = 2;
+        const QueryResult some = scu.find(request);
+        QVERIFY(some.isGood() && some.isCutOff);
+        QCOMPARE(some.records.size(), 2);
+        request.limit = 3;
+        const QueryResult all = scu.find(request);
+        QVERIFY(all.isGood() && !all.isCutOff);
+        QCOMPARE(all.records.size(), 3);
+    }
+
+    void aSilentArchiveIsLeft()
+    {
+        const auto archive = DicomServer::dcmqrscp();
+        QueryScu scu(nodeOf(*archive));
+        QVERIFY(scu.find(patientsCalled({})).isGood());
+        archive->suspend();
+        auto asked = std::async(std::launch::async, [&scu] { return scu.find(patientsCalled({})); });
+        scu.cancel();
+        QCOMPARE(asked.wait_for(20s), std::future_status::ready);
+        QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
+        QCOMPARE(scu.find(patientsCalled({})).failure.problem, NetworkProblem::Stopped);
+
+        QueryScu connecting(nodeOf(*archive)); // it is given half a minute for its association
+        asked = std::async(std::launch::async, [&connecting] { return connecting.find(patientsCalled({})); });
+        QCOMPARE(asked.wait_for(200ms), std::future_status::timeout);
+        connecting.cancel();
+        QCOMPARE(asked.wait_for(20s), std::future_status::ready);
+        QCOMPARE(asked.get().failure.problem, NetworkProblem::Stopped);
+    }
+
+    void strangeAnswersEnd_data()
+    {
+        QTest::addColumn<StrangeArchive::Script>("script");
+        QTest::addColumn<int>("problem");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("records");
+        const auto row = [](const char *name, const StrangeArchive::Script &script, NetworkProblem problem,
+                             int status, int records) {
+            QTest::newRow(name) << script << int(problem) << status << records;
+        };
+        row("too large", &answerTooMuch, NetworkProblem::BadAnswer, 0, 1);
+        row("without end", &answerWithoutEnd, NetworkProblem::None, 0, 10);
+        row("another answer", &answerSomethingElse, NetworkProblem::BadAnswer, 0, 0);
+        row("leaves", &leaveInTheMiddle, NetworkProblem::PeerAborted, 0, 1);
+        row("refuses", &refuse, NetworkProblem::None, 0xa900, 0);
+    }
+
+    /// What came before is kept.
+    void strangeAnswersEnd()
+    {
+        QFETCH(const StrangeArchive::Script, script);
+        QFETCH(const int, problem);
+        QFETCH(const int, status);
+        QFETCH(const int, records);
+        const quint16 port = freePort();
+        const StrangeArchive archive(port, script);
+        QueryResult result;
+        {
+            QueryScu scu({QStringLiteral("STRANGE"), DicomServer::host(), port});
+            QueryRequest request = patientsCalled({});
+            request.limit = 10;
+            result = scu.find(request);
+        }
+        QCOMPARE(int(result.failure.problem), problem);
+        QCOMPARE(int(result.status), status);
+        QCOMPARE(result.records.size(), records);
+        QCOMPARE(result.isCutOff, records == 10);
+    }
+
+private:
+    static void archives()
+    {
+        QTest::addColumn<Maker>("make");
+        QTest::newRow("dcmqrscp") << &makeDcmqrscp;
+        QTest::newRow("orthanc") << &makeOrthanc;
+    }
+};
 
 PM_TEST_MAIN(QueryScuTest)
 #include "tst_queryscu.moc"
