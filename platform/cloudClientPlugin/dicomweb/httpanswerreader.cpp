@@ -1,5 +1,7 @@
 #include "httpanswerreader.h"
 
+#include <QByteArrayList>
+
 #include <algorithm>
 #include <utility>
 
@@ -151,7 +153,7 @@ bool HttpAnswerReader::readChunkSize(const QByteArray &line)
 {
     constexpr int hexadecimal = 16;
     bool isNumber = false;
-    m_left = line.left(line.indexOf(';')).trimmed().toLongLong(&isNumber, hexadecimal);
+    m_left = line.split(';').constFirst().trimmed().toLongLong(&isNumber, hexadecimal);
     m_mode = m_left > 0 ? Mode::Chunk : Mode::Trailer;
     return isNumber && m_left >= 0 && hasRoom(m_left);
 }

@@ -28,6 +28,8 @@ HttpLine::HttpLine(const WebService &service, int patienceMs, QObject *parent)
     connect(&m_socket, &ServiceSocket::failed, this, &HttpLine::onFailed);
 }
 
+HttpLine::~HttpLine() = default;
+
 // Sending
 
 void HttpLine::send(const HttpRequest &request)

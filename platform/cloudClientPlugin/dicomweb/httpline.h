@@ -47,6 +47,7 @@ class CLOUDCLIENTPLUGIN_EXPORT HttpLine : public QObject
 public:
     /// @param patienceMs of silence before a request is given up
     HttpLine(const WebService &service, int patienceMs, QObject *parent = nullptr);
+    ~HttpLine() override;
 
     bool isIdle() const { return !m_request && !m_isReading; }
     /// For an idle line; finished() comes later, never before this returns.
