@@ -88,3 +88,8 @@ QVariant TemporaryIndex::query(const QString &sql, const QVariantList &values) c
     }
     return statement.next() ? statement.value(0) : QVariant();
 }
+
+int TemporaryIndex::count(const char *table) const
+{
+    return query(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table))).toInt();
+}

@@ -36,6 +36,8 @@ public:
     /// Imports files and folders as the program does.
     ImportReport import(const QStringList &paths, ImportMode mode = ImportMode::Reference) const;
 
+    /// The rows of a table.
+    int count(const char *table) const;
     /// Runs one statement that must succeed; the first value of its first row, or an invalid variant.
     QVariant query(const QString &sql, const QVariantList &values = {}) const;
 

@@ -103,10 +103,7 @@ private slots:
 private:
     static constexpr int fileCount = 800;
 
-    static int images(const Frame &frame)
-    {
-        return frame.index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt();
-    }
+    static int images(const Frame &frame) { return frame.index.count("imageformat"); }
 
     QTemporaryDir m_files;
 };

@@ -14,6 +14,7 @@
 #include "testmain.h"
 #include "uploadstatus.h"
 #include "websession.h"
+#include "windowparts.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -48,38 +49,6 @@ void keepMessage(QtMsgType type, const QMessageLogContext &context, const QStrin
 {
     said() += text.toUtf8() + '\n';
     handlerBefore(type, context, text);
-}
-
-template <typename Window>
-Window *windowCalled(const char *name)
-{
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && (window->objectName() == QLatin1String(name) || window->inherits(name))) {
-            return qobject_cast<Window *>(window);
-        }
-    }
-    return nullptr;
-}
-
-template <typename Part>
-Part *partOf(const QWidget *window, const char *name)
-{
-    auto *part = window ? window->findChild<Part *>(QLatin1String(name)) : nullptr;
-    return part ? part : (qFatal("no %s", name), nullptr);
-}
-
-void click(const QWidget *window, const char *button)
-{
-    auto *found = partOf<QAbstractButton>(window, button);
-    QTRY_VERIFY2_WITH_TIMEOUT(found->isEnabled(), button, mostMs);
-    found->click();
-}
-
-void type(const QWidget *window, const char *field, const QString &text)
-{
-    auto *line = partOf<QLineEdit>(window, field);
-    line->clear();
-    QTest::keyClicks(line, text);
 }
 
 /// The files below a folder that hold a text.
@@ -250,11 +219,11 @@ private:
     {
         QTRY_VERIFY(windowCalled<QWidget>("LoginForm"));
         QWidget *login = windowCalled<QWidget>("LoginForm");
-        type(login, "address", WebArchive::address(*m_archive));
-        type(login, "user", QLatin1String(WebArchive::user));
-        type(login, "password", QLatin1String(WebArchive::password));
+        typeInto(login, "address", WebArchive::address(*m_archive));
+        typeInto(login, "user", QLatin1String(WebArchive::user));
+        typeInto(login, "password", QLatin1String(WebArchive::password));
         keepPicture(*login, QStringLiteral("scene-login"));
-        click(login, "submit");
+        clickPart(login, "submit");
         QTRY_VERIFY_WITH_TIMEOUT(HttpUploadFile::instance()->session().isOpen(), mostMs);
         QTRY_VERIFY(!login->isVisible());
         QVERIFY(m_frame->window->isVisible());
@@ -293,7 +262,7 @@ private:
         QTRY_VERIFY(windowCalled<QWidget>("DownloadCloudDataForm"));
         QWidget *form = windowCalled<QWidget>("DownloadCloudDataForm");
         auto *studies = partOf<QAbstractItemView>(form, "studies");
-        click(form, "search");
+        clickPart(form, "search");
         const auto found = [studies] {
             const QModelIndexList rows = studies->model()->match(studies->model()->index(0, 0),
                 Qt::DisplayRole, QStringLiteral("Number3"), 1, Qt::MatchContains);
@@ -302,7 +271,7 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(found().isValid(), mostMs);
         QVERIFY(studies->model()->setData(found(), Qt::Checked, Qt::CheckStateRole));
         const int before = images();
-        click(form, "download");
+        clickPart(form, "download");
         QTRY_COMPARE_WITH_TIMEOUT(images(), before + imagesEach, mostMs);
         keepPicture(*form, QStringLiteral("scene-download"));
         form->close();
@@ -318,7 +287,7 @@ private:
         auto *name = partOf<QLineEdit>(editor, "PatientName");
         QTRY_VERIFY_WITH_TIMEOUT(name->isEnabled(), mostMs);
         name->setText(corrected);
-        click(editor, "save");
+        clickPart(editor, "save");
         const auto *answer = partOf<QLabel>(editor, "said");
         QTRY_VERIFY2_WITH_TIMEOUT(
             answer->text().contains(QStringLiteral("index and service")), qPrintable(answer->text()), mostMs);
@@ -334,13 +303,13 @@ private:
         const int before = images();
         m_frame->action("actionAnonymize")->trigger();
         const QWidget *form = partOf<QWidget>(m_frame->window.get(), "anonymize");
-        click(form, "toIndex");
-        click(form, "start");
+        clickPart(form, "toIndex");
+        clickPart(form, "start");
         const auto *question = partOf<QWidget>(form, "question");
         QTRY_VERIFY_WITH_TIMEOUT(question->isVisible() || images() > before, mostMs);
         if (question->isVisible()) {
-            click(form, "looked");
-            click(form, "keepAll");
+            clickPart(form, "looked");
+            clickPart(form, "keepAll");
         }
         QTRY_COMPARE_WITH_TIMEOUT(images(), before + imagesEach, mostMs);
         QCOMPARE(

@@ -27,13 +27,6 @@ private slots:
         QVERIFY(line.answer.isEmpty());
     }
 
-    void leavesOutWhatWasNotNamed()
-    {
-        const CommandLine line = parse({});
-        QVERIFY(line.imports.isEmpty() && line.database.isEmpty() && line.config.isEmpty()
-            && line.screenshot.isEmpty() && line.samples.isEmpty() && !line.quitWhenIdle);
-    }
-
     void takesWhatFollowsTwoDashesAsPaths()
     {
         QCOMPARE(parse({QStringLiteral("--"), QStringLiteral("--database")}).imports.size(), 1);

@@ -67,7 +67,7 @@ private slots:
         });
         frame.action("actionDelete")->trigger();
         QCOMPARE(m_asked, 2);
-        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
+        QCOMPARE(frame.index.count("patient"), 3);
     }
 
     void aSelectionThatMovesDuringTheQuestionIsNotDeleted()
@@ -81,7 +81,7 @@ private slots:
         });
         frame.action("actionDelete")->trigger();
         QCOMPARE(m_asked, 2); // the second one says so
-        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 3);
+        QCOMPARE(frame.index.count("patient"), 3);
     }
 
     void imagesThatWaitToBeSentAreAskedFor()
@@ -114,9 +114,9 @@ private slots:
             return m_asked == 2 && question.contains(QLatin1String("Archive"));
         };
         QVERIFY2(askedAbout(QStringLiteral("copy")), qPrintable(question));
-        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 2);
+        QCOMPARE(frame.index.count("patient"), 2);
         QVERIFY(!askedAbout(QString()));
-        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 1);
+        QCOMPARE(frame.index.count("patient"), 1);
     }
 
     void theKeyDeletesWhatIsSelectedAndTheTablesFollow()
@@ -149,7 +149,7 @@ private slots:
         frame.action("actionDelete")->trigger();
         QCOMPARE(m_answers->count(), 3);
         QVERIFY(!frame.patients()->hasUnsavedEdits());
-        QCOMPARE(frame.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 1);
+        QCOMPARE(frame.index.count("patient"), 1);
     }
 
     /// A folder where a file should be cannot be removed, by anybody.

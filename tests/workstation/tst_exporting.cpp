@@ -141,7 +141,7 @@ private slots:
         QVERIFY(found != actions.end());
         (*found)->trigger();
         QTRY_VERIFY(!m_frame->window->imports()->isRunning());
-        QTRY_COMPARE(m_frame->index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 2);
+        QTRY_COMPARE(m_frame->index.count("imageformat"), 2);
     }
 
 private:

@@ -11,6 +11,7 @@
 #include "retrievalmodel.h"
 #include "testfiles.h"
 #include "testmain.h"
+#include "windowparts.h"
 
 #include <QAction>
 #include <QApplication>
@@ -36,25 +37,6 @@ constexpr int networkMs = 120000;
 constexpr int imageCount = 93; ///< of the study
 constexpr char patientId[] = "8775070";
 constexpr char destination[] = "Archive";
-
-template <typename Window>
-Window *windowCalled(const char *name)
-{
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == QLatin1String(name) && window->isVisible()) {
-            return qobject_cast<Window *>(window);
-        }
-    }
-    return nullptr;
-}
-
-void click(const QWidget *window, const char *button)
-{
-    auto *found = window->findChild<QPushButton *>(QLatin1String(button));
-    QVERIFY2(found, button);
-    QTRY_VERIFY(found->isEnabled());
-    QTest::mouseClick(found, Qt::LeftButton);
-}
 
 } // namespace
 
@@ -127,10 +109,7 @@ private:
             QLatin1String(destination) + QStringLiteral("/RetrieveMethod"), QLatin1String(method)));
     }
 
-    int images() const
-    {
-        return m_frame->index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt();
-    }
+    int images() const { return m_frame->index.count("imageformat"); }
 
     void choosePatient() const
     {
@@ -167,9 +146,9 @@ private:
         QCOMPARE(list->topLevelItemCount(), 1);
         list->topLevelItem(0)->setCheckState(0, Qt::Checked);
         QSignalSpy accepted(m_frame->window->library(), &PatientManagerMainWindow::notifyInstanceSent);
-        click(dialog, "send");
+        clickPart(dialog, "send");
         QTRY_COMPARE_WITH_TIMEOUT(accepted.count(), imageCount, networkMs);
-        click(dialog, "close");
+        clickPart(dialog, "close");
     }
 
     void isFoundThere() const
@@ -200,12 +179,12 @@ private:
         auto *window = windowCalled<QWidget>("QueryRetrieveWindow");
         auto *name = window->findChild<QLineEdit *>(QStringLiteral("name"));
         name->setText(QStringLiteral("austrial"));
-        click(window, "search");
+        clickPart(window, "search");
         auto *results = window->findChild<QTreeView *>(QStringLiteral("results"));
         QTRY_COMPARE_WITH_TIMEOUT(results->model()->rowCount(), 1, networkMs);
         results->setFocus();
         results->setCurrentIndex(results->model()->index(0, 0));
-        click(window, "retrieve");
+        clickPart(window, "retrieve");
         QTRY_COMPARE_WITH_TIMEOUT(images(), imageCount, networkMs);
         const auto *retrievals = window->findChild<QAbstractItemView *>(QStringLiteral("retrievals"));
         const auto isShare = [retrievals] {
@@ -216,7 +195,7 @@ private:
         QVERIFY(model);
         QCOMPARE(model->retrieval(0).used,
             qstrcmp(method, "get") == 0 ? RetrieveMethod::Get : RetrieveMethod::Move);
-        click(window, "removeEnded");
+        clickPart(window, "removeEnded");
         window->close();
     }
 

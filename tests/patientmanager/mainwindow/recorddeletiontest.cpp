@@ -100,14 +100,14 @@ private slots:
                                             "(SELECT SOPInstanceUID FROM imageformat)"))
                      .toInt(),
             0);
-        QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM deletion")).toInt(), 0);
+        QCOMPARE(m_index->count("deletion"), 0);
         for (const QString &file : stored()) {
             QVERIFY(
                 m_index->query(QStringLiteral("SELECT count(*) FROM imageformat WHERE FilePath = ?"), {file})
                     .toInt());
         }
         // The folders of what has gone have gone, too; those of images stay.
-        const int patients = m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt();
+        const int patients = m_index->count("patient");
         const QStringList folders = QDir(store()).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
         QCOMPARE(folders.size(), table == imageTable ? 2 : patients);
     }
@@ -228,7 +228,7 @@ private slots:
         QVERIFY(!report.error.isValid() && report.left.isEmpty());
         QVERIFY(QFile::exists(file));
         QVERIFY(QDir(store()).exists());
-        QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 1);
+        QCOMPARE(m_index->count("imageformat"), 1);
     }
 
     void aLockedFolderIsTold()

@@ -12,6 +12,7 @@
 #include "uploadprogressform.h"
 #include "websession.h"
 #include "windowfixture.h"
+#include "windowparts.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -28,16 +29,9 @@ UploadProgressForm *uploads()
     return UploadProgressForm::instance();
 }
 
-template <typename Part>
-Part *part(const QWidget *of, const char *name)
-{
-    auto *found = of->findChild<Part *>(QLatin1String(name));
-    return found ? found : (qFatal("no %s", name), nullptr);
-}
-
 QTableView *rows()
 {
-    return part<QTableView>(uploads(), "tableView");
+    return partOf<QTableView>(uploads(), "tableView");
 }
 
 UploadTally tally(int row)
@@ -79,11 +73,11 @@ private slots:
 
         upload(0);
         window->getPatientForm()->view()->clearSelection(); // what was selected then counts
-        part<QLineEdit>(login, "address")->setText(service.address());
-        part<QLineEdit>(login, "user")->setText(QStringLiteral("ann"));
-        QTest::keyClicks(part<QLineEdit>(login, "password"), QStringLiteral("x"));
+        partOf<QLineEdit>(login, "address")->setText(service.address());
+        partOf<QLineEdit>(login, "user")->setText(QStringLiteral("ann"));
+        QTest::keyClicks(partOf<QLineEdit>(login, "password"), QStringLiteral("x"));
         QVERIFY(questions.isEmpty());
-        part<QPushButton>(login, "submit")->click();
+        partOf<QPushButton>(login, "submit")->click();
         QTRY_COMPARE(sent.count(), 1);
         QCOMPARE(questions.size(), 1);
         QCOMPARE(sent[0][3].toString(), QStringLiteral("A^Given"));
@@ -101,10 +95,10 @@ private slots:
         service.leave();
         HttpUploadFile::instance()->setSession(webSessionAt(address));
         upload(0);
-        auto *notice = part<RetryNotice>(uploads(), "retryNotice");
+        auto *notice = partOf<RetryNotice>(uploads(), "retryNotice");
         QTRY_VERIFY(notice->isVisible());
         QTRY_VERIFY(tally(0).nextTryMs > QDateTime::currentMSecsSinceEpoch());
-        QTRY_VERIFY(part<QLabel>(notice, "retryText")->text().contains(QLatin1String("0:0")));
+        QTRY_VERIFY(partOf<QLabel>(notice, "retryText")->text().contains(QLatin1String("0:0")));
         QCOMPARE(unnamedControl(*uploads()), QString());
         keepPicture(*uploads(), QStringLiteral("uploads-away"));
 
@@ -115,13 +109,13 @@ private slots:
         uploads()->installEventFilter(&raises);
         HttpUploadFile::instance()->endSession();
         QTRY_COMPARE(raises.count, 1);
-        QVERIFY(part<QWidget>(uploads(), "signInPanel")->isVisible());
+        QVERIFY(partOf<QWidget>(uploads(), "signInPanel")->isVisible());
         QVERIFY(window->isActiveWindow());
 
         HttpUploadFile::instance()->setSession(webSessionAt(address));
         QTRY_VERIFY(notice->isVisible());
         service.comeBack();
-        part<QPushButton>(notice, "tryNow")->click();
+        partOf<QPushButton>(notice, "tryNow")->click();
         QTRY_COMPARE(tally(0).succeeded, 2);
         QTRY_VERIFY(!notice->isVisible());
     }
@@ -131,11 +125,11 @@ private slots:
         upload(0);
         upload(1);
         QTRY_COMPARE(rows()->model()->rowCount(), 2);
-        auto *clear = part<QPushButton>(uploads(), "clearFinished");
+        auto *clear = partOf<QPushButton>(uploads(), "clearFinished");
         QVERIFY(!clear->isEnabled());
         QTest::keyClick(rows(), Qt::Key_Delete); // not one that goes on
         QCOMPARE(rows()->model()->rowCount(), 2);
-        auto *cancel = part<QPushButton>(uploads(), "cancelUpload");
+        auto *cancel = partOf<QPushButton>(uploads(), "cancelUpload");
         rows()->selectRow(0);
         cancel->setFocus();
         cancel->click();

@@ -39,7 +39,7 @@ private slots:
             window->deletions(), &DeletionNotifier::ended, this, [&] { told.append(QStringLiteral("end")); });
         trigger();
         QCOMPARE(answers->texts, QStringList{QStringLiteral("确定要删除病人数据吗?")});
-        QTEST(fixture->count(QStringLiteral("patient")), "left");
+        QTEST(fixture->index.count("patient"), "left");
         QTEST(window->getPatientForm()->tableModel()->rowCount(), "left");
         QCOMPARE(told.join(QLatin1Char(' ')),
             given == 2 ? QString()
@@ -53,7 +53,7 @@ private slots:
             window, &PatientManagerMainWindow::uploadFlag, window, [this] { window->onUpLoadFlag(true); });
         trigger();
         QCOMPARE(answers->texts, QStringList{QStringLiteral("数据正在上传中，请勿删除!")});
-        QCOMPARE(fixture->count(QStringLiteral("patient")), 1);
+        QCOMPARE(fixture->index.count("patient"), 1);
     }
 
     void anEmptySelectionIsTold()
@@ -64,7 +64,7 @@ private slots:
         // A table without keys, and one that was reported last but has no form that selects.
         window->onSelectTable({}, QStringLiteral("imageformat"));
         window->onDeleteSelected();
-        QCOMPARE(fixture->count(QStringLiteral("patient")), 1);
+        QCOMPARE(fixture->index.count("patient"), 1);
     }
 
     void theSettingIsReadBesideTheProgramFirst()
@@ -97,7 +97,7 @@ private slots:
                            "JOIN generalstudy ON generalstudy.pk = study_fk WHERE patient_fk="));
         QVERIFY(!QDir(fixture->path(QStringLiteral("files/p"))).exists());
         QVERIFY(QDir(fixture->path(QStringLiteral("files"))).exists());
-        QCOMPARE(fixture->count(QStringLiteral("imageformat")), 1);
+        QCOMPARE(fixture->index.count("imageformat"), 1);
     }
 
 private:

@@ -96,11 +96,6 @@ QString WindowFixture::privateConnection() const
     return {};
 }
 
-int WindowFixture::count(const QString &table) const
-{
-    return index.query(QStringLiteral("SELECT count(*) FROM %1").arg(table)).toInt();
-}
-
 void WindowTest::initTestCase()
 {
     allowWarningsOfNamedSlots();

@@ -32,7 +32,6 @@ public:
     void closeWindow();
     /// The open window's private connection, by its name, or an empty text.
     QString privateConnection() const;
-    int count(const QString &table) const;
 
     TemporaryIndex index;
 

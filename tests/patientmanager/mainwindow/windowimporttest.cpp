@@ -52,7 +52,7 @@ private slots:
         window.onLoadSelecetPath(folder);
         QVERIFY(window.isImporting());
         waitForImports(window);
-        QCOMPARE(fixture->count(QStringLiteral("imageformat")), 1);
+        QCOMPARE(fixture->index.count("imageformat"), 1);
         QCOMPARE(storedPath().startsWith(fixture->index.folder()), copied);
         QVERIFY(QFile::exists(storedPath()));
         QCOMPARE(
@@ -105,8 +105,8 @@ private slots:
         window.onLoadSelecetPath(second);
         waitForImports(window);
         QCOMPARE(refreshed.size(), 2);
-        QCOMPARE(fixture->count(QStringLiteral("patient")), 2);
-        QCOMPARE(fixture->count(QStringLiteral("imageformat")), 70);
+        QCOMPARE(fixture->index.count("patient"), 2);
+        QCOMPARE(fixture->index.count("imageformat"), 70);
         // In order: the first import wrote all of its rows before the second one began.
         QCOMPARE(fixture->index.query(QStringLiteral("SELECT PatientID FROM patient ORDER BY pk")).toString(),
             QStringLiteral("first"));
@@ -141,7 +141,7 @@ private slots:
         QCOMPARE(
             fixture->index.query(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
         QVERIFY(!fixture->index.query(QStringLiteral("PRAGMA foreign_key_check")).isValid());
-        QVERIFY(fixture->count(QStringLiteral("imageformat")) <= 400);
+        QVERIFY(fixture->index.count("imageformat") <= 400);
     }
 
     void wholeDiskIsAskedFor()

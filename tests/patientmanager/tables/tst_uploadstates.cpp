@@ -197,8 +197,7 @@ private:
     /// A patient with two studies; the series are in the second.
     qlonglong addPatient(const QVector<Counters> &series) const
     {
-        const QString id =
-            QString::number(m_index->query(QStringLiteral("SELECT count(*) FROM patient")).toInt() + 1);
+        const QString id = QString::number(m_index->count("patient") + 1);
         m_index->database().transaction();
         const qlonglong patient = m_index->addPatient(id, id);
         m_index->addStudy(patient, QStringLiteral("1.2.%1.1").arg(id));

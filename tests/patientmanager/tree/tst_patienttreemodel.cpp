@@ -106,20 +106,6 @@ private slots:
         QCOMPARE(model.headerData(0, Qt::Vertical), QVariant());
     }
 
-    void nextResultReplacesTheTree()
-    {
-        QPatientTreeModel model(nullptr, {});
-        model.setPatients(&*result, titles(*result));
-        index->addPatient(QStringLiteral("C^Three"), QStringLiteral("3"));
-        QPatients next;
-        QVERIFY(next.advanceQueryByName(QString()));
-        model.setPatients(&next, {QStringLiteral("pk")});
-        result.reset();
-        QCOMPARE(model.rowCount(), 3);
-        QCOMPARE(model.columnCount(model.index(2, 0)), 1);
-        QCOMPARE(model.treeItem(model.index(2, 0))->getPatient()->patientName(), QStringLiteral("C^Three"));
-    }
-
     void rowFollowsItsSiblings()
     {
         const QStringList columns{QStringLiteral("pk")};

@@ -57,7 +57,7 @@ void ImportScene::configure(const char *key, int value) const
 
 int ImportScene::imageCount() const
 {
-    return index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt();
+    return index.count("imageformat");
 }
 
 void ImportScene::lock() const

@@ -12,6 +12,7 @@
 #include "testfiles.h"
 #include "testmain.h"
 #include "websession.h"
+#include "windowparts.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -23,23 +24,6 @@
 namespace {
 
 constexpr int mostMs = 30000;
-
-template <typename Part>
-Part *part(const QWidget &of, const char *name)
-{
-    auto *found = of.findChild<Part *>(QLatin1String(name));
-    if (!found) {
-        qFatal("there is no %s", name);
-    }
-    return found;
-}
-
-void type(const QWidget &form, const char *name, const QString &text)
-{
-    auto *field = part<QLineEdit>(form, name);
-    field->clear();
-    QTest::keyClicks(field, text);
-}
 
 } // namespace
 
@@ -82,23 +66,23 @@ private slots:
         QSignalSpy cancelled(&form, &LoginForm::cancelled);
         form.show();
         QCOMPARE(unnamedControl(form), QString());
-        auto *submit = part<QPushButton>(form, "submit");
+        auto *submit = partOf<QPushButton>(&form, "submit");
         QVERIFY(!submit->isEnabled());
-        type(form, "address", WebArchive::address(*m_archive));
-        type(form, "user", QLatin1String(WebArchive::user));
-        type(form, "password", QStringLiteral("wrong"));
+        typeInto(&form, "address", WebArchive::address(*m_archive));
+        typeInto(&form, "user", QLatin1String(WebArchive::user));
+        typeInto(&form, "password", QStringLiteral("wrong"));
         // Nothing can keep a password here, and the window says so.
-        QTRY_VERIFY(!part<QCheckBox>(form, "remember")->isEnabled());
-        QVERIFY(!part<QLabel>(form, "rememberHint")->text().isEmpty());
+        QTRY_VERIFY(!partOf<QCheckBox>(&form, "remember")->isEnabled());
+        QVERIFY(!partOf<QLabel>(&form, "rememberHint")->text().isEmpty());
         keepPicture(form, QStringLiteral("login"));
         const QSize size = form.size();
         QTest::keyClick(&form, Qt::Key_Return);
-        QTRY_VERIFY_WITH_TIMEOUT(!part<QLabel>(form, "said")->text().isEmpty(), mostMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!partOf<QLabel>(&form, "said")->text().isEmpty(), mostMs);
         QCOMPARE(form.size(), size);
         QVERIFY(told.isEmpty() && !HttpUploadFile::instance()->session().isOpen());
         keepPicture(form, QStringLiteral("login-refused"));
 
-        type(form, "password", QLatin1String(WebArchive::password));
+        typeInto(&form, "password", QLatin1String(WebArchive::password));
         submit->click();
         QTRY_COMPARE_WITH_TIMEOUT(told.size(), 1, mostMs);
         QTRY_VERIFY(!form.isVisible());
@@ -109,24 +93,25 @@ private slots:
         QVERIFY(CloudAccount::isCloudUser());
         QVERIFY(!bytesOf(CloudAccount::file()).contains(WebArchive::password));
         form.show(); // and begins anew
-        QVERIFY(part<QLineEdit>(form, "password")->text().isEmpty());
-        QCOMPARE(part<QLineEdit>(form, "user")->text(), QLatin1String(WebArchive::user));
+        QVERIFY(partOf<QLineEdit>(&form, "password")->text().isEmpty());
+        QCOMPARE(partOf<QLineEdit>(&form, "user")->text(), QLatin1String(WebArchive::user));
     }
 
     void plainHttpIsWarnedOf()
     {
         LoginForm form;
         form.show();
-        type(form, "address", QStringLiteral("http://192.0.2.7/web"));
-        type(form, "user", QStringLiteral("ann"));
-        type(form, "password", QStringLiteral("x"));
-        QVERIFY(part<QCheckBox>(form, "plain")->isVisible() && part<QLabel>(form, "plainHint")->isVisible());
+        typeInto(&form, "address", QStringLiteral("http://192.0.2.7/web"));
+        typeInto(&form, "user", QStringLiteral("ann"));
+        typeInto(&form, "password", QStringLiteral("x"));
+        QVERIFY(partOf<QCheckBox>(&form, "plain")->isVisible()
+            && partOf<QLabel>(&form, "plainHint")->isVisible());
         const int height = form.height();
         keepPicture(form, QStringLiteral("login-plain"));
         QTest::keyClick(&form, Qt::Key_Return);
-        QTRY_VERIFY(!part<QLabel>(form, "said")->text().isEmpty());
-        type(form, "address", QStringLiteral("https://192.0.2.7/web"));
-        QVERIFY(!part<QCheckBox>(form, "plain")->isVisible());
+        QTRY_VERIFY(!partOf<QLabel>(&form, "said")->text().isEmpty());
+        typeInto(&form, "address", QStringLiteral("https://192.0.2.7/web"));
+        QVERIFY(!partOf<QCheckBox>(&form, "plain")->isVisible());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         QVERIFY(form.height() >= height); // it never shrinks under the pointer
     }
@@ -141,9 +126,9 @@ private slots:
         QVERIFY(!form.isVisible());
         QCOMPARE(cancelled.size(), 1);
         form.show();
-        part<QRadioButton>(form, "localUser")->click();
+        partOf<QRadioButton>(&form, "localUser")->click();
         keepPicture(form, QStringLiteral("login-local"));
-        part<QPushButton>(form, "submit")->click();
+        partOf<QPushButton>(&form, "submit")->click();
         QCOMPARE(told.size(), 1);
         QCOMPARE(told[0][2].toByteArray(), QByteArray());
         QCOMPARE(told[0][3].toInt(), LoginForm::localUser);
@@ -157,7 +142,7 @@ private slots:
         DownloadCloudDataForm *form = DownloadCloudDataForm::instance();
         form->show();
         keepPicture(*form, QStringLiteral("download-signed-out"));
-        QVERIFY(!part<QPushButton>(*form, "search")->isEnabled());
+        QVERIFY(!partOf<QPushButton>(form, "search")->isEnabled());
         const CloudSession session = webSessionAt(WebArchive::address(*m_archive));
         HttpUploadFile::instance()->setSession(session);
         for (int time = 0; time < 3; ++time) { // as often as a window connects
@@ -166,8 +151,8 @@ private slots:
         }
         QCOMPARE(unnamedControl(*form), QString());
         QSignalSpy imported(form, &DownloadCloudDataForm::imported);
-        QTest::keyClick(part<QLineEdit>(*form, "name"), Qt::Key_Return);
-        auto *studies = part<QTreeView>(*form, "studies");
+        QTest::keyClick(partOf<QLineEdit>(form, "name"), Qt::Key_Return);
+        auto *studies = partOf<QTreeView>(form, "studies");
         QTRY_COMPARE_WITH_TIMEOUT(studies->model()->rowCount(), 2, mostMs);
         studies->expand(studies->model()->index(0, 0));
         QTRY_VERIFY_WITH_TIMEOUT(studies->model()->rowCount(studies->model()->index(0, 0)) > 1, mostMs);
@@ -182,7 +167,7 @@ private slots:
         const QModelIndex held = studies->model()->index(1, CloudStudyModel::IndexColumn);
         QTRY_COMPARE_WITH_TIMEOUT(held.data().toString(), QStringLiteral("all"), mostMs);
         QVERIFY(!imported.isEmpty());
-        QTRY_COMPARE(part<QTreeView>(*form, "downloads")->model()->rowCount(), 2);
+        QTRY_COMPARE(partOf<QTreeView>(form, "downloads")->model()->rowCount(), 2);
         QTRY_VERIFY(!DownloadCloudDataForm::isDownloading());
         keepPicture(*form, QStringLiteral("download-done"));
         HttpUploadFile::instance()->endSession();
@@ -205,12 +190,12 @@ private slots:
         keepPicture(*form, QStringLiteral("download-empty"));
         DownloadEngine::current()->add({QStringLiteral("1.7"), QStringLiteral("Meyer, Anna"),
             {{QStringLiteral("1.7.1"), 4}, {QStringLiteral("1.7.2"), 2}}});
-        auto *notice = part<RetryNotice>(*form, "retryNotice");
+        auto *notice = partOf<RetryNotice>(form, "retryNotice");
         QTRY_VERIFY(notice->isVisible());
-        QTRY_VERIFY(part<QLabel>(*notice, "retryText")->text().contains(QLatin1String("0:0")));
+        QTRY_VERIFY(partOf<QLabel>(notice, "retryText")->text().contains(QLatin1String("0:0")));
         keepPicture(*form, QStringLiteral("download-away"));
-        auto *downloads = part<QTreeView>(*form, "downloads");
-        auto *stop = part<QPushButton>(*form, "stop");
+        auto *downloads = partOf<QTreeView>(form, "downloads");
+        auto *stop = partOf<QPushButton>(form, "stop");
         downloads->selectAll();
         stop->setFocus();
         stop->click();

@@ -156,7 +156,7 @@ private slots:
 
         FileChooser::setAnswerer([&](const FileChooser::Request &) { return scene.index.path(); });
         work("backup");
-        QCOMPARE(scene.index.query(QStringLiteral("SELECT count(*) FROM patient")).toInt(), 20002);
+        QCOMPARE(scene.index.count("patient"), 20002);
         FileChooser::setAnswerer(
             [](const FileChooser::Request &) { return QStringLiteral("/proc/none/copy.db"); });
         work("backup");

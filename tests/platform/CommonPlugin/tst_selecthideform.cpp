@@ -155,7 +155,7 @@ private slots:
         const QList<int> written = flags(studyUser);
         QCOMPARE(written.count(1), 1);
         QCOMPARE(written.value(4), 1);
-        QCOMPARE(scene.index.query(QStringLiteral("SELECT count(*) FROM generalstudyuser")).toInt(), 1);
+        QCOMPARE(scene.index.count("generalstudyuser"), 1);
     }
 
     void refusedWriteShowsWhatIsThere()

@@ -57,7 +57,7 @@ struct Workplace
         return DownloadState::Waiting;
     }
     bool isIn(DownloadState state) const { return this->state() == state; }
-    int images() const { return index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(); }
+    int images() const { return index.count("imageformat"); }
     /// Every record has its file in the store, and no file of the store is without one.
     bool isWhole() const
     {

@@ -252,7 +252,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(ends.count(), 1, mostMs);
         QCOMPARE(counters(), QStringLiteral("21/21/21"));
         QCOMPARE(service.taken().size(), objects);
-        QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM uploadfile")).toInt(), 0);
+        QCOMPARE(m_index->count("uploadfile"), 0);
     }
 
     /// The session ends in the middle, the service too: the user is asked once, and all goes on.

@@ -25,7 +25,7 @@ Receiver::Receiver(const QStringList &callers)
 
 int Receiver::records() const
 {
-    return index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt();
+    return index.count("imageformat");
 }
 
 QStringList Receiver::stored() const

@@ -154,7 +154,7 @@ private:
         return reasons;
     }
 
-    int images() const { return m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(); }
+    int images() const { return m_index->count("imageformat"); }
     QString path(const QString &name) const { return m_folder->filePath(name); }
 
     std::optional<TemporaryIndex> m_index;

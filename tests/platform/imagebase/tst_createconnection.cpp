@@ -207,35 +207,6 @@ private slots:
         QVERIFY(createConnection());
     }
 
-    // Ten places over the whole file: either the file is refused, or the check of its whole content says so,
-    // or the bytes were never in use.
-    void findsDamageWhereverItLies()
-    {
-        QVERIFY(createConnection());
-        QVERIFY(QSqlQuery().exec(
-            QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 3000) "
-                           "INSERT INTO patient (PatientID, PatientName) SELECT i, 'Name ' || i FROM n")));
-        cleanup();
-        const QByteArray good = bytesOf(path());
-        const std::atomic<bool> go{false};
-        int noticed = 0;
-        for (int place = 0; place < 10; ++place) {
-            QByteArray bad = good;
-            const int offset = place * (bad.size() / 10) + 100;
-            bad.replace(offset, 64, QByteArray(64, '\xa5'));
-            writeFile(path(), bad);
-            setDatabasePath(path());
-            const bool opened = createConnection();
-            if (!opened) {
-                QVERIFY(connectionFailure().reason != Reason::None);
-                QCOMPARE(bytesOf(path()), bad);
-            }
-            noticed += !opened || !firstDamage(path(), go).isEmpty() ? 1 : 0;
-            cleanup();
-        }
-        QVERIFY2(noticed >= 5, qPrintable(QString::number(noticed)));
-    }
-
     void countsFollowEveryChange()
     {
         const TemporaryIndex index;
@@ -279,7 +250,7 @@ private slots:
         QCOMPARE(counts(one) + QLatin1Char(' ') + counts(two), QStringLiteral("2,1,1 0,0,0"));
         index.query(QStringLiteral("DELETE FROM generalstudy WHERE pk = ?"), {other});
         QCOMPARE(counts(one), QStringLiteral("1,0,0"));
-        QCOMPARE(index.query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 0);
+        QCOMPARE(index.count("imageformat"), 0);
     }
 
     void newImagesSetUploadStatesBack()

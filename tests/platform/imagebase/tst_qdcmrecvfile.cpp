@@ -106,7 +106,7 @@ private slots:
         QCOMPARE(
             after("UPDATE uploadfile SET State = 0 WHERE SOPInstanceUID = '1.1.1.2'"), QStringLiteral("3/2"));
         QCOMPARE(after("DELETE FROM uploadtask"), QStringLiteral("3/2"));
-        QCOMPARE(index.query(QStringLiteral("SELECT count(*) FROM uploadfile")).toInt(), 0);
+        QCOMPARE(index.count("uploadfile"), 0);
         index.query(QStringLiteral("DELETE FROM generalstudy"));
         QCOMPARE(
             index

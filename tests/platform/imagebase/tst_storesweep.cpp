@@ -62,7 +62,7 @@ private slots:
         for (const QString &path : others) {
             QVERIFY2(QFile::exists(path), qPrintable(path));
         }
-        QCOMPARE(m_index->query(QStringLiteral("SELECT count(*) FROM imageformat")).toInt(), 6);
+        QCOMPARE(m_index->count("imageformat"), 6);
         for (qlonglong image = 1; image <= 6; ++image) {
             QVERIFY(QFile::exists(pathOf(image)));
         }
