@@ -1,8 +1,15 @@
 #include "tlsservice.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QSslKey>
 #include <QSslSocket>
+
+namespace {
+
+constexpr auto caseless = QRegularExpression::CaseInsensitiveOption;
+
+} // namespace
 
 TlsService::TlsService(QString pem, QByteArray answer)
     : m_pem(std::move(pem))
@@ -27,10 +34,15 @@ void TlsService::incomingConnection(qintptr descriptor)
     }
     line->setLocalCertificate(m_pem);
     line->setPrivateKey(QSslKey(file.readAll(), QSsl::Rsa));
-    connect(line, &QSslSocket::readyRead, line, [this, line] {
-        if (line->readAll().contains("\r\n\r\n")) {
+    connect(line, &QSslSocket::readyRead, line, [this, line, asked = QByteArray()]() mutable {
+        asked += line->readAll();
+        static const QRegularExpression length(QStringLiteral("\r\ncontent-length: *(\\d+)"), caseless);
+        const int head = asked.indexOf("\r\n\r\n") + 4;
+        const int body = length.match(QString::fromLatin1(asked.left(head))).captured(1).toInt();
+        if (head >= 4 && asked.size() >= head + body) {
+            m_bodies.append(asked.mid(head, body));
+            asked.clear();
             line->write(m_answer);
-            line->disconnectFromHost();
         }
     });
     connect(line, &QSslSocket::disconnected, line, &QObject::deleteLater);

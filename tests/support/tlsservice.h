@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArrayList>
 #include <QTcpServer>
 
 /**
@@ -13,6 +14,8 @@ public:
     TlsService(QString pem, QByteArray answer);
 
     QString address() const;
+    /// Of the requests so far, in their order.
+    QByteArrayList bodies() const { return m_bodies; }
 
 protected:
     void incomingConnection(qintptr descriptor) override;
@@ -20,4 +23,5 @@ protected:
 private:
     const QString m_pem;
     const QByteArray m_answer;
+    QByteArrayList m_bodies;
 };

@@ -3,6 +3,7 @@
 #include <QByteArrayList>
 
 #include <algorithm>
+#include <cctype>
 #include <utility>
 
 namespace {
@@ -13,6 +14,19 @@ constexpr int firstFinal = 200;
 constexpr int good = 200;
 constexpr int noContent = 204;
 constexpr int notModified = 304;
+
+constexpr int decimal = 10;
+constexpr int hexadecimal = 16;
+
+/// Of nothing but digits; -1 where it is none, or too large.
+qint64 numberOf(const QByteArray &text, int base)
+{
+    bool isNumber = false;
+    const qint64 number = text.toLongLong(&isNumber, base);
+    const bool isOfDigits = std::all_of(text.begin(), text.end(),
+        [](char letter) { return std::isxdigit(static_cast<unsigned char>(letter)) != 0; });
+    return isNumber && isOfDigits ? number : -1;
+}
 
 } // namespace
 
@@ -98,6 +112,9 @@ bool HttpAnswerReader::readStatus(const QByteArray &line)
     m_status = line.mid(versionEnd + 1, statusEnd - versionEnd - 1).toInt(&isNumber);
     m_reason = line.mid(statusEnd + 1).trimmed();
     m_keepsAlive = line.startsWith("HTTP/1.1");
+    m_isChunked = false;
+    m_announced = -1;
+    m_contentType.clear();
     m_mode = Mode::Header;
     return isNumber && line.startsWith("HTTP/1.");
 }
@@ -108,20 +125,23 @@ bool HttpAnswerReader::readHeader(const QByteArray &line)
     const QByteArray name = line.left(colon).trimmed().toLower();
     const QByteArray value = line.mid(colon + 1).trimmed();
     if (name == "content-length") {
-        bool isNumber = false;
-        const qint64 length = value.toLongLong(&isNumber);
+        const qint64 length = numberOf(value, decimal);
         const bool isOther = m_announced >= 0 && m_announced != length;
         m_announced = length;
-        return isNumber && length >= 0 && !isOther;
+        return length >= 0 && !isOther;
     }
     if (name == "transfer-encoding") {
         m_isChunked = value.toLower() == "chunked"; // we have asked for no other
         return m_isChunked;
     }
+    if (name == "content-encoding") {
+        return value.toLower() == "identity"; // likewise
+    }
     if (name == "content-type") {
         m_contentType = value;
-    }
-    if (name == "connection") {
+    } else if (name == "location") {
+        m_location = value;
+    } else if (name == "connection") {
         const QByteArray words = value.toLower();
         m_keepsAlive = (m_keepsAlive || words.contains("keep-alive")) && !words.contains("close");
     }
@@ -132,7 +152,6 @@ bool HttpAnswerReader::endHead()
 {
     if (m_status < firstFinal) { // the one that counts is still to come
         m_mode = Mode::StatusLine;
-        m_announced = -1;
         return m_status != switchingProtocols;
     }
     if (m_status == noContent || m_status == notModified) {
@@ -151,11 +170,9 @@ bool HttpAnswerReader::endHead()
 
 bool HttpAnswerReader::readChunkSize(const QByteArray &line)
 {
-    constexpr int hexadecimal = 16;
-    bool isNumber = false;
-    m_left = line.split(';').constFirst().trimmed().toLongLong(&isNumber, hexadecimal);
+    m_left = numberOf(line.split(';').constFirst().trimmed(), hexadecimal);
     m_mode = m_left > 0 ? Mode::Chunk : Mode::Trailer;
-    return isNumber && m_left >= 0 && hasRoom(m_left);
+    return m_left >= 0 && hasRoom(m_left);
 }
 
 bool HttpAnswerReader::isTaken() const

@@ -38,6 +38,8 @@ public:
 
     int status() const { return m_status; }
     QString reason() const { return QString::fromLatin1(m_reason); }
+    /// Where a redirection points; empty where it says nothing.
+    const QByteArray &location() const { return m_location; }
     const QByteArray &body() const { return m_body; }
 
 private:
@@ -77,6 +79,7 @@ private:
     int m_status = 0;
     QByteArray m_reason;
     QByteArray m_contentType;
+    QByteArray m_location;
     qint64 m_announced = -1; ///< length of the body; -1 where the head names none
     qint64 m_left = 0; ///< of the body, or of the chunk
     QByteArray m_body;

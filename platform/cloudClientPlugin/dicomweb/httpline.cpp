@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int pieceBytes = 128 << 10;
+constexpr int piecesAtOnce = 16; ///< in one turn of the event loop
 constexpr qint64 heldBytes = 256 << 10; ///< by the socket, before it has sent them
 
 } // namespace
@@ -35,18 +36,31 @@ HttpLine::~HttpLine() = default;
 void HttpLine::send(const HttpRequest &request)
 {
     m_request = request;
-    m_answer.emplace(request.mostAnswer, request.take);
+    m_isRedirected = false;
+    m_isBegun = false;
+    beginSoon();
+}
+
+/// From the event loop, as the end may come at once.
+void HttpLine::beginSoon()
+{
+    m_answer.emplace(m_request->mostAnswer, m_request->take);
     m_heard.start();
     m_silence.start(m_patienceMs);
-    if (m_socket.isReady()) {
+    QTimer::singleShot(0, this, [this] {
+        if (m_request && !std::exchange(m_isBegun, true)) {
+            beginOrOpen();
+        }
+    });
+}
+
+void HttpLine::beginOrOpen()
+{
+    if (m_socket.isReady() && !m_socket.hasMore()) {
         begin();
-    } else {
+    } else { // what has come without being asked for answers nothing
         m_isUsed = false;
-        QTimer::singleShot(0, this, [this] { // a port nearby that refuses says so at once
-            if (m_request) {
-                m_socket.open();
-            }
-        });
+        m_socket.open();
     }
 }
 
@@ -69,7 +83,7 @@ QByteArray HttpLine::head() const
     if (m_request->body) {
         head += "\r\nContent-Length: " + QByteArray::number(m_request->body->size());
     }
-    return head + "\r\n\r\n";
+    return head + "\r\nAccept-Encoding: identity\r\n\r\n";
 }
 
 void HttpLine::begin()
@@ -93,17 +107,26 @@ bool HttpLine::hasMoreBody() const
 void HttpLine::sendMore()
 {
     m_heard.start();
+    int pieces = 0;
     while (hasMoreBody() && m_socket.isReady() && m_socket.pendingBytes() < heldBytes) {
         if (m_socket.hasMore()) { // an answer before the end; the service may hang up behind it
             m_socket.readMore();
-            continue;
+        } else if (pieces++ < piecesAtOnce) {
+            sendPiece();
+        } else { // others have their turn
+            QTimer::singleShot(0, this, &HttpLine::sendMore);
+            return;
         }
-        const qint64 length = m_request->body->read(m_piece.data(), pieceBytes);
-        if (length <= 0) {
-            end({WebProblem::FileUnreadable, m_request->body->errorString(), 0});
-        } else if (!m_socket.write(m_piece.constData(), length)) {
-            onFailed({WebProblem::LineCut, {}, 0});
-        }
+    }
+}
+
+void HttpLine::sendPiece()
+{
+    const qint64 length = m_request->body->read(m_piece.data(), pieceBytes);
+    if (length <= 0) {
+        end({WebProblem::FileUnreadable, m_request->body->errorString(), 0});
+    } else if (!m_socket.write(m_piece.constData(), length)) {
+        onFailed({WebProblem::LineCut, {}, 0});
     }
 }
 
@@ -136,7 +159,9 @@ void HttpLine::onFailed(const WebFailure &failure)
         m_socket.close();
         return;
     }
-    m_answer->endOfLine();
+    if (failure.problem == WebProblem::LineCut) {
+        m_answer->endOfLine();
+    }
     if (m_answer->isComplete()) {
         endWithAnswer();
     } else if (m_isUsed && !m_answer->hasBegun()) {
@@ -170,15 +195,31 @@ void HttpLine::abort()
 /// An answer to a body that is not yet sent to its end is taken: the rest of it is not wanted.
 void HttpLine::endWithAnswer()
 {
-    const HttpAnswer answer{
-        HttpStatus::failureOf(m_answer->status(), m_answer->reason()), m_answer->status(), m_answer->body()};
     m_isUsed = m_answer->keepsAlive() && !hasMoreBody() && m_socket.pendingBytes() == 0;
     if (!m_isUsed) {
         m_socket.close();
     }
+    if (isPointedElsewhere()) {
+        m_request->url = m_request->url.resolved(QUrl::fromEncoded(m_answer->location()));
+        m_isBegun = false;
+        beginSoon();
+        return;
+    }
     m_silence.stop();
+    const HttpAnswer answer{
+        HttpStatus::failureOf(m_answer->status(), m_answer->reason()), m_answer->status(), m_answer->body()};
     m_request.reset();
     emit finished(answer);
+}
+
+/// Once, and to the same server alone, as credentials follow.
+bool HttpLine::isPointedElsewhere()
+{
+    const QUrl from = m_request->url;
+    const QUrl to = from.resolved(QUrl::fromEncoded(m_answer->location()));
+    const bool isSame = to.scheme() == from.scheme() && to.host() == from.host() && to.port() == from.port();
+    return HttpStatus::isRedirection(m_answer->status(), m_request->body != nullptr) && isSame
+        && !m_answer->location().isEmpty() && !std::exchange(m_isRedirected, true);
 }
 
 void HttpLine::end(const WebFailure &failure)

@@ -59,12 +59,16 @@ signals:
     void finished(const HttpAnswer &answer);
 
 private:
+    void beginSoon();
+    void beginOrOpen();
     void begin();
     void sendMore();
+    void sendPiece();
     void onCame(const QByteArray &bytes);
     void onFailed(const WebFailure &failure);
     void onSilence();
     void endWithAnswer();
+    bool isPointedElsewhere();
     void end(const WebFailure &failure);
     QByteArray head() const;
     bool hasMoreBody() const;
@@ -73,6 +77,8 @@ private:
     const int m_patienceMs;
     std::optional<HttpRequest> m_request;
     std::optional<HttpAnswerReader> m_answer;
+    bool m_isBegun = false;
+    bool m_isRedirected = false;
     bool m_isReading = false; ///< m_answer has called somebody
     bool m_isUsed = false; ///< the connection has carried a request before this one
     QByteArray m_piece; ///< of the body

@@ -3,6 +3,10 @@
 namespace {
 
 constexpr int firstRedirect = 300;
+constexpr int moved = 301;
+constexpr int found = 302;
+constexpr int temporaryRedirect = 307;
+constexpr int permanentRedirect = 308;
 constexpr int unauthorized = 401;
 constexpr int forbidden = 403;
 constexpr int notFound = 404;
@@ -34,6 +38,12 @@ WebProblem problemOf(int status)
 }
 
 } // namespace
+
+bool HttpStatus::isRedirection(int status, bool hasBody)
+{
+    const bool staysTheSame = status == temporaryRedirect || status == permanentRedirect;
+    return staysTheSame || (!hasBody && (status == moved || status == found));
+}
 
 WebFailure HttpStatus::failureOf(int status, const QString &reason)
 {

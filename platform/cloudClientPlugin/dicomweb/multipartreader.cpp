@@ -6,6 +6,7 @@ namespace {
 
 constexpr int longestHead = 16 * 1024;
 constexpr int bridgeLength = 1024; ///< more than most heads with their boundaries have
+constexpr int longestPreamble = 64 * 1024; ///< and what follows the last part
 constexpr int longestBoundary = 200; ///< 70 by the standard
 constexpr char lineEnd[] = "\r\n";
 constexpr char headEnd[] = "\r\n\r\n";
@@ -49,7 +50,8 @@ MultipartReader::MultipartReader(const QByteArray &contentType, Sink sink)
 bool MultipartReader::feed(const QByteArray &bytes)
 {
     if (m_state == State::Complete) {
-        return true;
+        m_dropped += bytes.size();
+        return m_dropped <= longestPreamble;
     }
     int from = 0;
     if (!m_held.isEmpty()) {
@@ -127,11 +129,16 @@ bool MultipartReader::step()
 bool MultipartReader::findFirst()
 {
     const int at = m_matcher.indexIn(m_held, m_at);
+    const int end = at >= 0 ? at : std::max(m_at, m_held.size() - m_delimiter.size() + 1);
+    m_dropped += end - m_at;
+    m_at = end;
+    if (m_dropped > longestPreamble) {
+        return fail();
+    }
     if (at < 0) {
-        m_at = std::max(m_at, m_held.size() - m_delimiter.size() + 1);
         return false;
     }
-    m_at = at + m_delimiter.size();
+    m_at += m_delimiter.size();
     m_state = State::Boundary;
     return true;
 }

@@ -27,7 +27,7 @@ public:
     /// @param contentType of the whole; without a boundary in it the reader is Broken from the start
     MultipartReader(const QByteArray &contentType, Sink sink);
 
-    /// @return false once the body is broken, or the sink has had enough
+    /// @return false once the body is broken, goes on long after its end, or the sink has had enough
     bool feed(const QByteArray &bytes);
     State state() const { return m_state; }
 
@@ -49,6 +49,7 @@ private:
     QByteArray m_delimiter; ///< the line's end, two dashes and the boundary
     QByteArrayMatcher m_matcher; ///< for it
     QByteArray m_held; ///< what is being read
+    int m_dropped = 0; ///< bytes before the first part and after the last
     int m_at = 0; ///< how much of it is done with
     State m_state = State::Before;
 };

@@ -106,9 +106,9 @@ bool ObjectsRetrieve::take(const QByteArray &type, const char *data, qint64 leng
 {
     if (!m_reader) {
         m_reader = std::make_unique<MultipartReader>(type,
-            MultipartReader::Sink{[this](const QByteArray &part) { return beginFile(part); },
-                [this](const char *bytes, qint64 count) { return writeFile(bytes, count); },
-                [this] { return endFile(); }});
+            MultipartReader::Sink{[this](const QByteArray &part) { return m_line && beginFile(part); },
+                [this](const char *bytes, qint64 count) { return m_line && writeFile(bytes, count); },
+                [this] { return m_line && endFile(); }});
     }
     m_bytes += length;
     emit progress(m_bytes);
@@ -119,8 +119,11 @@ void ObjectsRetrieve::end(const HttpAnswer &answer)
 {
     m_line->disconnect(this);
     m_line.clear();
-    WebFailure failure = m_failure.isNone() ? answer.failure : m_failure;
     const bool isWhole = m_reader && m_reader->state() == MultipartReader::State::Complete;
+    WebFailure failure = m_failure;
+    if (failure.isNone() && !isWhole) {
+        failure = answer.failure;
+    }
     if (failure.isNone() && !isWhole) {
         failure = {m_reader ? WebProblem::LineCut : WebProblem::BadAnswer, {}, 0};
     }

@@ -1,10 +1,12 @@
 #include "servicesocket.h"
 
 #include <QSslSocket>
+#include <QTimer>
 
 namespace {
 
 constexpr int pieceBytes = 256 << 10;
+constexpr int piecesAtOnce = 8; ///< in one turn of the event loop
 constexpr int plainPort = 80;
 constexpr int securePort = 443;
 
@@ -125,13 +127,19 @@ void ServiceSocket::readMore()
 {
     const QTcpSocket *socket = m_socket.get();
     qint64 length = 1;
-    while (length > 0 && m_socket.get() == socket) { // whoever hears of it may close
+    for (int piece = 0; length > 0 && m_socket && m_socket.get() == socket;
+         ++piece) { // whoever hears may close
+        if (piece == piecesAtOnce) { // others have their turn
+            QTimer::singleShot(0, m_socket.get(), [this] { readMore(); });
+            return;
+        }
         length = m_socket->read(m_piece.data(), m_piece.size());
         if (length > 0) {
             emit came(QByteArray::fromRawData(m_piece.constData(), static_cast<int>(length)));
         }
     }
-    if (m_socket.get() == socket && m_isReady && m_socket->state() == QAbstractSocket::UnconnectedState) {
+    if (m_socket && m_socket.get() == socket && m_isReady
+        && m_socket->state() == QAbstractSocket::UnconnectedState) {
         m_isReady = false;
         emit failed({WebProblem::LineCut, m_socket->errorString(), 0});
     }

@@ -21,7 +21,7 @@ public:
     explicit ServiceSocket(const WebService &service, QObject *parent = nullptr);
     ~ServiceSocket() override;
 
-    /// Connects anew; ready() or failed() comes later.
+    /// Connects anew; ready() or failed() tells the end, which may come before this returns.
     void open();
     void close();
     bool isReady() const { return m_isReady; }

@@ -1,6 +1,8 @@
 #include "httpline.h"
 #include "oddservice.h"
+#include "testauthority.h"
 #include "testmain.h"
+#include "tlsservice.h"
 
 #include <QBuffer>
 #include <QTcpSocket>
@@ -20,6 +22,19 @@ HttpAnswerReader fed(const QByteArray &bytes, int piece)
     }
     return reader;
 }
+
+/// A body on a disk that fails.
+class Unreadable : public QIODevice
+{
+public:
+    Unreadable() { open(ReadOnly | Unbuffered); }
+    bool isSequential() const override { return false; }
+    qint64 size() const override { return 10; }
+
+protected:
+    qint64 readData(char * /*data*/, qint64 /*most*/) override { return -1; }
+    qint64 writeData(const char * /*data*/, qint64 /*length*/) override { return -1; }
+};
 
 WebService serviceAt(const QString &address)
 {
@@ -99,6 +114,8 @@ private slots:
         QTest::newRow("a long chunk") << head + "Transfer-Encoding: chunked\r\n\r\nffffffff\r\n";
         QTest::newRow("a long body") << head + "Content-Length: 1001\r\n\r\n";
         QTest::newRow("an endless body") << head + "\r\n" + QByteArray(1001, 'x');
+        QTest::newRow("a signed length") << head + "Content-Length: +5\r\n\r\n";
+        QTest::newRow("a coded body") << head + "Content-Encoding: gzip\r\nContent-Length: 1\r\n\r\n";
         QTest::newRow("another coding") << head + "Transfer-Encoding: gzip, chunked\r\n\r\n";
     }
 
@@ -163,6 +180,77 @@ private slots:
         const WebService hushed = serviceAt(silent.address());
         HttpLine impatient(hushed, 50);
         QCOMPARE(answerOf(impatient, hushed).failure.problem, WebProblem::TimedOut);
+    }
+
+    /// What ends at once ends the request that it was, and the line carries the next.
+    void endsAreTold()
+    {
+        const OddService good(httpAnswer("200 OK", "text/plain", "good"), OddService::After::Keep);
+        const WebService service = serviceAt(good.address());
+        HttpLine line(service, mostMs);
+        QCOMPARE(answerOf(line, service).body, QByteArray("good"));
+        Unreadable body;
+        QCOMPARE(answerOf(line, service, &body).failure.problem, WebProblem::FileUnreadable);
+        QCOMPARE(answerOf(line, service).body, QByteArray("good"));
+        connect(&line, &HttpLine::finished, &line, [&] { line.disconnect(); });
+        line.send({"GET", service.at(QStringLiteral("studies")), {}, nullptr, mostBody});
+        line.abort();
+        QVERIFY(line.isIdle());
+        QCOMPARE(answerOf(line, service).body, QByteArray("good"));
+    }
+
+    /// Bodies of any size arrive whole over TLS, on one connection; who is not trusted gets none.
+    void bodiesGoOverTls()
+    {
+        const TestAuthority authority;
+        const TlsService tls(
+            authority.issue(QStringLiteral("good")), httpAnswer("200 OK", "text/plain", "good"));
+        WebService service = serviceAt(tls.address());
+        QBuffer body;
+        body.setData(QByteArray(3 << 20, 'x') + "end");
+        QVERIFY(body.open(QIODevice::ReadOnly));
+        HttpLine stranger(service, mostMs);
+        QCOMPARE(answerOf(stranger, service, &body).failure.problem, WebProblem::CertificateRefused);
+        service.authorities = QSslCertificate::fromPath(authority.certificate());
+        HttpLine line(service, mostMs);
+        for (int time = 0; time < 2; ++time) {
+            QCOMPARE(answerOf(line, service, &body).body, QByteArray("good"));
+        }
+        QCOMPARE(tls.bodies(), QByteArrayList({body.data(), body.data()}));
+
+        const TlsService old(authority.issue(QStringLiteral("old"), -2), QByteArray());
+        service.address = QUrl(old.address());
+        HttpLine expired(service, mostMs);
+        QCOMPARE(answerOf(expired, service, &body).failure.problem, WebProblem::CertificateRefused);
+        QVERIFY(old.bodies().isEmpty());
+    }
+
+    /// To another place of the same server, once; another server gets nothing.
+    void redirectionsStayAtTheServer()
+    {
+        const auto pointing = [](const QByteArray &to) {
+            return "HTTP/1.1 307 There\r\nLocation: " + to + "\r\nContent-Length: 0\r\n\r\n";
+        };
+        const OddService moved([&](const QByteArray &request) {
+            return request.contains("/there") ? httpAnswer("200 OK", "text/plain", "good")
+                                              : pointing("/there");
+        });
+        const WebService service = serviceAt(moved.address());
+        HttpLine line(service, mostMs);
+        QBuffer body;
+        body.setData("body");
+        QVERIFY(body.open(QIODevice::ReadOnly));
+        QCOMPARE(answerOf(line, service, &body).body, QByteArray("good"));
+        QCOMPARE(moved.asked().count("\r\n\r\nbody"), 2);
+
+        const OddService elsewhere(pointing(moved.address().toLatin1()));
+        const WebService away = serviceAt(elsewhere.address());
+        HttpLine led(away, mostMs);
+        QCOMPARE(answerOf(led, away).failure.problem, WebProblem::NotDicomWeb);
+        const OddService round(pointing("/web"));
+        const WebService circle = serviceAt(round.address());
+        HttpLine dizzy(circle, mostMs);
+        QCOMPARE(answerOf(dizzy, circle).failure.problem, WebProblem::NotDicomWeb);
     }
 
     /// A proxy is asked for the whole address, and told who asks.
