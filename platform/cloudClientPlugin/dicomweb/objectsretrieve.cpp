@@ -1,5 +1,6 @@
 #include "objectsretrieve.h"
 
+#include "diskroom.h"
 #include "httpline.h"
 #include "webclient.h"
 
@@ -9,7 +10,6 @@
 
 namespace {
 
-constexpr qint64 askForRoomAfter = qint64(1) << 20;
 constexpr char wanted[] = "multipart/related; type=\"application/dicom\"; transfer-syntax=*";
 
 } // namespace
@@ -73,9 +73,9 @@ bool ObjectsRetrieve::writeFile(const char *data, qint64 length)
         return false;
     }
     m_sinceAsked += length;
-    if (m_hasRoom && m_sinceAsked >= askForRoomAfter) {
+    if (m_sinceAsked >= askForRoomAfter) {
         m_sinceAsked = 0;
-        if (!m_hasRoom()) {
+        if (!hasDiskRoom(m_folder)) {
             m_failure = {WebProblem::DiskFull, {}, 0};
             return false;
         }

@@ -8,7 +8,6 @@
 #include <QObject>
 #include <QPointer>
 
-#include <functional>
 #include <memory>
 
 class HttpLine;
@@ -18,7 +17,8 @@ struct HttpAnswer;
 /**
  * A WADO-RS request for the objects of a study, a series or one instance, as they are stored: each goes into
  * a file of a folder while it comes in, so that memory stays small. A file that is announced is whole; what
- * an end in the middle left is removed.
+ * an end in the middle left is removed. Where the disk has no room for more (hasDiskRoom()), it ends with
+ * DiskFull.
  */
 class CLOUDCLIENTPLUGIN_EXPORT ObjectsRetrieve : public QObject
 {
@@ -31,8 +31,6 @@ public:
     ObjectsRetrieve(WebClient &client, const QString &resource, QString folder, QObject *parent = nullptr);
     ~ObjectsRetrieve() override;
 
-    /// @param hasRoom is asked now and then while a file grows; without room the request ends with DiskFull
-    void setRoom(std::function<bool()> hasRoom) { m_hasRoom = std::move(hasRoom); }
     void abort();
     int objects() const { return m_objects; }
 
@@ -42,6 +40,8 @@ signals:
     void finished(const WebFailure &failure);
 
 private:
+    static constexpr qint64 askForRoomAfter = qint64(1) << 20;
+
     bool beginFile(const QByteArray &type);
     bool writeFile(const char *data, qint64 length);
     bool endFile();
@@ -54,8 +54,7 @@ private:
     std::unique_ptr<MultipartReader> m_reader;
     QFile m_file;
     WebFailure m_failure;
-    std::function<bool()> m_hasRoom;
-    qint64 m_sinceAsked = 0; ///< bytes written since m_hasRoom was asked
+    qint64 m_sinceAsked = askForRoomAfter; ///< bytes written since the disk was asked for room
     qint64 m_bytes = 0; ///< that have come
     int m_objects = 0;
 };

@@ -1,6 +1,7 @@
 #include "studysearch.h"
 
 #include "boundedanswer.h"
+#include "textfold.h"
 #include "webclient.h"
 
 #include <QNetworkReply>
@@ -19,13 +20,37 @@ QString range(const QString &first, const QString &last)
     return first.isEmpty() && last.isEmpty() ? QString() : first + QLatin1Char('-') + last;
 }
 
-/// Letters, digits and what else travels in a query as it is. Any other character becomes a wildcard: of any
-/// length beyond ASCII, as archives may leave those out where they search.
+const QString anyText = QStringLiteral("*");
+const QString anyCharacter = QStringLiteral("?");
+
+/// What would have to be escaped in a query becomes a wildcard.
+QString unescaped(QString value)
+{
+    static const QRegularExpression other(QStringLiteral("(?![A-Za-z0-9*?._-])[\\x00-\\x7f]"));
+    return value.replace(other, anyCharacter);
+}
+
+/// The same for what is beyond ASCII: of any length, as archives may leave it out where they search.
 QString plain(QString value)
 {
     static const QRegularExpression beyondAscii(QStringLiteral("[^\\x00-\\x7f]+"));
-    static const QRegularExpression other(QStringLiteral("[^A-Za-z0-9*?._-]"));
-    return value.replace(beyondAscii, QStringLiteral("*")).replace(other, QStringLiteral("?"));
+    return unescaped(value.replace(beyondAscii, anyText));
+}
+
+/// An unescaped() text as a pattern of whole values.
+QRegularExpression patternOf(const QString &text)
+{
+    const QString pattern = QRegularExpression::escape(text)
+                                .replace(QStringLiteral("\\*"), QStringLiteral(".*"))
+                                .replace(QStringLiteral("\\?"), QStringLiteral("."));
+    return QRegularExpression(
+        QRegularExpression::anchoredPattern(pattern), QRegularExpression::DotMatchesEverythingOption);
+}
+
+/// Any of a name's parts may be looked for.
+QString nameKey(const QString &name)
+{
+    return name.isEmpty() ? QString() : anyText + name + anyText;
 }
 
 QString identityOf(const DicomJson &answer)
@@ -54,7 +79,7 @@ QUrlQuery StudyQuestion::query() const
             query.addQueryItem(DicomTag::name(tag), plain(value));
         }
     };
-    add(DicomTag::patientName, patientName.isEmpty() ? QString() : QStringLiteral("*%1*").arg(patientName));
+    add(DicomTag::patientName, nameKey(patientName));
     add(DicomTag::patientId, patientId);
     add(DicomTag::studyDate, range(firstDate, lastDate));
     add(DicomTag::modalitiesInStudy, modality);
@@ -68,14 +93,13 @@ QUrlQuery StudyQuestion::query() const
 
 bool StudyQuestion::matches(const DicomJson &study) const
 {
-    const auto fits = [](const QString &wanted, const QString &value, bool isPart) {
-        const QString pattern = QRegularExpression::wildcardToRegularExpression(
-            isPart ? QStringLiteral("*%1*").arg(wanted) : wanted);
-        return wanted.isEmpty()
-            || QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption).match(value).hasMatch();
-    };
-    return fits(patientName, study.text(DicomTag::patientName), true)
-        && fits(patientId, study.text(DicomTag::patientId), false);
+    const QString name = study.text(DicomTag::patientName);
+    const QRegularExpression wantedName = patternOf(unescaped(foldedText(nameKey(patientName))));
+    const QRegularExpression wantedId = patternOf(unescaped(foldedText(patientId)));
+    const bool isNamed = patientName.isEmpty() || wantedName.match(foldedText(name)).hasMatch()
+        || (isUnparted(patientName) && wantedName.match(joinedName(name)).hasMatch());
+    return isNamed
+        && (patientId.isEmpty() || wantedId.match(foldedText(study.text(DicomTag::patientId))).hasMatch());
 }
 
 StudySearch::StudySearch(
@@ -168,7 +192,7 @@ void StudySearch::answered()
     m_isCutShort = m_read >= m_most;
     emit found(fresh);
     if (m_isCutShort) {
-        end({});
+        end({m_most == everything ? WebProblem::BadAnswer : WebProblem::None, {}, 0});
     } else {
         m_reply->deleteLater();
         ask();

@@ -26,7 +26,8 @@ struct CLOUDCLIENTPLUGIN_EXPORT StudyQuestion
     /// The query of a QIDO-RS search for studies. Whatever would have to be escaped is asked for as "any
     /// character", since not every service undoes that: what comes back may be more than was asked for.
     QUrlQuery query() const;
-    /// Whether a study that was found is one that was asked for, as far as names and IDs go.
+    /// Whether a study that was found is one that was asked for, as far as names and IDs go: without regard
+    /// to case, accents and what parts a name, as in the index.
     bool matches(const DicomJson &study) const;
 };
 
@@ -40,9 +41,11 @@ class CLOUDCLIENTPLUGIN_EXPORT StudySearch : public QObject
 
 public:
     static constexpr int mostAnswers = 1000;
+    static constexpr int everything = 100'000; ///< series or objects; no study and no series has as many
 
     /// Asks at once. @param client must live on the same thread, and outlive the search
     /// @param resource as "studies", "studies/1.2.3/series" or ".../instances"
+    /// @param most answers that are read. A service that has more than everything gives a BadAnswer
     StudySearch(WebClient &client, QString resource, const QUrlQuery &query, QObject *parent = nullptr,
         int most = mostAnswers);
     ~StudySearch() override;

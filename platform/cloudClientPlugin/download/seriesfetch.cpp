@@ -8,7 +8,6 @@
 namespace {
 
 constexpr int atATime = 4;
-constexpr int mostListed = 100'000; ///< no series is as large
 
 /// A service without lists of instances, which may have the series nevertheless.
 bool cannotList(WebProblem problem)
@@ -43,7 +42,6 @@ void SeriesFetch::fetchAll()
 ObjectsRetrieve *SeriesFetch::retrieve(const QString &resource)
 {
     auto *request = new ObjectsRetrieve(m_client, resource, m_folder, this);
-    request->setRoom(m_hasRoom);
     m_requests.append(request);
     connect(request, &ObjectsRetrieve::received, this, &SeriesFetch::received);
     connect(request, &ObjectsRetrieve::progress, this, [this, before = qint64(0)](qint64 bytes) mutable {
@@ -58,7 +56,8 @@ ObjectsRetrieve *SeriesFetch::retrieve(const QString &resource)
 void SeriesFetch::fetchMissing(const QSet<QString> &present)
 {
     m_present = present;
-    m_search = new StudySearch(m_client, resource() + QStringLiteral("/instances"), {}, this, mostListed);
+    m_search = new StudySearch(
+        m_client, resource() + QStringLiteral("/instances"), {}, this, StudySearch::everything);
     connect(m_search, &StudySearch::found, this, &SeriesFetch::list);
     connect(m_search, &StudySearch::finished, this, &SeriesFetch::listEnded);
 }
@@ -82,9 +81,9 @@ void SeriesFetch::listEnded(const WebFailure &failure)
     const bool isCutShort = m_search->isCutShort();
     m_search->deleteLater();
     m_search = nullptr;
-    if (isCutShort) {
+    if (isCutShort) { // all of it would be no better
         m_missing.clear();
-        end({WebProblem::BadAnswer, {}, 0});
+        end(failure);
     } else if (failure.isNone() && !m_listed.isEmpty()) {
         pump();
     } else if (failure.isNone() || cannotList(failure.problem)) {

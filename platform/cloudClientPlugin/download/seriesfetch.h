@@ -6,9 +6,6 @@
 #include <QSet>
 #include <QStringList>
 
-#include <functional>
-#include <memory>
-
 class DicomJson;
 class ObjectsRetrieve;
 class StudySearch;
@@ -28,8 +25,6 @@ public:
         WebClient &client, QString studyUid, QString seriesUid, QString folder, QObject *parent = nullptr);
     ~SeriesFetch() override;
 
-    /// @param hasRoom is asked now and then while a file grows
-    void setRoom(std::function<bool()> hasRoom) { m_hasRoom = std::move(hasRoom); }
     /// Begins, once.
     void fetchAll();
     /// Begins, once: what the service lists and present does not have. A service that lists nothing is asked
@@ -60,7 +55,6 @@ private:
     const QString m_seriesUid;
     const QString m_folder;
     StudySearch *m_search = nullptr;
-    std::function<bool()> m_hasRoom;
     QSet<QString> m_present;
     QSet<QString> m_listed;
     QStringList m_missing; ///< not asked for yet

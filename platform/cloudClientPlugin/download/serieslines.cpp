@@ -52,7 +52,6 @@ void SeriesLines::fetch(const AskedSeries &series, const QSet<QString> &present,
     }
     line.series = series;
     line.fetch = new SeriesFetch(*line.client, series.studyUid, series.seriesUid, m_spool.folder(), this);
-    line.fetch->setRoom([this] { return m_spool.hasRoom(0); });
     connect(line.fetch, &SeriesFetch::received, this,
         [this, &line](const QString &path) { emit received(line.series, path); });
     connect(line.fetch, &SeriesFetch::progressed, this,

@@ -22,7 +22,6 @@ constexpr char receivedSuffix[] = ".received";
 constexpr char downloadedSuffix[] = ".downloaded";
 constexpr char lockName[] = "/lock";
 constexpr char asideName[] = "aside";
-constexpr qint64 usualReserve = 64 << 20;
 constexpr int foldersTried = 5;
 
 } // namespace

@@ -25,6 +25,8 @@ enum class SpoolKind : quint8 { Received, Downloaded };
 class IMAGEBASE_EXPORT ObjectSpool
 {
 public:
+    static constexpr qint64 usualReserve = 64 << 20; ///< bytes of the disk that are left to the index
+
     /// @param synced whether an object is to survive a power cut once it is kept
     explicit ObjectSpool(
         const QString &databasePath, bool synced = true, SpoolKind kind = SpoolKind::Received);
