@@ -1,6 +1,8 @@
 #include "uploadpace.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace {
 
@@ -32,11 +34,25 @@ int UploadPace::batchObjects() const
     return objectSteps.at(static_cast<std::size_t>(m_bytesAt));
 }
 
+/// How many objects of the usual size a request has at a step of bytes.
+int UploadPace::objectsAt(int step) const
+{
+    const auto at = static_cast<std::size_t>(step);
+    const double fitting = m_objectBytes > 0 ? std::ceil(double(byteSteps.at(at)) / m_objectBytes) : step + 1;
+    return static_cast<int>(std::min<double>(objectSteps.at(at), fitting));
+}
+
 bool UploadPace::apply(int move)
 {
-    int &at = move == MoreRequests || move == FewerRequests ? m_requestsAt : m_bytesAt;
-    const int most = static_cast<int>(&at == &m_requestsAt ? requestSteps.size() : byteSteps.size()) - 1;
-    const int next = at + (move == MoreRequests || move == MoreBytes ? 1 : -1);
+    const bool isOfRequests = move == MoreRequests || move == FewerRequests;
+    const int way = move == MoreRequests || move == MoreBytes ? 1 : -1;
+    int &at = isOfRequests ? m_requestsAt : m_bytesAt;
+    const int most = static_cast<int>(isOfRequests ? requestSteps.size() : byteSteps.size()) - 1;
+    int next = at + way;
+    // Of large objects there is one in a request at several steps: nothing could be learnt there.
+    while (!isOfRequests && next > 0 && next < most && objectsAt(next) == objectsAt(at)) {
+        next += way;
+    }
     if (next < 0 || next > most) {
         return false;
     }
@@ -53,6 +69,9 @@ void UploadPace::startWindow()
 
 void UploadPace::acknowledged(qint64 bytes, int objects, qint64 nowMs)
 {
+    constexpr double weight = 0.2;
+    const double size = double(bytes) / objects;
+    m_objectBytes = m_objectBytes > 0 ? m_objectBytes + weight * (size - m_objectBytes) : size;
     if (m_left == windowUnset) {
         startWindow();
     }

@@ -30,6 +30,7 @@ private:
     static constexpr int windowUnset = -1;
 
     bool apply(int move);
+    int objectsAt(int step) const;
     void judge(double rate, qint64 nowMs);
     void tryNext(qint64 nowMs);
     void startWindow();
@@ -39,6 +40,7 @@ private:
     int m_triedRequestsAt = 5; ///< what to go back to
     int m_triedBytesAt = 1;
     bool m_isTrying = false;
+    double m_objectBytes = 0; ///< what an object has of late
     int m_move = MoreRequests;
     int m_failedMoves = 0;
     double m_best = 0; ///< the rate of what is kept

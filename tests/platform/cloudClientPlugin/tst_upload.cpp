@@ -437,26 +437,31 @@ private slots:
     {
         QTest::addColumn<int>("requests");
         QTest::addColumn<int>("kib");
-        QTest::newRow("one object at a time, few requests") << 2 << 0;
-        QTest::newRow("large requests, many at once") << 8 << 2048;
-        QTest::newRow("large requests, one at once") << 1 << 2048;
+        QTest::addColumn<int>("size");
+        QTest::newRow("one object at a time, few requests") << 2 << 9 << 9000;
+        QTest::newRow("large requests, many at once") << 8 << 879 << 9000;
+        QTest::newRow("large requests, one at once") << 1 << 879 << 9000;
+        QTest::newRow("large objects, some in a request") << 8 << 6211 << 530000;
     }
 
     void paceClimbsToTheBest()
     {
         QFETCH(int, requests);
         QFETCH(int, kib);
+        QFETCH(int, size);
         UploadPace pace;
+        const auto count = [&] {
+            return qBound(1, int((pace.batchBytes() + size - 1) / size), pace.batchObjects());
+        };
         const auto rateNow = [&] { // objects a millisecond, falling to both sides of the best
             const double away = std::abs(std::log2(double(pace.requests()) / requests))
-                + std::abs(std::log2(double(pace.batchBytes() / 1024 + 8) / (kib + 8)));
+                + std::abs(std::log2((double(count()) * size / 1024 + 8) / (kib + 8)));
             return 2 / (1 + away);
         };
         double now = 0;
         for (int answer = 0; answer < 30000; ++answer) {
-            const int count = qBound(1, int(pace.batchBytes() / 9000), pace.batchObjects());
-            now += count / rateNow();
-            pace.acknowledged(count * qint64(9000), count, qint64(now));
+            now += count() / rateNow();
+            pace.acknowledged(count() * qint64(size), count(), qint64(now));
         }
         QVERIFY2(rateNow() > 0.8 * 2,
             qPrintable(QStringLiteral("%1 requests of %2").arg(pace.requests()).arg(pace.batchBytes())));
