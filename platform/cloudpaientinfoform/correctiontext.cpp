@@ -216,6 +216,8 @@ QString CorrectionText::earlier(const CorrectionReport &report)
         return tr("An interrupted correction was taken back: the service has what it had before.");
     case CorrectionReport::End::UndoPending:
         return tr("An interrupted correction is still to be taken back in the service.");
+    case CorrectionReport::End::Doubled:
+        return CorrectionText::report(report, {});
     default:
         return joined({report.objects > 0 ? tr("An interrupted correction could not be finished: the service "
                                                "has the corrected values, the index has not.")

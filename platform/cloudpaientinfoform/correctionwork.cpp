@@ -1,13 +1,10 @@
 #include "correctionwork.h"
 
 #include "indexconnection.h"
-#include "objectcorrection.h"
 #include "runningcorrection.h"
 #include "servicecalls.h"
 #include "studycorrection.h"
 #include "studysearch.h"
-
-#include <QThread>
 
 namespace {
 
@@ -39,67 +36,54 @@ CorrectionWork::CorrectionWork(QObject *parent)
     : QObject(parent)
 { }
 
-CorrectionWork::~CorrectionWork()
+CorrectionWork::~CorrectionWork() = default;
+
+/// From the thread, to be said on the GUI's.
+void CorrectionWork::tell(const News &news)
 {
-    m_stop = true;
-    if (m_thread) {
-        m_thread->wait();
-    }
+    QMetaObject::invokeMethod(this, news, Qt::QueuedConnection);
 }
 
-void CorrectionWork::begin(const std::function<void(const Tell &)> &work)
+/// Nothing is said once another has begun.
+void CorrectionWork::tell(int number, const News &news)
 {
-    if (m_thread) {
-        m_stop = true; // a reading; a correction has said that it is at its end
-        m_thread->wait();
-    }
-    m_stop = false;
-    const Tell tell = [this, number = ++m_number](const std::function<void()> &news) {
-        QMetaObject::invokeMethod(
-            this,
-            [this, number, news] {
-                if (number == m_number) {
-                    news();
-                }
-            },
-            Qt::QueuedConnection);
-    };
-    m_thread.reset(QThread::create([work, tell] { work(tell); }));
-    m_thread->setStackSize(correctionStack);
-    m_thread->start();
+    tell([this, number, news] {
+        if (number == m_number) {
+            news();
+        }
+    });
 }
 
 void CorrectionWork::read(
     const QString &databasePath, qlonglong studyPk, const QString &studyUid, const WebService &service)
 {
-    begin([=](const Tell &tell) {
-        const bool hasService = !service.address.isEmpty();
-        if (hasService) {
-            const auto earlier =
-                StudyCorrection(service, m_stop, [](const CorrectionProgress &) {}).finishBegun(databasePath);
-            if (!earlier.isEmpty()) {
-                tell([this, earlier] { emit finishedEarlier(earlier); });
-            }
+    m_thread.begin([=, number = ++m_number](const std::atomic<bool> &stop) {
+        const auto earlier =
+            StudyCorrection(service, stop, [](const CorrectionProgress &) {}).finishBegun(databasePath);
+        if (!earlier.isEmpty()) {
+            tell([this, earlier] { emit finishedEarlier(earlier); });
         }
         StudyFacts facts;
         const IndexConnection connection(databasePath);
         if (connection.isOpen()) {
             facts.index = indexedPatientOf(connection.database(), studyPk, studyUid);
         }
-        if (hasService) {
-            askService(facts, studyUid, service, m_stop);
+        if (!service.address.isEmpty()) {
+            askService(facts, studyUid, service, stop);
         }
-        tell([this, facts] { emit known(facts); });
+        tell(number, [this, facts] { emit known(facts); });
     });
 }
 
 void CorrectionWork::correct(const CorrectionRequest &request, const WebService &service)
 {
     m_running = std::make_unique<RunningCorrection>([this] { stop(); });
-    begin([=](const Tell &tell) {
-        const auto show = [&](const CorrectionProgress &now) { tell([this, now] { emit progress(now); }); };
-        const CorrectionReport report = StudyCorrection(service, m_stop, show).run(request);
-        tell([this, report] {
+    m_thread.begin([=, number = ++m_number](const std::atomic<bool> &stop) {
+        const auto show = [&](const CorrectionProgress &now) {
+            tell(number, [this, now] { emit progress(now); });
+        };
+        const CorrectionReport report = StudyCorrection(service, stop, show).run(request);
+        tell(number, [this, report] {
             m_running.reset();
             emit finished(report);
         });

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "correctionrequest.h"
+#include "correctionthread.h"
 #include "webservice.h"
 
 #include <QObject>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 
-class QThread;
 class RunningCorrection;
 
 /// A study's patient as the index and the service have it.
@@ -25,8 +24,9 @@ struct StudyFacts
 Q_DECLARE_METATYPE(StudyFacts)
 
 /**
- * Reads, and then corrects, on a thread of its own; one of them at a time: a new reading ends the one before,
- * which says no more. Destroying it stops what may be stopped and waits for the rest. GUI thread.
+ * Reads, and then corrects, on a thread of its own; one of them at a time: a new reading ends the one before
+ * and waits for its end elsewhere; that one says no more but what it has finished. Destroying it stops what
+ * may be stopped and waits for the rest. GUI thread.
  */
 class CorrectionWork : public QObject
 {
@@ -40,22 +40,21 @@ public:
     void read(
         const QString &databasePath, qlonglong studyPk, const QString &studyUid, const WebService &service);
     void correct(const CorrectionRequest &request, const WebService &service);
-    void stop() { m_stop = true; }
+    void stop() { m_thread.stop(); }
 
 signals:
     void known(const StudyFacts &facts);
-    /// What an earlier run had left half done.
+    /// What an earlier run had left half done; it is told but once, whatever has begun since.
     void finishedEarlier(const QVector<CorrectionReport> &reports);
     void progress(const CorrectionProgress &progress);
     void finished(const CorrectionReport &report);
 
 private:
-    /// What a work says, each on the GUI thread; nothing once another has begun.
-    using Tell = std::function<void(const std::function<void()> &)>;
-    void begin(const std::function<void(const Tell &)> &work);
+    using News = std::function<void()>;
+    void tell(const News &news);
+    void tell(int number, const News &news);
 
-    std::unique_ptr<QThread> m_thread;
     std::unique_ptr<RunningCorrection> m_running;
-    std::atomic<bool> m_stop{false};
     int m_number = 0; ///< of what was begun last
+    CorrectionThread m_thread; ///< goes first
 };

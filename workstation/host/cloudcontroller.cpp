@@ -2,14 +2,13 @@
 
 #include "cloudaccount.h"
 #include "cloudsignin.h"
+#include "correctionfinisher.h"
 #include "downloadengine.h"
 #include "httpuploadfile.h"
 #include "importsettings.h"
 #include "kivmessageboxform.h"
 #include "loginform.h"
-#include "objectcorrection.h"
 #include "patientmanagermainwindow.h"
-#include "studycorrection.h"
 #include "swimconfig.h"
 #include "uploadprogressform.h"
 #include "webfailuretext.h"
@@ -27,6 +26,7 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
     , m_note(new QToolButton(bar))
     , m_menu(new QMenu(m_note))
     , m_signIn(new CloudSignIn(this))
+    , m_corrections(new CorrectionFinisher(this))
 {
     m_note->setObjectName(QStringLiteral("statusCloud"));
     m_note->setAutoRaise(true);
@@ -40,6 +40,7 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
     connect(m_library, &PatientManagerMainWindow::loginInfo, this, &CloudController::showFrame);
     connect(m_library, &PatientManagerMainWindow::loginCancelled, this, &CloudController::showFrame);
     connect(m_library, &PatientManagerMainWindow::told, this, &CloudController::ended);
+    connect(m_corrections, &CorrectionFinisher::ended, this, &CloudController::ended);
     connect(m_signIn, &CloudSignIn::signedIn, this,
         [](const CloudSession &session) { HttpUploadFile::instance()->setSession(session); });
     connect(m_signIn, &CloudSignIn::failed, this, &CloudController::onSignInFailed);
@@ -48,17 +49,13 @@ CloudController::CloudController(PatientManagerMainWindow *library, QStatusBar *
     update();
 }
 
-CloudController::~CloudController()
-{
-    stopCorrections();
-}
-
 void CloudController::begin(const QString &databasePath)
 {
     m_databasePath = databasePath;
     UploadProgressForm::instance()->resumeUploads();
     // Goes on with what was begun once somebody is signed in.
     DownloadEngine::current()->setPolicy(ImportSettings::policy());
+    finishCorrections();
     restore();
 }
 
@@ -97,12 +94,20 @@ void CloudController::onSessionChanged()
     m_signIn->cancel();
     m_again.stop();
     m_problem.clear();
-    stopCorrections();
     if (session.isOpen()) {
         m_library->setLoginInfo(session.user.toUtf8(), {}, session.id, LoginForm::cloudUser);
-        finishCorrections(session);
     }
+    finishCorrections();
     update();
+}
+
+/// Those that were cut short, as far as the session goes.
+void CloudController::finishCorrections()
+{
+    const CloudSession &session = HttpUploadFile::instance()->session();
+    if (!m_databasePath.isEmpty()) {
+        m_corrections->begin(m_databasePath, session.isOpen() ? session.service : WebService());
+    }
 }
 
 /// Uploads and downloads wait meanwhile; whoever says no signs in by the status bar later.
@@ -202,53 +207,4 @@ void CloudController::releaseIndex()
 {
     HttpUploadFile::instance()->releaseIndex();
     DownloadEngine::release();
-}
-
-/// Corrections that were cut short are undone or finished, in the background.
-void CloudController::finishCorrections(const CloudSession &session)
-{
-    if (m_databasePath.isEmpty()) {
-        return;
-    }
-    m_stop = false;
-    m_corrections.reset(QThread::create([this, path = m_databasePath, service = session.service] {
-        const QVector<CorrectionReport> reports =
-            StudyCorrection(service, m_stop, [](const CorrectionProgress &) {}).finishBegun(path);
-        QMetaObject::invokeMethod(
-            this, [this, reports] { tellFinished(reports); }, Qt::QueuedConnection);
-    }));
-    m_corrections->setStackSize(correctionStack);
-    m_corrections->start();
-}
-
-/// Of a session that is not any more: the request at hand is cut off, and the rest is left for the next.
-void CloudController::stopCorrections()
-{
-    m_stop = true;
-    if (m_corrections) {
-        m_corrections->wait();
-    }
-}
-
-void CloudController::tellFinished(const QVector<CorrectionReport> &reports)
-{
-    using End = CorrectionReport::End;
-    const auto count = [&](End end) {
-        return int(std::count_if(reports.cbegin(), reports.cend(),
-            [end](const CorrectionReport &report) { return report.end == end; }));
-    };
-    QStringList texts;
-    if (count(End::Done) > 0) {
-        texts += tr("%Ln interrupted correction(s) of patient data finished", nullptr, count(End::Done));
-    }
-    if (count(End::Undone) > 0) {
-        texts += tr("%Ln interrupted correction(s) of patient data taken back", nullptr, count(End::Undone));
-    }
-    if (count(End::UndoPending) > 0) {
-        texts += tr("%Ln interrupted correction(s) of patient data still wait for the service", nullptr,
-            count(End::UndoPending));
-    }
-    if (!texts.isEmpty()) {
-        emit ended(texts.join(QStringLiteral(" · ")));
-    }
 }

@@ -1,23 +1,17 @@
 #pragma once
 
-#include "correctionrequest.h"
 #include "webfailure.h"
 
 #include <QObject>
-#include <QThread>
 #include <QTimer>
-#include <QVector>
-
-#include <atomic>
-#include <memory>
 
 class CloudSignIn;
+class CorrectionFinisher;
 class PatientManagerMainWindow;
 class QMenu;
 class QStatusBar;
 class QToolButton;
 class QWidget;
-struct CloudSession;
 
 /**
  * What the host does for the cloud: signs in whoever was remembered, says in the status bar who is signed in,
@@ -31,7 +25,6 @@ class CloudController : public QObject
 public:
     /// @param window the frame, which stays open while the library's window is closed for a login
     CloudController(PatientManagerMainWindow *library, QStatusBar *bar, QWidget *window);
-    ~CloudController() override;
 
     /// Once the index is open.
     void begin(const QString &databasePath);
@@ -58,17 +51,14 @@ private:
     void signOut();
     void showFrame();
     void update();
-    void finishCorrections(const CloudSession &session);
-    void stopCorrections();
-    void tellFinished(const QVector<CorrectionReport> &reports);
+    void finishCorrections();
 
     PatientManagerMainWindow *const m_library;
     QWidget *const m_window;
     QToolButton *const m_note;
     QMenu *const m_menu;
     CloudSignIn *const m_signIn;
-    std::unique_ptr<QThread> m_corrections;
-    std::atomic<bool> m_stop{false};
+    CorrectionFinisher *const m_corrections;
     QString m_databasePath;
     QString m_problem; ///< why the remembered user is not signed in
     QTimer m_again; ///< runs while the remembered user waits for a service that is away

@@ -34,6 +34,12 @@ bool isSame(const QUrl &service, const QUrl &other)
     return CloudSession::plainAddress(service) == CloudSession::plainAddress(other);
 }
 
+bool isFor(const CorrectionJournal::Content &content, const QUrl &service)
+{
+    return content.service.isEmpty() || content.state == CorrectionJournal::State::Indexed
+        || isSame(content.service, service);
+}
+
 QJsonObject toJson(const PatientChanges &changes)
 {
     QJsonObject json;
@@ -92,8 +98,7 @@ std::vector<std::unique_ptr<CorrectionJournal>> CorrectionJournal::leftBehind(
         const bool isWritten = journal->read();
         if (!isWritten && !QFile::exists(journal->m_folder + QLatin1Char('/') + QLatin1String(fileName))) {
             journal->remove(); // killed before it had anything to undo
-        } else if (isWritten
-            && (journal->m_content.service.isEmpty() || isSame(journal->m_content.service, service))
+        } else if (isWritten && isFor(journal->m_content, service)
             && QFileInfo(journal->m_content.request.databasePath) == QFileInfo(databasePath)) {
             found.push_back(std::move(journal));
         }

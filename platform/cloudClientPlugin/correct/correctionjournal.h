@@ -17,8 +17,8 @@ class CorrectionJournal
 public:
     enum class State : quint8 {
         Prepared, ///< nothing has been changed anywhere
-        Storing, ///< the service may hold some corrected objects: to be undone
-        Stored, ///< the service holds them all, or is not asked: the index is to follow
+        Storing, ///< the service may hold corrected objects, and the index may have followed
+        IndexAlone, ///< the service is not asked: the index is to follow
         Indexed ///< the index has followed: files on this computer are to
     };
     struct Content
@@ -36,8 +36,9 @@ public:
     CorrectionJournal(const CorrectionJournal &) = delete;
     CorrectionJournal &operator=(const CorrectionJournal &) = delete;
 
-    /// Those that earlier runs left for an index and a service, or for the index alone; what a living process
-    /// works on is left out.
+    /// Those that earlier runs left for an index and a service, or that need no service any more; what a
+    /// living process works on is left out.
+    /// @param service empty for none
     static std::vector<std::unique_ptr<CorrectionJournal>> leftBehind(
         const QString &databasePath, const QUrl &service);
 

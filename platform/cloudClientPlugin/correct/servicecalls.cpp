@@ -113,16 +113,16 @@ WebFailure ServiceCalls::awaited(QNetworkReply *reply, QByteArray &answer)
     return body->isTooLong() ? WebFailure{WebProblem::BadAnswer, {}, 0} : failure;
 }
 
-WebFailure ServiceCalls::read(const QString &resource, QVector<DicomJson> &found)
+WebFailure ServiceCalls::read(const QString &resource, QVector<DicomJson> &found, const QUrlQuery &query)
 {
     const WebFailure refusal = m_client.refusal();
     if (!refusal.isNone()) {
         return refusal;
     }
     QByteArray answer;
-    const WebFailure failure = awaited(m_client.get(resource), answer);
-    bool isGood = false;
-    found = DicomJson::read(answer, &isGood);
+    const WebFailure failure = awaited(m_client.get(resource, query), answer);
+    bool isGood = answer.isEmpty(); // a service that has nothing may say nothing
+    found = isGood ? QVector<DicomJson>() : DicomJson::read(answer, &isGood);
     return failure.isNone() && !isGood ? WebFailure{WebProblem::BadAnswer, {}, 0} : failure;
 }
 

@@ -42,8 +42,8 @@ public:
     StoreAnswer store(const QVector<StoredFile> &files);
     /// All pages of a search.
     WebFailure search(const QString &resource, const QUrlQuery &query, QVector<DicomJson> &found);
-    /// One answer that is a list of data sets.
-    WebFailure read(const QString &resource, QVector<DicomJson> &found);
+    /// One answer that is a list of data sets, as it comes: what is told twice is there twice.
+    WebFailure read(const QString &resource, QVector<DicomJson> &found, const QUrlQuery &query = {});
     /// One answer in plain JSON, where a service has more to say than DICOMweb.
     WebFailure ask(const QString &resource, QJsonDocument &answer);
     WebFailure ask(const QString &resource, const QByteArray &body, QJsonDocument &answer);

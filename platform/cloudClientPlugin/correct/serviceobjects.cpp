@@ -1,5 +1,6 @@
 #include "serviceobjects.h"
 
+#include "diskroom.h"
 #include "objectcorrection.h"
 #include "studysearch.h"
 
@@ -82,7 +83,7 @@ WebFailure ServiceObjects::countStudies(const QString &studyUid, int &listed)
     StudyQuestion question;
     question.studyUid = studyUid;
     QVector<DicomJson> found;
-    const WebFailure failure = m_calls.search(QStringLiteral("studies"), question.query(), found);
+    const WebFailure failure = m_calls.read(QStringLiteral("studies"), found, question.query());
     listed = int(std::count_if(found.cbegin(), found.cend(),
         [&](const DicomJson &study) { return study.text(DicomTag::studyUid) == studyUid; }));
     return failure;
@@ -120,9 +121,13 @@ QString ServiceObjects::write(const PatientChanges &changes, const std::atomic<b
     return {};
 }
 
-void ServiceObjects::dropNew()
+bool ServiceObjects::hasRoomForCopies() const
 {
-    QDir(newFolder()).removeRecursively();
+    qint64 bytes = 0;
+    for (const QFileInfo &original : QDir(oldFolder()).entryInfoList(QDir::Files)) {
+        bytes += original.size();
+    }
+    return hasDiskRoom(m_folder, bytes);
 }
 
 WebFailure ServiceObjects::storeFirst()
@@ -189,10 +194,15 @@ int ServiceObjects::studies() const
     return uids.size();
 }
 
-int ServiceObjects::objectsOf(const QString &studyUid) const
+QSet<QString> ServiceObjects::uidsOf(const QString &studyUid) const
 {
-    return int(std::count_if(m_objects.cbegin(), m_objects.cend(),
-        [&](const ServiceObject &object) { return object.studyUid == studyUid; }));
+    QSet<QString> uids;
+    for (const ServiceObject &object : m_objects) {
+        if (object.studyUid == studyUid) {
+            uids.insert(object.sopInstanceUid);
+        }
+    }
+    return uids;
 }
 
 bool ServiceObjects::sync() const

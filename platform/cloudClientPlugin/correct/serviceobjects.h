@@ -25,12 +25,12 @@ public:
     WebFailure fetch(const QString &studyUid, QString &detail);
     /// How often the service lists a study.
     WebFailure countStudies(const QString &studyUid, int &listed);
+    /// Whether the disk has room for the corrected copies.
+    bool hasRoomForCopies() const;
     /// Makes the corrected copies. @return empty, or what is wrong with a file
     QString write(const PatientChanges &changes, const std::atomic<bool> &stop);
     WebFailure storeNew() { return store(newFolder()); }
     WebFailure storeOld() { return store(oldFolder()); }
-    /// Nothing new is stored any more: the room that the copies take is free again.
-    void dropNew();
     /// Stores one corrected object alone.
     WebFailure storeFirst();
     /// What the service shows now.
@@ -38,7 +38,7 @@ public:
 
     const QVector<ServiceObject> &objects() const { return m_objects; }
     int studies() const;
-    int objectsOf(const QString &studyUid) const;
+    QSet<QString> uidsOf(const QString &studyUid) const;
     /// Whether all files that can be stored back survive a power cut from now on.
     bool sync() const;
 

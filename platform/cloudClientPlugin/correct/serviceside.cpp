@@ -54,6 +54,9 @@ bool ServiceSide::makeCopies()
         return false;
     }
     CorrectionReport &report = m_task.report;
+    if (!m_objects.hasRoomForCopies()) {
+        return report.fail(End::Failed, {WebProblem::DiskFull, {}, 0});
+    }
     report.detail = m_objects.write(m_task.request.index.changes, m_stop);
     if (m_stop) {
         return report.fail(End::Stopped);
@@ -127,43 +130,63 @@ void ServiceSide::goOnRegardless()
 bool ServiceSide::store()
 {
     WebFailure failure;
-    if (changesId() && !m_copies) {
+    if (keepsUntold()) {
+        bool isDoubled = false;
         failure = m_objects.storeFirst();
-        if (failure.isNone() && isDoubled()) {
+        if (failure.isNone()) {
+            failure = askWhetherDoubled(isDoubled);
+        }
+        if (isDoubled) {
             return m_task.report.fail(End::Doubled);
         }
     }
     if (failure.isNone()) {
         failure = ServiceCalls::repeated([this] { return m_objects.storeNew(); });
     }
-    m_task.report.failure = failure;
-    if (!failure.isNone() || (m_copies && !removeCopies(true))) {
-        undo();
-        return false;
+    if (failure.isNone() && m_copies) {
+        failure = keepCopies(true);
     }
-    return true;
+    m_task.report.failure = failure;
+    if (!failure.isNone()) {
+        undo();
+    }
+    return failure.isNone();
 }
 
-bool ServiceSide::isDoubled()
+/// Whether an archive that keeps a study under either ID could not be asked for that but by DICOMweb: the
+/// first object that is stored shows it.
+bool ServiceSide::keepsUntold() const
+{
+    return changesId() && !m_copies;
+}
+
+WebFailure ServiceSide::askWhetherDoubled(bool &isDoubled)
 {
     int listed = 0;
-    return m_objects.countStudies(m_objects.objects().constFirst().studyUid, listed).isNone() && listed > 1;
+    const WebFailure failure = ServiceCalls::repeated(
+        [&] { return m_objects.countStudies(m_objects.objects().constFirst().studyUid, listed); });
+    isDoubled = failure.isNone() && listed > 1;
+    return failure;
 }
 
-/// Removes what is left under the old ID once all is there under the new one, or the other way round.
-bool ServiceSide::removeCopies(bool ofOld)
+/// Removes what is left under the old ID once all is there under the new one, or the other way round. What
+/// came under the old ID meanwhile must not be parted from the study; what others put under the new one stays
+/// there.
+WebFailure ServiceSide::keepCopies(bool ofNew)
 {
     const QString newId = m_task.request.index.changes[PatientField::Id];
-    const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofOld; };
+    const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofNew; };
     for (const QString &study : m_task.studies) {
-        const WebFailure failure = m_copies->keepOnly(study, m_objects.objectsOf(study), isToStay);
+        const QSet<QString> uids = m_objects.uidsOf(study);
+        const WebFailure failure = uids.isEmpty()
+            ? WebFailure() // it was not there; what has come since is not ours
+            : m_copies->keepOnly(
+                study, uids, isToStay, ofNew ? StudyCopies::Others::Refuse : StudyCopies::Others::Leave);
         if (!failure.isNone()) {
-            WebFailure &told = m_task.report.failure;
-            told = told.isNone() ? failure : told;
-            return false;
+            return failure;
         }
     }
-    return true;
+    return {};
 }
 
 ServiceSide::Holds ServiceSide::look()
@@ -176,16 +199,42 @@ ServiceSide::Holds ServiceSide::look()
 
 void ServiceSide::undo()
 {
-    WebFailure failure = ServiceCalls::repeated([this] { return m_objects.storeOld(); });
-    const bool isOne = failure.isNone() && (!m_copies || removeCopies(false));
+    CorrectionReport &report = m_task.report;
+    bool isDoubled = false;
+    WebFailure failure = keepsUntold() ? askWhetherDoubled(isDoubled) : WebFailure();
+    if (failure.isNone() && !isDoubled) {
+        failure = restore();
+    }
+    report.end = isDoubled ? End::Doubled : failure.isNone() ? End::Undone : End::UndoPending;
+    if (report.failure.isNone()) {
+        report.failure = failure;
+    }
+}
+
+/// A service may refuse an object that it has, so what it shows decides, before anything is stored and after.
+/// @return none where the service has what it had
+WebFailure ServiceSide::restore()
+{
+    const WebFailure before = lookForOld();
+    if (before.isNone() || before.problem == WebProblem::NoRoute || before.problem == WebProblem::Stopped
+        || before.problem == WebProblem::Unauthorized) {
+        return before;
+    }
+    const WebFailure refused = ServiceCalls::repeated([this] { return m_objects.storeOld(); });
+    const WebFailure after = lookForOld();
+    return after.isNone() || refused.isNone() ? after : refused;
+}
+
+/// Where there are copies, those under the old ID were never stored over.
+WebFailure ServiceSide::lookForOld()
+{
+    if (m_copies) {
+        return keepCopies(false);
+    }
     Holds holds = Holds::Unknown;
-    if (isOne) {
-        failure = ServiceCalls::repeated([&] { return m_objects.look(m_task.request.index.changes, holds); });
-    }
-    m_task.report.end = holds == Holds::Old ? End::Undone : End::UndoPending;
-    if (m_task.report.failure.isNone()) {
-        m_task.report.failure = failure;
-    }
+    const WebFailure failure =
+        ServiceCalls::repeated([&] { return m_objects.look(m_task.request.index.changes, holds); });
+    return failure.isNone() && holds != Holds::Old ? WebFailure{WebProblem::Conflict, {}, 0} : failure;
 }
 
 void ServiceSide::undoBegun()

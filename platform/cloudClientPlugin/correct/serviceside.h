@@ -39,9 +39,7 @@ public:
     bool store();
     /// What the service shows now; Unknown where it could not be asked.
     Holds look();
-    /// Leaves no way but undo(), and more room on the disk.
-    void dropCopies() { m_objects.dropNew(); }
-    /// Stores what was, and looks.
+    /// Stores what was, where the service does not have it any more.
     void undo();
 
     /// For the journal, and from it: then undoBegun() undoes what another run has begun to store.
@@ -55,8 +53,11 @@ private:
     bool findCopies(WebFailure &unknown);
     bool isThere(StudyCopies &copies, const QString &study, WebFailure &failure) const;
     bool isBarred(const QString &study) const;
-    bool isDoubled();
-    bool removeCopies(bool ofOld);
+    bool keepsUntold() const;
+    WebFailure askWhetherDoubled(bool &isDoubled);
+    WebFailure keepCopies(bool ofNew);
+    WebFailure restore();
+    WebFailure lookForOld();
     bool changesId() const;
 
     const WebService m_service;

@@ -53,38 +53,66 @@ WebFailure StudyCopies::find(const QString &studyUid, QVector<StudyCopy> &copies
         StudyCopy copy;
         copy.id = one[QLatin1String("ID")].toString();
         QJsonDocument study;
-        QJsonDocument counts;
         failure = m_calls.ask(studyResource(copy.id), study);
-        if (failure.isNone()) {
-            failure = m_calls.ask(studyResource(copy.id) + QStringLiteral("/statistics"), counts);
-        }
         copy.patientId = study[QLatin1String("PatientMainDicomTags")][QLatin1String("PatientID")].toString();
-        copy.objects = counts[QLatin1String("CountInstances")].toVariant().toInt();
         copies.append(copy);
     }
     return failure;
 }
 
-WebFailure StudyCopies::remove(const StudyCopy &copy)
+WebFailure StudyCopies::list(const StudyCopy &copy, Instances &instances)
 {
-    return m_calls.remove(studyResource(copy.id));
+    QJsonDocument listed;
+    const WebFailure failure = ServiceCalls::repeated(
+        [&] { return m_calls.ask(studyResource(copy.id) + QStringLiteral("/instances"), listed); });
+    for (const QJsonValue &one : listed.array()) {
+        instances.insert(one[QLatin1String("MainDicomTags")][QLatin1String("SOPInstanceUID")].toString(),
+            one[QLatin1String("ID")].toString());
+    }
+    return failure.isNone() && instances.isEmpty() ? WebFailure{WebProblem::BadAnswer, {}, 0} : failure;
 }
 
-WebFailure StudyCopies::keepOnly(
-    const QString &studyUid, int objects, const std::function<bool(const StudyCopy &)> &isToStay)
+/// Object by object: what comes while this goes on stays, whatever the study.
+WebFailure StudyCopies::removeFrom(const StudyCopy &copy, const QSet<QString> &uids, Others others)
+{
+    Instances there;
+    WebFailure failure = list(copy, there);
+    const bool hasOthers = std::any_of(
+        there.keyBegin(), there.keyEnd(), [&](const QString &uid) { return !uids.contains(uid); });
+    if (failure.isNone() && hasOthers && others == Others::Refuse) {
+        failure = {WebProblem::Incomplete, {}, 0};
+    }
+    for (auto one = there.cbegin(); one != there.cend() && failure.isNone(); ++one) {
+        if (uids.contains(one.key())) {
+            failure = ServiceCalls::repeated(
+                [&] { return m_calls.remove(QStringLiteral("instances/") + one.value()); });
+            failure = failure.problem == WebProblem::NotFound ? WebFailure() : failure; // gone already
+        }
+    }
+    return failure;
+}
+
+WebFailure StudyCopies::keepOnly(const QString &studyUid, const QSet<QString> &uids,
+    const std::function<bool(const StudyCopy &)> &isToStay, Others others)
 {
     QVector<StudyCopy> copies;
     WebFailure failure = ServiceCalls::repeated([&] {
         copies.clear();
         return find(studyUid, copies);
     });
-    const auto stays = std::find_if(copies.cbegin(), copies.cend(), isToStay);
-    if (failure.isNone() && objects > 0 && (stays == copies.cend() || stays->objects < objects)) {
+    Instances kept;
+    for (const StudyCopy &copy : qAsConst(copies)) {
+        if (failure.isNone() && isToStay(copy)) {
+            failure = list(copy, kept);
+        }
+    }
+    if (failure.isNone()
+        && !std::all_of(uids.cbegin(), uids.cend(), [&](const QString &uid) { return kept.contains(uid); })) {
         failure = {WebProblem::BadAnswer, {}, 0};
     }
     for (const StudyCopy &copy : qAsConst(copies)) {
         if (failure.isNone() && !isToStay(copy)) {
-            failure = ServiceCalls::repeated([&] { return remove(copy); });
+            failure = removeFrom(copy, uids, others);
         }
     }
     return failure;

@@ -2,6 +2,8 @@
 
 #include "servicecalls.h"
 
+#include <QHash>
+#include <QSet>
 #include <QVector>
 
 /// A study as an archive keeps it below one patient.
@@ -9,7 +11,6 @@ struct StudyCopy
 {
     QString id; ///< the archive's own
     QString patientId;
-    int objects = 0;
 };
 
 /**
@@ -28,13 +29,20 @@ public:
     /// Whether the archive is one that can be asked. @param failure why that is not known
     bool isOffered(WebFailure &failure);
     WebFailure find(const QString &studyUid, QVector<StudyCopy> &copies);
-    /// Removes all copies of a study but one, once that has all objects of the study.
-    /// @param objects how many those are; 0 where the archive does not have the study
-    WebFailure keepOnly(
-        const QString &studyUid, int objects, const std::function<bool(const StudyCopy &)> &isToStay);
+    /// What a copy has besides the objects in question: somebody else has put it there.
+    enum class Others : quint8 {
+        Refuse, ///< nothing is removed from that copy
+        Leave ///< it stays
+    };
+    /// Removes some objects of a study from all its copies but one, once that one has them all.
+    /// @param uids of the objects
+    WebFailure keepOnly(const QString &studyUid, const QSet<QString> &uids,
+        const std::function<bool(const StudyCopy &)> &isToStay, Others others);
 
 private:
-    WebFailure remove(const StudyCopy &copy);
+    using Instances = QHash<QString, QString>; ///< the archive's own names of objects, by their UIDs
+    WebFailure list(const StudyCopy &copy, Instances &instances);
+    WebFailure removeFrom(const StudyCopy &copy, const QSet<QString> &uids, Others others);
 
     ServiceCalls m_calls;
 };

@@ -31,11 +31,12 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     }
     if (!m_report.inService.isEmpty()) {
         correctTheService();
-    } else if (m_journal->write({State::Stored, {}, request, m_studies, {}}) || m_report.fail(End::Failed)) {
-        correctTheIndex();
+    } else if (m_journal->write({State::IndexAlone, {}, request, m_studies, {}})
+        || m_report.fail(End::Failed)) {
+        indexSide(true).correct();
     }
     correctTheFiles(false);
-    if (m_report.end != End::UndoPending) {
+    if (m_report.end != End::UndoPending && !m_report.files.isStopped) {
         m_journal->remove();
     }
     return m_report;
@@ -46,7 +47,10 @@ bool StudyCorrection::begin(const CorrectionRequest &request)
     m_request = request;
     m_report = {};
     m_report.changes = request.index.changes;
-    m_studies = IndexSide(m_request, m_report).studies();
+    if (m_stop) {
+        return m_report.fail(End::Stopped);
+    }
+    m_studies = indexSide(true).studies();
     if (m_studies.isEmpty()) {
         return false;
     }
@@ -94,7 +98,8 @@ bool StudyCorrection::prepare()
     return m_journal->setState(State::Storing) || m_report.fail(End::Failed);
 }
 
-/// What the service shows decides, not what it answered.
+/// What the service shows decides, not what it answered. The journal says that the service may hold half of
+/// it until the index is right: whatever cannot be written then, the way back is open.
 void StudyCorrection::correctTheService()
 {
     if (!m_serviceSide->store()) {
@@ -105,21 +110,18 @@ void StudyCorrection::correctTheService()
         m_report.end = End::KeptOld;
         return;
     }
-    if (holds != Holds::New || !m_journal->setState(State::Stored)) {
-        m_serviceSide->undo();
-        return;
+    if (holds == Holds::New) {
+        indexSide(false).correct();
     }
-    correctTheIndex();
-    if (!m_report.index.isGood()) {
-        m_serviceSide->dropCopies(); // where the disk is full, the journal needs the room
-        m_journal->setState(State::Storing);
+    if (m_report.end != End::Done) {
         m_serviceSide->undo();
     }
 }
 
-void StudyCorrection::correctTheIndex()
+/// @param heedsStop whether a wish to stop ends the wait for an index that somebody else holds
+IndexSide StudyCorrection::indexSide(bool heedsStop)
 {
-    IndexSide(m_request, m_report).correct();
+    return {m_request, m_report, [this, heedsStop] { return heedsStop && m_stop; }};
 }
 
 /// The last step, and the one that cannot be missed: an upload would bring the old values back.
@@ -127,7 +129,7 @@ void StudyCorrection::correctTheFiles(bool heedsStop)
 {
     if (m_report.end == End::Done) {
         m_journal->setState(State::Indexed);
-        IndexSide(m_request, m_report).correctFiles(m_studies, [&](const CorrectionProgress &progress) {
+        indexSide(heedsStop).correctFiles(m_studies, [&](const CorrectionProgress &progress) {
             m_show(progress);
             return !heedsStop || !m_stop;
         });
@@ -142,13 +144,32 @@ void StudyCorrection::finish()
     m_studies = content.studies;
     m_report = {};
     m_report.changes = m_request.index.changes;
-    makeServiceSide();
-    m_serviceSide->recall(content.objects);
-    if (content.state == State::Storing) {
-        m_serviceSide->undoBegun();
-    } else {
-        correctTheIndex(); // once more changes nothing
+    if (content.service.isEmpty() || content.state == State::Indexed) {
+        indexSide(true).correct(); // once more changes nothing
         correctTheFiles(true);
+    } else {
+        finishInService();
+    }
+}
+
+/// Where the index has followed, the kill came before the journal could say so. But it may have had the new
+/// values all the time: then the service shows whether it holds them all.
+void StudyCorrection::finishInService()
+{
+    makeServiceSide();
+    m_serviceSide->recall(m_journal->content().objects);
+    const bool isIndexed = indexSide(true).holdsNew();
+    const Holds holds = isIndexed ? m_serviceSide->look() : Holds::Old;
+    if (!m_report.index.isGood()) {
+        return;
+    }
+    if (isIndexed && holds == Holds::New) {
+        indexSide(true).correct();
+        correctTheFiles(true);
+    } else if (holds == Holds::Unknown) {
+        m_report.end = End::UndoPending;
+    } else {
+        m_serviceSide->undoBegun();
     }
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 
 class CorrectionJournal;
+class IndexSide;
 class ServiceSide;
 
 /**
@@ -24,6 +25,7 @@ class CLOUDCLIENTPLUGIN_EXPORT StudyCorrection
 public:
     using Show = std::function<void(const CorrectionProgress &)>;
 
+    /// @param service an empty address for none
     /// @param stop is heeded until the first object is stored, and by finishBegun() throughout
     StudyCorrection(WebService service, const std::atomic<bool> &stop, Show show);
     ~StudyCorrection();
@@ -33,8 +35,9 @@ public:
     /// What is the patient's is what the index has when this begins, whatever the caller has read.
     CorrectionReport run(const CorrectionRequest &request);
 
-    /// Finishes or undoes what earlier runs left for this index and service. What a stop keeps from its end
-    /// is left for the next time. @return one report each of those that are not
+    /// Finishes or undoes what earlier runs left for this index and service, or without a service what needs
+    /// none any more. What a stop keeps from its end is left for the next time.
+    /// @return one report each of those that are not
     QVector<CorrectionReport> finishBegun(const QString &databasePath);
 
 private:
@@ -43,9 +46,10 @@ private:
     bool prepare();
     void makeServiceSide();
     void correctTheService();
-    void correctTheIndex();
+    IndexSide indexSide(bool heedsStop);
     void correctTheFiles(bool heedsStop);
     void finish();
+    void finishInService();
     bool isOver() const;
 
     const WebService m_service;

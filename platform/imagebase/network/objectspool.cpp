@@ -29,6 +29,7 @@ constexpr int foldersTried = 5;
 ObjectSpool::ObjectSpool(const QString &databasePath, bool synced, SpoolKind kind)
     : m_root(folderOf(databasePath, kind))
     , m_synced(synced)
+    , m_kind(kind)
     , m_reserve(usualReserve)
 { }
 
@@ -152,8 +153,29 @@ QVector<QByteArray> ObjectSpool::adopt()
     return objects;
 }
 
-QString ObjectSpool::keepAside(const QByteArray &path) const
+/// People may have cleared the folder: it is looked at when it seems to be full.
+bool ObjectSpool::hasPlaceAside(qint64 bytes)
 {
+    if (m_placesAside <= 0 || m_bytesAside < bytes) {
+        const QFileInfoList there = QDir(asideFolder()).entryInfoList(QDir::Files | QDir::Hidden);
+        m_placesAside = mostDownloadsAside - there.size();
+        m_bytesAside = mostBytesAside;
+        for (const QFileInfo &one : there) {
+            m_bytesAside -= one.size();
+        }
+    }
+    const bool hasPlace = m_placesAside > 0 && m_bytesAside >= bytes;
+    m_placesAside -= hasPlace ? 1 : 0;
+    m_bytesAside -= hasPlace ? bytes : 0;
+    return hasPlace;
+}
+
+QString ObjectSpool::keepAside(const QByteArray &path)
+{
+    if (m_kind == SpoolKind::Downloaded && !hasPlaceAside(QFileInfo(QFile::decodeName(path)).size())) {
+        unlink(path.constData());
+        return {};
+    }
     const QString kept = asideFolder() + QLatin1Char('/') + QUuid::createUuid().toString(QUuid::Id128)
         + QLatin1String(SpoolFile::completeSuffix);
     const bool moved = QDir().mkpath(asideFolder())

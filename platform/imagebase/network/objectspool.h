@@ -26,6 +26,8 @@ class IMAGEBASE_EXPORT ObjectSpool
 {
 public:
     static constexpr qint64 usualReserve = 64 << 20; ///< bytes of the disk that are left to the index
+    static constexpr int mostDownloadsAside = 1000;
+    static constexpr qint64 mostBytesAside = qint64(1) << 30; ///< of downloads
 
     /// @param synced whether an object is to survive a power cut once it is kept
     explicit ObjectSpool(
@@ -53,12 +55,14 @@ public:
     /// The objects that programs which are gone left behind, now ours; what they had not completed is
     /// removed. Whether a power cut has damaged one is for SpoolFile::isWhole() to say.
     QVector<QByteArray> adopt();
-    /// Moves an object to where nobody looks for it but people. @return its new path, empty where that failed
-    QString keepAside(const QByteArray &path) const;
+    /// Moves an object to where nobody looks for it but people; one that was downloaded and would be too many
+    /// there is removed, as its service has it. @return its new path, empty where it is not there
+    QString keepAside(const QByteArray &path);
     QString asideFolder() const;
 
 private:
     int syncFolders() const;
+    bool hasPlaceAside(qint64 bytes);
     int lockFolder(const QString &folder) const;
     void leave(const QString &folder, int lock) const;
 
@@ -70,6 +74,7 @@ private:
 
     const QString m_root;
     const bool m_synced;
+    const SpoolKind m_kind;
     qint64 m_reserve;
     QString m_folder;
     int m_lock = -1;
@@ -77,4 +82,6 @@ private:
     bool m_syncsNames = false;
     QVector<Adopted> m_adopted;
     std::atomic<int> m_serial{0};
+    int m_placesAside = 0; ///< at least so many more may go there, as far as downloads are bounded
+    qint64 m_bytesAside = 0;
 };

@@ -54,28 +54,51 @@ class StudyCorrectionTest : public QObject
     std::unique_ptr<DicomServer> m_archive;
     std::unique_ptr<TemporaryIndex> m_index;
     QTemporaryDir m_folder;
+    QTemporaryDir m_rules;
     std::atomic<bool> m_stop{false};
 
     /// Two studies of one patient, four objects; in the index and in the archive.
-    void begin(bool overwrites = true, bool isInDatabase = false)
+    void begin(bool overwrites = true, bool isInDatabase = false, QJsonObject settings = {})
     {
         m_stop = false;
         m_archive.reset();
         m_database = isInDatabase ? std::make_unique<PostgresServer>() : nullptr;
-        m_archive = WebArchive::start({{QStringLiteral("OverwriteInstances"), overwrites}}, m_database.get());
+        settings.insert(QStringLiteral("OverwriteInstances"), overwrites);
+        m_archive = WebArchive::start(settings, m_database.get());
         m_index.reset(); // there is one at a time
         m_index = std::make_unique<TemporaryIndex>();
         QDir(m_folder.path()).removeRecursively();
         for (int number = 1; number <= 4; ++number) {
-            const QString uid = number < 4 ? study : otherStudy;
-            DicomFileBuilder()
-                .patient(QStringLiteral("P1"), QStringLiteral("Müller^Jörg"))
-                .uids(uid, uid + QStringLiteral(".4"), QStringLiteral("%1.5.%2").arg(uid).arg(number))
-                .set(birthDateTag, QStringLiteral("19700101"))
-                .write(m_folder.filePath(QStringLiteral("%1.dcm").arg(number)));
+            write(number, QStringLiteral("P1"));
         }
         m_index->import({m_folder.path()}, ImportMode::Copy);
         m_archive->fill({m_folder.path()});
+    }
+
+    QString write(int number, const QString &patientId) const
+    {
+        const QString uid = number == 4 ? otherStudy : study;
+        const QString path = m_folder.filePath(QStringLiteral("%1.dcm").arg(number));
+        DicomFileBuilder()
+            .patient(patientId, QStringLiteral("Müller^Jörg"))
+            .uids(uid, uid + QStringLiteral(".4"), QStringLiteral("%1.5.%2").arg(uid).arg(number))
+            .set(birthDateTag, QStringLiteral("19700101"))
+            .write(path);
+        return path;
+    }
+
+    /// The archive gets one object more.
+    void another(const QString &patientId) const { m_archive->fill({write(5, patientId)}); }
+
+    /// An archive that refuses what a condition of its own language speaks of.
+    void beginRefusing(const char *condition)
+    {
+        QFile rules(m_rules.filePath(QStringLiteral("rules.lua")));
+        QVERIFY(rules.open(QIODevice::WriteOnly));
+        rules.write(QByteArray("function IncomingHttpRequestFilter(method, uri) return not (") + condition
+            + ") end\n");
+        rules.close();
+        begin(true, false, {{QStringLiteral("LuaScripts"), QJsonArray{rules.fileName()}}});
     }
 
     CorrectionRequest request(const PatientChanges &changes) const
@@ -99,13 +122,12 @@ class StudyCorrectionTest : public QObject
         return report;
     }
 
-    QVector<CorrectionReport> finish()
+    QVector<CorrectionReport> finish(bool isSignedIn = true)
     {
         QVector<CorrectionReport> finished;
+        const WebService service = isSignedIn ? webServiceAt(WebArchive::address(*m_archive)) : WebService();
         onDeepThread([&] {
-            finished =
-                StudyCorrection(webServiceAt(WebArchive::address(*m_archive)), m_stop, [](const auto &) {
-                }).finishBegun(m_index->path());
+            finished = StudyCorrection(service, m_stop, [](const auto &) {}).finishBegun(m_index->path());
         });
         return finished;
     }
@@ -171,7 +193,8 @@ class StudyCorrectionTest : public QObject
         return found;
     }
 
-    bool isJournalGone() const { return !QDir(m_index->folder()).exists(QStringLiteral(".corrections")); }
+    QString journals() const { return m_index->folder() + QStringLiteral("/.corrections"); }
+    bool isJournalGone() const { return !QFile::exists(journals()); }
 
     /// The archive's four objects, all of one patient.
     static QStringList four(const QString &patient) { return QVector<QString>(4, patient).toList(); }
@@ -316,6 +339,90 @@ private slots:
         QVERIFY(isJournalGone());
     }
 
+    /// What the service says to the storing counts for nothing: it has what it had.
+    void refusedObjectsAreUndone()
+    {
+        beginRefusing("method == 'POST' and string.find(uri, '/studies')");
+        const CorrectionReport report = run(request({{PatientField::Name, newName}}));
+        QCOMPARE(report.end, End::Undone);
+        QCOMPARE(report.failure.problem, WebProblem::Forbidden);
+        QCOMPARE(inArchive(), m_oldArchive);
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+
+    /// An archive that keeps both, and has no other interface, gets one object and no more.
+    void oneObjectShowsThatAllWouldBeDoubled()
+    {
+        beginRefusing("uri == '/system'");
+        QCOMPARE(run(request({{PatientField::Id, QStringLiteral("P2")}})).end, End::Doubled);
+        QCOMPARE(inArchive(), m_oldArchive + QStringList{QStringLiteral("Müller^Jörg/P2")});
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+
+    /// What a modality sends meanwhile, under the old ID, goes with no study that is removed.
+    void whatComesMeanwhileStays()
+    {
+        begin();
+        const CorrectionReport report =
+            run(request({{PatientField::Id, QStringLiteral("P2")}}), [&](const CorrectionProgress &progress) {
+                if (progress.step == CorrectionProgress::Step::Storing) {
+                    QMetaObject::invokeMethod(
+                        this, [&] { another(QStringLiteral("P1")); }, Qt::BlockingQueuedConnection);
+                }
+            });
+        QCOMPARE(report.end, End::Undone);
+        QCOMPARE(report.failure.problem, WebProblem::Incomplete);
+        QCOMPARE(inArchive(), m_oldArchive + QStringList{QStringLiteral("Müller^Jörg/P1")});
+        QCOMPARE(inIndex(), m_oldIndex);
+        QVERIFY(isJournalGone());
+    }
+
+    /// A kill just after the index has followed; what is left then of one of the index alone needs no
+    /// service.
+    void whatTheIndexHasFollowedIsFinished_data()
+    {
+        QTest::addColumn<bool>("inService");
+        QTest::newRow("index and service") << true;
+        QTest::newRow("index alone") << false;
+    }
+
+    void whatTheIndexHasFollowedIsFinished()
+    {
+        QFETCH(const bool, inService);
+        begin();
+        CorrectionRequest asked = request({{PatientField::Name, newName}});
+        asked.inService = inService;
+        const QTemporaryDir kept;
+        const CorrectionReport report = run(asked, [&](const CorrectionProgress &progress) {
+            using Step = CorrectionProgress::Step;
+            if (progress.step == (inService ? Step::Checking : Step::CorrectingCopies)) {
+                runTool(QStringLiteral("cp"), {QStringLiteral("-rT"), journals(), kept.path()});
+            }
+        });
+        QCOMPARE(report.end, End::Done);
+        runTool(QStringLiteral("cp"), {QStringLiteral("-r"), kept.path(), journals()});
+        for (const QString &journal : QDir(journals()).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+            QFile::remove(journals() + QLatin1Char('/') + journal + QStringLiteral("/lock"));
+        }
+        {
+            // A stop need not wait for whoever holds the index.
+            QSqlQuery held(QStringLiteral("BEGIN IMMEDIATE"));
+            QTimer::singleShot(0, this, [&] { m_stop = true; });
+            QVERIFY(finish(inService).isEmpty());
+            m_stop = false;
+            QVERIFY(held.exec(QStringLiteral("ROLLBACK")));
+        }
+        QVERIFY(!isJournalGone());
+        const QVector<CorrectionReport> finished = finish(inService);
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(finished[0].end, End::Done);
+        QCOMPARE(inArchive(), inService ? four(newName + QStringLiteral("/P1")) : m_oldArchive);
+        QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
+        QVERIFY(isJournalGone());
+    }
+
     /// What fails half-way is undone, at once or once the service is back; also under another ID.
     void halfWayIsUndone_data()
     {
@@ -334,6 +441,7 @@ private slots:
         QFETCH(const bool, isIndexLocked);
         QFETCH(const PatientChanges, changes);
         begin();
+        QStringList left = m_oldArchive;
         const CorrectionReport report = run(request(changes), [&](const CorrectionProgress &progress) {
             if (progress.step == CorrectionProgress::Step::Checking && isIndexLocked) {
                 QFile::rename(m_index->path(), m_index->path() + QStringLiteral(".away"));
@@ -350,13 +458,17 @@ private slots:
             QVERIFY(finishStoppedByASilentService().isEmpty());
             QVERIFY(!isJournalGone());
             m_archive->start();
+            if (changes.contains(PatientField::Id)) {
+                another(changes[PatientField::Id]); // others' stays where it is
+                left.append(QStringLiteral("Müller^Jörg/") + changes[PatientField::Id]);
+            }
             const QVector<CorrectionReport> finished = finish();
             QCOMPARE(finished.size(), 1);
             QCOMPARE(finished[0].end, End::Undone);
         } else {
             QCOMPARE(report.end, End::Undone);
         }
-        QCOMPARE(inArchive(), m_oldArchive);
+        QCOMPARE(inArchive(), left);
         QCOMPARE(inIndex(), m_oldIndex);
         QVERIFY(isJournalGone());
     }

@@ -1,0 +1,49 @@
+#include "correctionfinisher.h"
+
+#include "studycorrection.h"
+
+#include <algorithm>
+
+CorrectionFinisher::CorrectionFinisher(QObject *parent)
+    : QObject(parent)
+{ }
+
+void CorrectionFinisher::begin(const QString &databasePath, const WebService &service)
+{
+    m_thread.begin([=](const std::atomic<bool> &stop) {
+        const QVector<CorrectionReport> reports =
+            StudyCorrection(service, stop, [](const CorrectionProgress &) {}).finishBegun(databasePath);
+        QMetaObject::invokeMethod(
+            this, [this, reports] { tell(reports); }, Qt::QueuedConnection);
+    });
+}
+
+void CorrectionFinisher::tell(const QVector<CorrectionReport> &reports)
+{
+    using End = CorrectionReport::End;
+    const auto count = [&](End end) {
+        return int(std::count_if(reports.cbegin(), reports.cend(),
+            [end](const CorrectionReport &report) { return report.end == end; }));
+    };
+    const int finished = count(End::Done);
+    const int undone = count(End::Undone);
+    const int waiting = count(End::UndoPending);
+    const int failed = reports.size() - finished - undone - waiting;
+    QStringList texts;
+    if (finished > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data finished", nullptr, finished);
+    }
+    if (undone > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data taken back", nullptr, undone);
+    }
+    if (waiting > 0) {
+        texts +=
+            tr("%Ln interrupted correction(s) of patient data still wait for the service", nullptr, waiting);
+    }
+    if (failed > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data could not be finished", nullptr, failed);
+    }
+    if (!texts.isEmpty()) {
+        emit ended(texts.join(QStringLiteral(" · ")));
+    }
+}
