@@ -1,27 +1,21 @@
 #pragma once
 
-#include "cloudsession.h"
-#include "queueownership.h"
-#include "uploadhealth.h"
-#include "uploadjob.h"
-#include "uploadlines.h"
+#include "uploadjobs.h"
 #include "uploadrecords.h"
-#include "uploadsource.h"
-
-#include <QElapsedTimer>
-#include <QMap>
+#include "uploadsender.h"
+#include "uploadsituation.h"
+#include "uploadstanding.h"
 
 /**
- * Sends what the index says that waits: decides what goes into which request, keeps away from a service in
- * trouble, has outcomes recorded and tells how the uploads stand. Of all programs with the same index one
- * sends; the others tell what it does. Lives on a thread of its own.
+ * Carries out what is asked for, brings together those who do it, and tells how the uploads stand. Of all
+ * programs with the same index one sends; the others tell what it does. Lives on a thread of its own.
  */
 class UploadCoordinator : public QObject
 {
     Q_OBJECT
 
 public:
-    UploadCoordinator(QString databasePath, CloudSession session);
+    UploadCoordinator(const QString &databasePath, CloudSession session);
 
     /// @name For its thread
     /// @{
@@ -45,42 +39,18 @@ signals:
     void sessionRefused();
 
 private:
-    using Job = std::shared_ptr<UploadJob>;
+    using Job = UploadJobs::Job;
 
+    void connectRecords();
+    void connectJobs();
     void look();
-    void takeRows(const QVector<UploadRow> &rows);
-    void onRecorded(const QVector<UploadOutcome> &outcomes);
-    void remove(qint64 task);
-
-    void sendOn();
-    bool maySend() const;
-    bool isRunnable(const UploadJob &job) const;
-    UploadBatch nextBatch();
-
-    void onCame(const UploadBatch &batch, const StoreAnswer &answer);
-    void settle(UploadJob &job, QueuedFile file, const UploadJudge::Judgement &judgement, bool wasAlone);
-    void record(UploadJob &job, const QueuedFile &file, const UploadJudge::Judgement &judgement);
-    void refuseSession();
-
-    void noteChange();
     void tell(UploadJob &job);
     void tellChanged();
-    UploadTally::State stateOf(const UploadJob &job) const;
-    qint64 nextTryMs(const UploadJob &job) const;
-    void endIfOver(const Job &job);
-    void end(qint64 task);
 
-    const QString m_databasePath;
-    CloudSession m_session;
-    bool m_isSessionRefused = false;
-    QueueOwnership m_ownership;
-    bool m_isOwner = false;
-    UploadSource m_source;
-    QMap<qint64, Job> m_jobs; ///< the oldest first
-    QSet<qint64> m_leaving; ///< that the index has not let go yet
-    UploadLines m_lines;
-    UploadHealth m_health;
-    QElapsedTimer m_clock;
-    QTimer m_lookTimer;
+    UploadSituation m_situation;
     UploadRecords m_records;
+    UploadJobs m_jobs;
+    UploadSender m_sender;
+    UploadStanding m_standing;
+    QTimer m_lookTimer;
 };

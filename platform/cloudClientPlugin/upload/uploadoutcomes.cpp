@@ -19,7 +19,7 @@ QString bounded(const QString &detail)
 UploadOutcomes::UploadOutcomes(const QSqlDatabase &db, TransferTables &tables)
     : m_file(db,
         QStringLiteral("UPDATE uploadfile SET State = ?, SOPInstanceUID = ?, Fault = ?, Reason = ?, "
-                       "Problem = ?, Detail = ?, Tries = ?, Version = ? WHERE pk = ? AND State = 0 "
+                       "Problem = ?, Detail = ?, Tries = ?, Version = ? WHERE pk = ? AND State = ? "
                        "AND NOT EXISTS (SELECT 1 FROM imageformat WHERE SOPInstanceUID = ? AND %1 <> ?)")
             .arg(versionOfImage))
     , m_stored(db,
@@ -35,7 +35,7 @@ bool UploadOutcomes::record(const UploadOutcome &outcome)
     const bool isStored = outcome.fault == UploadFault::Kind::None;
     if (!m_file.exec({isStored ? storedState : failedState, file.sopInstance, int(outcome.fault),
             outcome.reason, int(outcome.failure.problem), bounded(outcome.failure.detail), outcome.tries,
-            file.version, file.id, file.sopInstance, file.version})) {
+            file.version, file.id, waitingState, file.sopInstance, file.version})) {
         return false;
     }
     // Only the file that the index knows has told what the index knows.

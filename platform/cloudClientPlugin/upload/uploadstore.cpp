@@ -22,7 +22,7 @@ struct UploadStore::Kept
         , waiting(db,
               QStringLiteral("SELECT uploadfile.FilePath, uploadfile.SOPInstanceUID, Bytes, %1 "
                              "FROM uploadfile LEFT JOIN imageformat USING (SOPInstanceUID, FilePath) "
-                             "WHERE uploadfile.pk = ? AND State = 0")
+                             "WHERE uploadfile.pk = ? AND State = ?")
                   .arg(versionOfImage))
     { }
 
@@ -95,8 +95,9 @@ QVector<UploadFile> UploadStore::waiting(qint64 task, qint64 after, int most)
     QSqlQuery query(database());
     query.setForwardOnly(true);
     query.prepare(QStringLiteral("SELECT pk, FilePath, SOPInstanceUID, Bytes FROM uploadfile "
-                                 "WHERE task_fk = ? AND State = 0 AND pk > ? ORDER BY pk LIMIT ?"));
+                                 "WHERE task_fk = ? AND State = ? AND pk > ? ORDER BY pk LIMIT ?"));
     query.addBindValue(task);
+    query.addBindValue(waitingState);
     query.addBindValue(after);
     query.addBindValue(most);
     query.exec();
@@ -115,7 +116,7 @@ std::optional<QHash<qint64, UploadFile>> UploadStore::stillWaiting(const QVector
     QHash<qint64, UploadFile> waiting;
     KeptStatement &file = m_kept->waiting;
     for (const qint64 id : files) {
-        if (!file.exec({id})) {
+        if (!file.exec({id, waitingState})) {
             return {};
         }
         if (file.next()) {
@@ -134,8 +135,9 @@ QString UploadStore::pathOf(qint64 file)
         return {};
     }
     QSqlQuery query(database());
-    query.prepare(QStringLiteral("SELECT FilePath FROM uploadfile WHERE pk = ? AND State = 0"));
+    query.prepare(QStringLiteral("SELECT FilePath FROM uploadfile WHERE pk = ? AND State = ?"));
     query.addBindValue(file);
+    query.addBindValue(waitingState);
     return query.exec() && query.next() ? query.value(0).toString() : QString();
 }
 
@@ -147,8 +149,9 @@ QVector<UploadFault> UploadStore::faults(qint64 task)
     }
     QSqlQuery query(database());
     query.prepare(QStringLiteral("SELECT FilePath, Fault, Reason, Problem, Detail FROM uploadfile "
-                                 "WHERE task_fk = ? AND State = 3 ORDER BY pk"));
+                                 "WHERE task_fk = ? AND State = ? ORDER BY pk"));
     query.addBindValue(task);
+    query.addBindValue(failedState);
     query.exec();
     while (query.next()) {
         UploadFault fault;
