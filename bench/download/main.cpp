@@ -70,6 +70,8 @@ private:
         QObject::connect(request, &ObjectsRetrieve::finished, request,
             [this, request, &client, objects = wanted.objects](const WebFailure &failure) {
                 if (!failure.isNone() || request->objects() != objects) {
+                    qWarning("%d of %d objects, problem %d %s", request->objects(), objects,
+                        int(failure.problem), qPrintable(failure.detail));
                     QCoreApplication::exit(1);
                 }
                 request->deleteLater();
