@@ -111,8 +111,9 @@ bool DownloadCoordinator::begin(const DownloadJob &job, SeriesJob &series)
         m_queue.fail(job, series, {WebProblem::DiskFull, {}, 0}, m_clock.elapsed());
         return false;
     }
-    series.begin(present.size());
-    m_lines.fetch({job.studyUid, series.uid}, present, series.isRecounted || !present.isEmpty());
+    if (m_queue.begin(job, series, present.size())) {
+        m_lines.fetch({job.studyUid, series.uid}, present, series.isRecounted || !present.isEmpty());
+    }
     return true;
 }
 

@@ -59,6 +59,15 @@ void DownloadQueue::remove(const QString &studyUid)
     m_list.remove(studyUid);
 }
 
+bool DownloadQueue::begin(const DownloadJob &job, SeriesJob &series, int held)
+{
+    const bool isBegun = series.begin(held);
+    if (!isBegun) {
+        m_list.setState(job, series);
+    }
+    return isBegun;
+}
+
 void DownloadQueue::fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure, qint64 nowMs)
 {
     series.fail(failure, nowMs);

@@ -35,6 +35,9 @@ public:
 
     /// The objects that the index has of a series. @return false where it cannot be asked now
     bool present(const QString &seriesUid, QSet<QString> *uids) { return m_list.present(seriesUid, uids); }
+    /// A series is about to be fetched, where the index has so many objects of it. @return false where it has
+    /// failed for good instead
+    bool begin(const DownloadJob &job, SeriesJob &series, int held);
     /// A series fails, to be tried again or for good.
     void fail(const DownloadJob &job, SeriesJob &series, const WebFailure &failure, qint64 nowMs);
     /// A series is through when all that came of it has its verdict.

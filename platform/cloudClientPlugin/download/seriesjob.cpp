@@ -6,6 +6,7 @@ constexpr qint64 firstPauseMs = 1000;
 constexpr qint64 longestPauseMs = 30'000;
 constexpr int mostDoublings = 10;
 constexpr int mostBadAnswers = 8; ///< in a row, and nothing between them
+constexpr int mostVainRounds = 5; ///< in a row
 
 /// Whether it may pass: troubles of the service, the way there or the disk at any time.
 bool isPassing(const WebFailure &failure, int attempts)
@@ -31,27 +32,39 @@ void SeriesJob::tryAgain()
     }
     isRecounted = false;
     attempts = 0;
+    vainRounds = 0;
+    heldBefore = -1;
     dueMs = 0;
 }
 
-void SeriesJob::begin(int held)
+bool SeriesJob::begin(int held)
 {
-    state = State::Fetching;
+    vainRounds = held > heldBefore ? 0 : vainRounds + (hasReceived ? 1 : 0);
+    heldBefore = held;
+    hasReceived = false;
     indexed = held;
+    if (vainRounds >= mostVainRounds) {
+        state = State::Failed;
+        failure = {WebProblem::Incomplete, {}, 0};
+        return false;
+    }
+    state = State::Fetching;
     refused = 0;
     listed.clear();
+    return true;
 }
 
 void SeriesJob::receive()
 {
     ++pending;
-    attempts = 0;
+    hasReceived = true;
 }
 
 void SeriesJob::land(bool isTaken)
 {
     --pending;
     ++(isTaken ? indexed : refused);
+    attempts = isTaken ? 0 : attempts;
 }
 
 void SeriesJob::noteListed(const QSet<QString> &objects)

@@ -22,8 +22,11 @@ struct SeriesJob
     qint64 indexed = 0;
     qint64 refused = 0;
     qint64 pending = 0; ///< objects that are here and not in the index yet
-    int attempts = 0; ///< failures that may pass, since something came last
+    int attempts = 0; ///< failures that may pass, since the index took something last
+    int vainRounds = 0; ///< in a row, in which objects came and the index has no more of it than before
     qint64 dueMs = 0; ///< when it may be tried again
+    int heldBefore = -1; ///< objects of the index, before the round that runs
+    bool hasReceived = false; ///< in that round
     bool isRecounted = false; ///< the service was asked for a list, after an answer that was short or at once
     QSet<QString> listed; ///< the objects that the service has, as far as it was asked and lists them
     WebFailure failure;
@@ -39,7 +42,8 @@ struct SeriesJob
     /// It failed for good, or waits out a pause: it may be tried at once.
     void tryAgain();
     /// @param held how many objects the index has before it is fetched
-    void begin(int held);
+    /// @return false where it is asked no more, as too often nothing of what came was of use
+    bool begin(int held);
     /// An object of it is here.
     void receive();
     /// An object of it has its verdict.
