@@ -33,6 +33,14 @@ UploadAccess accessOf(const HttpUploadFile &client)
     return access;
 }
 
+/// Whether all that has failed of an upload is among these files.
+bool isTriedAnew(const UpLoadTask &task, const QSet<QString> &paths)
+{
+    const QVector<UploadFault> faults = task.faults();
+    return std::all_of(faults.begin(), faults.end(),
+        [&paths](const UploadFault &fault) { return paths.contains(fault.path); });
+}
+
 QStringList rowOf(const UpLoadTask &task, const QString &name, int files, int succeeded, int failed)
 {
     return {QString::number(task.number()), name, QString::number(files), QString::number(succeeded),
@@ -63,11 +71,12 @@ CloudClientAsyncHandler &UploadProgressForm::handler()
     return *m_handler;
 }
 
-/// An upload that has not ended keeps its series to itself. One that has, or that can do no more since the
-/// rest has failed, gives way: a series has one row.
-bool UploadProgressForm::makeRoomFor(const QStringList &seriesUIDs)
+/// An upload that has not ended keeps its series to itself. One that has gives way, and so does one that can
+/// do no more since the rest has failed, where all of that is tried anew: no failure is lost from sight.
+bool UploadProgressForm::makeRoomFor(const QStringList &seriesUIDs, const QStringList &filePaths)
 {
     const QSet<QString> wanted(seriesUIDs.begin(), seriesUIDs.end());
+    const QSet<QString> paths(filePaths.begin(), filePaths.end());
     const QVector<QStringList> rows = m_rows->getSeriesUIDData();
     QVector<int> done;
     for (int row = 0; row < rows.size(); ++row) {
@@ -78,7 +87,7 @@ bool UploadProgressForm::makeRoomFor(const QStringList &seriesUIDs)
         if (task && task->tally().state != UploadTally::State::Finished) {
             return false;
         }
-        if (isConcerned) {
+        if (isConcerned && (!task || isTriedAnew(*task, paths))) {
             done.append(number);
         }
     }
@@ -95,7 +104,7 @@ void UploadProgressForm::setUploadFiles(const QStringList &seriesUIDs, const QSt
     const QStringList &filePaths, const QString &patientName, const QByteArray &userId)
 {
     Q_UNUSED(userId)
-    if (!makeRoomFor(seriesUIDs)) {
+    if (!makeRoomFor(seriesUIDs, filePaths)) {
         return;
     }
     if (!m_hasBeenAsked) {

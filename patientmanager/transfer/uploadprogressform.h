@@ -40,7 +40,7 @@ public:
 
     /**
      * Begins an upload, unless one of the series is in an upload that goes on. The row of one that does not
-     * is replaced.
+     * is replaced, unless it tells of files that failed and are not among these.
      * @param sopInstanceUIDs, @param seriesUIDs one for each file; where there are not as many, each file is
      * asked for its own
      * @param userId who it is for; a DICOMweb service has no use for it
@@ -85,7 +85,7 @@ private:
     void connectButtons();
     CloudClientAsyncHandler &handler();
     UpLoadTask *newTask(const QStringList &paths);
-    bool makeRoomFor(const QStringList &seriesUIDs);
+    bool makeRoomFor(const QStringList &seriesUIDs, const QStringList &filePaths);
     void follow(UpLoadTask *task, const QString &name);
     void connectProgress(UpLoadTask *task);
     void addRow(UpLoadTask *task, const QStringList &texts, const QStringList &seriesUIDs);
