@@ -79,6 +79,14 @@ CloudAccount CloudAccount::read()
     return account;
 }
 
+CloudAccount CloudAccount::lastSignedIn()
+{
+    CloudAccount account = read();
+    const QString address = storedText(addressKey);
+    account.address = address.isEmpty() ? account.address : address;
+    return account;
+}
+
 bool CloudAccount::isCloudUser()
 {
     return stored(logTypeKey).toInt() == CloudUser;

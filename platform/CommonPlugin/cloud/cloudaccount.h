@@ -20,6 +20,8 @@ struct COMMONPLUGIN_EXPORT CloudAccount
 
     /// What the last sign-in used; an address set in the settings wins.
     static CloudAccount read();
+    /// Whose password the secret store may have, whatever was set since: the last one who signed in.
+    static CloudAccount lastSignedIn();
     /// Whether whoever used the workstation last was signed in to the cloud.
     static bool isCloudUser();
     /// The file: rule 2 of ConfigLocation.

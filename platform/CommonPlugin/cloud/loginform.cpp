@@ -101,7 +101,7 @@ void LoginForm::onSignedIn(const CloudSession &session)
 {
     const QString password = m_fields->password();
     HttpUploadFile::instance()->setSession(session);
-    const bool wasRemembered = CloudAccount::read().remembers;
+    const CloudAccount previous = CloudAccount::lastSignedIn();
     const bool isWritten = m_account.writeSignedIn();
     const QPointer<LoginForm> self(this);
     finish(m_account.user.toUtf8(), password.toUtf8(), session.id, cloudUser);
@@ -115,7 +115,7 @@ void LoginForm::onSignedIn(const CloudSession &session)
     if (m_account.remembers) {
         say(tr("Signed in. The password goes to the secret store of the desktop…"));
     }
-    m_secrets->settle(m_account, password, wasRemembered);
+    m_secrets->settle(m_account, password, previous);
 }
 
 /// The window stays until that is done, and longer where it failed; by then it may have been closed.

@@ -2,6 +2,16 @@
 
 #include "secretstore.h"
 
+namespace {
+
+/// A failure in sentences; empty where there was none.
+QString withReason(const QString &failure, const SecretAnswer &answer)
+{
+    return answer.isGood() ? QString() : failure + QLatin1Char(' ') + SecretStore::text(answer);
+}
+
+} // namespace
+
 void LoginSecrets::begin(const CloudAccount &account)
 {
     const int round = ++m_round;
@@ -30,42 +40,42 @@ void LoginSecrets::read(const CloudAccount &account, int round)
     });
 }
 
-void LoginSecrets::settle(const CloudAccount &account, const QString &password, bool wasRemembered)
+void LoginSecrets::settle(const CloudAccount &account, const QString &password, const CloudAccount &previous)
 {
-    if (account.remembers) {
-        keep(account, password);
-    } else if (wasRemembered) {
-        forget(account);
-    } else {
-        emit settled({});
-    }
+    const bool isOutdated =
+        previous.remembers && (!account.remembers || previous.secretName() != account.secretName());
+    const auto keepNew = [this, account, password, round = m_round](const QString &problem) {
+        keep(account, password, [this, problem, round](const QString &another) {
+            if (round == m_round) {
+                emit settled(QStringList{problem, another}.join(QLatin1Char('\n')).trimmed());
+            }
+        });
+    };
+    isOutdated ? forget(previous, keepNew) : keepNew({});
 }
 
-void LoginSecrets::keep(CloudAccount account, const QString &password)
+void LoginSecrets::keep(CloudAccount account, const QString &password, const Then &then)
 {
+    if (!account.remembers) {
+        then({});
+        return;
+    }
     const QString name = account.secretName();
-    const auto kept = [this, account = std::move(account), round = m_round](
-                          const SecretAnswer &answer) mutable {
+    const auto kept = [account = std::move(account), then](const SecretAnswer &answer) mutable {
         if (!answer.isGood()) {
             account.remembers = false;
             account.writeSignedIn();
         }
-        tellSettled(round, tr("You are signed in, but the password is not remembered."), answer);
+        then(withReason(LoginSecrets::tr("You are signed in, but the password is not remembered."), answer));
     };
     SecretStore::write(name, password, this, kept);
 }
 
-void LoginSecrets::forget(const CloudAccount &account)
+void LoginSecrets::forget(const CloudAccount &account, const Then &then)
 {
-    SecretStore::remove(account.secretName(), this, [this, round = m_round](const SecretAnswer &answer) {
-        tellSettled(round,
-            tr("You are signed in, but the password that was remembered earlier is still kept."), answer);
+    SecretStore::remove(account.secretName(), this, [then](const SecretAnswer &answer) {
+        then(withReason(LoginSecrets::tr(
+                            "You are signed in, but the password that was remembered earlier is still kept."),
+            answer));
     });
-}
-
-void LoginSecrets::tellSettled(int round, const QString &failure, const SecretAnswer &answer)
-{
-    if (round == m_round) {
-        emit settled(answer.isGood() ? QString() : failure + QLatin1Char(' ') + SecretStore::text(answer));
-    }
 }

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 struct SecretAnswer;
 
 /// What a sign-in has to do with the secret store: a remembered password comes from there, and one that is to
@@ -17,8 +19,10 @@ public:
 
     /// Somebody is about to sign in with this account.
     void begin(const CloudAccount &account);
-    /// Somebody has signed in: the password is kept or forgotten, as the account says.
-    void settle(const CloudAccount &account, const QString &password, bool wasRemembered);
+    /// Somebody has signed in: the password is kept or not, as the account says. Only the last one is kept:
+    /// that of the account before is forgotten.
+    /// @param previous as CloudAccount::lastSignedIn() was until then
+    void settle(const CloudAccount &account, const QString &password, const CloudAccount &previous);
 
 signals:
     /// @param refusal why passwords cannot be remembered; empty where they can
@@ -31,9 +35,10 @@ signals:
 
 private:
     void read(const CloudAccount &account, int round);
-    void keep(CloudAccount account, const QString &password);
-    void forget(const CloudAccount &account);
-    void tellSettled(int round, const QString &failure, const SecretAnswer &answer);
+    using Then = std::function<void(const QString &problem)>;
+
+    void keep(CloudAccount account, const QString &password, const Then &then);
+    void forget(const CloudAccount &account, const Then &then);
 
     int m_round = 0; ///< which begin() this is
 };
