@@ -117,7 +117,8 @@ void SeriesPicture::fetchObject()
 {
     m_folder = std::make_shared<QTemporaryDir>();
     auto *retrieve = new ObjectsRetrieve(m_client, m_instance, m_folder->path(), this);
-    connect(retrieve, &ObjectsRetrieve::received, this, [this](const QString &path) {
+    connect(retrieve, &ObjectsRetrieve::received, this, [this, retrieve](const QString &path) {
+        retrieve->abort(); // whatever else the service would send
         make([path, folder = m_folder, side = m_side] { return pictureOf(path, side); },
             [this](const QImage &picture) { give(picture); });
     });

@@ -1,14 +1,14 @@
 #include "serviceview.h"
 
-#include "seriespicture.h"
+#include "picturequeue.h"
 #include "seriespreview.h"
 #include "studysearch.h"
 
 namespace {
 
-QString seriesResource(const QString &studyUid, const QString &seriesUid)
+QString studyResource(const QString &studyUid)
 {
-    return QStringLiteral("studies/%1/series/%2").arg(studyUid, seriesUid);
+    return QStringLiteral("studies/") + studyUid;
 }
 
 } // namespace
@@ -27,7 +27,6 @@ void ServiceView::setSession(const CloudSession &session)
             delete part; // it asks the client
         }
     }
-    m_pictures = nullptr;
     m_client = session.isOpen() ? std::make_unique<WebClient>(session.service) : nullptr;
 }
 
@@ -55,16 +54,18 @@ void ServiceView::askStudies(const StudyQuestion &question)
 void ServiceView::askSeries(const QString &studyUid, int pictureSide)
 {
     delete m_series;
-    endPictures();
+    delete m_pictures;
     if (!m_client || studyUid.isEmpty()) {
         return;
     }
-    m_series =
-        new StudySearch(*m_client, QStringLiteral("studies/%1/series").arg(studyUid), QUrlQuery(), this);
-    connect(m_series, &StudySearch::found, this, [=](const QVector<DicomJson> &found) {
+    const QString study = studyResource(studyUid);
+    askPictures(study, pictureSide);
+    m_series = new StudySearch(
+        *m_client, study + QStringLiteral("/series"), QUrlQuery(), this, StudySearch::everything);
+    connect(m_series, &StudySearch::found, this, [this](const QVector<DicomJson> &found) {
         emit seriesFound(found);
         for (const DicomJson &one : found) {
-            makePicture(studyUid, one.text(DicomTag::seriesUid), pictureSide);
+            m_pictures->add(one.text(DicomTag::seriesUid));
         }
     });
     connect(m_series, &StudySearch::finished, this, [this](const WebFailure &failure) {
@@ -74,22 +75,15 @@ void ServiceView::askSeries(const QString &studyUid, int pictureSide)
     });
 }
 
-void ServiceView::endPictures()
+void ServiceView::askPictures(const QString &study, int side)
 {
-    delete m_pictures;
-    m_pictures = new QObject(this);
-}
-
-void ServiceView::makePicture(const QString &studyUid, const QString &seriesUid, int side)
-{
-    const auto *picture = new SeriesPicture(*m_client, seriesResource(studyUid, seriesUid), side, m_pictures);
-    connect(picture, &SeriesPicture::made, this,
-        [this, seriesUid](const QImage &made) { emit pictureMade(seriesUid, made); });
+    m_pictures = new PictureQueue(*m_client, study, side, this);
+    connect(m_pictures, &PictureQueue::made, this, &ServiceView::pictureMade);
 }
 
 SeriesPreview *ServiceView::open(const QString &studyUid, const QString &seriesUid)
 {
     return m_client && !seriesUid.isEmpty()
-        ? new SeriesPreview(*m_client, seriesResource(studyUid, seriesUid), this)
+        ? new SeriesPreview(*m_client, studyResource(studyUid) + QStringLiteral("/series/") + seriesUid, this)
         : nullptr;
 }

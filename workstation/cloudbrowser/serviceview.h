@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class PictureQueue;
 class SeriesPreview;
 class StudySearch;
 struct StudyQuestion;
@@ -45,11 +46,10 @@ signals:
     void pictureMade(const QString &seriesUid, const QImage &picture);
 
 private:
-    void makePicture(const QString &studyUid, const QString &seriesUid, int side);
-    void endPictures();
+    void askPictures(const QString &study, int side);
 
     std::unique_ptr<WebClient> m_client;
     QPointer<StudySearch> m_studies;
     QPointer<StudySearch> m_series;
-    QObject *m_pictures = nullptr; ///< of the study that is shown; owns them
+    QPointer<PictureQueue> m_pictures; ///< of the study that is shown
 };

@@ -72,7 +72,8 @@ void CloudSearch::listSeries(const QString &studyUid)
     for (const quint32 tag : {DicomTag::seriesDescription, DicomTag::imagesInSeries}) {
         query.addQueryItem(QStringLiteral("includefield"), DicomTag::name(tag));
     }
-    auto *search = new StudySearch(*m_client, QStringLiteral("studies/%1/series").arg(studyUid), query, this);
+    auto *search = new StudySearch(
+        *m_client, QStringLiteral("studies/%1/series").arg(studyUid), query, this, StudySearch::everything);
     auto series = std::make_shared<QVector<DicomJson>>();
     connect(search, &StudySearch::found, this, [series](const QVector<DicomJson> &more) { *series += more; });
     connect(
