@@ -2,6 +2,7 @@
 
 #include "recordsql.h"
 #include "selectionstatus.h"
+#include "uploadtables.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -9,7 +10,6 @@
 
 qint64 WaitingUploads::of(const RecordSelection &records)
 {
-    constexpr char waits[] = "0";
     if (records.isEmpty()) {
         return 0;
     }
@@ -17,7 +17,8 @@ qint64 WaitingUploads::of(const RecordSelection &records)
     query.prepare(QStringLiteral("SELECT count(DISTINCT imageformat.pk) FROM uploadfile JOIN imageformat ON "
                                  "imageformat.SOPInstanceUID = uploadfile.SOPInstanceUID "
                                  "WHERE uploadfile.State = %1 AND imageformat.pk IN (%2)")
-                      .arg(QLatin1String(waits), RecordSql::keysBelow(records.level, RecordLevel::Image)));
+                      .arg(QString::number(UploadTables::waitingState),
+                          RecordSql::keysBelow(records.level, RecordLevel::Image)));
     query.bindValue(QStringLiteral(":keys"), RecordSql::keyList(records.keys));
     return query.exec() && query.next() ? query.value(0).toLongLong() : 0;
 }

@@ -3,6 +3,7 @@
 #include "cloudstudymodel.h"
 #include "cloudstudyview.h"
 #include "downloadclouddataform.h"
+#include "namedparts.h"
 #include "webfailuretext.h"
 
 #include <QLabel>
@@ -14,16 +15,13 @@ CloudResultsPanel::CloudResultsPanel(CloudStudyModel *model, QWidget *parent)
     , m_model(*model)
     , m_view(new CloudStudyView(model, this))
     , m_said(new QLabel(this))
-    , m_downloadButton(new QPushButton(DownloadCloudDataForm::tr("&Download Checked"), this))
+    , m_downloadButton(
+          NamedParts::button<QPushButton>("download", DownloadCloudDataForm::tr("&Download Checked"),
+              DownloadCloudDataForm::tr("Bring the checked studies and series into the index"), this))
 {
     m_said->setObjectName(QStringLiteral("said"));
     m_said->setTextFormat(Qt::PlainText);
     m_said->setWordWrap(true);
-    m_downloadButton->setObjectName(QStringLiteral("download"));
-    m_downloadButton->setToolTip(
-        DownloadCloudDataForm::tr("Bring the checked studies and series into the index"));
-    m_downloadButton->setAccessibleName(m_downloadButton->text().remove(QLatin1Char('&')));
-    m_downloadButton->setAutoDefault(false);
     auto *below = new QHBoxLayout;
     below->addWidget(m_said, 1);
     below->addWidget(m_downloadButton);

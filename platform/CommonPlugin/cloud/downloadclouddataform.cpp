@@ -11,6 +11,7 @@
 #include "holdingscounter.h"
 #include "httpuploadfile.h"
 #include "importsettings.h"
+#include "namedparts.h"
 #include "sharedwindow.h"
 #include "webfailuretext.h"
 
@@ -86,22 +87,14 @@ void DownloadCloudDataForm::build()
     resize(firstWindowSize(this, usualSize));
 }
 
-QPushButton *DownloadCloudDataForm::addButton(const char *name, const QString &text, const QString &hint)
-{
-    auto *button = new QPushButton(text, this);
-    button->setObjectName(QLatin1String(name));
-    button->setToolTip(hint);
-    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
-    button->setAutoDefault(false);
-    return button;
-}
-
 QWidget *DownloadCloudDataForm::buildSearch()
 {
     auto *box = new QWidget(this);
     m_question = new CloudQuestionForm(box);
-    m_searchButton = addButton("search", tr("&Search"), tr("Look for studies in the cloud"));
-    m_stopButton = addButton("stopSearch", tr("Stop"), tr("Keep what was found so far"));
+    m_searchButton =
+        NamedParts::button<QPushButton>("search", tr("&Search"), tr("Look for studies in the cloud"), box);
+    m_stopButton =
+        NamedParts::button<QPushButton>("stopSearch", tr("Stop"), tr("Keep what was found so far"), box);
     auto *buttons = new QVBoxLayout;
     buttons->addWidget(m_searchButton);
     buttons->addWidget(m_stopButton);

@@ -53,7 +53,6 @@ private:
 
     void build();
     QWidget *buildSearch();
-    QPushButton *addButton(const char *name, const QString &text, const QString &hint);
     void takeSession();
     void takeEngine();
     void search();

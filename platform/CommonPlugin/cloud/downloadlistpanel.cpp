@@ -5,6 +5,7 @@
 #include "emptytext.h"
 #include "focuscare.h"
 #include "listheight.h"
+#include "namedparts.h"
 #include "progressdelegate.h"
 #include "retrynotice.h"
 #include "webfailuretext.h"
@@ -63,14 +64,14 @@ DownloadListPanel::DownloadListPanel(QWidget *parent)
     }
     m_view->setMinimumHeight(heightOfRows(*m_view, visibleRows));
     auto *buttons = new QVBoxLayout;
-    for (QPushButton **button : {&m_stop, &m_resume, &m_remove}) {
-        *button = button == &m_stop
-            ? addButton("stop", tr("Sto&p"), tr("Stop the chosen downloads; what is here stays"))
-            : button == &m_resume ? addButton("resume", tr("&Go On"),
-                  tr("Go on with the chosen downloads: only what is missing is fetched"))
-                                  : addButton("remove", tr("R&emove"),
-                                      tr("Take the chosen downloads off this list; their images stay"));
-        buttons->addWidget(*button);
+    m_stop = NamedParts::button<QPushButton>(
+        "stop", tr("Sto&p"), tr("Stop the chosen downloads; what is here stays"), this);
+    m_resume = NamedParts::button<QPushButton>(
+        "resume", tr("&Go On"), tr("Go on with the chosen downloads: only what is missing is fetched"), this);
+    m_remove = NamedParts::button<QPushButton>(
+        "remove", tr("R&emove"), tr("Take the chosen downloads off this list; their images stay"), this);
+    for (QPushButton *button : {m_stop, m_resume, m_remove}) {
+        buttons->addWidget(button);
     }
     buttons->addStretch();
     auto *list = new QHBoxLayout;
@@ -99,16 +100,6 @@ DownloadListPanel::DownloadListPanel(QWidget *parent)
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &DownloadListPanel::refreshButtons);
     refreshButtons();
-}
-
-QPushButton *DownloadListPanel::addButton(const char *name, const QString &text, const QString &hint)
-{
-    auto *button = new QPushButton(text, this);
-    button->setObjectName(QLatin1String(name));
-    button->setToolTip(hint);
-    button->setAccessibleName(QString(text).remove(QLatin1Char('&')));
-    button->setAutoDefault(false);
-    return button;
 }
 
 void DownloadListPanel::setEngine(DownloadEngine *engine)

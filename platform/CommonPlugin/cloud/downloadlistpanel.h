@@ -21,7 +21,6 @@ public:
     void setEngine(DownloadEngine *engine);
 
 private:
-    QPushButton *addButton(const char *name, const QString &text, const QString &hint);
     void refresh();
     void refreshButtons();
     void refreshRetry();
