@@ -20,6 +20,8 @@
 #include <QGenericPluginFactory>
 #include <QProcess>
 
+#include <utility>
+
 namespace {
 
 /// A tool of the workstation: it stands above the windows that it serves.
@@ -139,10 +141,25 @@ void PatientManagerMainWindow::onLoginCancelled()
 
 void PatientManagerMainWindow::on_actionDownloadCloudData_triggered()
 {
-    if (!isSignedIn()) {
+    if (isSignedIn()) {
+        showDownloads();
+    } else {
+        isDownloadWaiting = true;
         openLogin();
-        return;
     }
+}
+
+/// What asked for the login goes on.
+void PatientManagerMainWindow::onLoginEnded()
+{
+    if (std::exchange(isDownloadWaiting, false) && isSignedIn()) {
+        showDownloads();
+    }
+    goOnWithUpload();
+}
+
+void PatientManagerMainWindow::showDownloads()
+{
     if (!downloadForm) {
         downloadForm = DownloadCloudDataForm::instance();
         downloadForm->setMainWindow(this);

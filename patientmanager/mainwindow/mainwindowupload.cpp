@@ -42,7 +42,7 @@ void PatientManagerMainWindow::on_actionUploadCloudData_triggered()
 
 /// The upload that asked for the login goes on with what was selected then, once that window is gone: it
 /// stands above all questions.
-void PatientManagerMainWindow::onLoginEnded()
+void PatientManagerMainWindow::goOnWithUpload()
 {
     const QList<qlonglong> pks = std::exchange(waitingUploadPks, {});
     if (pks.isEmpty()) {

@@ -193,6 +193,8 @@ private:
     void askToUpload(const QString &tableName, const QList<qlonglong> &pks);
     void upload(const UploadBatch &batch);
     void onLoginEnded();
+    void goOnWithUpload();
+    void showDownloads();
     bool isSignedIn() const;
     void keepLogin(QByteArray name, QByteArray secret, QByteArray sessionId, int type);
     void userTypeReflesh();
@@ -229,6 +231,7 @@ private:
     QStringList cloudBrowserArgs;
     QString waitingUploadTable; ///< with its keys, the upload that waits for a login
     QList<qlonglong> waitingUploadPks;
+    bool isDownloadWaiting = false; ///< for a login
     bool uploadByManual = false;
     bool uploadStarted = false;
     bool isDeleting = false;
