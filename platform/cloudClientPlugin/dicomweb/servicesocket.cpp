@@ -122,23 +122,28 @@ qint64 ServiceSocket::pendingBytes() const
     return m_socket->bytesToWrite() + (tls ? tls->encryptedBytesToWrite() : 0);
 }
 
+/// @return whether there may be more; whoever hears of a piece may close
+bool ServiceSocket::readPieces()
+{
+    const QTcpSocket *socket = m_socket.get();
+    for (int piece = 0; piece < piecesAtOnce; ++piece) {
+        const qint64 length =
+            m_socket && m_socket.get() == socket ? m_socket->read(m_piece.data(), m_piece.size()) : 0;
+        if (length <= 0) {
+            return false;
+        }
+        emit came(QByteArray::fromRawData(m_piece.constData(), static_cast<int>(length)));
+    }
+    return m_socket && m_socket.get() == socket;
+}
+
 /// Reading is what finds an unbuffered connection at its end: the socket does not tell it then.
 void ServiceSocket::readMore()
 {
     const QTcpSocket *socket = m_socket.get();
-    qint64 length = 1;
-    for (int piece = 0; length > 0 && m_socket && m_socket.get() == socket;
-         ++piece) { // whoever hears may close
-        if (piece == piecesAtOnce) { // others have their turn
-            QTimer::singleShot(0, m_socket.get(), [this] { readMore(); });
-            return;
-        }
-        length = m_socket->read(m_piece.data(), m_piece.size());
-        if (length > 0) {
-            emit came(QByteArray::fromRawData(m_piece.constData(), static_cast<int>(length)));
-        }
-    }
-    if (m_socket && m_socket.get() == socket && m_isReady
+    if (readPieces()) { // others have their turn
+        QTimer::singleShot(0, m_socket.get(), [this] { readMore(); });
+    } else if (m_socket && m_socket.get() == socket && m_isReady
         && m_socket->state() == QAbstractSocket::UnconnectedState) {
         m_isReady = false;
         emit failed({WebProblem::LineCut, m_socket->errorString(), 0});
@@ -150,7 +155,7 @@ void ServiceSocket::onFailed(QAbstractSocket::SocketError error)
     const QTcpSocket *socket = m_socket.get();
     m_isReady = false;
     const WebFailure failure{problemOf(error, *m_socket), m_socket->errorString(), 0};
-    readMore();
+    while (readPieces()) { }
     if (m_socket.get() == socket) {
         emit failed(failure);
     }

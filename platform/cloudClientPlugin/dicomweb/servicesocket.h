@@ -48,6 +48,7 @@ signals:
     void failed(const WebFailure &failure);
 
 private:
+    bool readPieces();
     void onReady();
     void onFailed(QAbstractSocket::SocketError error);
 
