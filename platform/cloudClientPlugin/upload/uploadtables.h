@@ -12,9 +12,9 @@ constexpr int failedState = 3;
 
 /// An expression over imageformat that tells one file of an image from its next: a place and the stamp that
 /// was imported.
-constexpr QLatin1String versionOfImage("imageformat.FilePath || char(10) || ifnull(FileSize, '') || char(10) "
-                                       "|| ifnull(FileTime, '') || char(10) || "
-                                       "ifnull(FileInode, '')");
+const QLatin1String versionOfImage("imageformat.FilePath || char(10) || ifnull(FileSize, '') || char(10) "
+                                   "|| ifnull(FileTime, '') || char(10) || "
+                                   "ifnull(FileInode, '')");
 
 /// Between the UIDs of uploadtask.SeriesUIDs.
 constexpr QLatin1Char listMark('\n');
