@@ -4,9 +4,12 @@
 #include "httpuploadfile.h"
 #include "keptpicture.h"
 #include "loginform.h"
+#include "oddservice.h"
+#include "picturequeue.h"
 #include "previewwindow.h"
 #include "seriesmodel.h"
 #include "seriespicture.h"
+#include "serviceview.h"
 #include "testmain.h"
 #include "websession.h"
 
@@ -114,6 +117,29 @@ private slots:
         window.setSession({});
         QVERIFY(!stop->isVisible());
         QVERIFY(!window.findChild<QPushButton *>(QStringLiteral("open"))->isEnabled());
+    }
+
+    /// However many series there are, few pictures are asked for at once.
+    void aStudyOfManySeries()
+    {
+        QByteArray series;
+        for (int number = 1; number <= 40; ++number) {
+            series +=
+                ",{\"0020000E\":{\"vr\":\"UI\",\"Value\":[\"1.2." + QByteArray::number(number) + "\"]}}";
+        }
+        int asked = 0;
+        const OddService service([&](const QByteArray &request) {
+            const bool isOfOne = request.contains("/instances");
+            asked += isOfOne ? 1 : 0;
+            const QByteArray answer = request.contains("offset=0") ? '[' + series.mid(1) + ']' : "[]";
+            return isOfOne ? QByteArray() : httpAnswer("200 OK", "application/dicom+json", answer);
+        });
+        ServiceView view;
+        QSignalSpy ended(&view, &ServiceView::seriesEnded);
+        view.setSession(webSessionAt(service.address()));
+        view.askSeries(QStringLiteral("1.2"), SeriesModel::side);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, mostMs);
+        QTRY_COMPARE(asked, PictureQueue::mostAtOnce);
     }
 
     /// Where nobody is remembered, the sign-in is shown; a refused session leads there, too.

@@ -10,6 +10,7 @@
 #include "testmain.h"
 #include "uploadfilesmodel.h"
 #include "uploadprogressform.h"
+#include "uploadselection.h"
 #include "websession.h"
 #include "windowfixture.h"
 #include "windowparts.h"
@@ -118,6 +119,32 @@ private slots:
         partOf<QPushButton>(notice, "tryNow")->click();
         QTRY_COMPARE(tally(0).succeeded, 2);
         QTRY_VERIFY(!notice->isVisible());
+    }
+
+    /// An upload of some of its series does not take the failures of the others out of sight.
+    void failuresStayUntilTheyAreTriedAnew()
+    {
+        const StoreService service(
+            [](int, const QStringList &uids) { return StoreService::answer({}, uids, "409 Conflict"); });
+        HttpUploadFile::instance()->setSession(webSessionAt(service.address()));
+        const UploadBatch one = UploadSelection::read(RecordLevel::Patient, {1}).value(0);
+        const UploadBatch other = UploadSelection::read(RecordLevel::Patient, {2}).value(0);
+        const auto send = [](const QStringList &series, const QStringList &uids, const QStringList &paths) {
+            uploads()->setUploadFiles(series, uids, paths, {}, {});
+        };
+        const auto sendBoth = [&] {
+            send(one.seriesUIDs + other.seriesUIDs, one.sopInstanceUIDs + other.sopInstanceUIDs,
+                one.filePaths + other.filePaths);
+        };
+        sendBoth();
+        QTRY_COMPARE(tally(0).failed, 3);
+        QTRY_COMPARE(tally(0).state, UploadTally::State::Finished);
+        send(one.seriesUIDs, one.sopInstanceUIDs, one.filePaths);
+        QCOMPARE(rows()->model()->rowCount(), 2);
+        QCOMPARE(tally(0).failed, 3);
+        QTRY_COMPARE(tally(1).state, UploadTally::State::Finished);
+        sendBoth();
+        QCOMPARE(rows()->model()->rowCount(), 1);
     }
 
     void endedRowsAreCleared()

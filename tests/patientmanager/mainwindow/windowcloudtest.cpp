@@ -71,6 +71,19 @@ private slots:
         QCOMPARE(told[0], QVariantList{QByteArray("session")});
     }
 
+    void theDownloadThatAskedForTheLoginGoesOn()
+    {
+        DownloadCloudDataForm::instance()->hide();
+        trigger("actionDownloadCloudData");
+        login()->close();
+        QVERIFY(!DownloadCloudDataForm::instance()->isVisible());
+        trigger("actionDownloadCloudData");
+        LoginForm *form = login();
+        emit form->loginInfo("ann", "secret", "session", LoginForm::cloudUser);
+        emit form->left();
+        QVERIFY(DownloadCloudDataForm::instance()->isVisible());
+    }
+
     void theEditorAsksForALogin()
     {
         int answer = kivMessageBoxForm::AnswerCancel;

@@ -1,11 +1,15 @@
 #include "cloudaccount.h"
 #include "cloudsignin.h"
 #include "configlocation.h"
+#include "httpuploadfile.h"
+#include "loginform.h"
 #include "oddservice.h"
 #include "secretstore.h"
 #include "testfiles.h"
 #include "testmain.h"
+#include "windowparts.h"
 
+#include <QCheckBox>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -127,6 +131,41 @@ private slots:
         ConfigLocation::setBase({});
     }
 
+    /// Nobody could take out of the store what another account left there.
+    void onlyTheLastPasswordIsKept()
+    {
+        if (!m_session.hasBus() || !startKeyring()) {
+            QSKIP("There is no gnome-keyring here");
+        }
+        ConfigLocation::setBase(m_session.folder());
+        const OddService service(httpAnswer("200 OK", "application/dicom+json", "[]"));
+        CloudAccount ann;
+        ann.address = service.address();
+        ann.user = QStringLiteral("ann");
+        ann.remembers = true;
+        CloudAccount bob = ann;
+        bob.user = QStringLiteral("bob");
+        QVERIFY(ann.writeSignedIn());
+        QCOMPARE(write(ann.secretName()), Problem::None);
+        const auto signIn = [](const QString &user, bool remembers) {
+            LoginForm form;
+            form.show();
+            typeInto(&form, "user", user);
+            typeInto(&form, "password", QLatin1String(secret));
+            partOf<QCheckBox>(&form, "remember")->setChecked(remembers);
+            clickPart(&form, "submit");
+            QTRY_VERIFY_WITH_TIMEOUT(!form.isVisible(), 20000);
+        };
+        signIn(bob.user, true);
+        QCOMPARE(read(ann.secretName()).problem, Problem::NotThere);
+        QCOMPARE(read(bob.secretName()).secret, QLatin1String(secret));
+        signIn(ann.user, false);
+        QCOMPARE(read(bob.secretName()).problem, Problem::NotThere);
+        QCOMPARE(read(ann.secretName()).problem, Problem::NotThere);
+        HttpUploadFile::instance()->endSession();
+        ConfigLocation::setBase({});
+    }
+
     /// Whether there is one is found out by trying to start it.
     void aRealStoreWhereOneCanBeRun()
     {
@@ -153,9 +192,10 @@ private:
         [&answer] { QTRY_VERIFY_WITH_TIMEOUT(answer, 20000); }();
         return answer.value_or(SecretAnswer());
     }
-    SecretAnswer read()
+    SecretAnswer read() { return read(m_name); }
+    SecretAnswer read(const QString &name)
     {
-        return wait([this](const auto &then) { SecretStore::read(m_name, this, then); });
+        return wait([this, &name](const auto &then) { SecretStore::read(name, this, then); });
     }
     Problem write() { return write(m_name); }
     Problem write(const QString &name)

@@ -9,6 +9,7 @@
 #include "webclient.h"
 #include "websession.h"
 
+#include <QJsonArray>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(WebProblem)
@@ -249,6 +250,27 @@ private slots:
             QVERIFY(sent.contains(contentOf(path)));
         }
         QCOMPARE(QDir(target.path()).entryList(QDir::Files).size(), 20);
+    }
+
+    /// What a service was asked for by wildcards, and has found, is not dropped here.
+    void namesThatWereAskedFor()
+    {
+        const auto matches = [](const QString &wanted, const QString &name) {
+            const DicomJson study(QJsonObject{{DicomTag::name(DicomTag::patientName),
+                QJsonObject{{QStringLiteral("vr"), QStringLiteral("PN")},
+                    {QStringLiteral("Value"),
+                        QJsonArray{QJsonObject{{QStringLiteral("Alphabetic"), name}}}}}}});
+            StudyQuestion question;
+            question.patientName = wanted;
+            return question.matches(study);
+        };
+        QVERIFY(matches(QStringLiteral("smith"), QStringLiteral("B/O^SMITH")));
+        QVERIFY(matches(QStringLiteral("doe john"), QStringLiteral("DOE^JOHN")));
+        QVERIFY(matches(QStringLiteral("d?e*n"), QStringLiteral("DOE^JOHN")));
+        QVERIFY(matches(QStringLiteral("muller"), QStringLiteral("Müller^Jörg")));
+        QVERIFY(matches(QStringLiteral("山田太郎"), QStringLiteral("山田^太郎")));
+        QVERIFY(!matches(QStringLiteral("山田"), QStringLiteral("DOE^JOHN")));
+        QVERIFY(!matches(QStringLiteral("[a-z]"), QStringLiteral("DOE^JOHN")));
     }
 
     /// More answers than one page has, none twice.
