@@ -85,7 +85,7 @@
     </message>
 </context>
 <context>
-    <name>CloudController</name>
+    <name>CorrectionFinisher</name>
     <message numerus="yes">
         <source>%Ln interrupted correction(s) of patient data finished</source>
         <translation>
@@ -105,6 +105,13 @@
         <translation>
             <numerusform>%Ln interrupted correction of patient data still waits for the service</numerusform>
             <numerusform>%Ln interrupted corrections of patient data still wait for the service</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data could not be finished</source>
+        <translation>
+            <numerusform>%Ln interrupted correction of patient data could not be finished</numerusform>
+            <numerusform>%Ln interrupted corrections of patient data could not be finished</numerusform>
         </translation>
     </message>
 </context>

@@ -648,24 +648,6 @@
         <source>Cloud: signing in…</source>
         <translation>云端：正在登录…</translation>
     </message>
-    <message numerus="yes">
-        <source>%Ln interrupted correction(s) of patient data finished</source>
-        <translation>
-            <numerusform>已完成 %Ln 项中断的患者数据更正</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln interrupted correction(s) of patient data taken back</source>
-        <translation>
-            <numerusform>已撤回 %Ln 项中断的患者数据更正</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%Ln interrupted correction(s) of patient data still wait for the service</source>
-        <translation>
-            <numerusform>仍有 %Ln 项中断的患者数据更正在等待服务</numerusform>
-        </translation>
-    </message>
     <message>
         <source>This file cannot be written, so the next start signs in again: %1</source>
         <translation>无法写入此文件，因此下次启动时会再次登录：%1</translation>
@@ -716,6 +698,33 @@
     <message>
         <source>Takes the settings from DIR/config instead of the program&apos;s own; what an import does comes from config/main.ini of the working directory, else from DIR/../config.</source>
         <translation>从 DIR/config 而非程序自身的位置读取设置；导入的方式取自工作目录的 config/main.ini，否则取自 DIR/../config。</translation>
+    </message>
+</context>
+<context>
+    <name>CorrectionFinisher</name>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data finished</source>
+        <translation>
+            <numerusform>已完成 %Ln 项中断的患者数据更正</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data taken back</source>
+        <translation>
+            <numerusform>已撤回 %Ln 项中断的患者数据更正</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data still wait for the service</source>
+        <translation>
+            <numerusform>仍有 %Ln 项中断的患者数据更正在等待服务</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data could not be finished</source>
+        <translation>
+            <numerusform>有 %Ln 项中断的患者数据更正无法完成</numerusform>
+        </translation>
     </message>
 </context>
 <context>
