@@ -1,3 +1,4 @@
+#include "correctionthread.h"
 #include "dicomfilebuilder.h"
 #include "dicomreader.h"
 #include "objectcorrection.h"
@@ -8,6 +9,7 @@
 #include "testmain.h"
 #include "websession.h"
 
+#include <QSemaphore>
 #include <QSqlQuery>
 #include <QTcpServer>
 #include <QtTest>
@@ -421,6 +423,22 @@ private slots:
         QCOMPARE(inArchive(), inService ? four(newName + QStringLiteral("/P1")) : m_oldArchive);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
         QVERIFY(isJournalGone());
+    }
+
+    /// Nobody waits for it; a stop is for what was begun last, whether or not it runs yet.
+    void theNextBeginsWhenTheOneBeforeHasEnded()
+    {
+        QSemaphore held;
+        std::atomic<int> ended{0};
+        CorrectionThread thread;
+        thread.begin([&](const std::atomic<bool> &stop) {
+            held.acquire();
+            ended += stop ? 1 : 0;
+        });
+        thread.begin([&](const std::atomic<bool> &stop) { ended += stop && ended == 1 ? 1 : 0; });
+        thread.stop();
+        held.release();
+        QTRY_COMPARE(int(ended), 2);
     }
 
     /// What fails half-way is undone, at once or once the service is back; also under another ID.
