@@ -56,7 +56,7 @@ QString nameKey(const QString &name)
 QString identityOf(const DicomJson &answer)
 {
     for (const quint32 tag : {DicomTag::sopInstanceUid, DicomTag::seriesUid}) {
-        const QString uid = answer.text(tag);
+        QString uid = answer.text(tag);
         if (!uid.isEmpty()) {
             return uid;
         }

@@ -305,6 +305,27 @@ private slots:
         QCOMPARE(!QDir(aside).isEmpty(), isAnother);
     }
 
+    void whatIsKeptAsideHasABound()
+    {
+        const QTemporaryDir folder;
+        ObjectSpool spool(folder.filePath(QStringLiteral("index.db")), false, SpoolKind::Downloaded);
+        QCOMPARE(spool.open(), 0);
+        const QByteArray object = QFile::encodeName(spool.folder() + QStringLiteral("/object.dcm"));
+        const auto keep = [&] {
+            writeFile(QFile::decodeName(object), "object");
+            return spool.keepAside(object);
+        };
+        QStringList kept;
+        for (int number = 0; number < ObjectSpool::mostDownloadsAside; ++number) {
+            kept.append(keep());
+        }
+        QVERIFY(!kept.contains(QString()));
+        QVERIFY(keep().isEmpty());
+        QVERIFY(!QFile::exists(QFile::decodeName(object)));
+        QVERIFY(QFile::remove(kept.takeFirst())); // as people do
+        QVERIFY(!keep().isEmpty());
+    }
+
 private:
     QTemporaryDir m_files;
     std::unique_ptr<DicomServer> m_archive;
