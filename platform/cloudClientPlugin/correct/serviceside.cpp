@@ -163,7 +163,7 @@ bool ServiceSide::keepsUntold() const
 WebFailure ServiceSide::askWhetherDoubled(bool &isDoubled)
 {
     int listed = 0;
-    const WebFailure failure = ServiceCalls::repeated(
+    WebFailure failure = ServiceCalls::repeated(
         [&] { return m_objects.countStudies(m_objects.objects().constFirst().studyUid, listed); });
     isDoubled = failure.isNone() && listed > 1;
     return failure;
@@ -178,7 +178,7 @@ WebFailure ServiceSide::keepCopies(bool ofNew)
     const auto isToStay = [&](const StudyCopy &copy) { return (copy.patientId == newId) == ofNew; };
     for (const QString &study : m_task.studies) {
         const QSet<QString> uids = m_objects.uidsOf(study);
-        const WebFailure failure = uids.isEmpty()
+        WebFailure failure = uids.isEmpty()
             ? WebFailure() // it was not there; what has come since is not ours
             : m_copies->keepOnly(
                 study, uids, isToStay, ofNew ? StudyCopies::Others::Refuse : StudyCopies::Others::Leave);
@@ -215,13 +215,13 @@ void ServiceSide::undo()
 /// @return none where the service has what it had
 WebFailure ServiceSide::restore()
 {
-    const WebFailure before = lookForOld();
+    WebFailure before = lookForOld();
     if (before.isNone() || before.problem == WebProblem::NoRoute || before.problem == WebProblem::Stopped
         || before.problem == WebProblem::Unauthorized) {
         return before;
     }
-    const WebFailure refused = ServiceCalls::repeated([this] { return m_objects.storeOld(); });
-    const WebFailure after = lookForOld();
+    WebFailure refused = ServiceCalls::repeated([this] { return m_objects.storeOld(); });
+    WebFailure after = lookForOld();
     return after.isNone() || refused.isNone() ? after : refused;
 }
 

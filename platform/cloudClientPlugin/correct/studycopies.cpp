@@ -46,7 +46,8 @@ WebFailure StudyCopies::find(const QString &studyUid, QVector<StudyCopy> &copies
 {
     QJsonDocument found;
     WebFailure failure = m_calls.ask(QStringLiteral("tools/lookup"), studyUid.toLatin1(), found);
-    for (const QJsonValue &one : found.array()) {
+    const QJsonArray all = found.array();
+    for (const auto &one : all) {
         if (!failure.isNone() || one[QLatin1String("Type")] != QLatin1String("Study")) {
             continue;
         }
@@ -65,7 +66,8 @@ WebFailure StudyCopies::list(const StudyCopy &copy, Instances &instances)
     QJsonDocument listed;
     const WebFailure failure = ServiceCalls::repeated(
         [&] { return m_calls.ask(studyResource(copy.id) + QStringLiteral("/instances"), listed); });
-    for (const QJsonValue &one : listed.array()) {
+    const QJsonArray all = listed.array();
+    for (const auto &one : all) {
         instances.insert(one[QLatin1String("MainDicomTags")][QLatin1String("SOPInstanceUID")].toString(),
             one[QLatin1String("ID")].toString());
     }
