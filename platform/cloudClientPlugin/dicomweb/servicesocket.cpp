@@ -105,7 +105,9 @@ void ServiceSocket::close()
     if (m_socket) {
         m_socket->disconnect(this);
         m_socket->abort();
-        m_socket.release()->deleteLater(); // it may be what has called us
+        QTcpSocket *socket = m_socket.release(); // it may be what has called us
+        socket->setParent(this);
+        socket->deleteLater();
     }
 }
 
