@@ -115,6 +115,7 @@ bool HttpAnswerReader::readStatus(const QByteArray &line)
     m_isChunked = false;
     m_announced = -1;
     m_contentType.clear();
+    m_location.clear();
     m_mode = Mode::Header;
     return isNumber && line.startsWith("HTTP/1.");
 }

@@ -19,8 +19,11 @@ HttpLine::HttpLine(const WebService &service, int patienceMs, QObject *parent)
     , m_socket(service, this)
     , m_patienceMs(patienceMs)
     , m_piece(pieceBytes, Qt::Uninitialized)
+    , m_turn(this)
     , m_silence(this)
 {
+    m_turn.setSingleShot(true);
+    connect(&m_turn, &QTimer::timeout, this, &HttpLine::sendMore);
     m_silence.setSingleShot(true);
     connect(&m_silence, &QTimer::timeout, this, &HttpLine::onSilence);
     connect(&m_socket, &ServiceSocket::ready, this, &HttpLine::begin);
@@ -45,6 +48,7 @@ void HttpLine::send(const HttpRequest &request)
 void HttpLine::beginSoon()
 {
     m_answer.emplace(m_request->mostAnswer, m_request->take);
+    m_isHeadSent = false;
     m_heard.start();
     m_silence.start(m_patienceMs);
     QTimer::singleShot(0, this, [this] {
@@ -92,6 +96,7 @@ void HttpLine::begin()
         m_request->body->seek(0);
     }
     const QByteArray bytes = head();
+    m_isHeadSent = true;
     if (m_socket.write(bytes.constData(), bytes.size())) {
         sendMore();
     } else {
@@ -101,7 +106,7 @@ void HttpLine::begin()
 
 bool HttpLine::hasMoreBody() const
 {
-    return m_request && m_request->body && !m_request->body->atEnd();
+    return m_request && m_isHeadSent && m_request->body && !m_request->body->atEnd();
 }
 
 void HttpLine::sendMore()
@@ -114,7 +119,7 @@ void HttpLine::sendMore()
         } else if (pieces++ < piecesAtOnce) {
             sendPiece();
         } else { // others have their turn
-            QTimer::singleShot(0, this, &HttpLine::sendMore);
+            m_turn.start();
             return;
         }
     }
@@ -134,7 +139,7 @@ void HttpLine::sendPiece()
 
 void HttpLine::onCame(const QByteArray &bytes)
 {
-    if (!m_request) {
+    if (!m_request || !m_isHeadSent) {
         m_socket.close(); // nothing was asked
         return;
     }
@@ -167,6 +172,7 @@ void HttpLine::onFailed(const WebFailure &failure)
     } else if (m_isUsed && !m_answer->hasBegun()) {
         // Kept alive too long: the service had let go of it before it could know of the request.
         m_isUsed = false;
+        m_isHeadSent = false;
         m_socket.open();
     } else {
         end(failure);
@@ -217,7 +223,8 @@ bool HttpLine::isPointedElsewhere()
 {
     const QUrl from = m_request->url;
     const QUrl to = from.resolved(QUrl::fromEncoded(m_answer->location()));
-    const bool isSame = to.scheme() == from.scheme() && to.host() == from.host() && to.port() == from.port();
+    const bool isSame = to.scheme() == from.scheme() && to.host() == from.host()
+        && WebService::portOf(to) == WebService::portOf(from);
     return HttpStatus::isRedirection(m_answer->status(), m_request->body != nullptr) && isSame
         && !m_answer->location().isEmpty() && !std::exchange(m_isRedirected, true);
 }

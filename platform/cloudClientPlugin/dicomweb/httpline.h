@@ -77,11 +77,13 @@ private:
     const int m_patienceMs;
     std::optional<HttpRequest> m_request;
     std::optional<HttpAnswerReader> m_answer;
-    bool m_isBegun = false;
+    bool m_isBegun = false; ///< the connection has it, or is being opened for it
+    bool m_isHeadSent = false;
     bool m_isRedirected = false;
     bool m_isReading = false; ///< m_answer has called somebody
     bool m_isUsed = false; ///< the connection has carried a request before this one
     QByteArray m_piece; ///< of the body
+    QTimer m_turn; ///< the next one of a long body
     QTimer m_silence;
     QElapsedTimer m_heard;
 };

@@ -7,8 +7,6 @@ namespace {
 
 constexpr int pieceBytes = 256 << 10;
 constexpr int piecesAtOnce = 8; ///< in one turn of the event loop
-constexpr int plainPort = 80;
-constexpr int securePort = 443;
 
 QNetworkProxy proxyOf(const WebService &service)
 {
@@ -76,8 +74,7 @@ void ServiceSocket::open()
     close();
     const QUrl &address = m_service.address;
     const QString host = isToProxy() ? m_proxy.hostName() : address.host();
-    const int port =
-        isToProxy() ? m_proxy.port() : address.port(m_service.isSecure() ? securePort : plainPort);
+    const int port = isToProxy() ? m_proxy.port() : WebService::portOf(address);
     QSslSocket *tls = m_service.isSecure() ? new QSslSocket : nullptr;
     m_socket.reset(tls ? tls : new QTcpSocket);
     m_socket->setProxy(isToProxy() ? QNetworkProxy(QNetworkProxy::NoProxy) : m_proxy);

@@ -13,6 +13,7 @@
 
 namespace {
 
+constexpr qint64 mostWords = 64 << 10; ///< of an answer that is not what was asked for
 constexpr char timedOutProperty[] = "timedOut";
 constexpr char certificateProperty[] = "certificateRefused";
 
@@ -167,7 +168,7 @@ HttpLine *WebClient::upload(
 HttpLine *WebClient::download(
     const QString &resource, const QByteArray &accept, const HttpAnswerReader::Take &take)
 {
-    return sendOverLine({"GET", m_service.at(resource), {{"Accept", accept}}, nullptr, 0, take});
+    return sendOverLine({"GET", m_service.at(resource), {{"Accept", accept}}, nullptr, mostWords, take});
 }
 
 QNetworkReply *WebClient::remove(const QString &resource)
@@ -179,7 +180,7 @@ WebFailure WebClient::failureOf(QNetworkReply &reply)
 {
     const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QString reason = reply.attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
-    const WebFailure refusal = HttpStatus::failureOf(status, reason);
+    WebFailure refusal = HttpStatus::failureOf(status, reason);
     if (status >= HttpStatus::firstError && !reply.property(timedOutProperty).toBool()) {
         return refusal;
     }

@@ -21,6 +21,13 @@ QUrl WebService::at(const QString &resource) const
     return url;
 }
 
+int WebService::portOf(const QUrl &url)
+{
+    constexpr int plainPort = 80;
+    constexpr int securePort = 443;
+    return url.port(url.scheme() == QLatin1String("https") ? securePort : plainPort);
+}
+
 QSslConfiguration WebService::tls() const
 {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();

@@ -26,6 +26,8 @@ struct CLOUDCLIENTPLUGIN_EXPORT WebService
     bool exposesCredentials() const;
     /// The address of a resource, as "studies/1.2.3/series".
     QUrl at(const QString &resource) const;
+    /// That an address names, or that its scheme has.
+    static int portOf(const QUrl &url);
     /// How its certificate is verified.
     QSslConfiguration tls() const;
 

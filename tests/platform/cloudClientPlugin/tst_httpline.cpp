@@ -229,7 +229,7 @@ private slots:
     void redirectionsStayAtTheServer()
     {
         const auto pointing = [](const QByteArray &to) {
-            return "HTTP/1.1 307 There\r\nLocation: " + to + "\r\nContent-Length: 0\r\n\r\n";
+            return "HTTP/1.1 307 There\r\nLocation: " + to + "\r\nContent-Length: 5\r\n\r\nthere";
         };
         const OddService moved([&](const QByteArray &request) {
             return request.contains("/there") ? httpAnswer("200 OK", "text/plain", "good")
