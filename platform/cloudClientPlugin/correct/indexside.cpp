@@ -57,8 +57,9 @@ IndexedPatient IndexSide::patient()
     const IndexCorrection &asked = m_request.index;
     IndexedPatient patient;
     withIndex([&](const QSqlDatabase &db) {
-        patient = indexedPatientOf(db, asked.studyPk, asked.studyUid);
-        return QSqlError();
+        QSqlError error;
+        patient = indexedPatientOf(db, asked.studyPk, asked.studyUid, &error);
+        return error;
     });
     return patient;
 }
@@ -91,7 +92,11 @@ void IndexSide::correct()
     const IndexCorrection &asked = m_request.index;
     IndexedPatient before;
     withIndex([&](const QSqlDatabase &db) {
-        before = indexedPatientOf(db, asked.studyPk, asked.studyUid);
+        QSqlError error;
+        before = indexedPatientOf(db, asked.studyPk, asked.studyUid, &error);
+        if (error.isValid()) {
+            return error;
+        }
         m_report.index = correctIndex(db, asked);
         m_report.end = m_report.index.isGood() ? End::Done : End::Failed;
         return m_report.index.error;

@@ -70,16 +70,17 @@ bool PatientChange::fail(Problem problem)
 
 IndexCorrectionResult PatientChange::run()
 {
-    const IndexedPatient patient = indexedPatientOf(m_db, m_correction.studyPk, m_correction.studyUid);
+    const IndexedPatient patient =
+        indexedPatientOf(m_db, m_correction.studyPk, m_correction.studyUid, &m_result.error);
     if (!patient.isFound) {
-        fail(Problem::NotFound);
+        fail(m_result.error.isValid() ? Problem::Database : Problem::NotFound);
         return m_result;
     }
     QSqlQuery query(m_db);
     if (!exec(query,
             QStringLiteral("SELECT pk FROM generalstudy WHERE patient_fk = ? AND StudyInstanceUID = ?"),
             {patient.pk, m_correction.studyUid})
-        || !query.next()) {
+        || (!query.next() && !fail(Problem::NotFound))) {
         return m_result;
     }
     m_studyPk = query.value(0).toLongLong();
@@ -197,26 +198,21 @@ bool PatientChange::setStatusRight(qlonglong patient)
         {UploadStatus::notUploaded(), patient, UploadStatus::uploaded(), UploadStatus::uploaded()});
 }
 
-void countFiles(const QSqlDatabase &db, const QString &studyUid, IndexedPatient &patient)
+/// The rows of a query that has been prepared. @return why they are not all
+template <typename Row>
+QSqlError readAll(QSqlQuery &query, const Row &row)
 {
-    QSqlQuery query(db);
-    query.prepare(QStringLiteral(
-        "SELECT ifnull(IrradiationEventUID = ?, 0), count(*) FROM generalstudy JOIN generalseries ON "
-        "study_fk = generalstudy.pk JOIN imageformat ON series_fk = generalseries.pk "
-        "WHERE patient_fk = ? AND StudyInstanceUID = ? GROUP BY 1"));
-    query.addBindValue(QLatin1String(copiedFileMarker));
-    query.addBindValue(patient.pk);
-    query.addBindValue(studyUid);
     for (bool more = query.exec() && query.next(); more; more = query.next()) {
-        (query.value(0).toBool() ? patient.copies : patient.references) = query.value(1).toInt();
+        row();
     }
+    const QSqlError error = query.lastError();
+    query.finish();
+    return error;
 }
 
-} // namespace
-
-IndexedPatient indexedPatientOf(const QSqlDatabase &db, qlonglong studyPk, const QString &studyUid)
+QSqlError readPatient(
+    const QSqlDatabase &db, qlonglong studyPk, const QString &studyUid, IndexedPatient &patient)
 {
-    IndexedPatient found;
     QStringList columns;
     for (const PatientField field : PatientValues::fields) {
         columns.append(PatientValues::column(field));
@@ -228,24 +224,56 @@ IndexedPatient indexedPatientOf(const QSqlDatabase &db, qlonglong studyPk, const
             .arg(columns.join(QStringLiteral(", "))));
     query.addBindValue(studyUid);
     query.addBindValue(studyPk);
-    if (!query.exec() || !query.next()) {
-        return found;
-    }
-    found.isFound = true;
-    found.pk = query.value(0).toLongLong();
-    int at = 1;
-    for (const PatientField field : PatientValues::fields) {
-        found.values[field] = query.value(at++).toString();
-    }
-    query.finish();
+    return readAll(query, [&] {
+        patient.isFound = true;
+        patient.pk = query.value(0).toLongLong();
+        int at = 1;
+        for (const PatientField field : PatientValues::fields) {
+            patient.values[field] = query.value(at++).toString();
+        }
+    });
+}
+
+QSqlError listStudies(const QSqlDatabase &db, IndexedPatient &patient)
+{
+    QSqlQuery query(db);
     query.prepare(QStringLiteral("SELECT StudyInstanceUID FROM generalstudy WHERE patient_fk = ? "
                                  "ORDER BY StudyDate DESC, pk"));
-    query.addBindValue(found.pk);
-    for (bool more = query.exec() && query.next(); more; more = query.next()) {
-        found.studyUids.append(query.value(0).toString());
+    query.addBindValue(patient.pk);
+    return readAll(query, [&] { patient.studyUids.append(query.value(0).toString()); });
+}
+
+QSqlError countFiles(const QSqlDatabase &db, const QString &studyUid, IndexedPatient &patient)
+{
+    QSqlQuery query(db);
+    query.prepare(QStringLiteral(
+        "SELECT ifnull(IrradiationEventUID = ?, 0), count(*) FROM generalstudy JOIN generalseries ON "
+        "study_fk = generalstudy.pk JOIN imageformat ON series_fk = generalseries.pk "
+        "WHERE patient_fk = ? AND StudyInstanceUID = ? GROUP BY 1"));
+    query.addBindValue(QLatin1String(copiedFileMarker));
+    query.addBindValue(patient.pk);
+    query.addBindValue(studyUid);
+    return readAll(query,
+        [&] { (query.value(0).toBool() ? patient.copies : patient.references) = query.value(1).toInt(); });
+}
+
+} // namespace
+
+IndexedPatient indexedPatientOf(
+    const QSqlDatabase &db, qlonglong studyPk, const QString &studyUid, QSqlError *error)
+{
+    IndexedPatient found;
+    QSqlError failure = readPatient(db, studyPk, studyUid, found);
+    if (found.isFound && !failure.isValid()) {
+        failure = listStudies(db, found);
     }
-    countFiles(db, studyUid, found);
-    return found;
+    if (found.isFound && !failure.isValid()) {
+        failure = countFiles(db, studyUid, found);
+    }
+    if (error) {
+        *error = failure;
+    }
+    return failure.isValid() ? IndexedPatient() : found;
 }
 
 IndexCorrectionResult correctIndex(const QSqlDatabase &db, const IndexCorrection &correction)

@@ -50,8 +50,9 @@ struct IndexCorrectionResult
 };
 
 /// The patient of a study; on the thread of the connection.
+/// @param error why the index could not say; the patient is none then
 IMAGEBASE_EXPORT IndexedPatient indexedPatientOf(
-    const QSqlDatabase &db, qlonglong studyPk, const QString &studyUid);
+    const QSqlDatabase &db, qlonglong studyPk, const QString &studyUid, QSqlError *error = nullptr);
 
 /// One transaction. Patients that have the same identity then become one; nothing changes where it fails, and
 /// the same correction once more changes nothing.

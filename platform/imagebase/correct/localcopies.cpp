@@ -5,6 +5,7 @@
 #include "objectcorrection.h"
 
 #include <QFile>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -18,6 +19,7 @@ struct Files
 {
     QStringList copies;
     int elsewhere = 0;
+    bool isWhole = true; ///< false where the index could not list them all
 };
 
 Files filesOf(const QSqlDatabase &db, qlonglong patientPk, const QStringList &studyUids)
@@ -37,6 +39,7 @@ Files filesOf(const QSqlDatabase &db, qlonglong patientPk, const QStringList &st
             query.value(1).toBool() ? files.copies.append(query.value(0).toString())
                                     : void(++files.elsewhere);
         }
+        files.isWhole = files.isWhole && !query.lastError().isValid();
     }
     return files;
 }
@@ -73,6 +76,7 @@ LocalCorrection correctCopies(const QSqlDatabase &db, qlonglong patientPk, const
     const Files files = filesOf(db, patientPk, studyUids);
     LocalCorrection result;
     result.elsewhere = files.elsewhere;
+    result.isStopped = !files.isWhole;
     int done = 0;
     for (const QString &path : files.copies) {
         if (isRight(path, changes) || correctInPlace(path, changes)) {
