@@ -98,23 +98,31 @@ std::vector<std::unique_ptr<CorrectionJournal>> CorrectionJournal::leftBehind(
         const bool isWritten = journal->read();
         if (!isWritten && !QFile::exists(journal->m_folder + QLatin1Char('/') + QLatin1String(fileName))) {
             journal->remove(); // killed before it had anything to undo
-        } else if (isWritten && isFor(journal->m_content, service)
-            && QFileInfo(journal->m_content.request.databasePath) == QFileInfo(databasePath)) {
+        } else if (isWritten && isFor(journal->m_content, service) && journal->isAbout(databasePath)) {
             found.push_back(std::move(journal));
         }
     }
     return found;
 }
 
-bool CorrectionJournal::isHalfStored(
-    const QString &databasePath, const QUrl &service, const QStringList &studies)
+bool CorrectionJournal::isAbout(const QString &databasePath) const
+{
+    return QFileInfo(m_content.request.databasePath) == QFileInfo(databasePath);
+}
+
+bool CorrectionJournal::isPending(
+    const QString &databasePath, const QUrl &service, const QStringList &studies, const QString &own)
 {
     const QDir folder(journalsOf(databasePath));
     for (const QString &name : folder.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         CorrectionJournal journal;
         journal.m_folder = folder.filePath(name);
         const Content &content = journal.m_content;
-        if (journal.read() && content.state == State::Storing && isSame(content.service, service)
+        if (journal.m_folder == own || !journal.read() || content.state == State::Prepared) {
+            continue;
+        }
+        const bool isHalfStored = content.state == State::Storing && isSame(content.service, service);
+        if ((isHalfStored || journal.isAbout(databasePath))
             && std::any_of(studies.cbegin(), studies.cend(),
                 [&](const QString &study) { return content.studies.contains(study); })) {
             return true;

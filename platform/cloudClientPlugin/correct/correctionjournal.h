@@ -42,8 +42,11 @@ public:
     static std::vector<std::unique_ptr<CorrectionJournal>> leftBehind(
         const QString &databasePath, const QUrl &service);
 
-    /// Whether a service may hold half of a correction of one of these studies, whoever works on it.
-    static bool isHalfStored(const QString &databasePath, const QUrl &service, const QStringList &studies);
+    /// Whether a correction of one of these studies has begun and not come to its end, whoever works on it:
+    /// in this index, or stored by halves in this service.
+    /// @param service empty for none. @param own the folder of the one that is not meant
+    static bool isPending(const QString &databasePath, const QUrl &service, const QStringList &studies,
+        const QString &own = {});
 
     bool isOpen() const { return m_lock && m_lock->isLocked(); }
     QString folder() const { return m_folder; }
@@ -58,6 +61,7 @@ private:
     CorrectionJournal() = default;
     bool lock(const QString &folder);
     bool read();
+    bool isAbout(const QString &databasePath) const;
 
     QString m_folder;
     std::unique_ptr<QLockFile> m_lock;

@@ -34,7 +34,7 @@ struct CorrectionReport
         SameStudyThere, ///< the service has the study under the new ID already; nothing was changed
         Undone, ///< half-way; both places are as they were again
         UndoPending, ///< half-way; the service gets back what it had once it can be reached again
-        EarlierPending, ///< nothing was changed, as the service holds half of an earlier one
+        EarlierPending, ///< nothing was changed, as an earlier one has not come to its end
         Doubled ///< the service now has an object under both IDs, and no way to remove one was found
     };
     End end = End::Failed;

@@ -31,8 +31,9 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
     }
     if (!m_report.inService.isEmpty()) {
         correctTheService();
-    } else if (m_journal->write({State::IndexAlone, {}, request, m_studies, {}})
-        || m_report.fail(End::Failed)) {
+    } else if ((m_journal->write({State::IndexAlone, {}, request, m_studies, {}})
+                   || m_report.fail(End::Failed))
+        && isAlone()) {
         indexSide(true).correct();
     }
     correctTheFiles(false);
@@ -44,6 +45,7 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
 
 bool StudyCorrection::begin(const CorrectionRequest &request)
 {
+    m_journal.reset();
     m_request = request;
     m_report = {};
     m_report.changes = request.index.changes;
@@ -51,13 +53,17 @@ bool StudyCorrection::begin(const CorrectionRequest &request)
         return m_report.fail(End::Stopped);
     }
     m_studies = indexSide(true).studies();
-    if (m_studies.isEmpty()) {
-        return false;
-    }
-    // An undoing that came later would take this correction back as well.
-    const bool isHalf = request.inService
-        && CorrectionJournal::isHalfStored(request.databasePath, m_service.address, m_studies);
-    return !isHalf || m_report.fail(End::EarlierPending);
+    return !m_studies.isEmpty() && isAlone();
+}
+
+/// An earlier one that were undone, or finished, later would take this correction back. Asked for again once
+/// the own journal says that this has begun: of two at a time at least one sees the other.
+bool StudyCorrection::isAlone()
+{
+    const QUrl service = m_request.inService ? m_service.address : QUrl();
+    const QString own = m_journal ? m_journal->folder() : QString();
+    return !CorrectionJournal::isPending(m_request.databasePath, service, m_studies, own)
+        || m_report.fail(End::EarlierPending);
 }
 
 bool StudyCorrection::openJournal()
@@ -95,7 +101,7 @@ bool StudyCorrection::prepare()
         return m_report.fail(End::Failed);
     }
     m_serviceSide->goOnRegardless();
-    return m_journal->setState(State::Storing) || m_report.fail(End::Failed);
+    return (m_journal->setState(State::Storing) || m_report.fail(End::Failed)) && isAlone();
 }
 
 /// What the service shows decides, not what it answered. The journal says that the service may hold half of

@@ -42,6 +42,7 @@ public:
 
 private:
     bool begin(const CorrectionRequest &request);
+    bool isAlone();
     bool openJournal();
     bool prepare();
     void makeServiceSide();

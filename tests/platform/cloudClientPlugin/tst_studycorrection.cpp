@@ -408,6 +408,12 @@ private slots:
         for (const QString &journal : QDir(journals()).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
             QFile::remove(journals() + QLatin1Char('/') + journal + QStringLiteral("/lock"));
         }
+        // None comes between, in the service or not: the earlier one would go over it.
+        CorrectionRequest another = request({{PatientField::Name, QStringLiteral("Newer^Name")}});
+        for (const bool isAnotherInService : {true, false}) {
+            another.inService = isAnotherInService;
+            QCOMPARE(run(another).end, End::EarlierPending);
+        }
         {
             // A stop need not wait for whoever holds the index.
             QSqlQuery held(QStringLiteral("BEGIN IMMEDIATE"));
@@ -416,8 +422,15 @@ private slots:
             m_stop = false;
             QVERIFY(held.exec(QStringLiteral("ROLLBACK")));
         }
+        // An index that cannot be read is not one that has not followed.
+        QSqlQuery table;
+        QVERIFY(table.exec(QStringLiteral("ALTER TABLE imageformat RENAME TO hidden")));
+        QVector<CorrectionReport> finished = finish(inService);
+        QVERIFY(table.exec(QStringLiteral("ALTER TABLE hidden RENAME TO imageformat")));
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(finished[0].index.problem, IndexCorrectionResult::Problem::Database);
         QVERIFY(!isJournalGone());
-        const QVector<CorrectionReport> finished = finish(inService);
+        finished = finish(inService);
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished[0].end, End::Done);
         QCOMPARE(inArchive(), inService ? four(newName + QStringLiteral("/P1")) : m_oldArchive);
