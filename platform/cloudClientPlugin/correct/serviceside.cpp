@@ -237,6 +237,23 @@ WebFailure ServiceSide::lookForOld()
     return failure.isNone() && holds != Holds::Old ? WebFailure{WebProblem::Conflict, {}, 0} : failure;
 }
 
+/// An archive that has the study under both IDs may show either, or none.
+ServiceSide::Holds ServiceSide::lookAtBegun()
+{
+    WebFailure &failure = m_task.report.failure;
+    failure = {};
+    Holds holds = Holds::Unknown;
+    if (findCopies(failure)) {
+        failure = keepCopies(true);
+    }
+    if (failure.isNone()) {
+        holds = look();
+    }
+    const bool mayPass = failure.isPassing() || failure.problem == WebProblem::Stopped
+        || failure.problem == WebProblem::Unauthorized;
+    return failure.isNone() || mayPass ? holds : Holds::Mixed;
+}
+
 void ServiceSide::undoBegun()
 {
     WebFailure unknown;

@@ -45,6 +45,9 @@ public:
     /// For the journal, and from it: then undoBegun() undoes what another run has begun to store.
     QJsonArray toJson() const { return m_objects.toJson(); }
     void recall(const QJsonArray &objects);
+    /// As look(), after what is half stored under another ID has been put right where it can; Unknown only
+    /// where the service may say it later.
+    Holds lookAtBegun();
     void undoBegun();
 
 private:

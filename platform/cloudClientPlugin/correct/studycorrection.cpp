@@ -159,16 +159,16 @@ void StudyCorrection::finish()
 }
 
 /// Where the index has followed, the kill came before the journal could say so. But it may have had the new
-/// values all the time: then the service shows whether it holds them all.
+/// values all the time: then the service shows whether it holds them all, or can.
 void StudyCorrection::finishInService()
 {
     makeServiceSide();
     m_serviceSide->recall(m_journal->content().objects);
     const bool isIndexed = indexSide(true).holdsNew();
-    const Holds holds = isIndexed ? m_serviceSide->look() : Holds::Old;
     if (!m_report.index.isGood()) {
         return;
     }
+    const Holds holds = isIndexed ? m_serviceSide->lookAtBegun() : Holds::Old;
     if (isIndexed && holds == Holds::New) {
         indexSide(true).correct();
         correctTheFiles(true);

@@ -424,9 +424,9 @@ private slots:
         }
         // An index that cannot be read is not one that has not followed.
         QSqlQuery table;
-        QVERIFY(table.exec(QStringLiteral("ALTER TABLE imageformat RENAME TO hidden")));
+        QVERIFY(table.exec(QStringLiteral("ALTER TABLE patient RENAME TO hidden")));
         QVector<CorrectionReport> finished = finish(inService);
-        QVERIFY(table.exec(QStringLiteral("ALTER TABLE hidden RENAME TO imageformat")));
+        QVERIFY(table.exec(QStringLiteral("ALTER TABLE hidden RENAME TO patient")));
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished[0].index.problem, IndexCorrectionResult::Problem::Database);
         QVERIFY(!isJournalGone());
@@ -452,6 +452,43 @@ private slots:
         thread.stop();
         held.release();
         QTRY_COMPARE(int(ended), 2);
+    }
+
+    /// Where the index had the new ID already it cannot tell how far the service has come: that has both.
+    void anIdThatTheIndexHadIsFinishedOrUndone_data()
+    {
+        QTest::addColumn<bool>("comesAnother");
+        QTest::newRow("all are under the new ID") << false;
+        QTest::newRow("another came under the old one") << true;
+    }
+
+    void anIdThatTheIndexHadIsFinishedOrUndone()
+    {
+        QFETCH(const bool, comesAnother);
+        begin();
+        CorrectionRequest asked = request({{PatientField::Id, QStringLiteral("P2")}});
+        asked.inService = false;
+        QCOMPARE(run(asked).end, End::Done);
+        asked.inService = true;
+        const CorrectionReport report = run(asked, [&](const CorrectionProgress &progress) {
+            if (progress.step == CorrectionProgress::Step::Storing) {
+                QMetaObject::invokeMethod(
+                    this, [&] { m_archive->stop(); }, Qt::BlockingQueuedConnection);
+            }
+        });
+        QCOMPARE(report.end, End::UndoPending);
+        m_archive->start();
+        QStringList left = comesAnother ? m_oldArchive : four(QStringLiteral("Müller^Jörg/P2"));
+        QCOMPARE(inArchive(), m_oldArchive + four(QStringLiteral("Müller^Jörg/P2")));
+        if (comesAnother) {
+            another(QStringLiteral("P1"));
+            left.append(QStringLiteral("Müller^Jörg/P1"));
+        }
+        const QVector<CorrectionReport> finished = finish();
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(finished[0].end, comesAnother ? End::Undone : End::Done);
+        QCOMPARE(inArchive(), left);
+        QVERIFY(isJournalGone());
     }
 
     /// What fails half-way is undone, at once or once the service is back; also under another ID.
