@@ -93,7 +93,7 @@ QString CorrectionText::indexProblem(const IndexCorrectionResult &result)
     case IndexCorrectionResult::Problem::Database:
         break;
     }
-    return tr("The index cannot be written: %1").arg(result.error.text());
+    return tr("The index cannot be used: %1").arg(result.error.text());
 }
 
 /// A field that was changed somewhere, with what it was there; empty for the others.
@@ -172,6 +172,9 @@ QString CorrectionText::report(const CorrectionReport &report, const StudyFacts 
                 ? tr("%Ln image(s) of the service corrected and read back.", nullptr, report.objects)
                 : QString(),
             files(report.files),
+            report.isLeft ? tr("The files on this computer are not finished: those that remain are corrected "
+                               "the next time that a study is opened here or the program starts.")
+                          : QString(),
             report.index.isMerged
                 ? tr("The index had a patient of these data already: the studies were put there.")
                 : QString()});
@@ -194,9 +197,8 @@ QString CorrectionText::report(const CorrectionReport &report, const StudyFacts 
                 "as soon as you are signed in and it can be reached."),
                 failure(report)});
     case End::EarlierPending:
-        return tr(
-            "Nothing was changed: an earlier correction of these studies has not come to its end in the "
-            "service yet.");
+        return tr("Nothing was changed: an earlier correction of these studies has not come to its end yet. "
+                  "What it began in the service needs you to be signed in there.");
     case End::Doubled:
         break;
     }
@@ -209,6 +211,11 @@ QString CorrectionText::report(const CorrectionReport &report, const StudyFacts 
 
 QString CorrectionText::earlier(const CorrectionReport &report)
 {
+    if (report.isLeft && report.end != CorrectionReport::End::UndoPending) {
+        return joined({tr("An interrupted correction could not be finished yet: the rest of it is left for "
+                          "the next time."),
+            failure(report)});
+    }
     switch (report.end) {
     case CorrectionReport::End::Done:
         return tr("An interrupted correction was finished.");

@@ -16,6 +16,7 @@ public:
     static QString step(const CorrectionProgress &progress);
     /// What becomes of the files that the index has of a study; empty where it has none.
     static QString filesOf(const IndexedPatient &patient);
+    static QString indexProblem(const IndexCorrectionResult &result);
     /// What was changed and where, a line each, or what went wrong and what both places hold now.
     /// @param before as it was read before the correction
     static QString report(const CorrectionReport &report, const StudyFacts &before);
@@ -29,5 +30,4 @@ private:
     static QString earlier(const CorrectionReport &report);
     static QString files(const LocalCorrection &files);
     static QString failure(const CorrectionReport &report);
-    static QString indexProblem(const IndexCorrectionResult &result);
 };

@@ -10,6 +10,21 @@ namespace {
 
 constexpr char includeField[] = "includefield";
 
+void askIndex(StudyFacts &facts, const QString &databasePath, qlonglong studyPk, const QString &studyUid)
+{
+    using Problem = IndexCorrectionResult::Problem;
+    const IndexConnection connection(databasePath);
+    QSqlError error(connection.failure().detail);
+    if (connection.isOpen()) {
+        facts.index = indexedPatientOf(connection.database(), studyPk, studyUid, &error);
+    }
+    if (!facts.index.isFound) {
+        const bool isKnown = connection.isOpen() && !error.isValid();
+        facts.found.problem = isKnown ? Problem::NotFound : Problem::Database;
+        facts.found.error = error;
+    }
+}
+
 void askService(
     StudyFacts &facts, const QString &studyUid, const WebService &service, const std::atomic<bool> &stop)
 {
@@ -64,10 +79,7 @@ void CorrectionWork::read(
             tell([this, earlier] { emit finishedEarlier(earlier); });
         }
         StudyFacts facts;
-        const IndexConnection connection(databasePath);
-        if (connection.isOpen()) {
-            facts.index = indexedPatientOf(connection.database(), studyPk, studyUid);
-        }
+        askIndex(facts, databasePath, studyPk, studyUid);
         if (!service.address.isEmpty()) {
             askService(facts, studyUid, service, stop);
         }

@@ -15,6 +15,7 @@ class RunningCorrection;
 struct StudyFacts
 {
     IndexedPatient index;
+    IndexCorrectionResult found; ///< whether the index has the study, or could say so
     bool isInService = false;
     PatientValues service;
     int serviceObjects = 0;

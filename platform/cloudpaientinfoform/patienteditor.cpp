@@ -143,7 +143,7 @@ void PatientEditor::onKnown(const StudyFacts &facts)
         setPatientName(facts.index.values[PatientField::Name]);
         m_foot->say(m_news, m_isNewsBad);
     } else {
-        m_foot->say(tr("The study is not in the index any more."), true);
+        m_foot->say(CorrectionText::indexProblem(facts.found), true);
     }
     m_fault.clear();
     setState(State::Idle);
@@ -216,7 +216,7 @@ void PatientEditor::onFinished(const CorrectionReport &report)
 {
     const bool isDone = report.end == CorrectionReport::End::Done;
     m_news = CorrectionText::report(report, m_facts);
-    m_isNewsBad = !isDone;
+    m_isNewsBad = !isDone || report.isLeft;
     m_foot->say(m_news, m_isNewsBad);
     m_isWantedSet = !isDone;
     read();

@@ -1036,10 +1036,6 @@
         <translation>索引中已有与此信息相同的患者，且其中有同一检查。</translation>
     </message>
     <message>
-        <source>The index cannot be written: %1</source>
-        <translation>无法写入索引：%1</translation>
-    </message>
-    <message>
         <source>index and service</source>
         <translation>索引和服务</translation>
     </message>
@@ -1136,10 +1132,6 @@
         <translation>更正中途中断。索引保持不变；您登录且服务可以连接后，服务将立即恢复原有内容。</translation>
     </message>
     <message>
-        <source>Nothing was changed: an earlier correction of these studies has not come to its end in the service yet.</source>
-        <translation>未作任何更改：此前对这些检查的更正在服务中尚未结束。</translation>
-    </message>
-    <message>
         <source>The service tells studies apart by the patient ID as well, and offers no way to remove the old one. One image is there under both IDs now: ask its administrator to remove the one under the new ID. The index is as it was.</source>
         <translation>服务也按患者编号区分检查，且不提供删除旧检查的方法。现有一幅图像同时存在于两个编号下：请联系服务的管理员删除新编号下的图像。索引保持不变。</translation>
     </message>
@@ -1162,6 +1154,22 @@
     <message>
         <source>An interrupted correction could not be finished.</source>
         <translation>中断的更正未能完成。</translation>
+    </message>
+    <message>
+        <source>The index cannot be used: %1</source>
+        <translation>无法使用索引：%1</translation>
+    </message>
+    <message>
+        <source>The files on this computer are not finished: those that remain are corrected the next time that a study is opened here or the program starts.</source>
+        <translation>本机上的文件尚未全部更正：其余文件将在下次于此处打开检查或启动程序时更正。</translation>
+    </message>
+    <message>
+        <source>Nothing was changed: an earlier correction of these studies has not come to its end yet. What it began in the service needs you to be signed in there.</source>
+        <translation>未作任何更改：此前对这些检查的更正尚未结束。若其已在服务中开始，需登录该服务后才能继续。</translation>
+    </message>
+    <message>
+        <source>An interrupted correction could not be finished yet: the rest of it is left for the next time.</source>
+        <translation>一项中断的更正尚未能完成：其余部分留待下次进行。</translation>
     </message>
 </context>
 <context>
@@ -2332,10 +2340,6 @@ Without any, the search lists all studies.</source>
     <message>
         <source>Reading…</source>
         <translation>正在读取…</translation>
-    </message>
-    <message>
-        <source>The study is not in the index any more.</source>
-        <translation>此检查已不在索引中。</translation>
     </message>
     <message>
         <source>You are not signed in to the service, so only the index can be corrected.</source>

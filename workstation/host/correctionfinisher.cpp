@@ -21,14 +21,17 @@ void CorrectionFinisher::begin(const QString &databasePath, const WebService &se
 void CorrectionFinisher::tell(const QVector<CorrectionReport> &reports)
 {
     using End = CorrectionReport::End;
-    const auto count = [&](End end) {
+    const auto count = [&](End end, bool isLeft) {
         return int(std::count_if(reports.cbegin(), reports.cend(),
-            [end](const CorrectionReport &report) { return report.end == end; }));
+            [=](const CorrectionReport &report) { return report.end == end && report.isLeft == isLeft; }));
     };
-    const int finished = count(End::Done);
-    const int undone = count(End::Undone);
-    const int waiting = count(End::UndoPending);
-    const int failed = reports.size() - finished - undone - waiting;
+    const int finished = count(End::Done, false);
+    const int undone = count(End::Undone, false);
+    const int waiting = count(End::UndoPending, true);
+    const int left = int(std::count_if(reports.cbegin(), reports.cend(), [](const CorrectionReport &report) {
+        return report.isLeft;
+    })) - waiting;
+    const int failed = reports.size() - finished - undone - waiting - left;
     QStringList texts;
     if (finished > 0) {
         texts += tr("%Ln interrupted correction(s) of patient data finished", nullptr, finished);
@@ -39,6 +42,11 @@ void CorrectionFinisher::tell(const QVector<CorrectionReport> &reports)
     if (waiting > 0) {
         texts +=
             tr("%Ln interrupted correction(s) of patient data still wait for the service", nullptr, waiting);
+    }
+    if (left > 0) {
+        texts += tr("%Ln interrupted correction(s) of patient data could not be finished yet: left for the "
+                    "next time",
+            nullptr, left);
     }
     if (failed > 0) {
         texts += tr("%Ln interrupted correction(s) of patient data could not be finished", nullptr, failed);

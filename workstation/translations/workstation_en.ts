@@ -114,6 +114,13 @@
             <numerusform>%Ln interrupted corrections of patient data could not be finished</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data could not be finished yet: left for the next time</source>
+        <translation>
+            <numerusform>%Ln interrupted correction of patient data could not be finished yet: left for the next time</numerusform>
+            <numerusform>%Ln interrupted corrections of patient data could not be finished yet: left for the next time</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionController</name>

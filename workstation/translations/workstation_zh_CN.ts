@@ -726,6 +726,12 @@
             <numerusform>有 %Ln 项中断的患者数据更正无法完成</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%Ln interrupted correction(s) of patient data could not be finished yet: left for the next time</source>
+        <translation>
+            <numerusform>有 %Ln 项中断的患者数据更正尚未能完成，留待下次进行</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>DeletionController</name>

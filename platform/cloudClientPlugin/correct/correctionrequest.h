@@ -38,6 +38,7 @@ struct CorrectionReport
         Doubled ///< the service now has an object under both IDs, and no way to remove one was found
     };
     End end = End::Failed;
+    bool isLeft = false; ///< a journal keeps what remains to be done for the next time
     WebFailure failure; ///< of the service
     QString detail; ///< of a file or an object, in the system's words
     IndexCorrectionResult index;

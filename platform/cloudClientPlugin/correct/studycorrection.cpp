@@ -37,7 +37,8 @@ CorrectionReport StudyCorrection::run(const CorrectionRequest &request)
         indexSide(true).correct();
     }
     correctTheFiles(false);
-    if (m_report.end != End::UndoPending && !m_report.files.isStopped) {
+    m_report.isLeft = m_report.end == End::UndoPending || m_report.files.isStopped;
+    if (!m_report.isLeft) {
         m_journal->remove();
     }
     return m_report;
@@ -198,7 +199,8 @@ QVector<CorrectionReport> StudyCorrection::finishBegun(const QString &databasePa
             continue;
         }
         finish();
-        if (isOver()) {
+        m_report.isLeft = !isOver();
+        if (!m_report.isLeft) {
             m_journal->remove();
         } else if (m_stop) {
             break;

@@ -36,8 +36,8 @@ public:
     CorrectionReport run(const CorrectionRequest &request);
 
     /// Finishes or undoes what earlier runs left for this index and service, or without a service what needs
-    /// none any more. What a stop keeps from its end is left for the next time.
-    /// @return one report each of those that are not
+    /// none any more. What cannot come to its end yet is left for the next time.
+    /// @return one report each, but for what a stop has cut short
     QVector<CorrectionReport> finishBegun(const QString &databasePath);
 
 private:

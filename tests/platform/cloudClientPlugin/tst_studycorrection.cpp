@@ -429,10 +429,12 @@ private slots:
         QVERIFY(table.exec(QStringLiteral("ALTER TABLE hidden RENAME TO patient")));
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished[0].index.problem, IndexCorrectionResult::Problem::Database);
+        QVERIFY(finished[0].isLeft);
         QVERIFY(!isJournalGone());
         finished = finish(inService);
         QCOMPARE(finished.size(), 1);
         QCOMPARE(finished[0].end, End::Done);
+        QVERIFY(!finished[0].isLeft);
         QCOMPARE(inArchive(), inService ? four(newName + QStringLiteral("/P1")) : m_oldArchive);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
         QVERIFY(isJournalGone());
