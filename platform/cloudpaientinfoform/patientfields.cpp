@@ -2,6 +2,7 @@
 
 #include "correctiontext.h"
 #include "dicomdate.h"
+#include "personname.h"
 
 #include <QComboBox>
 #include <QDate>
@@ -154,7 +155,8 @@ void PatientFields::setWanted(const PatientValues &values)
 PatientValues PatientFields::wanted() const
 {
     PatientValues values;
-    values[PatientField::Name] = m_name->text().trimmed();
+    const QString name = m_name->text().trimmed();
+    values[PatientField::Name] = m_name->isModified() ? personNameFromTyped(name) : name;
     values[PatientField::Id] = m_id->text().trimmed();
     const QString typed = m_birthDate->text().trimmed();
     const QDate date = QDate::fromString(typed, QLatin1String(shownDate));

@@ -83,6 +83,7 @@ void DownloadCloudDataForm::build()
     layout->addWidget(buildSearch());
     layout->addWidget(splitter, 1);
     setFocusProxy(m_question);
+    m_question->setFocus(); // whoever opens the window types a name
     closeOnEscape(this);
     resize(firstWindowSize(this, usualSize));
 }

@@ -47,10 +47,11 @@ QRegularExpression patternOf(const QString &text)
         QRegularExpression::anchoredPattern(pattern), QRegularExpression::DotMatchesEverythingOption);
 }
 
-/// Any of a name's parts may be looked for.
-QString nameKey(const QString &name)
+/// Any of a name's parts may be looked for, and a name is typed as it is displayed: with a comma.
+QString nameKey(QString name)
 {
-    return name.isEmpty() ? QString() : anyText + name + anyText;
+    static const QRegularExpression comma(QStringLiteral("\\s*,\\s*"));
+    return name.isEmpty() ? QString() : anyText + name.replace(comma, anyText) + anyText;
 }
 
 QString identityOf(const DicomJson &answer)

@@ -90,3 +90,11 @@ QString tidyPersonName(const QString &name)
     }
     return groups.join(QLatin1Char('='));
 }
+
+QString personNameFromTyped(const QString &text)
+{
+    const int comma = text.indexOf(QLatin1Char(','));
+    return comma < 0 || text.contains(QLatin1Char('^'))
+        ? text
+        : text.left(comma).trimmed() + QLatin1Char('^') + text.mid(comma + 1).trimmed();
+}

@@ -266,6 +266,7 @@ private slots:
         };
         QVERIFY(matches(QStringLiteral("smith"), QStringLiteral("B/O^SMITH")));
         QVERIFY(matches(QStringLiteral("doe john"), QStringLiteral("DOE^JOHN")));
+        QVERIFY(matches(QStringLiteral("doe, jo"), QStringLiteral("DOE^JOHN^X")));
         QVERIFY(matches(QStringLiteral("d?e*n"), QStringLiteral("DOE^JOHN")));
         QVERIFY(matches(QStringLiteral("muller"), QStringLiteral("Müller^Jörg")));
         QVERIFY(matches(QStringLiteral("山田太郎"), QStringLiteral("山田^太郎")));

@@ -43,6 +43,14 @@ private slots:
         QFETCH(QString, expected);
         QCOMPARE(personNameForDisplay(name), expected);
     }
+
+    void typed()
+    {
+        for (const char *name : {"Smith, John", "Smith ,John", "Smith^John"}) {
+            QCOMPARE(personNameFromTyped(QLatin1String(name)), QStringLiteral("Smith^John"));
+        }
+        QCOMPARE(personNameFromTyped(QStringLiteral("Smith^John, Dr.")), QStringLiteral("Smith^John, Dr."));
+    }
 };
 
 PM_TEST_MAIN(PersonNameTest)
