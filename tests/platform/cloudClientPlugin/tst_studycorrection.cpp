@@ -1,4 +1,3 @@
-#include "correctionthread.h"
 #include "dicomfilebuilder.h"
 #include "dicomreader.h"
 #include "objectcorrection.h"
@@ -9,7 +8,6 @@
 #include "testmain.h"
 #include "websession.h"
 
-#include <QSemaphore>
 #include <QSqlQuery>
 #include <QTcpServer>
 #include <QtTest>
@@ -24,7 +22,6 @@ const QString study = QStringLiteral("1.2.3.1");
 const QString otherStudy = QStringLiteral("1.2.3.2");
 const QString newName = QStringLiteral("山田^太郎");
 constexpr quint32 characterSetTag = 0x00080005;
-constexpr quint32 institutionTag = 0x00080080;
 constexpr quint32 birthDateTag = 0x00100030;
 
 /// Runs where a correction is meant to run.
@@ -206,36 +203,6 @@ class StudyCorrectionTest : public QObject
 
 private slots:
     void initTestCase() { allowWarning(QStringLiteral("must only be called once")); } // Qt's own
-
-    /// Same UIDs, other values, other texts unharmed whatever they were written in; the old values are kept.
-    void objectsAreWrittenAnew()
-    {
-        const QString source = m_folder.filePath(QStringLiteral("source.dcm"));
-        const QString target = m_folder.filePath(QStringLiteral("target.dcm"));
-        DicomFileBuilder()
-            .patient(QStringLiteral("P1"), QStringLiteral("Old^Name"))
-            .set(institutionTag, QStringLiteral("Klinik Köln"))
-            .write(source);
-        QCOMPARE(runTool(QStringLiteral("dcmconv"),
-                     {QStringLiteral("+C"), QStringLiteral("ISO_IR 100"), source, source})
-                     .exitCode,
-            0);
-        const QByteArray sets[]{"ISO_IR 100", "ISO_IR 192"};
-        const QString names[]{QStringLiteral("Jürgens^Jörg"), newName};
-        for (int at = 0; at < 2; ++at) {
-            onDeepThread([&] {
-                QCOMPARE(correctObject(source, target, {{PatientField::Name, names[at]}}).problem,
-                    ObjectCorrection::Problem::None);
-            });
-            QCOMPARE(headerOf(target)[Attribute::PatientName], names[at]);
-            QCOMPARE(headerOf(target)[Attribute::InstitutionName], QStringLiteral("Klinik Köln"));
-            QCOMPARE(
-                headerOf(target)[Attribute::SOPInstanceUID], headerOf(source)[Attribute::SOPInstanceUID]);
-            const QByteArray dump = runTool(QStringLiteral("dcmdump"), {target}).output;
-            QVERIFY2(dump.contains("[" + sets[at] + "]"), dump.constData());
-            QVERIFY(dump.contains("[Old^Name]") && dump.contains("[CORRECT]"));
-        }
-    }
 
     void bothPlacesFollow_data()
     {
@@ -438,22 +405,6 @@ private slots:
         QCOMPARE(inArchive(), inService ? four(newName + QStringLiteral("/P1")) : m_oldArchive);
         QCOMPARE(inIndex(), QStringList{newName + QStringLiteral("/P1 4")});
         QVERIFY(isJournalGone());
-    }
-
-    /// Nobody waits for it; a stop is for what was begun last, whether or not it runs yet.
-    void theNextBeginsWhenTheOneBeforeHasEnded()
-    {
-        QSemaphore held;
-        std::atomic<int> ended{0};
-        CorrectionThread thread;
-        thread.begin([&](const std::atomic<bool> &stop) {
-            held.acquire();
-            ended += stop ? 1 : 0;
-        });
-        thread.begin([&](const std::atomic<bool> &stop) { ended += stop && ended == 1 ? 1 : 0; });
-        thread.stop();
-        held.release();
-        QTRY_COMPARE(int(ended), 2);
     }
 
     /// Where the index had the new ID already it cannot tell how far the service has come: that has both.
